@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The measurement record of one camera: its settings, the samples of its measurements, the figures computed from
+// them, and the operations that fill and read it. One .cpp per topic: record, preparation, loops, statistics, report.
+#ifndef KESTROVA_CAMERALINEDATA_H
+#define KESTROVA_CAMERALINEDATA_H
+
+#include <atomic>
+#include <cfloat>
+#include <deque>
+#include <memory>
+#include <vector>
+
+#include <QtCore/QMutex>
+#include <QtCore/QString>
+
+#include <vnCore/vnTypes.h>
+
+#include "RunTotals.h"
+
+class CxAcquisitionThread;
+class QCPGraph;
+class QCPRange;
+class QWidget;
+
+enum ExMeasMode : qint32 {
+    MeasModeDataThroughput = 0, ///< transport data with time stamps of the camera's counter pattern
+    MeasModeStandardAcq = 1,    ///< normal images and the camera's frame counters
+};
+
+/// One frame of the data throughput mode.
+struct FrameRecord
+{
+    quint64 frameNumber = 0;
+    qint64 timestampUs = 0;                ///< camera time stamp plus the clock's time when the loop began
+    std::unique_ptr<quint64[]> blockTicks; ///< first word of every block, in ticks of 4 ns
+    quint64 blockCount = 0;
+    quint64 durationTicks = 0; ///< last entry minus first, modulo 2^64
+};
+
+/// One frame of the standard acquisition mode; counter values are the camera's running counts.
+struct CounterSample
+{
+    quint64 frameNumber = 0;
+    qint64 timestampUs = 0;
+    qint32 transportSkip = 0;
+    qint32 apiSkip = 0;
+    qint32 missedTrgOverlap = 0;
+    qint32 missedTrgOverflow = 0;
+    qint32 bufferOverflow = 0;
+};
+
+/// One frame counter of a camera.
+struct CounterKind
+{
+    CounterKind(VN_COUNTER_SELECTOR kind, const QString& counterName) : selector(kind), name(counterName) {}
+
+    VN_COUNTER_SELECTOR selector;
+    bool supported = false;       ///< asked of the camera when a standard measurement starts
+    std::atomic<qint32> value{0}; ///< last value read; the worker writes it without the mutex
+    QString name;
+};
+
+/// One camera's record. The user interface thread owns and drives it; while a measurement runs, its one worker
+/// thread appends samples. The settings and results are fields, as the form and its table work on them directly.
+class CxCameraLineData
+{
+public:
+    CxCameraLineData();
+    ~CxCameraLineData();
+    CxCameraLineData(const CxCameraLineData&) = delete;
+    CxCameraLineData& operator=(const CxCameraLineData&) = delete;
+
+    // --- record (CameraLineData.cpp) ---
+    /// Forgets all samples; settings stay. Only while no measurement runs.
+    void clearData();
+    /// Makes the work arrays hold `count` elements each; nothing in the standard mode. False, and logged, without
+    /// memory.
+    bool AlloCateBuffers(quint32 count);
+    bool isMeasuring() const;
+    /// Whether frames (throughput mode) are kept.
+    bool hasFrames() const;
+    qint32 counterValue(VN_COUNTER_SELECTOR kind) const;
+    bool isCounterSupported(VN_COUNTER_SELECTOR kind) const;
+    /// Totals of the present or last measurement.
+    RunTotals runTotals() const;
+    /// Totals since the last call or the measurement's start; consecutive ones add up to runTotals().
+    RunTotals takeIntervalTotals();
+
+    // --- camera preparation and restore (CameraPreparation.cpp), user interface thread ---
+    /// Prepares the camera, starts its acquisition and the worker. `period` in bytes (at least 8), `capacity` in
+    /// samples (at least 1). On false the camera is restored.
+    bool startMeasurement(qint32 period, qint32 capacity);
+    /// Joins the worker (up to one image wait), stops the acquisition, restores the camera. False if there is nothing
+    /// to stop.
+    bool stopMeasurement();
+    bool setupCameraParameters();
+    void restoreCameraParameters();
+    /// Takes `requiredThroughput` from the camera, if it knows one.
+    void readDefaultAvgTransportSpeed();
+    /// Bytes; 32768 if the camera does not tell.
+    qint32 readCameraBufferSize();
+
+    // --- measurement loops (MeasureLoops.cpp), worker thread ---
+    void runMeasureLoop();
+    void runMeasureLoopAcquisition();
+    void readCounters();
+
+    // --- statistics (Statistics.cpp), user interface thread ---
+    /// Figures of fromUs..toUs (with margins) into the four result fields, and two curves with points more than
+    /// `minKeySpacing` milliseconds apart. Graphs and key range may be null. False if no frame was evaluated.
+    bool calculateStats(QCPGraph* minGraph, QCPGraph* levelGraph, const QCPRange* keyRange, qint64 fromUs,
+                        qint64 toUs, double minKeySpacing);
+    /// Five counter curves; each graph may be null. False only if there are no samples at all.
+    bool fillCounterGraphs(QCPGraph* transportSkip, QCPGraph* apiSkip, QCPGraph* missedTrgOverlap,
+                           QCPGraph* missedTrgOverflow, QCPGraph* bufferOverflow, const QCPRange& keyRange,
+                           qint64 fromUs, qint64 toUs, double minKeySpacing);
+    /// Speeds (MB/s), buffer deltas (bytes) and offsets (microseconds) of a frame's block intervals; each array may
+    /// be null, else holds blockCount - 1 elements. Returns the number of intervals.
+    static qint32 calculateFrameSpeeds(const FrameRecord& frame, quint32 period, double required, double* speeds,
+                                       double* deltas, quint64* offsets);
+
+    // --- report (CsvReport.cpp), user interface thread ---
+    /// Writes the intervals of fromUs..toUs to a CSV file behind a progress dialog; nothing in the standard mode.
+    void exportToCsv(const QString& fileName, QWidget* parent, qint64 fromUs, qint64 toUs);
+
+    VNCORE_HANDLE hCam = nullptr;
+    QString cameraName;
+    qint32 measMode = MeasModeDataThroughput;
+
+    // Guarded by `mutex` while a measurement runs.
+    std::deque<std::unique_ptr<FrameRecord>> frameList;
+    std::deque<std::unique_ptr<CounterSample>> counterSampleList;
+
+    std::vector<std::unique_ptr<CounterKind>> counterList;
+    qint32 samplePeriod = 4096;             ///< bytes
+    qint32 maxSamples = 3000000;            ///< capacity, samples
+    std::atomic<qint32> cameraBufferSize{0}; ///< bytes
+    bool plotEnabled = true;
+
+    // Work arrays of the statistics, sized together; used only under `mutex`.
+    std::unique_ptr<double[]> linkSpeeds;            ///< MB/s
+    std::unique_ptr<double[]> bufferDeltas;          ///< bytes
+    std::unique_ptr<quint64[]> blockTimeOffsets;     ///< microseconds
+
+    std::atomic<qint32> requiredThroughput{0}; ///< MB/s
+    bool autoRequiredThroughput = true;
+
+    // Per-frame times, microseconds. Reset by the worker without the mutex.
+    std::atomic<double> avgFrameTime{0.0};
+    std::atomic<double> maxFrameTime{DBL_MIN};
+    std::atomic<double> minFrameTime{DBL_MAX};
+    std::atomic<quint64> frameTimeCount{0};
+
+    quint64 workArrayLength = 0;
+
+    // Camera parameters as they were before the measurement.
+    qint32 savedImgDataFormat = 0;
+    qint32 savedOutputBitDepth = 0;
+    qint32 savedOutputBitPacking = 0;
+    qint32 savedBufferPolicy = 0;
+    qint32 savedColumnFpnCorrection = 0;
+    qint32 savedRowFpnCorrection = 0;
+    qint32 savedLutEnable = 0;
+    qint32 savedTestPatternGenerator = 0;
+    qint32 savedTestPattern = 0;
+    bool frameBufferModeChanged = false;
+    bool deviceRegisterChanged = false;
+
+    // Results of calculateStats().
+    double avgThroughput = 0.0; ///< MB/s
+    double minThroughput = 0.0; ///< MB/s
+    double maxBufferLevel = 0.0; ///< percent
+    quint64 bufferOverflowCount = 0;
+
+    /// Guards the lists, the work arrays, `measuring` and the totals. No other lock is taken while it is held, and
+    /// no signal is emitted.
+    mutable QMutex mutex;
+    bool measuring = false;
+    std::atomic<bool> stopRequested{false};
+    std::unique_ptr<CxAcquisitionThread> thread;
+};
+
+#endif
