@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The few icons of the host, drawn in the palette's text colour so that they suit light and dark surroundings at
+// any pixel density.
+#ifndef KESTROVA_GUIICONS_H
+#define KESTROVA_GUIICONS_H
+
+#include <QtGui/QIcon>
+#include <QtGui/QPalette>
+
+enum class GuiIcon
+{
+    Copy,
+    Save,
+    Application
+};
+
+Q_DECL_EXPORT QIcon drawnIcon(GuiIcon icon, const QPalette& palette);
+
+#endif
