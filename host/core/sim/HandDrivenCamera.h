@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A simulated camera for tests: no thread and no real waiting. Time is the model's and moves only when
+// somebody waits for an image or a test moves it; the test can step into every host call.
+#ifndef KESTROVA_SIM_HANDDRIVENCAMERA_H
+#define KESTROVA_SIM_HANDDRIVENCAMERA_H
+
+#include <functional>
+#include <memory>
+
+#include <QtCore/QMap>
+
+#include "../CameraDevice.h"
+#include "Ledger.h"
+#include "Scenario.h"
+
+namespace sim {
+
+class SharedLink;
+
+/// A call of the host, as the hook sees it.
+struct HostCall
+{
+    Call kind;
+    QByteArray parameter; ///< of Get, Set and CanSet
+    int value = 0;        ///< of Set and CanSet; the limit in ms of Wait
+};
+
+/// All operations may be called from any thread.
+class VNCORE_EXPORT HandDrivenCamera : public CameraDevice
+{
+public:
+    /// Cameras that are given the same link share it; without one the camera has a link as in its scenario.
+    explicit HandDrivenCamera(const CameraScenario& scenario, std::shared_ptr<SharedLink> link = nullptr);
+    ~HandDrivenCamera() override;
+
+    // --- image waits ---
+    // An image wait moves the model to the next frame or to its limit and returns without waiting (lockstep).
+    // With gated waits each one first blocks until the test lets it go; a stop ends blocked ones.
+    void setGated(bool gated);
+    /// Lets that many waits go, blocked ones and later ones.
+    void release(int waits = 1);
+    /// Blocks until a wait stands at the gate with nothing released, which means that whoever waits is done
+    /// with everything before. False after `limit` of real time.
+    bool settle(std::chrono::milliseconds limit = std::chrono::seconds(20));
+
+    // --- model time ---
+    std::chrono::nanoseconds now() const;
+    /// Lets model time pass without a wait: frames arrive and wait for the host, losses and returns happen.
+    void advance(std::chrono::nanoseconds duration);
+
+    // --- host calls ---
+    /// Called at the start of each host call, on its thread, with no lock held; false makes the call fail. An
+    /// empty function removes the hook.
+    using Hook = std::function<bool(const HostCall&)>;
+    void setHook(Hook hook);
+
+    // --- the model itself, past hooks, faults and loss ---
+    /// Everything that a parameter write can change, banks included: "test_pattern[1]",
+    /// "dp_param_value[1/5/6]", "device_unit_register_value[1/55]". Without `selectors`, what a faultless
+    /// measurement leaves as it was.
+    QMap<QString, int> parameters(bool selectors = false) const;
+    /// One of them, by the name that parameters() uses; -1 if there is none.
+    int parameter(const QString& name) const;
+    void setParameter(const QString& name, int value);
+    bool isAcquiring() const;
+    Ledger ledger() const;
+
+    // --- faults ---
+    Faults faults() const;
+    /// Takes effect at once; the uses that refusals count start anew.
+    void setFaults(const Faults& faults);
+    void lose();
+    void comeBack();
+
+    // --- CameraDevice ---
+    SxCameraInfo info() const override;
+    bool getInt(const char* name, int& value) override;
+    bool setInt(const char* name, int value) override;
+    bool canSet(const char* name, int value) override;
+    bool hasParameter(const char* name) const override;
+    QList<CxCameraParam::SxEnumItem> enumeration(const char* name) const override;
+    bool start() override;
+    bool stop() override;
+    bool waitForImage(std::chrono::milliseconds limit, DeviceImage& image) override;
+    bool isLost() const override;
+    void setLossListener(std::function<void(bool lost)> listener) override;
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace sim
+
+#endif
