@@ -123,6 +123,10 @@ public:
     /// Writes the intervals of fromUs..toUs to a CSV file behind a progress dialog; nothing in the standard mode.
     void exportToCsv(const QString& fileName, QWidget* parent, qint64 fromUs, qint64 toUs);
 
+    inline static std::atomic<quint64> lastSerial{0};
+    /// Tells this record from every other one of the process, also from a later one with the same handle.
+    const quint64 serial = ++lastSerial;
+
     VNCORE_HANDLE hCam = nullptr;
     QString cameraName;
     qint32 measMode = MeasModeDataThroughput;
