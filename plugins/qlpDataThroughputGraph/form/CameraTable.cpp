@@ -1,0 +1,310 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The camera table: one row and one record per opened camera, built anew whenever a camera opens.
+#include "DataGraphForm.h"
+
+#include <limits>
+#include <optional>
+
+#include <qcustomplot.h>
+
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QToolButton>
+
+#include <vnCore/CxCameraManager.h>
+#include <vnCore/CxCameraParameters.h>
+
+#include "../engine/CameraLineData.h"
+#include "../engine/LogLine.h"
+#include "Columns.h"
+#include "Curves.h"
+#include "Look.h"
+#include "RowCells.h"
+#include "ui_DataGraphForm.h"
+
+namespace {
+
+constexpr int rowPixels = 24;
+constexpr int rowsPerArea = 2; // of the plot layout: title and axes
+
+QTableWidgetItem* centredItem(const QString& text = {})
+{
+    auto* item = new QTableWidgetItem(text);
+    item->setTextAlignment(Qt::AlignCenter);
+    return item;
+}
+
+void setFixedRows(QTableWidget* table)
+{
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table->verticalHeader()->setDefaultSectionSize(rowPixels);
+}
+
+void setText(const QTableWidget* table, int row, int column, const QString& text)
+{
+    if (auto* item = table->item(row, column))
+        item->setText(text);
+}
+
+/// Truncated to a 32-bit integer, "-" outside its range and for what is no number.
+QString integerText(double value, const QString& suffix = {})
+{
+    using Limits = std::numeric_limits<qint32>;
+    const bool fits = value > double(Limits::min()) - 1.0 && value < double(Limits::max()) + 1.0;
+    return fits ? QString::number(static_cast<qint32>(value)) + suffix : QStringLiteral("-");
+}
+
+} // namespace
+
+void CxDataGraphForm::updateCameraList()
+{
+    ui->table->clearContents();
+    plotCheckBoxes.clear();
+    ui->tablePlotCheck->clearContents();
+    ui->tablePlotCheck->horizontalHeader()->hide();
+    ui->tablePlotCheck->verticalHeader()->hide();
+
+    const QList<VNCORE_HANDLE> opened = CxCameraManager::instance()->openedCameras();
+    ui->btnStartAll->setEnabled(!opened.isEmpty());
+    ui->table->setRowCount(opened.size());
+    switch (measMode) {
+    case MeasModeStandardAcq:
+        BuildStandardAcqTable();
+        break;
+    case MeasModeDataThroughput:
+        BuildThroughputTable();
+        break;
+    default:
+        LOG_FAILURE("CxDataGraphForm::updateCameraList", "Unknown measurement mode is selected");
+        return;
+    }
+
+    for (const VNCORE_HANDLE hCam : lineDataMap.keys()) {
+        if (!opened.contains(hCam))
+            DeleteRecord(hCam);
+    }
+    UpdateSetupButton();
+    ui->plot->show();
+    on_btnResetZoom_clicked();
+    on_resetPan_clicked();
+    if (unitCaptions)
+        updateColumnNames();
+    FixTableHeight();
+}
+
+void CxDataGraphForm::BuildStandardAcqTable()
+{
+    BuildTable(StandardColumn::texts, standardCurves);
+}
+
+void CxDataGraphForm::BuildThroughputTable()
+{
+    setFixedRows(ui->table);
+    BuildTable(ThroughputColumn::texts, throughputCurves);
+}
+
+template<class Columns, class Curves>
+void CxDataGraphForm::BuildTable(const Columns& columns, const Curves& curves)
+{
+    ui->table->setColumnCount(static_cast<int>(columns.size()));
+    int column = 0;
+    for (const ColumnText& text : columns)
+        SetCameraTableHeader(column++, tr(text.caption), *text.toolTip ? tr(text.toolTip) : QString());
+
+    ClearPlotAreas();
+    int row = 0;
+    const auto* manager = CxCameraManager::instance();
+    for (const VNCORE_HANDLE hCam : manager->openedCameras()) {
+        CxCameraParameters* parameters = manager->cameraParameters(hCam);
+        if (!parameters)
+            continue;
+        CxCameraLineData* record = RecordOf(hCam, *parameters);
+        record->measMode = measMode;
+        if (measMode == MeasModeStandardAcq)
+            FillStandardRow(row, *record, *parameters);
+        else
+            FillThroughputRow(row, *record);
+        updateCameraListRow(hCam);
+        record->plotEnabled = true;
+        AddCameraPlot(hCam, row * rowsPerArea, record->cameraName);
+        ++row;
+    }
+
+    ui->tablePlotCheck->setColumnCount(2);
+    ui->tablePlotCheck->setRowCount(static_cast<int>(curves.size()));
+    setFixedRows(ui->tablePlotCheck);
+    int curveRow = 0;
+    for (const Curve& curve : curves)
+        AddPlotCheckRow(curveRow++, curve);
+    ui->tablePlotCheck->resizeColumnsToContents();
+    ui->tablePlotCheck->resizeRowsToContents();
+}
+
+/// The camera's record, made when the camera gets its first row.
+CxCameraLineData* CxDataGraphForm::RecordOf(VNCORE_HANDLE hCam, const CxCameraParameters& parameters)
+{
+    CxCameraLineData*& record = lineDataMap[hCam];
+    if (!record) {
+        const SxCameraInfo info = parameters.cameraInfo();
+        record = new CxCameraLineData;
+        record->hCam = hCam;
+        record->samplePeriod = samplePeriod;
+        record->maxSamples = maxSamples;
+        record->cameraName =
+            info.name + QLatin1String(" (") + (info.customId.isEmpty() ? info.id : info.customId) + QLatin1Char(')');
+    }
+    return record;
+}
+
+void CxDataGraphForm::FillStandardRow(int row, CxCameraLineData& record, CxCameraParameters& parameters)
+{
+    auto* camera = new QTableWidgetItem(record.cameraName);
+    setCamera(camera, record.hCam);
+    ui->table->setItem(row, StandardColumn::Camera, camera);
+    ui->table->setItem(row, StandardColumn::Status, centredItem());
+    AddFormatComboBox(row, record.hCam, parameters);
+    AddMeasureButton(row, StandardColumn::Measure, record);
+    for (const auto& counter : StandardColumn::counters) {
+        auto* item = centredItem();
+        item->setForeground(look::text);
+        ui->table->setItem(row, counter.column, item);
+    }
+    AddGraphCell(row, record.hCam);
+}
+
+void CxDataGraphForm::FillThroughputRow(int row, CxCameraLineData& record)
+{
+    using namespace ThroughputColumn;
+    auto* camera = new QTableWidgetItem(record.cameraName);
+    setCamera(camera, record.hCam);
+    ui->table->setItem(row, Camera, camera);
+    ui->table->setItem(row, Status, centredItem());
+    AddMeasureButton(row, Measure, record);
+    for (const int column : {AvgThroughput, MinThroughput, MaxBufferLevel, BufferOverflowCount})
+        ui->table->setItem(row, column, centredItem());
+
+    auto* exportButton = ExportCell::build(record.hCam, tr("Export Data...")).button;
+    exportButton->setEnabled(!record.isMeasuring());
+    connect(exportButton, &QToolButton::clicked, this, &CxDataGraphForm::onBtnCamExportData);
+    ui->table->setCellWidget(row, ExportData, exportButton);
+
+    AddRequiredThroughputCell(row, record);
+    const qint32 bufferSize = record.readCameraBufferSize();
+    record.cameraBufferSize = bufferSize;
+    auto* size = centredItem(QString::number(bufferSize / 1000));
+    size->setFlags(size->flags() & ~Qt::ItemIsEditable);
+    ui->table->setItem(row, CameraBufferSize, size);
+    AddGraphCell(row, record.hCam);
+    AddYAxisScalingCell(row, record.hCam);
+}
+
+void CxDataGraphForm::AddMeasureButton(int row, int column, const CxCameraLineData& record)
+{
+    auto* button = MeasureCell::build(record.hCam, record.isMeasuring() ? tr("Stop") : tr("Start")).button;
+    connect(button, &QToolButton::clicked, this, &CxDataGraphForm::onBtnMeasure);
+    ui->table->setCellWidget(row, column, button);
+}
+
+void CxDataGraphForm::AddGraphCell(int row, VNCORE_HANDLE hCam)
+{
+    const auto cell = CheckBoxCell::build();
+    setCamera(cell.box, hCam);
+    connect(cell.box, &QCheckBox::clicked, this, &CxDataGraphForm::onChkCamPlotData);
+    ui->table->setCellWidget(row, graphColumn, cell.container);
+}
+
+void CxDataGraphForm::SetCameraTableHeader(int column, const QString& text, const QString& toolTip)
+{
+    auto* header = new QTableWidgetItem(text);
+    if (!toolTip.isEmpty())
+        header->setToolTip(toolTip);
+    ui->table->setHorizontalHeaderItem(column, header);
+}
+
+/// The heading takes what the rows leave, a thin scroll bar included.
+void CxDataGraphForm::FixTableHeight()
+{
+    if (measureColumn(measMode) < 0)
+        return;
+    const int rows = ui->table->rowCount();
+    const bool standard = measMode == MeasModeStandardAcq;
+    ui->table->horizontalHeader()->setFixedHeight(standard ? 20 : 26);
+    ui->table->setFixedHeight(standard ? (rows + 1) * 25 : rows * 25 + 30);
+}
+
+void CxDataGraphForm::updateCameraListRow(VNCORE_HANDLE hCam)
+{
+    const CxCameraLineData* record = lineDataMap.value(hCam);
+    if (!record)
+        return;
+    if (measureColumn(measMode) < 0) {
+        LOG_FAILURE("CxDataGraphForm::updateCameraListRow", "Unknown measurement mode is selected");
+        return;
+    }
+    const int row = rowOf(ui->table, hCam);
+    if (row < 0)
+        return;
+
+    if (auto* status = ui->table->item(row, statusColumn)) {
+        const bool hostAcquires = CxCameraManager::instance()->isCameraRunning(hCam);
+        if (auto* button = MeasureCell::at(ui->table, row, measMode).button)
+            button->setEnabled(!hostAcquires);
+        status->setText(hostAcquires ? tr("Acq") : record->isMeasuring() ? tr("Testing") : tr("Stopped"));
+    }
+
+    if (measMode == MeasModeStandardAcq) {
+        for (const auto& counter : StandardColumn::counters)
+            updateTableCounterItem(hCam, row, counter.column, counter.selector);
+    } else {
+        using namespace ThroughputColumn;
+        setText(ui->table, row, AvgThroughput, integerText(record->avgThroughput));
+        setText(ui->table, row, MinThroughput, integerText(record->minThroughput));
+        setText(ui->table, row, MaxBufferLevel, integerText(record->maxBufferLevel, QStringLiteral(" %")));
+        setText(ui->table, row, BufferOverflowCount, QString::number(record->bufferOverflowCount));
+    }
+}
+
+void CxDataGraphForm::updateTableCounterItem(VNCORE_HANDLE hCam, int row, int col, VN_COUNTER_SELECTOR sel)
+{
+    const CxCameraLineData* record = lineDataMap.value(hCam);
+    QTableWidgetItem* item = ui->table->item(row, col);
+    if (!record || !item)
+        return;
+    const bool supported = record->isCounterSupported(sel);
+    item->setText(supported ? QString::number(static_cast<quint32>(record->counterValue(sel))) : QStringLiteral("-"));
+    item->setForeground(supported ? look::text : look::disabledText);
+    item->setFlags(Qt::NoItemFlags);
+}
+
+void CxDataGraphForm::updateTableItem(int row, int col, QString val)
+{
+    setText(ui->table, row, col, val);
+}
+
+void CxDataGraphForm::updateColumnNames()
+{
+    unitCaptions = true;
+    if (measMode == MeasModeDataThroughput) {
+        for (const auto& [column, caption, unit] : ThroughputColumn::unitCaptions) {
+            if (auto* header = ui->table->horizontalHeaderItem(column))
+                header->setText(*unit ? QStringLiteral("%1 [%2]").arg(tr(caption), QLatin1String(unit))
+                                      : tr(caption));
+        }
+    }
+    ui->table->resizeColumnsToContents();
+}
+
+void CxDataGraphForm::removeCameraListRow(VNCORE_HANDLE hCam)
+{
+    if (!lineDataMap.contains(hCam))
+        return;
+    DeleteRecord(hCam);
+    const int row = rowOf(ui->table, hCam);
+    if (row >= 0)
+        ui->table->removeRow(row);
+    RemovePlotArea(hCam);
+    ui->btnStartAll->setEnabled(!CxCameraManager::instance()->openedCameras().isEmpty());
+    UpdateSetupButton();
+    FixTableHeight();
+    ShowPlotIfWanted();
+    ReplotPlot();
+}

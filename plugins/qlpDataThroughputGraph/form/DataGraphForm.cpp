@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The form's shell: construction, connections to the host, settings, destruction.
+#include "DataGraphForm.h"
+
+#include <algorithm>
+
+#include <qcustomplot.h>
+
+#include <QtCore/QSettings>
+
+#include <vnCore/CxCameraManager.h>
+#include <vnCore/IxAppDelegate.h>
+
+#include "../engine/CameraLineData.h"
+#include "../engine/MeasurementClock.h"
+#include "Look.h"
+#include "ui_DataGraphForm.h"
+
+namespace {
+
+constexpr int refreshPeriodMs = 1000;
+constexpr int plotAreaSpacing = 1; // pixels between a title and its axes
+
+// Keys of the settings; all values are integers.
+constexpr QLatin1String samplePeriodKey("DTGTSamplePeriod");
+constexpr QLatin1String maxSamplesKey("DTGTMaxSamples");
+constexpr QLatin1String exportTypeKey("DTGTExportType");
+constexpr QLatin1String measModeKey("DTGTMeasMode");
+constexpr QLatin1String liveGraphKey("DTGTLiveGraph");
+
+} // namespace
+
+CxDataGraphForm::CxDataGraphForm(QWidget* parent)
+    : QWidget(parent), ui(std::make_unique<Ui::CxDataGraphForm>()), referenceTime(measurementClockUs())
+{
+    ui->setupUi(this);
+    timeAxisMargins = new QCPMarginGroup(ui->plot);
+
+    IxAppDelegate::instance()->registerPlot(ui->plot);
+    SetLook();
+    ui->plot->setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);
+    ui->plot->setNoAntialiasingOnDrag(true);
+    ui->plot->installEventFilter(this);
+    ui->table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    ui->table->setFocusPolicy(Qt::NoFocus);
+    ui->table->setSelectionMode(QAbstractItemView::NoSelection);
+    ui->btnExport->addSupportedExportType(ExportToClipboard);
+    ui->btnExport->addSupportedExportType(ExportToFile);
+    ui->btnExport->setExportType(ExportToClipboard);
+
+    updateCameraList();
+    ConnectHost();
+    refreshTimer.start(refreshPeriodMs);
+}
+
+CxDataGraphForm::~CxDataGraphForm()
+{
+    for (const VNCORE_HANDLE hCam : lineDataMap.keys())
+        DeleteRecord(hCam);
+}
+
+/// After the host's look: what is drawn here is white, so its ground is dark in every host.
+void CxDataGraphForm::SetLook()
+{
+    ui->plot->setBackground(look::background);
+    ui->plot->plotLayout()->setRowSpacing(plotAreaSpacing);
+    for (QTableWidget* table : {ui->table, ui->tablePlotCheck})
+        look::makeDark(table);
+    ui->table->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // its height always fits its rows
+    ui->table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+}
+
+void CxDataGraphForm::ConnectHost()
+{
+    const auto* cameras = CxCameraManager::instance();
+    connect(ui->btnExport, &CxExportToolButton::exportClicked, this, &CxDataGraphForm::onBtnExport);
+    connect(cameras, &CxCameraManager::cameraOpened, this, &CxDataGraphForm::updateCameraList);
+    connect(cameras, &CxCameraManager::cameraClosed, this, &CxDataGraphForm::removeCameraListRow);
+    connect(cameras, &CxCameraManager::acquisitionStarted, this, &CxDataGraphForm::updateCameraListRow);
+    connect(cameras, &CxCameraManager::acquisitionFinished, this, &CxDataGraphForm::updateCameraListRow);
+    connect(cameras, &CxCameraManager::imageFormatChanged, this, &CxDataGraphForm::onComboboxFormatChangedExt);
+    connect(&refreshTimer, &QTimer::timeout, this, &CxDataGraphForm::timerSignal);
+}
+
+void CxDataGraphForm::loadSettings(QSettings& settings)
+{
+    const auto load = [&settings](QLatin1String key, int fallback) { return settings.value(key, fallback).toInt(); };
+
+    samplePeriod = load(samplePeriodKey, samplePeriod);
+    maxSamples = load(maxSamplesKey, maxSamples);
+    ui->btnExport->setExportType(static_cast<ExExportType>(load(exportTypeKey, ui->btnExport->exportType())));
+    measMode = load(measModeKey, MeasModeDataThroughput);
+    ui->checkBoxLiveGraph->setChecked(load(liveGraphKey, 1) != 0);
+
+    for (CxCameraLineData* record : qAsConst(lineDataMap)) {
+        record->samplePeriod = samplePeriod;
+        record->maxSamples = maxSamples;
+    }
+    updateCameraList();
+    updateColumnNames();
+}
+
+void CxDataGraphForm::saveSettings(QSettings& settings) const
+{
+    settings.setValue(samplePeriodKey, samplePeriod);
+    settings.setValue(maxSamplesKey, maxSamples);
+    settings.setValue(exportTypeKey, static_cast<int>(ui->btnExport->exportType()));
+    settings.setValue(measModeKey, measMode);
+    settings.setValue(liveGraphKey, ui->checkBoxLiveGraph->isChecked() ? 1 : 0);
+}
+
+/// Stops the camera's measurement, if there is one: the camera has its former parameters when the record goes.
+void CxDataGraphForm::DeleteRecord(VNCORE_HANDLE hCam)
+{
+    std::unique_ptr<CxCameraLineData> record(lineDataMap.value(hCam));
+    record->stopMeasurement();
+    lineDataMap.remove(hCam);
+}
+
+CxCameraLineData* CxDataGraphForm::FindRecord(const CameraKey& camera) const
+{
+    CxCameraLineData* record = lineDataMap.value(camera.hCam);
+    return record && record->serial == camera.serial ? record : nullptr;
+}
+
+bool CxDataGraphForm::IsAnyMeasuring() const
+{
+    return std::any_of(lineDataMap.cbegin(), lineDataMap.cend(),
+                       [](const CxCameraLineData* record) { return record->isMeasuring(); });
+}
+
+void CxDataGraphForm::ReplotPlot()
+{
+    replotPending = !ui->plot->isVisible() || window()->isMinimized();
+    if (!replotPending)
+        ui->plot->replot(QCustomPlot::rpRefreshHint);
+}
+
+bool CxDataGraphForm::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == ui->plot && event->type() == QEvent::Show && replotPending) {
+        replotPending = false;
+        ui->plot->replot(QCustomPlot::rpQueuedReplot);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+// The dialog and its effects come with the dialog.
+void CxDataGraphForm::on_btnSetup_clicked() {}
+
+// Needs QCustomPlot's declarations, which the form's header leaves out.
+#include "moc_DataGraphForm.cpp"

@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The tool's one widget: the camera table, the plots and the buttons beside them. One .cpp per topic, in the order of
+// the sections below. It drives the records of the engine and reaches the host only through its public headers.
+#ifndef KESTROVA_DATAGRAPHFORM_H
+#define KESTROVA_DATAGRAPHFORM_H
+
+#include <array>
+#include <memory>
+#include <vector>
+
+#include <QtCore/QList>
+#include <QtCore/QMap>
+#include <QtCore/QMutex>
+#include <QtCore/QTimer>
+#include <QtWidgets/QWidget>
+
+#include <vnCore/vnTypes.h>
+
+class CxCameraLineData;
+class CxCameraParameters;
+class QCheckBox;
+class QCPAxis;
+class QCPAxisRect;
+class QCPGraph;
+class QCPMarginGroup;
+class QCPRange;
+class QSettings;
+struct Curve;
+namespace Ui {
+class CxDataGraphForm;
+}
+
+/// Owns one record per opened camera and stops its measurement before it deletes it. User interface thread only.
+///
+/// Cameras come and go whenever events are processed. So nothing of a camera (record, row, widget) is kept as a
+/// pointer: rows, cells and plot areas carry the camera's handle and are searched for, and whoever has processed
+/// events finds the record again by handle and serial.
+class CxDataGraphForm : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CxDataGraphForm(QWidget* parent = nullptr);
+    ~CxDataGraphForm() override;
+
+    /// Both are called inside the plug-in's settings group.
+    void loadSettings(QSettings& settings);
+    void saveSettings(QSettings& settings) const;
+
+public Q_SLOTS:
+    void updateCameraList();
+    void updateCameraListRow(VNCORE_HANDLE hCam);
+    void removeCameraListRow(VNCORE_HANDLE hCam);
+    void updateTableItem(int row, int col, QString val);
+    void updateTableCounterItem(VNCORE_HANDLE hCam, int row, int col, VN_COUNTER_SELECTOR sel);
+
+private Q_SLOTS:
+    void updateGraph();
+    void timerSignal();
+    void updateColumnNames();
+    void onComboboxFormatChanged(int newSel);
+    void onComboboxFormatChangedExt(VNCORE_HANDLE hCam);
+    void onBtnMeasure();
+    void onBtnCamExportData();
+    void onChkCamPlotData(bool state);
+    void onChkCamAutoTransport(bool state);
+    void onEditCamTransportChanged(QString text);
+    void onChkCamAutoVertAxis(bool state);
+    void onEditVertScaleMinChanged(QString text);
+    void onEditVertScaleMaxChanged(QString text);
+    void onBtnExport(int iExportType);
+    void on_btnSetup_clicked();
+    void on_btnResetZoom_clicked();
+    void on_resetPan_clicked();
+    void on_refreshGraph_clicked();
+    void on_btnStartAll_clicked();
+    void on_plotChangeZoom(QCPRange range);
+
+protected:
+    /// Makes up for the replot that was left out while the plot could not be seen.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    /// A record that may be gone when it is looked for.
+    struct CameraKey
+    {
+        VNCORE_HANDLE hCam;
+        quint64 serial;
+    };
+
+    // --- shell (DataGraphForm.cpp) ---
+    void SetLook();
+    void ConnectHost();
+    void DeleteRecord(VNCORE_HANDLE hCam);
+    CxCameraLineData* FindRecord(const CameraKey& camera) const;
+    bool IsAnyMeasuring() const;
+    void ReplotPlot();
+
+    // --- camera table (CameraTable.cpp) ---
+    void BuildStandardAcqTable();
+    void BuildThroughputTable();
+    /// What both builds share.
+    template<class Columns, class Curves>
+    void BuildTable(const Columns& columns, const Curves& curves);
+    CxCameraLineData* RecordOf(VNCORE_HANDLE hCam, const CxCameraParameters& parameters);
+    void FillStandardRow(int row, CxCameraLineData& record, CxCameraParameters& parameters);
+    void FillThroughputRow(int row, CxCameraLineData& record);
+    void AddMeasureButton(int row, int column, const CxCameraLineData& record);
+    void AddGraphCell(int row, VNCORE_HANDLE hCam);
+    void SetCameraTableHeader(int column, const QString& text, const QString& toolTip);
+    void FixTableHeight();
+
+    // --- row editors (RowEditors.cpp) ---
+    void AddFormatComboBox(int row, VNCORE_HANDLE hCam, CxCameraParameters& parameters);
+    void AddRequiredThroughputCell(int row, CxCameraLineData& record);
+    void AddYAxisScalingCell(int row, VNCORE_HANDLE hCam);
+    QCPAxis* EditedValueAxis() const;
+
+    // --- measurement control (MeasurementControl.cpp) ---
+    void StartAll(const std::vector<CameraKey>& cameras);
+    void RollBackStartAll(const std::vector<CameraKey>& cameras);
+    void StopAll(const std::vector<CameraKey>& cameras);
+    std::vector<CameraKey> OpenedCameras() const;
+    bool StartCamera(CxCameraLineData& record);
+    bool ReportFailedStart(const QString& cameraName);
+    void UpdateMeasureButtonText(VNCORE_HANDLE hCam, const QString& text);
+    void UpdateMeasureControls(VNCORE_HANDLE hCam, bool measuring);
+    void UpdateSetupButton();
+    void RefreshRequiredThroughput(VNCORE_HANDLE hCam);
+
+    // --- plot construction (PlotConstruction.cpp) ---
+    bool AddCameraPlot(VNCORE_HANDLE hCam, int layoutRow, const QString& title);
+    void ConfigurePlotAxis(QCPAxisRect* axisRect, int axisType, double lower, double upper, const QString& label);
+    QCPGraph* AddStandardAcqPlot(VNCORE_HANDLE hCam, const QString& curveName, VN_COUNTER_SELECTOR counterSelector,
+                                 const QColor& colour);
+    QCPGraph* AddThrougputPlot(VNCORE_HANDLE hCam, const QString& curveName, const QColor& colour);
+    QCPAxisRect* FindCameraAxisRect(VNCORE_HANDLE hCam) const;
+    bool IsPlotChecked(const QString& curveName) const;
+    void AutoScaleVertAxis(VNCORE_HANDLE hCam, QCPAxisRect* axisRect);
+    void AddPlotCheckRow(int row, const Curve& curve);
+    void ClearPlotAreas();
+    void RemovePlotArea(VNCORE_HANDLE hCam);
+
+    // --- refresh and zoom (GraphRefresh.cpp) ---
+    void RefreshStatistics();
+    void UpdateReferenceTime();
+    void UpdateThroughputGraph();
+    void UpdateStandardGraph();
+    void ScaleCounterAxis(const std::array<QCPGraph*, 5>& graphs, QCPAxisRect* axisRect);
+    void SetTimeAxes(double lower, double upper);
+    /// The visible range in microseconds.
+    qint64 VisibleFromUs() const;
+    qint64 VisibleToUs() const;
+    double MinKeySpacing(const QCPRange& range) const;
+    void ShowPlotIfWanted();
+
+    std::unique_ptr<Ui::CxDataGraphForm> ui;
+
+public:
+    QMap<VNCORE_HANDLE, CxCameraLineData*> lineDataMap; ///< owned
+    QList<QCheckBox*> plotCheckBoxes;                   ///< of the plot selection table, which owns them
+    int measMode = 0;                                   ///< ExMeasMode
+    int samplePeriod = 1024;                            ///< bytes, handed to every start
+    int maxSamples = 10000000;                          ///< samples per camera, handed to every start
+    QTimer refreshTimer;                                ///< its interval is the refresh period
+    double timeRangeLower = -20.0;                      ///< seconds relative to referenceTime, of all time axes
+    double timeRangeUpper = 0.0;
+    qint64 referenceTime; ///< "now" of the time axes: measurementClockUs() while anything measures
+
+private:
+    /// Held while curves and plot areas are rebuilt. Not recursive: nothing called under it may call updateGraph(),
+    /// onChkCamPlotData() or process events.
+    QMutex plotMutex;
+
+    QCPMarginGroup* timeAxisMargins; ///< lines up the time axes of all areas; the plot owns it
+    bool unitCaptions = false;       ///< updateColumnNames() has been asked for: rebuilds keep the units
+    bool replotPending = false;      ///< the plot could not be seen when it should have been replotted
+};
+
+#endif

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Look.h"
+
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QTableWidget>
+
+namespace {
+
+constexpr auto headingSheet = "QHeaderView { background: %1; border: none; }"
+                              "QHeaderView::section { background: %1; color: white; border: none;"
+                              " border-right: 1px solid %2; padding: 0px 4px; }";
+constexpr auto scrollBarSheet = "QScrollBar { background: %1; border: none; }"
+                                "QScrollBar:horizontal { height: 5px; } QScrollBar:vertical { width: 5px; }"
+                                "QScrollBar::handle { background: #8a9099; min-width: 30px; min-height: 15px; }"
+                                "QScrollBar::add-line, QScrollBar::sub-line { width: 0px; height: 0px; }";
+constexpr int headingPixels = 11; ///< two lines must fit beside one row
+
+QPalette darkPalette()
+{
+    const QColor button(52, 56, 62);
+    QPalette palette(button, look::background);
+    palette.setColor(QPalette::Base, look::background);
+    palette.setColor(QPalette::AlternateBase, look::heading);
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText, QPalette::BrightText}) {
+        palette.setColor(role, look::text);
+        palette.setColor(QPalette::Disabled, role, look::disabledText);
+    }
+    return palette;
+}
+
+} // namespace
+
+void look::makeDark(QTableWidget* table)
+{
+    table->setPalette(darkPalette());
+    table->setFrameShape(QFrame::NoFrame);
+    table->setCornerButtonEnabled(false);
+    table->setStyleSheet(QStringLiteral("QTableView { gridline-color: %1; } QTableCornerButton::section {"
+                                        " background: %2; border: none; }")
+                             .arg(grid.name(), heading.name()));
+    for (QHeaderView* header : {table->horizontalHeader(), table->verticalHeader()}) {
+        header->setStyleSheet(QString(QLatin1String(headingSheet)).arg(heading.name(), grid.name()));
+        QFont font = header->font();
+        font.setPixelSize(headingPixels);
+        header->setFont(font);
+    }
+    for (QScrollBar* bar : {table->horizontalScrollBar(), table->verticalScrollBar()})
+        bar->setStyleSheet(QString(QLatin1String(scrollBarSheet)).arg(background.name()));
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Near black tables and plot, whatever the host looks like: axes, titles and counter texts are white.
+#ifndef KESTROVA_LOOK_H
+#define KESTROVA_LOOK_H
+
+#include <QtGui/QColor>
+
+class QTableWidget;
+
+namespace look {
+
+const QColor background(16, 18, 21);
+const QColor heading(34, 37, 42);
+const QColor grid(58, 62, 68);
+const QColor text(Qt::white);
+const QColor disabledText(128, 128, 128);
+
+/// Dark colours, a flat heading and thin scroll bars, so that a table of one row shows its row whole.
+void makeDark(QTableWidget* table);
+
+} // namespace look
+
+#endif

@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Building the plot: one title and one axis rect per plotted camera, their axes, the curves, and the small table that
+// switches curves on and off and is their legend.
+#include "DataGraphForm.h"
+
+#include <algorithm>
+
+#include <qcustomplot.h>
+
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QLineEdit>
+
+#include "../engine/CameraLineData.h"
+#include "../engine/LogLine.h"
+#include "Curves.h"
+#include "Look.h"
+#include "Numbers.h"
+#include "RowCells.h"
+#include "ui_DataGraphForm.h"
+
+namespace {
+
+constexpr auto plotNameProperty = "plotName";
+constexpr int levelAlpha = 150; // the area under the buffer level is translucent
+constexpr int axisFontPoints = 8;
+
+QPen curvePen(const QColor& colour)
+{
+    return QPen(QBrush(colour), 1.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
+}
+
+} // namespace
+
+bool CxDataGraphForm::AddCameraPlot(VNCORE_HANDLE hCam, int layoutRow, const QString& title)
+{
+    auto* axisRect = new (std::nothrow) QCPAxisRect(ui->plot);
+    if (!axisRect) {
+        LOG_FAILURE("CxDataGraphForm::AddCameraPlot", "Failed to allocate axis rectangle area");
+        return false;
+    }
+    auto* heading = new QCPTextElement(ui->plot);
+    heading->setText(title);
+    heading->setFont(QFont(QStringLiteral("sans"), 8, QFont::Bold));
+    heading->setTextColor(look::text);
+    ui->plot->plotLayout()->addElement(layoutRow, 0, heading);
+
+    setCamera(axisRect, hCam);
+    axisRect->setMarginGroup(QCP::msLeft | QCP::msRight, timeAxisMargins);
+    axisRect->setRangeZoom(Qt::Horizontal);
+    ConfigurePlotAxis(axisRect, QCPAxis::atBottom, timeRangeLower, timeRangeUpper, {});
+    if (measMode == MeasModeStandardAcq) {
+        ConfigurePlotAxis(axisRect, QCPAxis::atLeft, -0.1, 1.0, tr("Counter value"));
+    } else {
+        ConfigurePlotAxis(axisRect, QCPAxis::atLeft, 0.0, 1000.0, tr("Avg. rate [MB/s]"));
+        ConfigurePlotAxis(axisRect, QCPAxis::atRight, -10.0, 110.0, tr("Buffer filled [%]"));
+    }
+    ui->plot->plotLayout()->addElement(layoutRow + 1, 0, axisRect);
+    AutoScaleVertAxis(hCam, axisRect);
+    return true;
+}
+
+/// `axisType` is a QCPAxis::AxisType.
+void CxDataGraphForm::ConfigurePlotAxis(QCPAxisRect* axisRect, int axisType, double lower, double upper,
+                                        const QString& label)
+{
+    QCPAxis* axis = axisRect->axis(static_cast<QCPAxis::AxisType>(axisType));
+    axis->setRange(lower, upper);
+    if (!label.isEmpty())
+        axis->setLabel(label);
+    axis->setTickLabelColor(look::text);
+    axis->setLabelColor(look::text);
+    axis->setBasePen(QPen(look::text));
+    axis->setTickPen(QPen(look::text));
+    axis->setSubTickPen(QPen(look::text));
+    axis->grid()->setPen(QPen(look::grid, 0, Qt::DotLine));
+    axis->grid()->setZeroLinePen(QPen(look::grid, 0, Qt::SolidLine));
+    QFont font = axis->labelFont();
+    font.setPointSize(axisFontPoints);
+    axis->setLabelFont(font);
+    axis->setTickLabelFont(font);
+    axis->setVisible(true);
+    if (axisType != QCPAxis::atBottom)
+        return;
+
+    if (auto* ticker = new (std::nothrow) QCPAxisTickerTime) {
+        ticker->setTimeFormat(QStringLiteral("%m:%s.%z"));
+        axis->setTicker(QSharedPointer<QCPAxisTicker>(ticker));
+    } else {
+        LOG_FAILURE("CxDataGraphForm::ConfigurePlotAxis", "Failed to allocate QCPAxisTickerTime for time axis");
+    }
+    connect(axis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this, &CxDataGraphForm::on_plotChangeZoom);
+    axisRect->setRangeDragAxes(axis, nullptr);
+    axisRect->setRangeZoomAxes(axis, nullptr);
+}
+
+QCPGraph* CxDataGraphForm::AddStandardAcqPlot(VNCORE_HANDLE hCam, const QString& curveName,
+                                              VN_COUNTER_SELECTOR counterSelector, const QColor& colour)
+{
+    const QCPAxisRect* axisRect = FindCameraAxisRect(hCam);
+    if (!lineDataMap.value(hCam)->isCounterSupported(counterSelector))
+        return nullptr;
+    QCPGraph* graph = ui->plot->addGraph(axisRect->axis(QCPAxis::atBottom), axisRect->axis(QCPAxis::atLeft));
+    if (!graph) {
+        LOG_FAILURE("CxDataGraphForm::AddStandardAcqPlot", "Failed to allocate plot");
+        return nullptr;
+    }
+    graph->setPen(curvePen(colour));
+    graph->setName(curveName);
+    return graph;
+}
+
+QCPGraph* CxDataGraphForm::AddThrougputPlot(VNCORE_HANDLE hCam, const QString& curveName, const QColor& colour)
+{
+    const QCPAxisRect* axisRect = FindCameraAxisRect(hCam);
+    QCPAxis* time = axisRect->axis(QCPAxis::atBottom);
+    QCPGraph* graph = nullptr;
+    if (curveName == QLatin1String(minThroughputCurve.name)) {
+        graph = ui->plot->addGraph(time, axisRect->axis(QCPAxis::atLeft));
+        if (!graph) {
+            LOG_FAILURE("CxDataGraphForm::AddThrougputPlot", "Failed to allocate min throughput plot");
+            return nullptr;
+        }
+        graph->setPen(curvePen(colour));
+    } else if (curveName == QLatin1String(bufferLevelCurve.name)) {
+        graph = ui->plot->addGraph(time, axisRect->axis(QCPAxis::atRight));
+        if (!graph) {
+            LOG_FAILURE("CxDataGraphForm::AddThrougputPlot", "Failed to allocate buffer fill plot");
+            return nullptr;
+        }
+        QColor translucent = colour;
+        translucent.setAlpha(levelAlpha);
+        graph->setPen(curvePen(translucent));
+        graph->setBrush(QBrush(translucent));
+    } else {
+        LOG_FAILURE("CxDataGraphForm::AddThrougputPlot", "Unknown througput plot");
+        return nullptr;
+    }
+    graph->setName(curveName);
+    return graph;
+}
+
+QCPAxisRect* CxDataGraphForm::FindCameraAxisRect(VNCORE_HANDLE hCam) const
+{
+    const auto rects = ui->plot->axisRects();
+    const auto found = std::find_if(rects.cbegin(), rects.cend(),
+                                    [hCam](const QCPAxisRect* rect) { return cameraOf(rect) == hCam; });
+    return found != rects.cend() ? *found : nullptr;
+}
+
+bool CxDataGraphForm::IsPlotChecked(const QString& curveName) const
+{
+    const auto found = std::find_if(plotCheckBoxes.cbegin(), plotCheckBoxes.cend(), [&](const QCheckBox* box) {
+        return box->property(plotNameProperty).toString() == curveName;
+    });
+    return found != plotCheckBoxes.cend() && (*found)->isChecked();
+}
+
+void CxDataGraphForm::AutoScaleVertAxis(VNCORE_HANDLE hCam, QCPAxisRect* axisRect)
+{
+    if (measMode != MeasModeDataThroughput)
+        return;
+    const auto cell = cellOf<YAxisScalingCell>(ui->table, hCam);
+    if (!cell.automatic || !cell.automatic->isChecked())
+        return;
+    QCPAxis* axis = axisRect->axis(QCPAxis::atLeft);
+    axis->rescale();
+    const QCPRange range = axis->range(); // the edit boxes' handlers change the axis
+    cell.minimum->setText(QString::number(truncated<qint32>(range.lower)));
+    cell.maximum->setText(QString::number(truncated<qint32>(range.upper)));
+}
+
+void CxDataGraphForm::AddPlotCheckRow(int row, const Curve& curve)
+{
+    const auto cell = CheckBoxCell::build();
+    cell.box->setProperty(plotNameProperty, QString(QLatin1String(curve.name)));
+    plotCheckBoxes.append(cell.box);
+    ui->tablePlotCheck->setCellWidget(row, 0, cell.container);
+
+    auto* item = new QTableWidgetItem(QLatin1String(curve.name));
+    item->setTextAlignment(Qt::AlignCenter);
+    item->setForeground(QColor(curve.colour));
+    item->setToolTip(tr(curve.toolTip));
+    ui->tablePlotCheck->setItem(row, 1, item);
+}
+
+/// Curves go before the axes that they refer to.
+void CxDataGraphForm::ClearPlotAreas()
+{
+    ui->plot->clearGraphs();
+    ui->plot->plotLayout()->clear();
+    ui->plot->plotLayout()->simplify();
+}
+
+/// Takes one camera's area out; the others keep order and ranges.
+void CxDataGraphForm::RemovePlotArea(VNCORE_HANDLE hCam)
+{
+    QCPAxisRect* axisRect = FindCameraAxisRect(hCam);
+    if (!axisRect)
+        return;
+    for (QCPGraph* graph : axisRect->graphs())
+        ui->plot->removeGraph(graph);
+    QCPLayoutGrid* layout = ui->plot->plotLayout();
+    for (int row = 1; row < layout->rowCount(); ++row) {
+        if (layout->element(row, 0) == axisRect) {
+            layout->remove(layout->element(row - 1, 0));
+            layout->remove(axisRect);
+            break;
+        }
+    }
+    layout->simplify();
+}
