@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DataThroughputGraphPlugin.h"
+
+#include <QtCore/QSettings>
+
+#include <vnCore/IxAppDelegate.h>
+#include <vnCore/vnApi.h>
+
+#include "form/DataGraphForm.h"
+
+namespace {
+
+constexpr QLatin1String settingsGroup("DataThroughputGraphPlugin");
+constexpr int dockArea = 8;          // bottom
+constexpr int allowedDockAreas = 12; // top and bottom
+
+} // namespace
+
+bool CxDataThroughputGraphPlugin::init()
+{
+    IxAppDelegate* host = IxAppDelegate::instance();
+    if (!host)
+        return false;
+    form = new CxDataGraphForm; // the host's from the next line on
+    host->addPluginWidget(form, dockArea, allowedDockAreas, false);
+    return true;
+}
+
+void CxDataThroughputGraphPlugin::loadSettings(QSettings& settings)
+{
+    settings.beginGroup(settingsGroup);
+    if (form)
+        form->loadSettings(settings);
+    settings.endGroup();
+}
+
+void CxDataThroughputGraphPlugin::saveSettings(QSettings& settings)
+{
+    settings.beginGroup(settingsGroup);
+    if (form)
+        form->saveSettings(settings);
+    settings.endGroup();
+}
+
+QString CxDataThroughputGraphPlugin::name()
+{
+    return tr("Data Throughput Graph Tool");
+}
+
+QString CxDataThroughputGraphPlugin::author()
+{
+    return QStringLiteral("Kestrova Imaging");
+}
+
+QString CxDataThroughputGraphPlugin::description()
+{
+    return tr("Measures the available bandwidth during time and shows results in graph.");
+}
+
+void CxDataThroughputGraphPlugin::coreVersion(int& major, int& minor, int& revision)
+{
+    vnCoreVersion(major, minor, revision);
+}
+
+QString CxDataThroughputGraphPlugin::website()
+{
+    return QStringLiteral("https://kestrova.example");
+}
