@@ -8,6 +8,7 @@
 #include <cfloat>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <QtCore/QMutex>
@@ -15,6 +16,7 @@
 
 #include <vnCore/vnTypes.h>
 
+#include "CsvReportWriter.h"
 #include "RunTotals.h"
 
 class CxAcquisitionThread;
@@ -22,7 +24,8 @@ class QCPGraph;
 class QCPRange;
 class QWidget;
 
-enum ExMeasMode : qint32 {
+enum ExMeasMode : qint32
+{
     MeasModeDataThroughput = 0, ///< transport data with time stamps of the camera's counter pattern
     MeasModeStandardAcq = 1,    ///< normal images and the camera's frame counters
 };
@@ -60,6 +63,13 @@ struct CounterKind
     QString name;
 };
 
+/// The ends of a standard acquisition run, whatever its list still keeps; absent before the first frame.
+struct RunCounters
+{
+    std::optional<CounterSample> first;
+    std::optional<CounterSample> last;
+};
+
 /// One camera's record. The user interface thread owns and drives it; while a measurement runs, its one worker
 /// thread appends samples. The settings and results are fields, as the form and its table work on them directly.
 class CxCameraLineData
@@ -73,8 +83,8 @@ public:
     // --- record (CameraLineData.cpp) ---
     /// Forgets all samples; settings stay. Only while no measurement runs.
     void clearData();
-    /// Makes the work arrays hold `count` elements each; nothing in the standard mode. False, and logged, without
-    /// memory.
+    /// Makes the work arrays hold `count` elements each (there is always room for workArrayRoom()); nothing in the
+    /// standard mode. False, and logged, without memory. With the mutex held while a measurement runs.
     bool AlloCateBuffers(quint32 count);
     bool isMeasuring() const;
     /// Whether frames (throughput mode) are kept.
@@ -85,6 +95,7 @@ public:
     RunTotals runTotals() const;
     /// Totals since the last call or the measurement's start; consecutive ones add up to runTotals().
     RunTotals takeIntervalTotals();
+    RunCounters runCounters() const;
 
     // --- camera preparation and restore (CameraPreparation.cpp), user interface thread ---
     /// Prepares the camera, starts its acquisition and the worker. `period` in bytes (at least 8), `capacity` in
@@ -93,7 +104,9 @@ public:
     /// Joins the worker (up to one image wait), stops the acquisition, restores the camera. False if there is nothing
     /// to stop.
     bool stopMeasurement();
+    /// Saves and changes the camera's parameters for `measMode`; on false the caller restores.
     bool setupCameraParameters();
+    /// Writes back what was saved, for the mode that was set up last.
     void restoreCameraParameters();
     /// Takes `requiredThroughput` from the camera, if it knows one.
     void readDefaultAvgTransportSpeed();
@@ -121,7 +134,7 @@ public:
 
     // --- report (CsvReport.cpp), user interface thread ---
     /// Writes the intervals of fromUs..toUs to a CSV file behind a progress dialog; nothing in the standard mode.
-    void exportToCsv(const QString& fileName, QWidget* parent, qint64 fromUs, qint64 toUs);
+    CsvReportResult exportToCsv(const QString& fileName, QWidget* parent, qint64 fromUs, qint64 toUs);
 
     inline static std::atomic<quint64> lastSerial{0};
     /// Tells this record from every other one of the process, also from a later one with the same handle.
@@ -136,15 +149,15 @@ public:
     std::deque<std::unique_ptr<CounterSample>> counterSampleList;
 
     std::vector<std::unique_ptr<CounterKind>> counterList;
-    qint32 samplePeriod = 4096;             ///< bytes
-    qint32 maxSamples = 3000000;            ///< capacity, samples
+    qint32 samplePeriod = 4096;              ///< bytes
+    qint32 maxSamples = 3000000;             ///< capacity, samples
     std::atomic<qint32> cameraBufferSize{0}; ///< bytes
     bool plotEnabled = true;
 
     // Work arrays of the statistics, sized together; used only under `mutex`.
-    std::unique_ptr<double[]> linkSpeeds;            ///< MB/s
-    std::unique_ptr<double[]> bufferDeltas;          ///< bytes
-    std::unique_ptr<quint64[]> blockTimeOffsets;     ///< microseconds
+    std::unique_ptr<double[]> linkSpeeds;        ///< MB/s
+    std::unique_ptr<double[]> bufferDeltas;      ///< bytes
+    std::unique_ptr<quint64[]> blockTimeOffsets; ///< microseconds
 
     std::atomic<qint32> requiredThroughput{0}; ///< MB/s
     bool autoRequiredThroughput = true;
@@ -171,8 +184,8 @@ public:
     bool deviceRegisterChanged = false;
 
     // Results of calculateStats().
-    double avgThroughput = 0.0; ///< MB/s
-    double minThroughput = 0.0; ///< MB/s
+    double avgThroughput = 0.0;  ///< MB/s
+    double minThroughput = 0.0;  ///< MB/s
     double maxBufferLevel = 0.0; ///< percent
     quint64 bufferOverflowCount = 0;
 
@@ -180,8 +193,34 @@ public:
     /// no signal is emitted.
     mutable QMutex mutex;
     bool measuring = false;
+    /// Tells the loop to end. Whoever sets it ends the measurement: the user interface thread by joining, or a worker
+    /// that is out of memory.
     std::atomic<bool> stopRequested{false};
     std::unique_ptr<CxAcquisitionThread> thread;
+
+private:
+    // CameraLineData.cpp
+    bool resizeWorkArrays(quint32 count);
+    quint64 workArrayRoom() const;
+    template<typename Record>
+    static std::vector<std::unique_ptr<Record>> trimLocked(std::deque<std::unique_ptr<Record>>& list, quint64 limit);
+
+    // CameraPreparation.cpp
+    bool setupDataThroughput();
+    bool setupStandardAcq();
+    bool switchFrameBufferOff();
+    void finishMeasurementLocked();
+
+    // MeasureLoops.cpp
+    qint64 beginLoop();
+    bool waitForImage(VN_IMG& image, const char* where);
+    std::unique_ptr<FrameRecord> makeFrameRecord(const VN_IMG& image, quint64 blockCount, qint64 timestampUs) const;
+    void updateFrameTimeLocked(double timeUs);
+    void endForLackOfMemory();
+
+    std::optional<qint32> preparedMode; ///< what setupCameraParameters() was called for and is not yet restored
+    RunTotalsCounter totals;            ///< guarded by `mutex`
+    RunCounters countersOfRun;          ///< guarded by `mutex`
 };
 
 #endif

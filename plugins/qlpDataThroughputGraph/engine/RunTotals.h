@@ -8,17 +8,33 @@
 
 #include <QtCore/QtGlobal>
 
+struct FrameRecord;
+
+/// What one frame of the throughput mode adds to the totals.
+struct FrameFigures
+{
+    quint64 blocks = 0;
+    std::optional<double> throughput;     ///< MB/s; none if the frame took no time
+    std::optional<double> minThroughput;  ///< MB/s, slowest block interval
+    std::optional<double> maxBufferLevel; ///< percent; none without an interval or a buffer
+    bool overflow = false;                ///< the camera's buffer would have overflowed
+};
+
+/// Evaluates a frame that nobody else sees yet, so without a lock.
+FrameFigures evaluateFrame(const FrameRecord& frame, quint32 period, qint32 required, qint32 bufferSize);
+
 /// Sums over frames. Figures that no frame has given yet are absent, never 0.
 struct RunTotals
 {
     quint64 frames = 0;        ///< frames kept or skipped
     quint64 skippedFrames = 0; ///< of these, frames without a whole block
     quint64 blocks = 0;
-    quint64 missingFrames = 0;   ///< gaps of the frame number
-    quint64 failedWaits = 0;     ///< image waits that failed or gave no data
-    qint64 longestGapUs = 0;     ///< longest time without a frame, by the host's clock, the run's start included
-    quint64 overflows = 0;       ///< frames in which the camera's buffer would have overflowed
-    double throughputSum = 0.0;  ///< MB/s, over frames that took time
+    quint64 missingFrames = 0; ///< gaps of the frame number
+    quint64 failedWaits = 0;   ///< image waits that failed or gave no data
+    qint64 longestGapUs =
+        0;                 ///< longest time without a frame, by the host's clock; the run's two ends count as frames
+    quint64 overflows = 0; ///< frames in which the camera's buffer would have overflowed
+    double throughputSum = 0.0; ///< MB/s, over frames that took time
     quint64 throughputFrames = 0;
     std::optional<double> minThroughput;  ///< MB/s
     std::optional<double> maxBufferLevel; ///< percent
@@ -30,6 +46,36 @@ struct RunTotals
             return std::nullopt;
         return throughputSum / static_cast<double>(throughputFrames);
     }
+
+    /// Joins the totals of two stretches of one run.
+    RunTotals& operator+=(const RunTotals& later);
+};
+
+/// Adds up a run in intervals. The run's totals are the sum of its intervals by construction. Has no lock: its owner
+/// calls it under the one that guards it. Times are of the measurement clock.
+class RunTotalsCounter
+{
+public:
+    void begin(qint64 nowUs);
+    /// Ends the last gap; until the next begin() time does not count.
+    void end(qint64 nowUs);
+
+    /// A frame arrived, `skipped` when it is not kept.
+    void addFrame(quint32 frameNumber, const FrameFigures& figures, bool skipped, qint64 nowUs);
+    void addFailedWait() { ++m_open.failedWaits; }
+
+    RunTotals run(qint64 nowUs) const;
+    /// The totals since begin() or the last call.
+    RunTotals takeInterval(qint64 nowUs);
+
+private:
+    RunTotals openInterval(qint64 nowUs) const;
+
+    RunTotals m_closed; ///< intervals already taken
+    RunTotals m_open;
+    bool m_running = false;
+    qint64 m_lastFrameUs = 0;
+    std::optional<quint32> m_lastFrameNumber;
 };
 
 #endif

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a block interval tells: the link's speed, and how the camera's buffer fills when the sensor produces more than
+// the link takes away. The order of operations is fixed: results are compared bit for bit.
+#ifndef KESTROVA_BLOCKMODEL_H
+#define KESTROVA_BLOCKMODEL_H
+
+#include <QtCore/QtGlobal>
+
+#include "CameraLineData.h"
+
+constexpr quint64 ticksPerUs = 250; ///< the camera's counter runs with 4 ns
+
+inline double ticksToUs(quint64 ticks)
+{
+    return static_cast<double>(ticks) / static_cast<double>(ticksPerUs);
+}
+
+/// The time between two blocks. Ticks that stand still give an infinite speed.
+struct BlockInterval
+{
+    BlockInterval(quint64 ticks, quint32 period) : dt(ticksToUs(ticks)), speed(period / dt) {}
+
+    /// Bytes that stayed in the camera; negative when the link was faster than the sensor.
+    double delta(double required) const { return (required - speed) * dt; }
+
+    double dt;    ///< microseconds
+    double speed; ///< MB/s
+};
+
+/// MB/s of a whole frame; infinite for one that took no time.
+inline double frameThroughput(const FrameRecord& frame, quint32 period)
+{
+    return static_cast<double>(frame.blockCount * period) / static_cast<double>(frame.durationTicks) *
+           static_cast<double>(ticksPerUs);
+}
+
+/// The camera's frame buffer: cannot hold less than nothing nor more than its size.
+class BufferModel
+{
+public:
+    explicit BufferModel(qint32 size) : m_size(size) {}
+
+    /// True if the bytes did not fit.
+    bool add(double bytes)
+    {
+        m_occupancy += bytes;
+        if (m_occupancy < 0) {
+            m_occupancy = 0;
+        } else if (m_occupancy > m_size) {
+            m_occupancy = m_size;
+            return true;
+        }
+        return false;
+    }
+
+    double occupancy() const { return m_occupancy; }              ///< bytes
+    double level() const { return m_occupancy / m_size * 100.0; } ///< percent; not a number for a buffer of 0 bytes
+
+private:
+    double m_size;
+    double m_occupancy = 0.0;
+};
+
+#endif

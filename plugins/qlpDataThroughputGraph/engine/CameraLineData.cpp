@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The record itself: construction and end, work arrays, and what others may ask of it.
+#include "CameraLineData.h"
+
+#include <algorithm>
+
+#include <QtCore/QMutexLocker>
+
+#include "AcquisitionThread.h"
+#include "Allocation.h"
+#include "LogLine.h"
+#include "MeasurementClock.h"
+
+namespace {
+
+/// The work arrays never hold fewer elements than this, so that a frame can be evaluated in slices of useful length
+/// even when the oldest frame, after which the arrays are sized, is tiny.
+constexpr quint32 smallestWorkArray = 256;
+
+const CounterKind* findCounter(const std::vector<std::unique_ptr<CounterKind>>& counters, VN_COUNTER_SELECTOR kind)
+{
+    const auto found = std::find_if(counters.begin(), counters.end(),
+                                    [kind](const auto& counter) { return counter->selector == kind; });
+    return found == counters.end() ? nullptr : found->get();
+}
+
+} // namespace
+
+CxCameraLineData::CxCameraLineData()
+{
+    const auto add = [this](VN_COUNTER_SELECTOR kind, const char* name) {
+        counterList.push_back(std::make_unique<CounterKind>(kind, QLatin1String(name)));
+    };
+    add(VN_COUNTER_TRANSPORT_SKIP, "Transport skip");
+    add(VN_COUNTER_API_SKIP, "API skip");
+    add(VN_COUNTER_TRANSFERRED, "Transferred");
+    add(VN_COUNTER_MISSED_TRG_OVERLAP, "Missed trg. overlap");
+    add(VN_COUNTER_MISSED_TRG_OVERFLOW, "Missed trg overflow");
+    add(VN_COUNTER_BUFFER_OVERFLOW, "Buffer overflow");
+}
+
+CxCameraLineData::~CxCameraLineData()
+{
+    if (thread) {
+        stopRequested = true; // the loops have no event loop that quit() could end
+        thread->quit();
+        thread->wait();
+    }
+}
+
+void CxCameraLineData::clearData()
+{
+    frameList.clear();
+    counterSampleList.clear();
+    linkSpeeds.reset();
+    bufferDeltas.reset();
+    blockTimeOffsets.reset();
+    workArrayLength = 0;
+}
+
+bool CxCameraLineData::AlloCateBuffers(quint32 count)
+{
+    return measMode != MeasModeDataThroughput || resizeWorkArrays(count);
+}
+
+bool CxCameraLineData::resizeWorkArrays(quint32 count)
+{
+    // A missing array is what an earlier failure left.
+    if (workArrayLength == count && linkSpeeds && bufferDeltas && blockTimeOffsets)
+        return true;
+
+    const auto replace = [room = std::max(count, smallestWorkArray)](auto& array) {
+        using Element = typename std::remove_reference_t<decltype(array)>::element_type;
+        array.reset();
+        array = allocateArray<Element>(room);
+        return array != nullptr;
+    };
+    if (!replace(linkSpeeds)) {
+        LOG_FAILURE("CxCameraLineData::AlloCateBuffers", "Cannot allocate frame speeds array");
+        return false;
+    }
+    if (!replace(bufferDeltas)) {
+        LOG_FAILURE("CxCameraLineData::AlloCateBuffers", "Cannot allocate buffer occupancy array");
+        return false;
+    }
+    if (!replace(blockTimeOffsets)) {
+        LOG_FAILURE("CxCameraLineData::AlloCateBuffers", "Cannot allocate time stamp difference array");
+        return false;
+    }
+    workArrayLength = count;
+    return true;
+}
+
+quint64 CxCameraLineData::workArrayRoom() const
+{
+    return std::max<quint64>(workArrayLength, smallestWorkArray);
+}
+
+bool CxCameraLineData::isMeasuring() const
+{
+    QMutexLocker lock(&mutex);
+    return measuring;
+}
+
+bool CxCameraLineData::hasFrames() const
+{
+    QMutexLocker lock(&mutex);
+    return !frameList.empty();
+}
+
+qint32 CxCameraLineData::counterValue(VN_COUNTER_SELECTOR kind) const
+{
+    QMutexLocker lock(&mutex);
+    const CounterKind* counter = findCounter(counterList, kind);
+    return counter != nullptr ? counter->value.load() : 0;
+}
+
+bool CxCameraLineData::isCounterSupported(VN_COUNTER_SELECTOR kind) const
+{
+    const CounterKind* counter = findCounter(counterList, kind);
+    return counter != nullptr && counter->supported;
+}
+
+RunTotals CxCameraLineData::runTotals() const
+{
+    const qint64 nowUs = measurementClockUs();
+    QMutexLocker lock(&mutex);
+    return totals.run(nowUs);
+}
+
+RunTotals CxCameraLineData::takeIntervalTotals()
+{
+    const qint64 nowUs = measurementClockUs();
+    QMutexLocker lock(&mutex);
+    return totals.takeInterval(nowUs);
+}
+
+RunCounters CxCameraLineData::runCounters() const
+{
+    QMutexLocker lock(&mutex);
+    return countersOfRun;
+}

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// One line per block interval, gathered in a buffer and written in large pieces.
+#include "CsvReportWriter.h"
+
+#include <cstring>
+#include <memory>
+#include <utility>
+
+#include <QtCore/QMutexLocker>
+
+#include "BlockModel.h"
+#include "CsvNumber.h"
+#include "LogLine.h"
+#include "TimeMath.h"
+
+namespace {
+
+constexpr char header[] = "Frame number,Frame Time [ns], Offset [B], Data Time Stamp [ns], Req. throughput [MB/s], "
+                          "Link throughput [MB/s], Buffer filled [B], Max buffer level [%]\n";
+constexpr int columns = 8;
+constexpr quint64 nsPerTick = 4;
+
+/// Collects lines and passes them on when there are enough.
+class TextBuffer
+{
+public:
+    explicit TextBuffer(const CsvReportWriter::Sink& sink) : m_sink(sink) {}
+
+    /// Where the next line goes; there is room for all its columns.
+    char* position() { return m_text.get() + m_used; }
+
+    /// Takes what was written up to `end`. False when the sink refuses.
+    bool advance(const char* end)
+    {
+        m_used = static_cast<std::size_t>(end - m_text.get());
+        return m_used < flushAt || flush();
+    }
+
+    bool flush()
+    {
+        const std::size_t size = std::exchange(m_used, 0);
+        return size == 0 || m_sink(m_text.get(), size);
+    }
+
+private:
+    static constexpr std::size_t flushAt = 256 * 1024;
+    static constexpr std::size_t lineRoom = columns * (csvNumberRoom + 1);
+    static_assert(sizeof header < lineRoom + flushAt, "the header must fit");
+
+    const CsvReportWriter::Sink& m_sink;
+    std::unique_ptr<char[]> m_text{new char[flushAt + lineRoom]};
+    std::size_t m_used = 0;
+};
+
+/// The numbers of a line with a comma between them and a line feed at the end.
+template<typename First, typename... Rest>
+char* writeLine(char* out, First first, Rest... rest)
+{
+    out = writeCsvNumber(out, first);
+    ((*out++ = ',', out = writeCsvNumber(out, rest)), ...);
+    *out++ = '\n';
+    return out;
+}
+
+} // namespace
+
+CsvReportWriter::CsvReportWriter(Sink sink, GoOn goOn) : m_sink(std::move(sink)), m_goOn(std::move(goOn)) {}
+
+CsvReportResult CsvReportWriter::write(const CxCameraLineData& data, qint64 fromUs, qint64 toUs)
+{
+    const auto failed = [] {
+        LOG_FAILURE("CsvReportWriter::write", "Cannot write the report");
+        return CsvReportResult::Failed;
+    };
+
+    QMutexLocker lock(&data.mutex);
+    TextBuffer text(m_sink);
+    std::memcpy(text.position(), header, sizeof header - 1);
+    if (!text.advance(text.position() + sizeof header - 1))
+        return failed();
+
+    const auto period = static_cast<quint32>(data.samplePeriod);
+    const qint32 required = data.requiredThroughput;
+    BufferModel buffer(data.cameraBufferSize); // carried on from frame to frame
+    qint32 visited = 0;
+    for (const auto& frame : data.frameList) {
+        if (m_goOn && !m_goOn(visited))
+            return text.flush() ? CsvReportResult::Cancelled : failed();
+        if (!frame->blockTicks || frame->blockCount == 0)
+            continue;
+        const quint64* ticks = frame->blockTicks.get();
+        for (quint64 i = 1; i < frame->blockCount; ++i) {
+            const quint64 offsetUs = (ticks[i] - ticks[0]) / ticksPerUs;
+            const qint64 timeUs = saturatingAdd(frame->timestampUs, static_cast<qint64>(offsetUs));
+            if (timeUs < fromUs)
+                continue;
+            if (timeUs > toUs)
+                break;
+            const BlockInterval interval(ticks[i] - ticks[i - 1], period);
+            buffer.add(interval.delta(required));
+            if (!text.advance(writeLine(text.position(), frame->frameNumber, offsetUs, static_cast<quint64>(period),
+                                        ticks[i] * nsPerTick, required, interval.speed, buffer.occupancy(),
+                                        buffer.level())))
+                return failed();
+        }
+        ++visited;
+        if (frame->timestampUs > toUs)
+            break;
+    }
+    return text.flush() ? CsvReportResult::Written : failed();
+}

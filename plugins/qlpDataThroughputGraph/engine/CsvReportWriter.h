@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The text of the report of a throughput measurement. Knows no file and no dialog: it hands its text to a sink and asks
+// before every frame whether to go on.
+#ifndef KESTROVA_CSVREPORTWRITER_H
+#define KESTROVA_CSVREPORTWRITER_H
+
+#include <cstddef>
+#include <functional>
+
+#include <QtCore/QtGlobal>
+
+class CxCameraLineData;
+
+enum class CsvReportResult
+{
+    Written,
+    Cancelled, ///< by the go-on question; what was written so far stays
+    Failed,    ///< the sink refused; logged
+    NotOpened, ///< there was no file to write to
+    NoReport,  ///< the mode has no report
+};
+
+class CsvReportWriter
+{
+public:
+    /// Takes a piece of text; false if it could not be written, which ends the report.
+    using Sink = std::function<bool(const char* text, std::size_t size)>;
+    /// Asked before every frame with the number of frames visited so far; false ends the report.
+    using GoOn = std::function<bool(qint32 visited)>;
+
+    explicit CsvReportWriter(Sink sink, GoOn goOn = {});
+
+    /// Writes the block intervals whose time lies in fromUs..toUs. Holds the record's mutex all the time: both
+    /// callbacks run under it and must not use an operation that takes it.
+    CsvReportResult write(const CxCameraLineData& data, qint64 fromUs, qint64 toUs);
+
+private:
+    Sink m_sink;
+    GoOn m_goOn;
+};
+
+#endif

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The worker's two loops: each waits for images, makes one record of each and appends it.
+#include "CameraLineData.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include <QtCore/QMutexLocker>
+
+#include <vnCore/vnApi.h>
+
+#include "Allocation.h"
+#include "BlockModel.h"
+#include "LogLine.h"
+#include "MeasurementClock.h"
+
+namespace {
+
+constexpr const char* throughputLoop = "CxCameraLineData::runMeasureLoop";
+constexpr const char* standardLoop = "CxCameraLineData::runMeasureLoopAcquisition";
+
+constexpr unsigned int imageTimeoutMs = 5000; ///< a stop is noticed at least this often
+constexpr quint32 wordBytes = sizeof(quint64);
+constexpr quint32 bytesPerPixel = 2; ///< transport data, whatever the camera says of its format
+
+quint32 wordsPerBlock(qint32 samplePeriod)
+{
+    return static_cast<quint32>(samplePeriod) / wordBytes;
+}
+
+/// Whole blocks of a frame: of the size that the camera states, but only those that are really there.
+quint64 wholeBlocks(const VN_IMG& image, quint32 blockWords)
+{
+    const quint32 statedBytes = image.width * image.height * bytesPerPixel;
+    const quint64 bytes = std::min<quint64>(statedBytes, image.dataBytes);
+    return bytes / wordBytes / blockWords;
+}
+
+qint64 cameraTimeUs(const VN_IMG& image)
+{
+    return static_cast<qint64>(image.tsSec) * 1000000 + image.tsUSec;
+}
+
+/// Copies the first word of every block. The words lie pages apart, so each is fetched ahead of its turn.
+void copyBlockTicks(const VN_IMG& image, quint32 blockWords, quint64 count, quint64* ticks)
+{
+    constexpr quint64 ahead = 24;
+    const auto* block = static_cast<const char*>(image.data);
+    const quint64 stride = static_cast<quint64>(blockWords) * wordBytes;
+    quint64 i = 0;
+    for (; i + ahead < count; ++i, block += stride) {
+        __builtin_prefetch(block + ahead * stride);
+        std::memcpy(ticks + i, block, wordBytes);
+    }
+    for (; i < count; ++i, block += stride)
+        std::memcpy(ticks + i, block, wordBytes);
+}
+
+} // namespace
+
+/// Unlinks the oldest records beyond the limit. The caller frees them after it has released the mutex.
+template<typename Record>
+std::vector<std::unique_ptr<Record>> CxCameraLineData::trimLocked(std::deque<std::unique_ptr<Record>>& list,
+                                                                  quint64 limit)
+{
+    std::vector<std::unique_ptr<Record>> removed;
+    const quint64 excess = list.size() > limit ? list.size() - limit : 0;
+    removed.reserve(excess);
+    for (quint64 i = 0; i < excess; ++i) {
+        removed.push_back(std::move(list.front()));
+        list.pop_front();
+    }
+    return removed;
+}
+
+qint64 CxCameraLineData::beginLoop()
+{
+    const qint64 baseUs = measurementClockUs();
+    avgFrameTime = 0.0;
+    frameTimeCount = 0;
+    minFrameTime = DBL_MAX;
+    maxFrameTime = DBL_MIN;
+    return baseUs;
+}
+
+void CxCameraLineData::runMeasureLoop()
+{
+    const qint64 baseUs = beginLoop();
+    bool skipLogged = false;
+    while (!stopRequested) {
+        VN_IMG image;
+        if (!waitForImage(image, throughputLoop))
+            continue;
+        const quint64 blockCount = wholeBlocks(image, wordsPerBlock(samplePeriod));
+        if (blockCount == 0) {
+            if (!std::exchange(skipLogged, true))
+                LOG_FAILURE(throughputLoop, "Frame holds no whole sample block, such frames are skipped");
+            const qint64 nowUs = measurementClockUs();
+            QMutexLocker lock(&mutex);
+            totals.addFrame(image.frameNumber, FrameFigures(), true, nowUs);
+            continue;
+        }
+        std::unique_ptr<FrameRecord> frame = makeFrameRecord(image, blockCount, cameraTimeUs(image) + baseUs);
+        if (!frame) {
+            endForLackOfMemory();
+            return;
+        }
+        const FrameFigures figures =
+            evaluateFrame(*frame, static_cast<quint32>(samplePeriod), requiredThroughput, cameraBufferSize);
+        const quint64 frameLimit = static_cast<quint64>(maxSamples) / blockCount + 1;
+        const qint64 nowUs = measurementClockUs();
+
+        std::vector<std::unique_ptr<FrameRecord>> removed; // outlives the lock
+        QMutexLocker lock(&mutex);
+        updateFrameTimeLocked(ticksToUs(frame->durationTicks));
+        totals.addFrame(image.frameNumber, figures, false, nowUs);
+        frameList.push_back(std::move(frame));
+        removed = trimLocked(frameList, frameLimit);
+    }
+}
+
+void CxCameraLineData::runMeasureLoopAcquisition()
+{
+    const qint64 baseUs = beginLoop();
+    qint64 previousUs = 0;
+    while (!stopRequested) {
+        VN_IMG image;
+        if (!waitForImage(image, standardLoop))
+            continue;
+        readCounters();
+        auto sample = std::make_unique<CounterSample>();
+        sample->frameNumber = image.frameNumber;
+        sample->timestampUs = cameraTimeUs(image) + baseUs;
+        sample->transportSkip = counterValue(VN_COUNTER_TRANSPORT_SKIP);
+        sample->apiSkip = counterValue(VN_COUNTER_API_SKIP);
+        sample->missedTrgOverlap = counterValue(VN_COUNTER_MISSED_TRG_OVERLAP);
+        sample->missedTrgOverflow = counterValue(VN_COUNTER_MISSED_TRG_OVERFLOW);
+        sample->bufferOverflow = counterValue(VN_COUNTER_BUFFER_OVERFLOW);
+        const qint64 timestampUs = sample->timestampUs;
+        const qint64 nowUs = measurementClockUs();
+
+        std::vector<std::unique_ptr<CounterSample>> removed; // outlives the lock
+        QMutexLocker lock(&mutex);
+        totals.addFrame(image.frameNumber, FrameFigures(), false, nowUs);
+        if (!countersOfRun.first)
+            countersOfRun.first = *sample;
+        countersOfRun.last = *sample;
+        counterSampleList.push_back(std::move(sample));
+        if (previousUs > 0)
+            updateFrameTimeLocked(static_cast<double>(timestampUs) - static_cast<double>(previousUs));
+        previousUs = timestampUs;
+        removed = trimLocked(counterSampleList, static_cast<quint64>(maxSamples) + 1);
+    }
+}
+
+void CxCameraLineData::readCounters()
+{
+    for (const auto& counter : counterList) {
+        if (!counter->supported || !vnApi_SetParamInt(hCam, VN_PRM_COUNTER_SELECTOR, counter->selector, nullptr))
+            continue;
+        int value = 0;
+        if (vnApi_GetParamInt(hCam, VN_PRM_COUNTER_VALUE, value, nullptr))
+            counter->value = value;
+    }
+}
+
+bool CxCameraLineData::waitForImage(VN_IMG& image, const char* where)
+{
+    image = VN_IMG();
+    image.size = sizeof(VN_IMG);
+    if (vnApi_GetImage(hCam, imageTimeoutMs, &image, nullptr, true) && image.data != nullptr)
+        return true;
+    LOG_FAILURE(where, "vnApi_GetImage failed to capture image");
+    QMutexLocker lock(&mutex);
+    totals.addFailedWait();
+    return false;
+}
+
+std::unique_ptr<FrameRecord> CxCameraLineData::makeFrameRecord(const VN_IMG& image, quint64 blockCount,
+                                                               qint64 timestampUs) const
+{
+    auto frame = allocateOne<FrameRecord>();
+    if (!frame) {
+        LOG_FAILURE(throughputLoop, "Cannot allocate array for frame data");
+        return nullptr;
+    }
+    frame->blockTicks = allocateArray<quint64>(blockCount);
+    if (!frame->blockTicks) {
+        LOG_FAILURE(throughputLoop, "Cannot allocate array for frame time stamps");
+        return nullptr;
+    }
+    copyBlockTicks(image, wordsPerBlock(samplePeriod), blockCount, frame->blockTicks.get());
+    frame->frameNumber = image.frameNumber;
+    frame->timestampUs = timestampUs;
+    frame->blockCount = blockCount;
+    frame->durationTicks = frame->blockTicks[blockCount - 1] - frame->blockTicks[0];
+    return frame;
+}
+
+void CxCameraLineData::updateFrameTimeLocked(double timeUs)
+{
+    const quint64 count = frameTimeCount + 1;
+    const double weight = 1.0 / static_cast<double>(count);
+    avgFrameTime = (1.0 - weight) * avgFrameTime + weight * timeUs;
+    frameTimeCount = count;
+    if (timeUs > maxFrameTime)
+        maxFrameTime = timeUs;
+    if (timeUs < minFrameTime)
+        minFrameTime = timeUs;
+}
+
+/// Ends the measurement from inside. The thread object stays for the next start or the record's end to release.
+void CxCameraLineData::endForLackOfMemory()
+{
+    if (stopRequested.exchange(true))
+        return; // a stop is under way and does the rest
+    const qint64 nowUs = measurementClockUs();
+    QMutexLocker lock(&mutex);
+    totals.end(nowUs);
+    finishMeasurementLocked(); // the last that needs the mutex: whoever sees it idle may join this thread at once
+}
