@@ -17,7 +17,7 @@
 /// One image as a device hands it out.
 struct DeviceImage
 {
-    VN_IMG descriptor{};               ///< `data` points into what `memory` keeps alive
+    VN_IMG descriptor{};                ///< `data` points into what `memory` keeps alive
     std::shared_ptr<const void> memory; ///< the device does not write to it while somebody holds this
 };
 
@@ -42,12 +42,16 @@ public:
     /// The entries of an enumeration in the camera's order, empty for any other parameter.
     virtual QList<CxCameraParam::SxEnumItem> enumeration(const char* name) const = 0;
 
-    /// Starts and stops the camera's one acquisition. stop() wakes waiters, whose wait then fails.
+    /// Starts the camera's one acquisition; false if the camera refuses or acquires already.
     virtual bool start() = 0;
+    /// Ends the acquisition and wakes waiters, whose wait then fails. True if the camera does not acquire any more,
+    /// also when it did not before or is lost.
     virtual bool stop() = 0;
 
-    /// Waits for the next image that has not been handed out yet. False when the time limit passed, the acquisition
-    /// is not running or was stopped. A lost camera uses up the time limit (or ends with stop or its return).
+    /// Waits for the next image that has not been handed out yet. False when the time limit passed or stop() ended
+    /// the wait, and without a start() at once. From start() to stop() a wait that brings no image uses up its limit,
+    /// on whatever clock the device runs, also while the camera is lost and after it has come back without
+    /// acquiring: nobody who waits in a loop may be made to spin.
     virtual bool waitForImage(std::chrono::milliseconds limit, DeviceImage& image) = 0;
 
     /// Whether the link to the camera is gone. Parameters then fail; the device may come back by itself.

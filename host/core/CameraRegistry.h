@@ -7,41 +7,47 @@
 #include <memory>
 #include <vector>
 
+#include <QtCore/QList>
 #include <QtCore/QObject>
 
 #include "CameraDevice.h"
 
-/// Owns the devices. All operations that are not marked otherwise, and all signals, belong to the user interface
-/// thread. While a signal is emitted no lock of the core is held.
+/// Owns the devices. A known camera, opened or not, goes by its index in the order of addDevice(); an opened one also
+/// by its handle, which it gets when it is first opened and has again whenever it is opened later. All operations
+/// that are not marked otherwise, and all signals, belong to the user interface thread. While a signal is emitted no
+/// lock of the core is held, and slots may call anything here.
 class VNCORE_EXPORT CameraRegistry : public QObject
 {
     Q_OBJECT
 
 public:
+    /// To be called first on the user interface thread.
     static CameraRegistry& instance();
 
-    /// Makes a device known, in the order in which the user sees the cameras. Returns the handle that it has
-    /// whenever it is opened.
-    VNCORE_HANDLE addDevice(std::shared_ptr<CameraDevice> device);
-
-    /// Closes what is open and forgets every device; for the end of the program and between tests.
+    // --- known cameras ---
+    /// Makes a device known, in the order in which the user sees the cameras, and returns its index.
+    int addDevice(std::shared_ptr<CameraDevice> device);
+    /// Closes what is open and forgets every device; for the end of the program and between tests. Handles are not
+    /// given out again.
     void removeAllDevices();
+    int deviceCount() const { return static_cast<int>(m_devices.size()); }
+    /// Of an unknown index: empty texts, not lost, null.
+    SxCameraInfo deviceInfo(int device) const;
+    bool isDeviceLost(int device) const;
+    VNCORE_HANDLE openedHandle(int device) const; ///< null while the camera is not open
 
-    /// The known cameras, opened or not, in the order of addDevice().
-    QList<VNCORE_HANDLE> knownCameras() const;
-    SxCameraInfo cameraInfo(VNCORE_HANDLE camera) const;
-    bool isLost(VNCORE_HANDLE camera) const;
-
-    bool isOpen(VNCORE_HANDLE camera) const;
-    /// False if the camera is unknown, open or lost.
-    bool open(VNCORE_HANDLE camera);
+    // --- opened cameras ---
+    /// The handle, or null if the camera is unknown, open, closing or lost.
+    VNCORE_HANDLE open(int device);
     /// Takes the camera out of the opened ones, announces that while every call still works, and then ends whatever
     /// still acquires. False if the camera is not open. The handle is dead when this returns.
     bool close(VNCORE_HANDLE camera);
     void closeAll();
+    QList<VNCORE_HANDLE> openedCameras() const { return m_opened; }
 
     /// The host's own acquisition, for the view: pulls images on a thread of its own. Start is refused while a
-    /// plug-in acquires.
+    /// plug-in acquires. Stop may take a fifth of a second, and returns false if there is nothing to stop or the
+    /// camera did not obey; the host has then stopped listening all the same.
     bool startHostAcquisition(VNCORE_HANDLE camera);
     bool stopHostAcquisition(VNCORE_HANDLE camera);
     bool isHostAcquiring(VNCORE_HANDLE camera) const;
@@ -51,13 +57,28 @@ public:
     DeviceImage latestImage(VNCORE_HANDLE camera) const;
 
 Q_SIGNALS:
+    /// An opened camera's link is gone, or there again. Whatever acquired gets no image any more, also after the
+    /// return, until it is stopped and started.
     void cameraLost(VNCORE_HANDLE camera);
     void cameraReturned(VNCORE_HANDLE camera);
+    /// A device was added, removed, lost or has returned.
     void devicesChanged();
 
 private:
+    struct KnownDevice
+    {
+        std::shared_ptr<CameraDevice> device;
+        VNCORE_HANDLE handle = nullptr; ///< null until first opened
+    };
+
     CameraRegistry();
     ~CameraRegistry() override;
+    const KnownDevice* known(int device) const;
+    void announceLoss(const std::shared_ptr<CameraDevice>& device, bool lost);
+
+    std::vector<KnownDevice> m_devices;
+    QList<VNCORE_HANDLE> m_opened; ///< in the order of opening
+    quintptr m_lastHandle = 0;
 };
 
 #endif

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// One opened camera: its device, who acquires from it, and the newest image. It announces nothing; the registry and
+// the camera functions do.
+#ifndef KESTROVA_OPENEDCAMERA_H
+#define KESTROVA_OPENEDCAMERA_H
+
+#include <atomic>
+#include <mutex>
+#include <thread>
+
+#include "CameraDevice.h"
+#include "DeviceParameters.h"
+
+/// Who acquires. There is one acquisition at a time, and only its owner may wait and stop.
+enum class Acquirer
+{
+    None,
+    Host,     ///< the host's own, for the view
+    Plugin,   ///< one through the camera functions
+    Changing, ///< a start or stop is under way
+    Closed,   ///< the camera is closed: nobody any more
+};
+
+/// Any thread, but for the host's acquisition, close() and the parameter set, which belong to the user interface
+/// thread. The device is never called with a lock of this class held, so that a device may call back.
+class OpenedCamera
+{
+public:
+    OpenedCamera(VNCORE_HANDLE handle, std::shared_ptr<CameraDevice> device);
+    ~OpenedCamera();
+
+    CameraDevice& device() { return *m_device; }
+    CxCameraParameters* parameters() { return &m_parameters; }
+
+    /// Writes a parameter for whoever asks; a new image format is announced, queued.
+    bool setInt(const char* name, int value);
+
+    bool startAcquisition(Acquirer acquirer);
+    /// False if `acquirer` has no acquisition or the camera did not obey; the acquisition is over in any case.
+    bool stopAcquisition(Acquirer acquirer);
+    bool isAcquiring(Acquirer acquirer) const { return m_acquirer == acquirer; }
+    /// False at once if `acquirer` has no acquisition.
+    bool waitForImage(Acquirer acquirer, std::chrono::milliseconds limit, DeviceImage& image);
+
+    /// The acquisition for the view, with the thread that pulls its images.
+    bool startHostAcquisition();
+    bool stopHostAcquisition();
+
+    DeviceImage latestImage() const;
+
+    /// Ends every acquisition, wakes waiters and refuses whatever comes later.
+    void close();
+
+private:
+    void pullImages();
+
+    const VNCORE_HANDLE m_handle;
+    const std::shared_ptr<CameraDevice> m_device;
+    DeviceParameters m_parameters;
+    std::atomic<Acquirer> m_acquirer{Acquirer::None};
+    std::atomic<bool> m_stopRefused{false}; ///< the camera may still acquire, for nobody
+    std::thread m_puller;
+
+    /// Guards m_latest; nothing is called under it.
+    mutable std::mutex m_latestMutex;
+    DeviceImage m_latest;
+};
+
+#endif
