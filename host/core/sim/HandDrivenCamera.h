@@ -5,28 +5,13 @@
 #define KESTROVA_SIM_HANDDRIVENCAMERA_H
 
 #include <functional>
-#include <memory>
 
-#include <QtCore/QMap>
-
-#include "../CameraDevice.h"
-#include "Ledger.h"
-#include "Scenario.h"
+#include "SimulatedCamera.h"
 
 namespace sim {
 
-class SharedLink;
-
-/// A call of the host, as the hook sees it.
-struct HostCall
-{
-    Call kind;
-    QByteArray parameter; ///< of Get, Set and CanSet
-    int value = 0;        ///< of Set and CanSet; the limit in ms of Wait
-};
-
 /// All operations may be called from any thread.
-class VNCORE_EXPORT HandDrivenCamera : public CameraDevice
+class VNCORE_EXPORT HandDrivenCamera final : public SimulatedCamera
 {
 public:
     /// Cameras that are given the same link share it; without one the camera has a link as in its scenario.
@@ -63,7 +48,6 @@ public:
     int parameter(const QString& name) const;
     void setParameter(const QString& name, int value);
     bool isAcquiring() const;
-    Ledger ledger() const;
 
     // --- faults ---
     Faults faults() const;
@@ -72,22 +56,21 @@ public:
     void lose();
     void comeBack();
 
-    // --- CameraDevice ---
-    SxCameraInfo info() const override;
-    bool getInt(const char* name, int& value) override;
-    bool setInt(const char* name, int value) override;
-    bool canSet(const char* name, int value) override;
-    bool hasParameter(const char* name) const override;
-    QList<CxCameraParam::SxEnumItem> enumeration(const char* name) const override;
-    bool start() override;
-    bool stop() override;
     bool waitForImage(std::chrono::milliseconds limit, DeviceImage& image) override;
-    bool isLost() const override;
-    void setLossListener(std::function<void(bool lost)> listener) override;
+
+protected:
+    qint64 nowLocked() const override { return clockNs; }
+    bool admit(const HostCall& call) override;
 
 private:
-    struct Private;
-    std::unique_ptr<Private> d;
+    bool passGate(std::unique_lock<std::mutex>& lock);
+
+    // Guarded by `mutex`.
+    qint64 clockNs = 0;
+    bool gated = false;
+    int released = 0;
+    int atGate = 0; ///< waits that stand there
+    std::shared_ptr<const Hook> hook;
 };
 
 } // namespace sim

@@ -95,9 +95,9 @@ struct Faults
     FrameSelection oddSize; ///< frames that claim to be oddWidth x oddHeight
     quint32 oddWidth = 0;
     quint32 oddHeight = 0;
-    quint64 tickStart = 0; ///< the word that a reset counter starts with: near 2^64 for one that soon wraps
-    int tickBits = 64;     ///< width of the counter, which wraps at 2^tickBits
-    int tickDirection = 1; ///< 1 forwards, 0 stands still, -1 backwards
+    quint64 tickStart = 0;     ///< the word that a reset counter starts with: near 2^64 for one that soon wraps
+    int tickBits = 64;         ///< width of the counter, which wraps at 2^tickBits
+    int tickDirection = 1;     ///< 1 forwards, 0 stands still, -1 backwards
     FrameSelection numberJump; ///< the frame number jumps at these frames
     qint32 numberJumpBy = 0;
     double driftPpm = 0.0; ///< camera clock against true time
@@ -111,14 +111,13 @@ struct CameraScenario
     quint64 seed = 1;
     SensorScenario sensor;
     LinkScenario link;
-    quint32 bufferBytes = 8 << 20;   ///< internal frame buffer
-    quint32 triggerReserveBytes = 0; ///< a trigger that finds less room is missed; 0: a quarter of a frame
-    quint32 queueFrames = 8;         ///< frames that wait for the host, the oldest is dropped
+    quint32 bufferBytes = 8 << 20;           ///< internal frame buffer
+    quint32 triggerReserveBytes = 0;         ///< a trigger that finds less room is missed; 0: a quarter of a frame
+    quint32 queueFrames = 8;                 ///< frames that wait for the host, the oldest is dropped
     std::optional<int> transportSpeed = 380; ///< MB/s in register 4096 of unit 8; none: no such register
     bool frameBufferControl = true;
     bool missedTriggerCounters = true;
-    std::vector<int> formats{VN_FRM_MONO8, VN_FRM_MONO16,
-                             VN_FRM_TRANSPORT_DATA}; ///< the first is the power-up one
+    std::vector<int> formats{VN_FRM_MONO8, VN_FRM_MONO16, VN_FRM_TRANSPORT_DATA}; ///< the first is the power-up one
     Faults faults;
 };
 

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FreeRunningCamera.h"
+
+namespace sim {
+
+namespace {
+
+constexpr size_t ledgerFrames = 256; // totals are what matters in a run of days
+
+} // namespace
+
+FreeRunningCamera::FreeRunningCamera(const CameraScenario& scenario, std::shared_ptr<SharedLink> link)
+    : SimulatedCamera(scenario, std::move(link), ledgerFrames), thread([this] { run(); })
+{
+}
+
+FreeRunningCamera::~FreeRunningCamera()
+{
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        ending = true;
+        ++waitEpoch;
+        changed.notify_all();
+    }
+    thread.join();
+}
+
+qint64 FreeRunningCamera::nowLocked() const
+{
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::steady_clock::now() - origin).count();
+}
+
+void FreeRunningCamera::run()
+{
+    for (;;) {
+        Turn turn(*this); // a new one each time, so that the listener hears of a loss at once
+        if (ending)
+            return;
+        if (const auto next = nextEventLocked())
+            changed.wait_until(turn.lock, origin + std::chrono::nanoseconds(*next));
+        else
+            changed.wait(turn.lock);
+    }
+}
+
+bool FreeRunningCamera::waitForImage(std::chrono::milliseconds limit, DeviceImage& image)
+{
+    const HostCall call{Call::Wait, {}, static_cast<int>(limit.count())};
+    const auto deadline = std::chrono::steady_clock::now() + limit;
+    Frame frame;
+    Faults faults;
+    {
+        Turn turn(*this);
+        if (acquisition == Acquisition::Idle || refusedLocked(call))
+            return false;
+        const quint64 epoch = waitEpoch;
+        changed.wait_until(turn.lock, deadline, [&] { return epoch != waitEpoch || model.hasFrame(); });
+        if (epoch != waitEpoch || !model.hasFrame())
+            return false;
+        frame = model.takeFrame();
+        faults = model.scenario().faults;
+    }
+    handOut(frame, faults, image);
+    return true;
+}
+
+} // namespace sim

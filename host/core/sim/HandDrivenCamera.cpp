@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "HandDrivenCamera.h"
+
+#include <algorithm>
+
+namespace sim {
+
+namespace {
+
+constexpr size_t ledgerFrames = 20000; // more than a test looks at, and a bound for one that spins
+
+} // namespace
+
+HandDrivenCamera::HandDrivenCamera(const CameraScenario& scenario, std::shared_ptr<SharedLink> link)
+    : SimulatedCamera(scenario, std::move(link), ledgerFrames)
+{
+}
+
+HandDrivenCamera::~HandDrivenCamera() = default;
+
+void HandDrivenCamera::setGated(bool on)
+{
+    const Turn turn(*this);
+    gated = on;
+    changed.notify_all();
+}
+
+void HandDrivenCamera::release(int waits)
+{
+    const Turn turn(*this);
+    released += waits;
+    changed.notify_all();
+}
+
+bool HandDrivenCamera::settle(std::chrono::milliseconds limit)
+{
+    Turn turn(*this);
+    return changed.wait_for(turn.lock, limit, [this] { return atGate > 0 && released == 0; });
+}
+
+/// False if the wait was ended at the changed.
+bool HandDrivenCamera::passGate(std::unique_lock<std::mutex>& lock)
+{
+    if (!gated)
+        return true;
+    const quint64 epoch = waitEpoch;
+    ++atGate;
+    changed.notify_all();
+    changed.wait(lock, [&] { return !gated || released > 0 || epoch != waitEpoch; });
+    --atGate;
+    if (epoch != waitEpoch)
+        return false;
+    released = std::max(0, released - 1);
+    return true;
+}
+
+std::chrono::nanoseconds HandDrivenCamera::now() const
+{
+    const Turn turn(*this);
+    return std::chrono::nanoseconds(clockNs);
+}
+
+void HandDrivenCamera::advance(std::chrono::nanoseconds duration)
+{
+    const Turn turn(*this);
+    const qint64 target = clockNs + duration.count();
+    // Step by step, so that what happens on the way finds the time at which it happens.
+    for (auto next = nextEventLocked(); next && *next <= target; next = nextEventLocked()) {
+        clockNs = std::max(clockNs, *next);
+        advanceLocked(clockNs);
+    }
+    clockNs = target;
+}
+
+bool HandDrivenCamera::waitForImage(std::chrono::milliseconds limit, DeviceImage& image)
+{
+    const HostCall call{Call::Wait, {}, static_cast<int>(limit.count())};
+    if (!admit(call))
+        return false;
+    Frame frame;
+    Faults faults;
+    {
+        Turn turn(*this);
+        if (acquisition == Acquisition::Idle || refusedLocked(call) || !passGate(turn.lock))
+            return false;
+        const quint64 epoch = waitEpoch;
+        const qint64 limitNs = clockNs + std::chrono::nanoseconds(limit).count();
+        while (!model.hasFrame()) {
+            const qint64 next = std::min(limitNs, nextEventLocked().value_or(limitNs));
+            clockNs = std::max(clockNs, next);
+            advanceLocked(clockNs);
+            if (epoch != waitEpoch || (clockNs >= limitNs && !model.hasFrame()))
+                return false;
+        }
+        frame = model.takeFrame();
+        faults = model.scenario().faults;
+    }
+    handOut(frame, faults, image);
+    return true;
+}
+
+bool HandDrivenCamera::admit(const HostCall& call)
+{
+    std::shared_ptr<const Hook> present;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        present = hook;
+    }
+    return !present || (*present)(call);
+}
+
+void HandDrivenCamera::setHook(Hook next)
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    hook = next ? std::make_shared<const Hook>(std::move(next)) : nullptr;
+}
+
+QMap<QString, int> HandDrivenCamera::parameters(bool selectors) const
+{
+    const Turn turn(*this);
+    return model.parameters().writable(selectors);
+}
+
+int HandDrivenCamera::parameter(const QString& name) const
+{
+    const Turn turn(*this);
+    return model.parameters().value(name);
+}
+
+void HandDrivenCamera::setParameter(const QString& name, int value)
+{
+    const Turn turn(*this);
+    model.parameters().poke(name, value);
+}
+
+bool HandDrivenCamera::isAcquiring() const
+{
+    const Turn turn(*this);
+    return acquisition == Acquisition::Running;
+}
+
+Faults HandDrivenCamera::faults() const
+{
+    const Turn turn(*this);
+    return model.scenario().faults;
+}
+
+void HandDrivenCamera::setFaults(const Faults& faults)
+{
+    const Turn turn(*this);
+    setFaultsLocked(faults);
+}
+
+void HandDrivenCamera::lose()
+{
+    const Turn turn(*this);
+    setLostLocked(true);
+}
+
+void HandDrivenCamera::comeBack()
+{
+    const Turn turn(*this);
+    setLostLocked(false);
+}
+
+} // namespace sim
