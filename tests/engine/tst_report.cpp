@@ -1,0 +1,236 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The report: its numbers, its lines, and what happens when writing ends early.
+#include <cmath>
+#include <cstring>
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QProgressDialog>
+
+#include "CsvNumber.h"
+#include "LogCapture.h"
+#include "NaiveEvaluator.h"
+#include "RandomRecord.h"
+#include "TestScale.h"
+
+namespace {
+
+constexpr char header[] = "Frame number,Frame Time [ns], Offset [B], Data Time Stamp [ns], Req. throughput [MB/s], "
+                          "Link throughput [MB/s], Buffer filled [B], Max buffer level [%]\n";
+
+QByteArray report(const CxCameraLineData& data, qint64 fromUs, qint64 toUs)
+{
+    QByteArray text;
+    CsvReportWriter writer([&text](const char* piece, std::size_t size) {
+        text.append(piece, static_cast<int>(size));
+        return true;
+    });
+    return writer.write(data, fromUs, toUs) == CsvReportResult::Written ? text : QByteArray("not written");
+}
+
+template<typename T>
+QByteArray number(T value)
+{
+    char text[csvNumberRoom];
+    return QByteArray(text, static_cast<int>(writeCsvNumber(text, value) - text));
+}
+
+/// Seven digits of which the last is a five, behind whatever the point stands: halfway between two texts.
+double tie(Dice& dice)
+{
+    const auto eighths = static_cast<int>(dice.between(0, 6)); // digits after the point: multiples of 2^-n end in 5
+    const double odd = static_cast<double>(dice.between(0, (10'000'000LL << eighths) / 2) * 2 + 1);
+    const double fraction = std::ldexp(odd, -eighths);
+    return eighths == 0 ? std::floor(fraction / 10) * 10 + 5 : fraction;
+}
+
+double anyDouble(Dice& dice)
+{
+    switch (dice.between(0, 5)) {
+    case 0: { // every bit pattern
+        const quint64 bits = dice.bits();
+        double value = 0.0;
+        std::memcpy(&value, &bits, sizeof value);
+        return value;
+    }
+    case 1:
+        return tie(dice);
+    case 2: // the closest neighbours of a tie
+        return std::nextafter(tie(dice), dice.oneIn(2) ? 0.0 : HUGE_VAL);
+    case 3: // as speeds are made
+        return 4096.0 / (static_cast<double>(dice.between(1, 100000)) / 250.0);
+    case 4: // few digits, any magnitude that the fast path takes
+        return static_cast<double>(dice.between(-2'000'000, 2'000'000)) *
+               std::pow(10.0, static_cast<double>(dice.between(-24, 24)));
+    default:
+        return std::ldexp(static_cast<double>(dice.bits()), static_cast<int>(dice.between(-130, 30)));
+    }
+}
+
+} // namespace
+
+class TestReport : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void numbers_data();
+    void numbers();
+    void numbersLikeQt();
+    void lines_data();
+    void lines();
+    void occupancyCarriesOver();
+    void equalToTheFormulas();
+    void endsEarly();
+    void toAFile();
+};
+
+void TestReport::numbers_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QByteArray>("text");
+    const auto row = [](double value, const char* text) { QTest::newRow(text) << value << QByteArray(text); };
+    row(1024, "1024");
+    row(33.33333, "33.3333");
+    row(1234567.0, "1.23457e+06");
+    row(97.65625, "97.6563"); // a tie goes away from zero
+    row(-97.65625, "-97.6563");
+    row(999999.5, "1e+06");
+    row(999999.49, "999999");
+    row(0.0001, "0.0001");
+    row(0.00001, "1e-05");
+    row(1e100, "1e+100");
+    row(-0.0, "0");
+    row(-std::nan(""), "nan");
+    row(-HUGE_VAL, "-inf");
+}
+
+void TestReport::numbers()
+{
+    QFETCH(double, value);
+    QTEST(number(value), "text");
+}
+
+void TestReport::numbersLikeQt()
+{
+    Dice dice(1);
+    for (int i = testCount(10'000'000); i > 0; --i) {
+        const double value = anyDouble(dice);
+        const QByteArray text = number(value);
+        if (text != QString::number(value, 'g', 6).toLatin1())
+            QCOMPARE(text, QString::number(value, 'g', 6).toLatin1());
+    }
+    QCOMPARE(number(~quint64(0)), QByteArray("18446744073709551615"));
+    QCOMPARE(number(std::numeric_limits<qint32>::min()), QByteArray("-2147483648"));
+}
+
+void TestReport::lines_data()
+{
+    QTest::addColumn<qint64>("fromUs");
+    QTest::addColumn<qint64>("toUs");
+    QTest::addColumn<QByteArray>("text");
+    const QByteArray first = "7,4,4096,4000,1000,1024,0,0\n";
+    const QByteArray second = "7,12,4096,12000,1000,512,1000,100\n";
+    QTest::newRow("all") << qint64(0) << qint64(2000000) << first + second;
+    QTest::newRow("to the first interval") << qint64(0) << qint64(1000004) << first;
+    QTest::newRow("between the intervals") << qint64(0) << qint64(1000005) << first;
+    QTest::newRow("from the second interval") << qint64(1000012) << qint64(1000012) << second;
+    QTest::newRow("behind") << qint64(2000000) << qint64(3000000) << QByteArray();
+}
+
+void TestReport::lines()
+{
+    QFETCH(qint64, fromUs);
+    QFETCH(qint64, toUs);
+    QFETCH(QByteArray, text);
+    CxCameraLineData data;
+    data.requiredThroughput = 1000;
+    data.cameraBufferSize = 1000;
+    appendFrame(data, 1000000, {0, 1000, 3000}, 7);
+    QCOMPARE(report(data, fromUs, toUs), header + text);
+}
+
+void TestReport::occupancyCarriesOver()
+{
+    CxCameraLineData data;
+    data.samplePeriod = 400;
+    data.requiredThroughput = 1000;
+    data.cameraBufferSize = 1000;
+    for (qint64 i = 0; i < 2; ++i)
+        appendFrame(data, i * 1000, {0, 250}, static_cast<quint64>(i)); // 1 us: 1000 bytes made, 400 taken
+    appendFrame(data, 2000, {9}, 2);
+    QCOMPARE(report(data, 0, 10000),
+             QByteArray(header) + "0,1,400,1000,1000,400,600,60\n1,1,400,1000,1000,400,1000,100\n");
+}
+
+void TestReport::equalToTheFormulas()
+{
+    for (int seed = 0; seed < testCount(200); ++seed) {
+        Dice dice(static_cast<quint64>(seed));
+        CxCameraLineData data;
+        data.requiredThroughput = static_cast<qint32>(dice.between(0, 3000));
+        data.cameraBufferSize = dice.oneIn(5) ? 0 : 32768;
+        appendRandomMeasurement(data, dice, 20);
+        const qint64 fromUs = data.frameList[5]->timestampUs;
+        const qint64 toUs = data.frameList[15]->timestampUs;
+        QCOMPARE(report(data, fromUs, toUs), header + naiveReport(data, fromUs, toUs));
+    }
+}
+
+void TestReport::endsEarly()
+{
+    CxCameraLineData data;
+    Dice dice(3);
+    appendRandomMeasurement(data, dice, 2000);
+    const qint64 end = std::numeric_limits<qint64>::max();
+    const QByteArray whole = report(data, 0, end);
+
+    QByteArray text;
+    const auto append = [&text](const char* piece, std::size_t size) {
+        text.append(piece, static_cast<int>(size));
+        return true;
+    };
+    CsvReportWriter cancelled(append, [](qint32 visited) { return visited < 100; });
+    QCOMPARE(cancelled.write(data, 0, end), CsvReportResult::Cancelled);
+    QVERIFY(text.size() > int(sizeof header) && text.size() < whole.size());
+    QVERIFY(whole.startsWith(text) && text.endsWith('\n'));
+
+    LogCapture log;
+    int pieces = 0;
+    CsvReportWriter refused([&pieces](const char*, std::size_t) { return ++pieces < 2; });
+    QCOMPARE(refused.write(data, 0, end), CsvReportResult::Failed);
+    QCOMPARE(pieces, 2);
+    QCOMPARE(log.texts(), QStringList("CsvReportWriter::write(): Cannot write the report"));
+}
+
+void TestReport::toAFile()
+{
+    CxCameraLineData data;
+    Dice dice(4);
+    appendRandomMeasurement(data, dice, 100);
+    const qint64 end = std::numeric_limits<qint64>::max();
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("report.csv"));
+
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(10'000'000, 'x')); // longer than the report: contents are replaced
+    file.close();
+    QCOMPARE(data.exportToCsv(path, nullptr, 0, end), CsvReportResult::Written);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), report(data, 0, end));
+
+    LogCapture log;
+    QCOMPARE(data.exportToCsv(folder.filePath(QStringLiteral("no/such/folder.csv")), nullptr, 0, end),
+             CsvReportResult::NotOpened);
+    QCOMPARE(log.lines(), QStringList());
+    QCOMPARE(data.exportToCsv(QStringLiteral("/dev/full"), nullptr, 0, end), CsvReportResult::Failed);
+    QCOMPARE(log.lines().size(), 1);
+
+    data.measMode = MeasModeStandardAcq;
+    const QString none = folder.filePath(QStringLiteral("none.csv"));
+    QCOMPARE(data.exportToCsv(none, nullptr, 0, end), CsvReportResult::NoReport);
+    QVERIFY(!QFile::exists(none));
+}
+
+QTEST_MAIN(TestReport)
+#include "tst_report.moc"

@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Figures and curves: worked examples, edges, and equality with the plain formulas on random records.
+#include <limits>
+
+#include <qcustomplot.h>
+#include <QtTest/QtTest>
+
+#include "NaiveEvaluator.h"
+#include "RandomRecord.h"
+#include "TestScale.h"
+
+namespace {
+
+constexpr double inf = std::numeric_limits<double>::infinity();
+
+std::vector<CurvePoint> points(const QCPGraph& graph)
+{
+    std::vector<CurvePoint> result;
+    for (const QCPGraphData& point : *graph.data())
+        result.push_back({point.key, point.value});
+    return result;
+}
+
+} // namespace
+
+class TestStatistics : public QObject
+{
+    Q_OBJECT
+
+public:
+    TestStatistics() : minimum(*plot.addGraph()), level(*plot.addGraph())
+    {
+        while (plot.graphCount() < 5)
+            plot.addGraph();
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        for (int i = 0; i < plot.graphCount(); ++i)
+            plot.graph(i)->data()->clear();
+    }
+    void frameSpeeds();
+    void figures_data();
+    void figures();
+    void nothingToEvaluate();
+    void margins_data();
+    void margins();
+    void relativeTimes();
+    void counterCurves();
+    void equalToTheFormulas();
+
+private:
+    QCustomPlot plot;
+    QCPGraph& minimum;
+    QCPGraph& level;
+};
+
+void TestStatistics::frameSpeeds()
+{
+    CxCameraLineData data;
+    appendFrame(data, 0, {~quint64(0) - 99, 900, 2900}); // 1000 and 2000 ticks, the counter wraps in between
+    double speeds[2];
+    double deltas[2];
+    quint64 offsets[2];
+    QCOMPARE(data.calculateFrameSpeeds(*data.frameList[0], 4096, 1000.0, speeds, deltas, offsets), 2);
+    QCOMPARE(speeds[0], 1024.0);
+    QCOMPARE(speeds[1], 512.0);
+    QCOMPARE(deltas[0], -96.0);
+    QCOMPARE(deltas[1], 3904.0);
+    QCOMPARE(offsets[0], quint64(4));
+    QCOMPARE(offsets[1], quint64(12));
+    QCOMPARE(data.calculateFrameSpeeds(*data.frameList[0], 4096, 1000.0, nullptr, nullptr, nullptr), 2);
+    QCOMPARE(data.calculateFrameSpeeds(FrameRecord(), 4096, 1000.0, speeds, deltas, offsets), 0);
+}
+
+void TestStatistics::figures_data()
+{
+    QTest::addColumn<QVector<quint64>>("ticks");
+    QTest::addColumn<int>("bufferSize");
+    QTest::addColumn<double>("average");
+    QTest::addColumn<double>("slowest");
+    QTest::addColumn<double>("highest");
+    QTest::addColumn<quint64>("overflows");
+    using Ticks = QVector<quint64>;
+    QTest::newRow("example") << Ticks{0, 1000, 3000} << 1000 << 1024.0 << 512.0 << 100.0 << quint64(1);
+    QTest::newRow("fits") << Ticks{0, 1000, 3000} << 7808 << 1024.0 << 512.0 << 50.0 << quint64(0);
+    QTest::newRow("stays full") << Ticks{0, 2000, 2500} << 1000 << 3 * 4096 / 10.0 << 512.0 << 100.0 << quint64(1);
+    QTest::newRow("one block") << Ticks{5} << 1000 << inf << DBL_MAX << 0.0 << quint64(0);
+    QTest::newRow("standing ticks") << Ticks{5, 5, 5} << 1000 << inf << DBL_MAX << 0.0 << quint64(0);
+    QTest::newRow("no buffer") << Ticks{0, 1000, 3000} << 0 << 1024.0 << 512.0 << 100.0 << quint64(1);
+}
+
+void TestStatistics::figures()
+{
+    QFETCH(QVector<quint64>, ticks);
+    QFETCH(int, bufferSize);
+    CxCameraLineData data;
+    data.requiredThroughput = 1000;
+    data.cameraBufferSize = bufferSize;
+    appendFrame(data, 0, {ticks.begin(), ticks.end()});
+    QVERIFY(data.calculateStats(nullptr, nullptr, nullptr, 0, 1000, 0));
+    QTEST(data.avgThroughput, "average");
+    QTEST(data.minThroughput, "slowest");
+    QTEST(data.maxBufferLevel, "highest");
+    QTEST(data.bufferOverflowCount, "overflows");
+
+    const FrameFigures frame = evaluateFrame(*data.frameList[0], 4096, 1000, bufferSize);
+    QTEST(frame.throughput.value_or(inf), "average");
+    QTEST(frame.minThroughput.value_or(DBL_MAX), "slowest");
+    QTEST(frame.maxBufferLevel.value_or(0.0), "highest");
+    QTEST(quint64(frame.overflow), "overflows");
+}
+
+void TestStatistics::nothingToEvaluate()
+{
+    CxCameraLineData data;
+    QVERIFY(!data.calculateStats(nullptr, nullptr, nullptr, 0, 1000, 0));
+    appendFrame(data, 5000, {0, 1000});
+    data.avgThroughput = data.minThroughput = data.maxBufferLevel = 3.0;
+    data.bufferOverflowCount = 3;
+    const qint64 end = std::numeric_limits<qint64>::max();
+    const std::pair<qint64, qint64> ranges[] = {{7000, 7500}, {0, 2000}, {end - 1, end}, {-end, -end + 5}};
+    for (const auto& [fromUs, toUs] : ranges) {
+        QVERIFY(!data.calculateStats(nullptr, nullptr, nullptr, fromUs, toUs, 0));
+        QCOMPARE(data.minThroughput, DBL_MAX);
+        QCOMPARE(data.maxBufferLevel, 0.0);
+        QCOMPARE(data.bufferOverflowCount, quint64(0));
+        QCOMPARE(data.avgThroughput, 3.0);
+    }
+    QVERIFY(data.calculateStats(nullptr, nullptr, nullptr, -end, end, 0)); // a range that no sum can hold
+}
+
+void TestStatistics::margins_data()
+{
+    QTest::addColumn<double>("frameTime");
+    QTest::addColumn<qint64>("margin");
+    QTest::newRow("frames longer than half the range") << 800.7 << qint64(800);
+    QTest::newRow("short frames") << 400.0 << qint64(1000);
+    QTest::newRow("beyond all integers") << 1e300 << std::numeric_limits<qint64>::max();
+}
+
+void TestStatistics::margins()
+{
+    QFETCH(double, frameTime);
+    QFETCH(qint64, margin);
+    constexpr qint64 fromUs = 100'000;
+    constexpr qint64 toUs = 101'000;
+    CxCameraLineData data;
+    data.avgFrameTime = frameTime;
+    const qint64 before = margin > fromUs ? 0 : fromUs - margin;
+    const qint64 behind = margin > fromUs ? 0 : toUs + margin;
+    appendFrame(data, before - 1, {0, 10});
+    appendFrame(data, before, {0, 20});
+    appendFrame(data, behind - 1, {0, 30});
+    appendFrame(data, behind, {0, 40});
+    QVERIFY(data.calculateStats(nullptr, nullptr, nullptr, fromUs, toUs, 0));
+    QCOMPARE(data.minThroughput, 4096 / ((margin > fromUs ? 40 : 30) / 250.0));
+}
+
+void TestStatistics::relativeTimes()
+{
+    CxCameraLineData data;
+    for (qint64 hour = 0; hour < 24; ++hour)
+        appendFrame(data, hour * 3'600'000'000, {0, 1000, 2000});
+    const QCPRange keys(-86400.0, 0.0);
+    QVERIFY(data.calculateStats(&minimum, &level, &keys, 0, 86'400'000'000, 1.0));
+    QCOMPARE(minimum.dataCount(), 23); // all but the reference of the spacing, an hour apart
+    QCOMPARE(minimum.dataMainKey(0), 3600.000004 - 86400.0);
+    QCOMPARE(level.dataMainKey(22), 23 * 3600.000000 + 0.000004 - 86400.0);
+}
+
+void TestStatistics::counterCurves()
+{
+    CxCameraLineData data;
+    const auto fill = [&](qint64 fromUs, qint64 toUs) {
+        return data.fillCounterGraphs(plot.graph(0), plot.graph(1), plot.graph(2), plot.graph(3), nullptr,
+                                      QCPRange(-1, 0), fromUs, toUs, 1.5);
+    };
+    QVERIFY(!fill(0, 1000));
+    for (int i = 0; i < 100; ++i) {
+        auto sample = std::make_unique<CounterSample>();
+        sample->timestampUs = i * 1000;
+        sample->transportSkip = i;
+        sample->apiSkip = 2 * i;
+        sample->missedTrgOverlap = 3 * i;
+        sample->missedTrgOverflow = -i;
+        data.counterSampleList.push_back(std::move(sample));
+    }
+    QVERIFY(fill(1'000'000, 1'001'000)); // samples, but none there
+    QCOMPARE(plot.graph(0)->dataCount(), 0);
+
+    // Margins of ten frame times, plotted too; every second sample is far enough from the last.
+    data.avgFrameTime = 1000.9;
+    QVERIFY(fill(50'000, 52'000));
+    QCOMPARE(points(*plot.graph(0)).size(), size_t(10)); // 40 is the reference, then 42, 44 ... 60
+    QCOMPARE(plot.graph(0)->dataMainKey(0), -0.01);
+    QCOMPARE(plot.graph(1)->dataMainValue(0), 84.0);
+    QCOMPARE(plot.graph(2)->dataMainValue(1), 132.0);
+    QCOMPARE(plot.graph(3)->dataMainValue(9), -60.0);
+}
+
+void TestStatistics::equalToTheFormulas()
+{
+    constexpr qint64 ranges[] = {1'000, 20'000, 1'000'000, 60'000'000, 86'400'000'000};
+    constexpr int buffers[] = {0, 1000, 32768, 1'000'000};
+    const int records = testCount(2000);
+    int evaluated = 0;
+    qint64 plotted = 0;
+    for (int seed = 0; seed < records; ++seed) {
+        Dice dice(static_cast<quint64>(seed));
+        CxCameraLineData data;
+        data.samplePeriod = static_cast<qint32>(8 * dice.between(1, 6400));
+        data.requiredThroughput = static_cast<qint32>(dice.between(0, 3000));
+        data.cameraBufferSize = dice.pick(buffers);
+        data.avgFrameTime = static_cast<double>(dice.between(0, 3000)) / 3.0;
+        for (qint64 measurement = dice.between(1, 3); measurement > 0; --measurement)
+            appendRandomMeasurement(data, dice, static_cast<int>(dice.between(1, 25)));
+
+        for (int view = 0; view < 4; ++view) {
+            const auto& anchor = *data.frameList[dice.bits() % data.frameList.size()];
+            const qint64 range = dice.pick(ranges);
+            const qint64 toUs = anchor.timestampUs + (dice.oneIn(6) ? -3 * range : dice.between(0, range));
+            const double spacing = dice.oneIn(3) ? 0.0 : static_cast<double>(range) / 514.0 / 1000.0;
+            const QCPRange keys(-static_cast<double>(range) / 1e6, dice.oneIn(2) ? 0.0 : 0.25);
+            init();
+            const bool result = data.calculateStats(&minimum, &level, &keys, toUs - range, toUs, spacing);
+            const NaiveFigures naive = naiveFigures(data, keys.upper, toUs - range, toUs, spacing);
+            QCOMPARE(result, naive.evaluated);
+            QVERIFY(data.minThroughput == naive.minThroughput);
+            if (!result)
+                continue;
+            const QByteArray where = "seed " + QByteArray::number(seed) + " view " + QByteArray::number(view);
+            QVERIFY2(data.avgThroughput == naive.avgThroughput, where);
+            QVERIFY2(data.maxBufferLevel == naive.maxBufferLevel, where);
+            QVERIFY2(data.bufferOverflowCount == naive.bufferOverflowCount, where);
+            QVERIFY2(points(minimum) == naive.minimum, where);
+            QVERIFY2(points(level) == naive.level, where);
+            QCOMPARE(data.workArrayLength, data.frameList.front()->blockCount - 1);
+            ++evaluated;
+            plotted += minimum.dataCount();
+        }
+    }
+    // The comparison is worth something only if most views showed something.
+    QVERIFY(evaluated > 2 * records && plotted > 20 * records);
+}
+
+QTEST_MAIN(TestStatistics)
+#include "tst_statistics.moc"

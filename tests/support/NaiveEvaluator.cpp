@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The formulas, one after the other.
+#include "NaiveEvaluator.h"
+
+#include <cfloat>
+
+NaiveFigures naiveFigures(const CxCameraLineData& data, double keyUpper, qint64 fromUs, qint64 toUs,
+                          double minKeySpacing)
+{
+    NaiveFigures figures;
+    figures.minThroughput = DBL_MAX;
+    const qint64 range = toUs - fromUs;
+    const double frameTime = data.avgFrameTime;
+    const qint64 margin = frameTime * 2.0 > static_cast<double>(range) ? static_cast<qint64>(frameTime) : range;
+    const double required = data.requiredThroughput;
+    const double bufferSize = data.cameraBufferSize;
+    const double period = data.samplePeriod;
+
+    auto frame = data.frameList.begin();
+    while (frame != data.frameList.end() && (*frame)->timestampUs < fromUs - margin)
+        ++frame;
+
+    double sum = 0.0;
+    quint64 frames = 0;
+    bool first = true;
+    qint64 lastRel = 0;
+    double pointMinimum = DBL_MAX;
+    double pointLevel = 0.0;
+    double overallLevel = 0.0;
+    for (; frame != data.frameList.end() && (*frame)->timestampUs < toUs + margin; ++frame) {
+        const FrameRecord& f = **frame;
+        double occupancy = 0.0;
+        bool overflow = false;
+        for (quint64 i = 1; i < f.blockCount; ++i) {
+            const double dt = static_cast<double>(f.blockTicks[i] - f.blockTicks[i - 1]) / 250.0;
+            const double speed = period / dt;
+            const qint64 time = f.timestampUs + static_cast<qint64>((f.blockTicks[i] - f.blockTicks[0]) / 250);
+            const qint64 rel = time - toUs;
+            if (speed < figures.minThroughput)
+                figures.minThroughput = speed;
+            occupancy += (required - speed) * dt;
+            if (occupancy < 0) {
+                occupancy = 0;
+            } else if (occupancy > bufferSize) {
+                occupancy = bufferSize;
+                overflow = true;
+            }
+            const double level = occupancy / bufferSize * 100.0;
+            if (overflow)
+                pointLevel = 100.0;
+            if (level > pointLevel)
+                pointLevel = level;
+            if (pointLevel > overallLevel)
+                overallLevel = pointLevel;
+            if (first) {
+                lastRel = rel;
+                first = false;
+            }
+            if (speed < pointMinimum && speed > 0)
+                pointMinimum = speed;
+            if (fromUs <= time && time <= toUs && static_cast<double>(rel - lastRel) > minKeySpacing * 1000.0) {
+                lastRel = rel;
+                const double key = static_cast<double>(rel) / 1000000.0 + keyUpper;
+                figures.minimum.push_back({key, pointMinimum});
+                figures.level.push_back({key, pointLevel});
+                pointMinimum = DBL_MAX;
+                pointLevel = 0.0;
+            }
+        }
+        figures.bufferOverflowCount += overflow ? 1 : 0;
+        sum += static_cast<double>(f.blockCount * static_cast<quint64>(data.samplePeriod)) /
+               static_cast<double>(f.durationTicks) * 250.0;
+        ++frames;
+    }
+    figures.evaluated = frames > 0;
+    figures.avgThroughput = sum / static_cast<double>(frames);
+    figures.maxBufferLevel = overallLevel;
+    return figures;
+}
+
+QByteArray naiveReport(const CxCameraLineData& data, qint64 fromUs, qint64 toUs)
+{
+    QString text;
+    double occupancy = 0.0;
+    const double bufferSize = data.cameraBufferSize;
+    for (const auto& frame : data.frameList) {
+        for (quint64 i = 1; i < frame->blockCount; ++i) {
+            const quint64 offset = (frame->blockTicks[i] - frame->blockTicks[0]) / 250;
+            const qint64 time = frame->timestampUs + static_cast<qint64>(offset);
+            if (time < fromUs)
+                continue;
+            if (time > toUs)
+                break;
+            const double dt = static_cast<double>(frame->blockTicks[i] - frame->blockTicks[i - 1]) / 250.0;
+            const double speed = data.samplePeriod / dt;
+            occupancy += (data.requiredThroughput - speed) * dt;
+            if (occupancy < 0)
+                occupancy = 0;
+            if (occupancy > bufferSize)
+                occupancy = bufferSize;
+            const QString fields[] = {
+                QString::number(frame->frameNumber),      QString::number(offset),
+                QString::number(data.samplePeriod),       QString::number(frame->blockTicks[i] * 4),
+                QString::number(data.requiredThroughput), QString::number(speed, 'g', 6),
+                QString::number(occupancy, 'g', 6),       QString::number(occupancy / bufferSize * 100.0, 'g', 6)};
+            for (const QString& field : fields)
+                text += field + QLatin1Char(&field == std::end(fields) - 1 ? '\n' : ',');
+        }
+        if (frame->timestampUs > toUs)
+            break;
+    }
+    return text.toLatin1();
+}

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The figures, curves and report of a throughput record straight from their formulas: every block is visited, nothing
+// is kept from one call to the next. What the engine is compared with, in results and in cost.
+#ifndef KESTROVA_NAIVEEVALUATOR_H
+#define KESTROVA_NAIVEEVALUATOR_H
+
+#include <vector>
+
+#include "CameraLineData.h"
+
+struct CurvePoint
+{
+    double key;
+    double value;
+    bool operator==(const CurvePoint& other) const { return key == other.key && value == other.value; }
+};
+
+struct NaiveFigures
+{
+    bool evaluated = false; ///< the other figures mean something
+    double avgThroughput = 0.0;
+    double minThroughput = 0.0;
+    double maxBufferLevel = 0.0;
+    quint64 bufferOverflowCount = 0;
+    std::vector<CurvePoint> minimum;
+    std::vector<CurvePoint> level;
+};
+
+/// Keys are seconds relative to `toUs` plus `keyUpper`.
+NaiveFigures naiveFigures(const CxCameraLineData& data, double keyUpper, qint64 fromUs, qint64 toUs,
+                          double minKeySpacing);
+
+/// The data lines of the report.
+QByteArray naiveReport(const CxCameraLineData& data, qint64 fromUs, qint64 toUs);
+
+#endif
