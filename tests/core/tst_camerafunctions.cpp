@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The camera functions: dead handles, parameters, who may acquire, image memory.
+#include <QtTest/QtTest>
+
+#include <future>
+#include <thread>
+
+#include <vnCore/vnCore.h>
+
+#include "CameraRegistry.h"
+#include "StubDevice.h"
+
+namespace {
+
+constexpr unsigned int longWait = 20000; // ms; ended by what the test does
+
+VN_IMG emptyImage()
+{
+    VN_IMG image{};
+    image.size = sizeof(VN_IMG);
+    return image;
+}
+
+} // namespace
+
+class TestCameraFunctions : public QObject
+{
+    Q_OBJECT
+
+private:
+    CameraRegistry& registry = CameraRegistry::instance();
+    std::shared_ptr<StubDevice> device;
+    VNCORE_HANDLE camera = nullptr;
+
+private Q_SLOTS:
+    void init()
+    {
+        device = std::make_shared<StubDevice>();
+        camera = registry.open(registry.addDevice(device));
+        QVERIFY(camera != nullptr);
+    }
+
+    void cleanup() { registry.removeAllDevices(); }
+
+    void deadHandles_data()
+    {
+        QTest::addColumn<quint64>("number");
+        QTest::addColumn<bool>("closed");
+        QTest::newRow("null") << quint64(0) << false;
+        QTest::newRow("unknown") << (quint64(1) << 40) << false;
+        QTest::newRow("closed") << quint64(0) << true;
+    }
+
+    void deadHandles()
+    {
+        QFETCH(quint64, number);
+        QFETCH(bool, closed);
+        const auto handle = closed ? camera : reinterpret_cast<VNCORE_HANDLE>(number);
+        if (closed)
+            QVERIFY(registry.close(camera));
+        const auto allRefuse = [handle] {
+            int value = 77;
+            int errors[3] = {-1, -1, -1};
+            VN_IMG image = emptyImage();
+            const bool any = vnApi_GetParamInt(handle, "gain", value, &errors[0]) ||
+                             vnApi_SetParamInt(handle, "gain:settable", 1, &errors[1]) ||
+                             vnApi_GetImage(handle, longWait, &image, &errors[2], true) ||
+                             vnApi_StartAcquisition(handle) || vnApi_StopAcquisition(handle);
+            return !any && value == 77 && std::count(errors, errors + 3, VN_ERR_NO_CAMERA) == 3;
+        };
+        std::vector<std::future<bool>> threads;
+        for (int i = 0; i < 4; ++i)
+            threads.push_back(std::async(std::launch::async, allRefuse));
+        for (auto& thread : threads)
+            QVERIFY(thread.get());
+    }
+
+    void parameters_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        QTest::addColumn<int>("value");
+        QTest::addColumn<bool>("accepted");
+        QTest::addColumn<int>("error");
+        QTest::addColumn<int>("gainAfter");
+        QTest::newRow("write") << QByteArray("gain") << 5 << true << int(VN_ERR_NONE) << 5;
+        QTest::newRow("refused") << QByteArray("gain") << 13 << false << int(VN_ERR_REFUSED) << 1;
+        QTest::newRow("no such") << QByteArray("gian") << 5 << false << int(VN_ERR_NO_PARAM) << 1;
+        QTest::newRow("ask") << QByteArray("gain:settable") << 5 << true << int(VN_ERR_NONE) << 1;
+        QTest::newRow("ask refused") << QByteArray("gain:settable") << 13 << false << int(VN_ERR_REFUSED) << 1;
+        QTest::newRow("ask no such") << QByteArray("gian:settable") << 5 << false << int(VN_ERR_NO_PARAM) << 1;
+        QTest::newRow("suffix alone") << QByteArray(":settable") << 5 << false << int(VN_ERR_NO_PARAM) << 1;
+        QTest::newRow("no name") << QByteArray() << 5 << false << int(VN_ERR_NO_PARAM) << 1;
+    }
+
+    void parameters()
+    {
+        QFETCH(QByteArray, name);
+        QFETCH(int, value);
+        device->refusedValue = 13;
+        const char* text = name.isNull() ? nullptr : name.constData();
+        int error = -1;
+        QTEST(vnApi_SetParamInt(camera, text, value, &error), "accepted");
+        QTEST(error, "error");
+        QTEST(vnApi_SetParamInt(camera, text, value, nullptr), "accepted");
+        int gain = 0;
+        QVERIFY(vnApi_GetParamInt(camera, "gain", gain, nullptr));
+        QTEST(gain, "gainAfter");
+    }
+
+    void failedReadKeepsTheValue()
+    {
+        int value = 77;
+        QVERIFY(!vnApi_GetParamInt(camera, "gian", value, nullptr));
+        device->setLost(true);
+        QVERIFY(!vnApi_GetParamInt(camera, "gain", value, nullptr));
+        QCOMPARE(value, 77);
+    }
+
+    void oneSideAcquires()
+    {
+        QVERIFY(!vnApi_StopAcquisition(camera));
+        QVERIFY(registry.startHostAcquisition(camera));
+        QVERIFY(!vnApi_StartAcquisition(camera));
+        QVERIFY(!vnApi_StopAcquisition(camera));
+        VN_IMG image = emptyImage();
+        int error = 0;
+        QVERIFY(!vnApi_GetImage(camera, longWait, &image, &error, true));
+        QCOMPARE(error, int(VN_ERR_NOT_RUNNING));
+        QVERIFY(device->acquiring);
+
+        QVERIFY(registry.stopHostAcquisition(camera));
+        QVERIFY(vnApi_StartAcquisition(camera));
+        QVERIFY(!vnApi_StartAcquisition(camera));
+        QVERIFY(!registry.startHostAcquisition(camera));
+        QVERIFY(!registry.stopHostAcquisition(camera));
+        QVERIFY(device->acquiring);
+        QVERIFY(vnApi_StopAcquisition(camera));
+        QVERIFY(!device->acquiring);
+    }
+
+    void refusalsOfTheCameraBlockNobody()
+    {
+        device->refuseStart = true;
+        QVERIFY(!vnApi_StartAcquisition(camera));
+        QVERIFY(!registry.startHostAcquisition(camera));
+        device->refuseStart = false;
+        QVERIFY(vnApi_StartAcquisition(camera));
+        device->refuseStop = true;
+        QVERIFY(!vnApi_StopAcquisition(camera));
+        QVERIFY(device->acquiring);
+        device->refuseStop = false;
+        QVERIFY(registry.startHostAcquisition(camera));
+        device->refuseStop = true;
+        QVERIFY(!registry.stopHostAcquisition(camera));
+        QVERIFY(!registry.isHostAcquiring(camera));
+        device->refuseStop = false;
+        QVERIFY(vnApi_StartAcquisition(camera));
+    }
+
+    void wrongDescriptorIsRefused()
+    {
+        QVERIFY(vnApi_StartAcquisition(camera));
+        device->push("image");
+        VN_IMG image{};
+        QVERIFY(!vnApi_GetImage(camera, longWait, &image, nullptr, true));
+        QVERIFY(!vnApi_GetImage(camera, longWait, nullptr, nullptr, true));
+        image.size = sizeof(VN_IMG);
+        QVERIFY(vnApi_GetImage(camera, longWait, &image, nullptr, true));
+        QCOMPARE(image.size, quint32(sizeof(VN_IMG)));
+        QCOMPARE(image.frameNumber, 1u);
+    }
+
+    void waitersAreWoken_data()
+    {
+        QTest::addColumn<bool>("byClose");
+        QTest::newRow("stop") << false;
+        QTest::newRow("close") << true;
+    }
+
+    void waitersAreWoken()
+    {
+        QFETCH(bool, byClose);
+        QVERIFY(vnApi_StartAcquisition(camera));
+        auto waiter = std::async(std::launch::async, [this] {
+            VN_IMG image = emptyImage();
+            return vnApi_GetImage(camera, longWait, &image, nullptr, true);
+        });
+        QTRY_COMPARE(device->waiters.load(), 1);
+        QVERIFY(byClose ? registry.close(camera) : vnApi_StopAcquisition(camera));
+        QCOMPARE(waiter.wait_for(std::chrono::milliseconds(longWait / 2)), std::future_status::ready);
+        QVERIFY(!waiter.get());
+        QVERIFY(!device->acquiring);
+    }
+
+    void memoryOutlives_data()
+    {
+        QTest::addColumn<int>("event");
+        QTest::newRow("loss") << 0;
+        QTest::newRow("stop by another thread") << 1;
+        QTest::newRow("close") << 2;
+        QTest::newRow("the device itself") << 3;
+    }
+
+    void memoryOutlives()
+    {
+        QFETCH(int, event);
+        QVERIFY(vnApi_StartAcquisition(camera));
+        const auto memory = device->push("first");
+        VN_IMG image = emptyImage();
+        QVERIFY(vnApi_GetImage(camera, longWait, &image, nullptr, true));
+        if (event == 0)
+            device->setLost(true);
+        if (event == 1)
+            std::thread(vnApi_StopAcquisition, camera).join();
+        if (event >= 2)
+            registry.close(camera);
+        if (event == 3) {
+            registry.removeAllDevices();
+            device.reset();
+        }
+        QVERIFY(!memory.expired());
+        QCOMPARE(QByteArray(static_cast<const char*>(image.data), static_cast<int>(image.dataBytes)),
+                 QByteArray("first"));
+
+        // The same thread's next wait ends the lease, also one that brings nothing; an opened camera keeps its
+        // newest image for the view.
+        vnApi_GetImage(camera, 0, &image, nullptr, true);
+        QCOMPARE(memory.expired(), event >= 2);
+    }
+
+    void nullDataIsHandedOn()
+    {
+        QVERIFY(vnApi_StartAcquisition(camera));
+        device->push("shown");
+        device->push({});
+        VN_IMG image = emptyImage();
+        QVERIFY(vnApi_GetImage(camera, longWait, &image, nullptr, true));
+        QVERIFY(vnApi_GetImage(camera, longWait, &image, nullptr, true));
+        QVERIFY(image.data == nullptr);
+        QCOMPARE(registry.latestImage(camera).descriptor.frameNumber, 1u);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCameraFunctions)
+#include "tst_camerafunctions.moc"
