@@ -1,0 +1,266 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The camera list and its controls.
+#include "CameraDock.h"
+
+#include <QtGui/QPainter>
+#include <QtWidgets/QBoxLayout>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTreeWidget>
+
+#include <vnCore/CxCameraManager.h>
+#include <vnCore/CxCameraParameters.h>
+
+#include "CameraNames.h"
+#include "CameraRegistry.h"
+#include "EventLog.h"
+#include "TakeOvers.h"
+
+namespace {
+
+enum Column
+{
+    NameColumn,
+    IdColumn,
+    StateColumn,
+    ColumnCount
+};
+
+constexpr QLatin1String formatParameter(VN_PRM_IMAGE_DATA_FORMAT);
+
+struct CameraState
+{
+    QString text;
+    QColor color;
+};
+
+CameraState stateOf(int device, const TakeOvers& takeOvers)
+{
+    const CameraRegistry& registry = CameraRegistry::instance();
+    const VNCORE_HANDLE camera = registry.openedHandle(device);
+    if (registry.isDeviceLost(device)) {
+        return {CameraDock::tr("lost"), QColor(235, 80, 70)};
+    }
+    if (!camera) {
+        return {CameraDock::tr("closed"), QColor(110, 116, 124)};
+    }
+    if (takeOvers.isTakenOver(camera)) {
+        return {CameraDock::tr("measuring"), QColor(240, 160, 50)};
+    }
+    if (registry.isHostAcquiring(camera)) {
+        return {CameraDock::tr("live"), QColor(0, 200, 160)};
+    }
+    return {CameraDock::tr("open"), QColor(200, 206, 212)};
+}
+
+QIcon dot(const QColor& color)
+{
+    QPixmap pixmap(32, 32);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawEllipse(8, 8, 16, 16);
+    return QIcon(pixmap);
+}
+
+} // namespace
+
+CameraDock::CameraDock(const TakeOvers& takeOvers, EventLog& log, QWidget* parent)
+    : QDockWidget(tr("Cameras"), parent), m_takeOvers(takeOvers), m_log(log)
+{
+    setObjectName(QStringLiteral("dockCameras"));
+    buildWidgets();
+    connectToCameras();
+    refresh();
+}
+
+void CameraDock::buildWidgets()
+{
+    m_list = new QTreeWidget;
+    m_list->setHeaderLabels({tr("Camera"), tr("Id"), tr("State")});
+    m_list->setRootIsDecorated(false);
+    m_list->setUniformRowHeights(true);
+    m_list->setAccessibleName(tr("Cameras"));
+    m_list->setToolTip(tr("The cameras of this machine; the selected one is shown in the middle.\n"
+                          "Enter or a double click opens a camera."));
+    m_list->header()->setStretchLastSection(false);
+    m_list->header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
+    m_list->header()->setSectionResizeMode(IdColumn, QHeaderView::ResizeToContents);
+    m_list->header()->setSectionResizeMode(StateColumn, QHeaderView::ResizeToContents);
+    connect(m_list, &QTreeWidget::currentItemChanged, this, &CameraDock::refreshControls);
+    connect(m_list, &QTreeWidget::itemActivated, this, [this] {
+        if (selectedCamera() == nullptr) {
+            openOrClose();
+        }
+    });
+
+    m_openButton = new QPushButton;
+    m_openButton->setObjectName(QStringLiteral("btnOpenCamera"));
+    m_openButton->setToolTip(tr("Open or close the selected camera; closing ends a measurement with it"));
+    connect(m_openButton, &QPushButton::clicked, this, &CameraDock::openOrClose);
+
+    m_viewButton = new QPushButton;
+    m_viewButton->setObjectName(QStringLiteral("btnViewCamera"));
+    m_viewButton->setToolTip(tr("Start or stop showing live images of the selected camera"));
+    connect(m_viewButton, &QPushButton::clicked, this, &CameraDock::startOrStopView);
+
+    m_formatBox = new QComboBox;
+    m_formatBox->setObjectName(QStringLiteral("boxCameraFormat"));
+    m_formatBox->setToolTip(tr("The image format of the selected camera"));
+    m_formatBox->setAccessibleName(tr("Image format"));
+    connect(m_formatBox, QOverload<int>::of(&QComboBox::activated), this, &CameraDock::applyFormat);
+    auto* formatLabel = new QLabel(tr("Fo&rmat:"));
+    formatLabel->setBuddy(m_formatBox);
+
+    auto* content = new QWidget;
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(m_list);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(m_openButton);
+    buttons->addWidget(m_viewButton);
+    layout->addLayout(buttons);
+    auto* format = new QHBoxLayout;
+    format->addWidget(formatLabel);
+    format->addWidget(m_formatBox, 1);
+    layout->addLayout(format);
+    setWidget(content);
+}
+
+void CameraDock::connectToCameras()
+{
+    auto* manager = CxCameraManager::instance();
+    for (const auto signal :
+         {&CxCameraManager::cameraOpened, &CxCameraManager::cameraClosed, &CxCameraManager::acquisitionStarted,
+          &CxCameraManager::acquisitionFinished, &CxCameraManager::imageFormatChanged}) {
+        connect(manager, signal, this, &CameraDock::refresh);
+    }
+    auto* registry = &CameraRegistry::instance();
+    connect(registry, &CameraRegistry::cameraLost, this, &CameraDock::refresh);
+    connect(registry, &CameraRegistry::cameraReturned, this, &CameraDock::refresh);
+    connect(registry, &CameraRegistry::devicesChanged, this, &CameraDock::refresh);
+    connect(&m_takeOvers, &TakeOvers::changed, this, &CameraDock::refresh);
+}
+
+int CameraDock::selectedDevice() const
+{
+    return m_list->indexOfTopLevelItem(m_list->currentItem()); // a row is a device's index
+}
+
+VNCORE_HANDLE CameraDock::selectedCamera() const
+{
+    return CameraRegistry::instance().openedHandle(selectedDevice());
+}
+
+void CameraDock::refresh()
+{
+    refreshList();
+    refreshControls();
+}
+
+void CameraDock::refreshList()
+{
+    const CameraRegistry& registry = CameraRegistry::instance();
+    const int devices = registry.deviceCount();
+    while (m_list->topLevelItemCount() > devices) {
+        delete m_list->takeTopLevelItem(m_list->topLevelItemCount() - 1);
+    }
+    while (m_list->topLevelItemCount() < devices) {
+        m_list->addTopLevelItem(new QTreeWidgetItem);
+    }
+    for (int device = 0; device < devices; ++device) {
+        const SxCameraInfo info = registry.deviceInfo(device);
+        const CameraState state = stateOf(device, m_takeOvers);
+        QTreeWidgetItem* item = m_list->topLevelItem(device);
+        item->setText(NameColumn, info.name);
+        item->setToolTip(NameColumn, cameraDisplayName(info));
+        item->setText(IdColumn, info.customId.isEmpty() ? info.id : info.customId);
+        item->setToolTip(IdColumn, info.id);
+        item->setText(StateColumn, state.text);
+        item->setIcon(StateColumn, dot(state.color));
+    }
+    if (!m_list->currentItem() && devices > 0) {
+        m_list->setCurrentItem(m_list->topLevelItem(0));
+    }
+}
+
+void CameraDock::refreshControls()
+{
+    const CameraRegistry& registry = CameraRegistry::instance();
+    const VNCORE_HANDLE camera = selectedCamera();
+    const bool mine = camera && !m_takeOvers.isTakenOver(camera);
+    m_openButton->setEnabled(m_list->currentItem() != nullptr);
+    m_openButton->setText(camera ? tr("&Close") : tr("&Open"));
+    m_viewButton->setEnabled(mine);
+    m_viewButton->setText(registry.isHostAcquiring(camera) ? tr("&Stop view") : tr("&Start view"));
+    m_formatBox->setEnabled(mine);
+    refreshFormats(camera);
+    if (camera != m_announced) {
+        m_announced = camera;
+        Q_EMIT selectedCameraChanged(camera);
+    }
+}
+
+void CameraDock::refreshFormats(VNCORE_HANDLE camera)
+{
+    CxCameraParameters* parameters = CxCameraManager::instance()->cameraParameters(camera);
+    const CxCameraParam* format = parameters ? parameters->findParam(formatParameter, false) : nullptr;
+    m_formatBox->clear();
+    if (format) {
+        for (const auto& item : format->enumItems) {
+            m_formatBox->addItem(item.text, item.value);
+        }
+        m_formatBox->setCurrentIndex(m_formatBox->findData(format->value.toInt()));
+    }
+}
+
+void CameraDock::openOrClose()
+{
+    CameraRegistry& registry = CameraRegistry::instance();
+    const int device = selectedDevice();
+    if (const VNCORE_HANDLE camera = registry.openedHandle(device)) {
+        registry.close(camera);
+    } else if (!registry.open(device)) {
+        m_log.append(EventLog::Severity::Warning,
+                     tr("%1 could not be opened").arg(cameraDisplayName(registry.deviceInfo(device))));
+    }
+    refresh();
+}
+
+void CameraDock::startOrStopView()
+{
+    CameraRegistry& registry = CameraRegistry::instance();
+    const int device = selectedDevice();
+    const VNCORE_HANDLE camera = registry.openedHandle(device);
+    if (registry.isHostAcquiring(camera)) {
+        registry.stopHostAcquisition(camera);
+    } else if (!registry.startHostAcquisition(camera)) {
+        m_log.append(EventLog::Severity::Warning,
+                     tr("%1 could not be started").arg(cameraDisplayName(registry.deviceInfo(device))));
+    }
+    refresh();
+}
+
+void CameraDock::applyFormat()
+{
+    CxCameraParameters* parameters = CxCameraManager::instance()->cameraParameters(selectedCamera());
+    CxCameraParam* format = parameters ? parameters->findParam(formatParameter, false) : nullptr;
+    if (!format) {
+        return;
+    }
+    bool applied = format->setParamValue(CxValue(m_formatBox->currentData().toInt()));
+    if (applied) {
+        parameters->addParamCommitToBatch(formatParameter);
+        applied = parameters->endCommitBatch(CommitRefreshGuiChanged);
+    }
+    if (!applied) {
+        m_log.append(EventLog::Severity::Warning,
+                     tr("%1 refused the format %2")
+                         .arg(cameraDisplayName(parameters->cameraInfo()), m_formatBox->currentText()));
+        refreshControls();
+    }
+}

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The dock with the cameras: their list and what can be done with the selected one.
+#ifndef KESTROVA_CAMERADOCK_H
+#define KESTROVA_CAMERADOCK_H
+
+#include <QtWidgets/QDockWidget>
+
+#include <vnCore/vnTypes.h>
+
+class EventLog;
+class QComboBox;
+class QPushButton;
+class QTreeWidget;
+class TakeOvers;
+
+/// Shows the registry's state and changes it; keeps none of its own but the selection. While a plug-in has taken a
+/// camera over, it can be closed but neither viewed nor switched to another format.
+class CameraDock : public QDockWidget
+{
+    Q_OBJECT
+
+public:
+    CameraDock(const TakeOvers& takeOvers, EventLog& log, QWidget* parent = nullptr);
+
+    /// The selected camera's handle, null if it is not open.
+    VNCORE_HANDLE selectedCamera() const;
+
+Q_SIGNALS:
+    /// Another camera is selected, or the selected one was opened or closed.
+    void selectedCameraChanged(VNCORE_HANDLE camera);
+
+private:
+    int selectedDevice() const; ///< its index in the registry, -1 without a selection
+    void buildWidgets();
+    void connectToCameras();
+    void refresh();
+    void refreshList();
+    void refreshControls();
+    void refreshFormats(VNCORE_HANDLE camera);
+    void openOrClose();
+    void startOrStopView();
+    void applyFormat();
+
+    const TakeOvers& m_takeOvers;
+    EventLog& m_log;
+    QTreeWidget* m_list = nullptr;
+    QPushButton* m_openButton = nullptr;
+    QPushButton* m_viewButton = nullptr;
+    QComboBox* m_formatBox = nullptr;
+    VNCORE_HANDLE m_announced = nullptr; ///< what selectedCameraChanged() said last
+};
+
+#endif

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// One line per event, and the watch over measured cameras.
+#include "CameraEvents.h"
+
+#include <vnCore/CxCameraManager.h>
+
+#include "CameraNames.h"
+#include "CameraRegistry.h"
+#include "EventLog.h"
+#include "TakeOvers.h"
+
+namespace {
+
+constexpr int watchIntervalMs = 1000;
+
+QString nameOf(VNCORE_HANDLE camera)
+{
+    const CxCameraParameters* parameters = CxCameraManager::instance()->cameraParameters(camera);
+    return parameters ? cameraDisplayName(parameters->cameraInfo()) : CameraEvents::tr("A camera");
+}
+
+} // namespace
+
+CameraEvents::CameraEvents(EventLog& log, TakeOvers& takeOvers, QObject* parent) : QObject(parent), m_log(log)
+{
+    using Severity = EventLog::Severity;
+    auto* manager = CxCameraManager::instance();
+    connect(manager, &CxCameraManager::cameraOpened, this, [this](VNCORE_HANDLE camera) {
+        m_log.append(Severity::Information, tr("%1 opened").arg(nameOf(camera)));
+    });
+    connect(manager, &CxCameraManager::cameraClosed, this, [this](VNCORE_HANDLE camera) {
+        m_log.append(Severity::Information, tr("%1 closed").arg(nameOf(camera)));
+    });
+    auto* registry = &CameraRegistry::instance();
+    connect(registry, &CameraRegistry::cameraLost, this,
+            [this](VNCORE_HANDLE camera) { m_log.append(Severity::Critical, tr("%1 lost").arg(nameOf(camera))); });
+    connect(registry, &CameraRegistry::cameraReturned, this, [this](VNCORE_HANDLE camera) {
+        m_log.append(Severity::Information, tr("%1 is back").arg(nameOf(camera)));
+    });
+    connect(&takeOvers, &TakeOvers::changed, this, &CameraEvents::onTakenOver);
+
+    connect(&m_timer, &QTimer::timeout, this, [this] { checkFrames(std::chrono::steady_clock::now()); });
+    m_timer.start(watchIntervalMs);
+}
+
+void CameraEvents::onTakenOver(VNCORE_HANDLE camera, bool takenOver)
+{
+    if (takenOver) {
+        m_watches[camera].since = std::chrono::steady_clock::now();
+        m_log.append(EventLog::Severity::Information, tr("%1 taken over by a plug-in").arg(nameOf(camera)));
+    } else {
+        m_watches.erase(camera);
+        m_log.append(EventLog::Severity::Information, tr("%1 given back").arg(nameOf(camera)));
+    }
+}
+
+void CameraEvents::checkFrames(TimePoint now)
+{
+    for (auto& [camera, watch] : m_watches) {
+        const DeviceImage image = CameraRegistry::instance().latestImage(camera);
+        const bool sameMemory = !watch.memory.owner_before(image.memory) && !image.memory.owner_before(watch.memory);
+        if (!sameMemory || image.descriptor.frameNumber != watch.frameNumber) {
+            if (watch.reported) {
+                m_log.append(EventLog::Severity::Information, tr("%1 sends frames again").arg(nameOf(camera)));
+            }
+            watch = {image.memory, image.descriptor.frameNumber, now, false};
+        } else if (!watch.reported && now - watch.since >= longestSilence) {
+            watch.reported = true;
+            m_log.append(
+                EventLog::Severity::Warning,
+                tr("%1 is measured but has sent no frame for %2 s").arg(nameOf(camera)).arg(longestSilence.count()));
+        }
+    }
+}

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Options of the viewer and what is wrong with them.
+#include "CommandLine.h"
+
+#include <cmath>
+
+#include <QtCore/QCommandLineParser>
+#include <QtCore/QRegularExpression>
+
+namespace {
+
+CommandLine wrongUsage(const QString& reason)
+{
+    CommandLine result;
+    result.outcome = CommandLine::Outcome::Error;
+    result.text = QStringLiteral("kestrova: %1\nTry \"kestrova --help\".\n").arg(reason);
+    return result;
+}
+
+CommandLine print(const QString& text)
+{
+    CommandLine result;
+    result.outcome = CommandLine::Outcome::Print;
+    result.text = text;
+    return result;
+}
+
+} // namespace
+
+std::optional<std::chrono::milliseconds> parseDuration(const QString& text)
+{
+    static const QRegularExpression pattern(QStringLiteral("^(\\d+(?:\\.\\d+)?)(ms|s|min|h)?$"));
+    const auto match = pattern.match(text);
+    if (!match.hasMatch()) {
+        return std::nullopt;
+    }
+    const QString unit = match.captured(2);
+    const double factor = unit == QLatin1String("ms")    ? 1
+                          : unit == QLatin1String("min") ? 60'000
+                          : unit == QLatin1String("h")   ? 3'600'000
+                                                         : 1000;
+    const double milliseconds = std::round(match.captured(1).toDouble() * factor);
+    constexpr double longest = 2'000'000'000; // what a QTimer can wait: 23 days
+    if (!(milliseconds >= 1 && milliseconds <= longest)) {
+        return std::nullopt;
+    }
+    return std::chrono::milliseconds(qint64(milliseconds));
+}
+
+CommandLine CommandLine::parse(const QStringList& arguments)
+{
+    const QCommandLineOption cameras(
+        QStringLiteral("cameras"), QStringLiteral("Simulate the cameras of this scenario."), QStringLiteral("FILE"));
+    const QCommandLineOption open(
+        QStringLiteral("open"),
+        QStringLiteral("Which cameras to open: \"all\" (default), \"none\", or a camera's name or "
+                       "id; may be given several times."),
+        QStringLiteral("all|none|NAME"));
+    const QCommandLineOption pluginDir(QStringLiteral("plugin-dir"),
+                                       QStringLiteral("Also look for plug-ins here; may be given several times."),
+                                       QStringLiteral("DIR"));
+    const QCommandLineOption settings(QStringLiteral("settings"), QStringLiteral("Keep the settings in this file."),
+                                      QStringLiteral("FILE"));
+    const QCommandLineOption start(QStringLiteral("start"),
+                                   QStringLiteral("Press \"Start All\" when the window is up."));
+    const QCommandLineOption quitAfter(QStringLiteral("quit-after"),
+                                       QStringLiteral("Quit after this time, for example 10s or 5min."),
+                                       QStringLiteral("TIME"));
+    const QCommandLineOption screenshot(QStringLiteral("screenshot"),
+                                        QStringLiteral("Save a picture of the whole window just before quitting."),
+                                        QStringLiteral("FILE.png"));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Camera viewer with a data throughput measurement."));
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    parser.addOptions({cameras, open, pluginDir, settings, start, quitAfter, screenshot});
+
+    if (!parser.parse(arguments)) {
+        return wrongUsage(parser.errorText());
+    }
+    if (parser.isSet(help)) {
+        return print(parser.helpText());
+    }
+    if (parser.isSet(version)) {
+        return print(QStringLiteral("kestrova " KESTROVA_VERSION "\n"));
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        return wrongUsage(
+            QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().constFirst()));
+    }
+
+    CommandLine result;
+    ViewerOptions& options = result.options;
+    options.camerasFile = parser.value(cameras);
+    options.pluginDirs = parser.values(pluginDir);
+    options.settingsFile = parser.value(settings);
+    options.start = parser.isSet(start);
+    options.screenshotFile = parser.value(screenshot);
+    if (parser.isSet(open)) {
+        options.camerasToOpen = parser.values(open);
+        options.openAll = options.camerasToOpen.contains(QLatin1String("all"));
+        options.camerasToOpen.removeAll(QStringLiteral("none"));
+    }
+    if (parser.isSet(quitAfter)) {
+        options.quitAfter = parseDuration(parser.value(quitAfter));
+        if (!options.quitAfter) {
+            return wrongUsage(
+                QStringLiteral("\"%1\" is no time; write for example 10s").arg(parser.value(quitAfter)));
+        }
+    }
+    for (const auto& option : {cameras, open, pluginDir, settings, screenshot}) {
+        if (parser.isSet(option) && parser.value(option).isEmpty()) {
+            return wrongUsage(QStringLiteral("--%1 needs a value").arg(option.names().constFirst()));
+        }
+    }
+    return result;
+}

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// View and buttons of the event list.
+#include "EventDock.h"
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QSaveFile>
+#include <QtWidgets/QBoxLayout>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QTreeView>
+
+#include <vnCore/IxAppDelegate.h>
+
+#include "EventLog.h"
+
+EventDock::EventDock(EventLog& log, QWidget* parent)
+    : QDockWidget(tr("Events"), parent), m_log(log), m_view(new QTreeView)
+{
+    setObjectName(QStringLiteral("dockEvents"));
+    m_view->setModel(&log);
+    m_view->setRootIsDecorated(false);
+    m_view->setUniformRowHeights(true);
+    m_view->setAlternatingRowColors(true);
+    m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_view->setAccessibleName(tr("Events"));
+    m_view->setToolTip(tr("What has happened, the newest line at the end"));
+    m_view->header()->setSectionResizeMode(EventLog::TimeColumn, QHeaderView::ResizeToContents);
+    m_view->header()->setSectionResizeMode(EventLog::CountColumn, QHeaderView::ResizeToContents);
+
+    connect(&log, &QAbstractItemModel::rowsAboutToBeInserted, this, [this] {
+        const QScrollBar* bar = m_view->verticalScrollBar();
+        m_atEnd = bar->value() == bar->maximum();
+    });
+    connect(&log, &QAbstractItemModel::rowsInserted, this, &EventDock::followNewest);
+
+    auto* clear = new QPushButton(tr("C&lear"));
+    clear->setToolTip(tr("Empty the list"));
+    clear->setAccessibleName(tr("Clear the event list"));
+    clear->setObjectName(QStringLiteral("btnClearEvents"));
+    connect(clear, &QPushButton::clicked, &log, &EventLog::clear);
+
+    auto* save = new QPushButton(tr("S&ave..."));
+    save->setToolTip(tr("Write the list into a text file"));
+    save->setAccessibleName(tr("Save the event list"));
+    connect(save, &QPushButton::clicked, this, &EventDock::save);
+
+    auto* content = new QWidget;
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(m_view);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(clear);
+    buttons->addWidget(save);
+    layout->addLayout(buttons);
+    setWidget(content);
+}
+
+void EventDock::followNewest()
+{
+    if (m_atEnd) {
+        m_view->scrollToBottom();
+    }
+}
+
+void EventDock::save()
+{
+    const QString fileName = QFileDialog::getSaveFileName(this, tr("Save the event list"),
+                                                          IxAppDelegate::instance()->lastDirectory() +
+                                                              QStringLiteral("/kestrova-events.txt"),
+                                                          tr("Text files (*.txt);;All files (*)"));
+    if (fileName.isEmpty()) {
+        return;
+    }
+    IxAppDelegate::instance()->setLastDirectory(QFileInfo(fileName).absolutePath());
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly) || !m_log.writeTo(file) || !file.commit()) {
+        QMessageBox::warning(this, tr("Save the event list"),
+                             tr("The list could not be saved.\n%1: %2").arg(fileName, file.errorString()));
+    }
+}

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// How many frames a second arrive, from what a view happens to see of them.
+#ifndef KESTROVA_FRAMERATE_H
+#define KESTROVA_FRAMERATE_H
+
+#include <chrono>
+#include <optional>
+
+#include <QtCore/qglobal.h>
+
+/// Sees only some of the frames, so it counts by frame number, over a second at least.
+class FrameRate
+{
+public:
+    using TimePoint = std::chrono::steady_clock::time_point;
+
+    void reset() { *this = {}; }
+
+    /// A frame was seen. A number that runs backwards begins anew: the acquisition was started again.
+    void frameSeen(quint32 number, TimePoint now)
+    {
+        if (!m_begin || number < m_lastNumber) {
+            *this = {};
+            m_begin = now;
+            m_beginNumber = number;
+        }
+        m_lastNumber = number;
+        const std::chrono::duration<double> elapsed = now - *m_begin;
+        if (elapsed.count() >= 1.0) {
+            m_rate = double(number - m_beginNumber) / elapsed.count();
+            m_begin = now;
+            m_beginNumber = number;
+        }
+    }
+
+    /// Frames per second; none during the first second.
+    std::optional<double> rate() const { return m_rate; }
+
+private:
+    std::optional<TimePoint> m_begin;
+    quint32 m_beginNumber = 0;
+    quint32 m_lastNumber = 0;
+    std::optional<double> m_rate;
+};
+
+#endif

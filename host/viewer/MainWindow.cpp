@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Window, menus and arrangement.
+#include "MainWindow.h"
+
+#include <QtCore/QSettings>
+#include <QtGui/QCloseEvent>
+#include <QtGui/QScreen>
+#include <QtWidgets/QActionGroup>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QMessageBox>
+
+#include "CameraDock.h"
+#include "EventDock.h"
+#include "GuiIcons.h"
+#include "ImageView.h"
+#include "ViewerDelegate.h"
+
+namespace {
+
+constexpr QSize defaultSize(1280, 960);
+constexpr int defaultBottomHeight = 590; // a plug-in with four cameras is readable
+constexpr int defaultCamerasWidth = 330;
+constexpr int defaultEventsWidth = 430;
+
+} // namespace
+
+MainWindow::MainWindow(const TakeOvers& takeOvers, EventLog& log)
+{
+    setWindowTitle(tr("Kestrova"));
+    setWindowIcon(drawnIcon(GuiIcon::Application, palette()));
+    setObjectName(QStringLiteral("MainWindow"));
+
+    auto* view = new ImageView;
+    setCentralWidget(view);
+
+    auto* cameras = new CameraDock(takeOvers, log, this);
+    addDockWidget(Qt::LeftDockWidgetArea, cameras);
+    connect(cameras, &CameraDock::selectedCameraChanged, view, &ImageView::setCamera);
+
+    auto* events = new EventDock(log, this);
+    addDockWidget(Qt::RightDockWidgetArea, events);
+
+    buildMenus(cameras, events);
+}
+
+void MainWindow::buildMenus(QDockWidget* cameras, QDockWidget* events)
+{
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    QAction* quit = file->addAction(tr("&Quit"), this, &MainWindow::quitRequested);
+    quit->setShortcut(QKeySequence(tr("Ctrl+Q")));
+
+    m_docksMenu = menuBar()->addMenu(tr("&View"));
+    QMenu* levels = m_docksMenu->addMenu(tr("&Detail level"));
+    m_docksMenu->addSeparator();
+    m_docksMenu->addAction(cameras->toggleViewAction());
+    m_docksMenu->addAction(events->toggleViewAction());
+
+    levels->setToolTip(tr("How much plug-ins show"));
+    m_detailLevels = new QActionGroup(this);
+    const QString names[] = {tr("&1  Beginner"), tr("&2"), tr("&3  Standard"), tr("&4"), tr("&5  Developer")};
+    int level = ViewerDelegate::lowestDetailLevel;
+    for (const QString& name : names) {
+        QAction* action = levels->addAction(name);
+        action->setCheckable(true);
+        action->setData(level++);
+        m_detailLevels->addAction(action);
+    }
+    connect(m_detailLevels, &QActionGroup::triggered, this,
+            [this](const QAction* action) { Q_EMIT detailLevelChosen(action->data().toInt()); });
+
+    QMenu* help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("&Plug-ins..."), this, &MainWindow::pluginListRequested);
+    help->addAction(tr("&About Kestrova..."), this, &MainWindow::showAbout);
+    help->addAction(tr("About &Qt..."), this, [this] { QMessageBox::aboutQt(this); });
+}
+
+void MainWindow::setDetailLevel(int level)
+{
+    const auto actions = m_detailLevels->actions();
+    for (QAction* action : actions) {
+        action->setChecked(action->data().toInt() == level);
+    }
+}
+
+void MainWindow::restoreArrangement(QSettings& settings)
+{
+    arrangeByDefault();
+    restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
+    restoreState(settings.value(QStringLiteral("docks")).toByteArray());
+}
+
+void MainWindow::saveArrangement(QSettings& settings) const
+{
+    settings.setValue(QStringLiteral("geometry"), saveGeometry());
+    settings.setValue(QStringLiteral("docks"), saveState());
+}
+
+void MainWindow::arrangeByDefault()
+{
+    const QRect available = screen()->availableGeometry();
+    resize(defaultSize.boundedTo(available.size()));
+    QList<QDockWidget*> bottom;
+    QList<int> heights;
+    const auto docks = findChildren<QDockWidget*>();
+    for (QDockWidget* dock : docks) {
+        if (dockWidgetArea(dock) == Qt::BottomDockWidgetArea) {
+            bottom.append(dock);
+            heights.append(defaultBottomHeight * height() / defaultSize.height());
+        }
+    }
+    resizeDocks(bottom, heights, Qt::Vertical);
+    resizeDocks({findChild<QDockWidget*>(QStringLiteral("dockCameras")),
+                 findChild<QDockWidget*>(QStringLiteral("dockEvents"))},
+                {defaultCamerasWidth, defaultEventsWidth}, Qt::Horizontal);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    event->accept(); // refusing would hold up the end of the session
+    Q_EMIT quitRequested();
+}
+
+void MainWindow::showAbout()
+{
+    QMessageBox::about(this, tr("About Kestrova"),
+                       tr("<h3>Kestrova %1</h3>"
+                          "<p>Views machine-vision cameras and measures their data throughput.</p>"
+                          "<p>Kestrova Imaging, <a href=\"https://kestrova.example\">kestrova.example</a></p>"
+                          "<p>Free software under the GNU General Public License, version 3 or later.</p>")
+                           .arg(QStringLiteral(KESTROVA_VERSION)));
+}

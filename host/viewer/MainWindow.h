@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The main window: docks around the image, and the menus.
+#ifndef KESTROVA_MAINWINDOW_H
+#define KESTROVA_MAINWINDOW_H
+
+#include <QtWidgets/QMainWindow>
+
+class CameraDock;
+class EventLog;
+class QActionGroup;
+class QMenu;
+class QSettings;
+class TakeOvers;
+
+/// Builds the window and knows how it was arranged. What the menus trigger beyond the window is announced.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    MainWindow(const TakeOvers& takeOvers, EventLog& log);
+
+    /// Where further docks put what shows and hides them.
+    QMenu& docksMenu() { return *m_docksMenu; }
+
+    void setDetailLevel(int level);
+
+    /// Called when all docks exist. Without stored values the default arrangement.
+    void restoreArrangement(QSettings& settings);
+    void saveArrangement(QSettings& settings) const;
+
+Q_SIGNALS:
+    void detailLevelChosen(int level);
+    void pluginListRequested();
+    void quitRequested();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildMenus(QDockWidget* cameras, QDockWidget* events);
+    void arrangeByDefault();
+    void showAbout();
+
+    QMenu* m_docksMenu = nullptr;
+    QActionGroup* m_detailLevels = nullptr;
+};
+
+#endif

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Building and destroying docks.
+#include "PluginDocks.h"
+
+#include <QtWidgets/QDockWidget>
+#include <QtWidgets/QMainWindow>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QScrollArea>
+
+PluginDocks::PluginDocks(QMainWindow& window, QMenu& viewMenu) : m_window(window), m_viewMenu(viewMenu) {}
+
+PluginDocks::~PluginDocks()
+{
+    destroyFrom(0);
+}
+
+void PluginDocks::add(QWidget* widget, int area, int allowedAreas, bool floating)
+{
+    auto* dock = new QDockWidget(widget->windowTitle(), &m_window);
+    // The name finds the dock again in stored settings.
+    dock->setObjectName(QStringLiteral("dock%1_%2").arg(widget->objectName()).arg(m_docks.size()));
+    dock->setAccessibleName(widget->windowTitle());
+    dock->setAllowedAreas(Qt::DockWidgetAreas(allowedAreas));
+
+    auto* scrollArea = new QScrollArea(dock);
+    scrollArea->setWidgetResizable(true);
+    scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setFocusPolicy(Qt::NoFocus);
+    scrollArea->setWidget(widget);
+    dock->setWidget(scrollArea);
+
+    m_window.addDockWidget(Qt::DockWidgetArea(area), dock);
+    dock->setFloating(floating);
+    m_viewMenu.addAction(dock->toggleViewAction());
+    m_docks.append(dock);
+
+    connect(widget, &QObject::destroyed, this, [this, dock = QPointer<QDockWidget>(dock)] {
+        if (dock) {
+            dock->deleteLater();
+        }
+        Q_EMIT widgetDied();
+    });
+}
+
+void PluginDocks::destroyFrom(int index)
+{
+    for (int i = m_docks.size() - 1; i >= index; --i) {
+        delete m_docks[i];
+    }
+}
+
+QList<QWidget*> PluginDocks::widgets() const
+{
+    QList<QWidget*> result;
+    for (const auto& dock : m_docks) {
+        auto* scrollArea = dock ? qobject_cast<QScrollArea*>(dock->widget()) : nullptr;
+        if (scrollArea && scrollArea->widget()) {
+            result.append(scrollArea->widget());
+        }
+    }
+    return result;
+}

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The program as a whole: what it consists of and in which order that begins and ends.
+#ifndef KESTROVA_VIEWER_H
+#define KESTROVA_VIEWER_H
+
+#include <memory>
+
+#include <QtCore/QObject>
+#include <QtCore/QTimer>
+
+#include "CommandLine.h"
+#include "EventLog.h"
+#include "MessageQueue.h"
+#include "SettingsStore.h"
+#include "TakeOvers.h"
+
+class CameraEvents;
+class MainWindow;
+class PluginDocks;
+class PluginManager;
+class ViewerDelegate;
+
+/// Begins with start() and ends with shutDown(), between which the event loop runs. User interface thread only.
+class Viewer : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Viewer(const ViewerOptions& options);
+    ~Viewer() override;
+
+    /// Opens cameras, loads plug-ins and shows the window. Else a reason why the options cannot be met.
+    QString start();
+
+    /// Saves the settings, ends the plug-ins and destroys their widgets (which restores the cameras they measure
+    /// with), closes the cameras, unloads the plug-ins. Called by the destructor if need be.
+    void shutDown();
+
+    /// False if the file could not be written.
+    bool saveScreenshot(const QString& file);
+
+    MainWindow& window() { return *m_window; }
+    EventLog& events() { return m_events; }
+    const PluginManager& plugins() const { return *m_plugins; }
+
+private:
+    QString openCameras();
+    void loadSettings();
+    void saveSettings();
+    void pressStartAll();
+
+    // In the order of dependence: what stands below uses what stands above.
+    ViewerOptions m_options;
+    EventLog m_events;
+    MessageQueue m_messages;
+    SettingsStore m_settings;
+    QTimer m_saveTimer;
+    TakeOvers m_takeOvers;
+    std::unique_ptr<CameraEvents> m_cameraEvents;
+    std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<PluginDocks> m_docks;
+    std::unique_ptr<ViewerDelegate> m_delegate;
+    std::unique_ptr<PluginManager> m_plugins;
+    bool m_running = false;
+};
+
+#endif

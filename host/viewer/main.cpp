@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The program `kestrova`: command line, application object, event loop.
+#include <cstdio>
+
+#include <QtWidgets/QApplication>
+
+#include "CommandLine.h"
+#include "Theme.h"
+#include "UnixSignals.h"
+#include "Viewer.h"
+
+namespace {
+
+constexpr int exitWrongUsage = 2;
+constexpr int exitFailure = 1;
+
+/// What the command line asks for is known before there is a display, which not all of it needs.
+CommandLine readCommandLine(int& argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    return CommandLine::parse(QCoreApplication::arguments());
+}
+
+bool hasDisplay()
+{
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
+int run(int argc, char** argv, const ViewerOptions& options)
+{
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Kestrova"));
+    QApplication::setApplicationVersion(QStringLiteral(KESTROVA_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("example.kestrova.Kestrova"));
+    applyDarkTheme(application);
+
+    UnixSignals unixSignals;
+    // quit() ends every event loop of the thread, so it also gets past a box that is open.
+    QObject::connect(&unixSignals, &UnixSignals::quitRequested, &application, &QCoreApplication::quit);
+    if (options.quitAfter) {
+        QTimer::singleShot(*options.quitAfter, &application, &QCoreApplication::quit);
+    }
+
+    Viewer viewer(options);
+    const QString fault = viewer.start();
+    if (!fault.isEmpty()) {
+        std::fprintf(stderr, "kestrova: %s\n", qPrintable(fault));
+        return exitWrongUsage;
+    }
+    QApplication::exec();
+    const bool pictureSaved = options.screenshotFile.isEmpty() || viewer.saveScreenshot(options.screenshotFile);
+    viewer.shutDown();
+    if (!pictureSaved) {
+        std::fprintf(stderr, "kestrova: cannot write %s\n", qPrintable(options.screenshotFile));
+        return exitFailure;
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const CommandLine commandLine = readCommandLine(argc, argv);
+    switch (commandLine.outcome) {
+    case CommandLine::Outcome::Print:
+        std::fputs(qPrintable(commandLine.text), stdout);
+        return 0;
+    case CommandLine::Outcome::Error:
+        std::fputs(qPrintable(commandLine.text), stderr);
+        return exitWrongUsage;
+    case CommandLine::Outcome::Run:
+        break;
+    }
+    if (!hasDisplay()) {
+        std::fputs("kestrova: no display. \"kestrova-measure\" measures without one.\n", stderr);
+        return exitFailure;
+    }
+    return run(argc, argv, commandLine.options);
+}
