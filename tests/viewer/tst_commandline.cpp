@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The viewer's command line as a value.
+#include <QtTest/QtTest>
+
+#include "CommandLine.h"
+
+using namespace std::chrono_literals;
+using Outcome = CommandLine::Outcome;
+
+class TestCommandLine : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyOption()
+    {
+        const auto line = CommandLine::parse({"kestrova", "--cameras", "a.json", "--open", "B", "--open=C",
+                                              "--plugin-dir", "p", "--plugin-dir", "q", "--settings", "s.ini",
+                                              "--start", "--quit-after", "1.5s", "--screenshot", "x.png"});
+        QCOMPARE(line.outcome, Outcome::Run);
+        QCOMPARE(line.options.camerasFile, QStringLiteral("a.json"));
+        QCOMPARE(line.options.camerasToOpen, QStringList({"B", "C"}));
+        QVERIFY(!line.options.openAll);
+        QCOMPARE(line.options.pluginDirs, QStringList({"p", "q"}));
+        QCOMPARE(line.options.settingsFile, QStringLiteral("s.ini"));
+        QVERIFY(line.options.start);
+        QVERIFY(line.options.quitAfter == 1500ms);
+        QCOMPARE(line.options.screenshotFile, QStringLiteral("x.png"));
+    }
+
+    void whichCamerasToOpen_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<bool>("all");
+        QTest::addColumn<QStringList>("named");
+        QTest::newRow("default") << QStringList() << true << QStringList();
+        QTest::newRow("all") << QStringList{"--open", "all"} << true << QStringList{"all"};
+        QTest::newRow("none") << QStringList{"--open", "none"} << false << QStringList();
+    }
+    void whichCamerasToOpen()
+    {
+        QFETCH(QStringList, arguments);
+        const auto line = CommandLine::parse(QStringList("kestrova") + arguments);
+        QTEST(line.options.openAll, "all");
+        QTEST(line.options.camerasToOpen, "named");
+    }
+
+    void wrongUsageNamesTheFault_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("named");
+        QTest::newRow("unknown option") << QStringList{"--colour"} << "colour";
+        QTest::newRow("value missing") << QStringList{"--cameras"} << "cameras";
+        QTest::newRow("value empty") << QStringList{"--screenshot", ""} << "screenshot";
+        QTest::newRow("stray argument") << QStringList{"--start", "now"} << "now";
+        QTest::newRow("no time") << QStringList{"--quit-after", "soon"} << "soon";
+        QTest::newRow("no time at all") << QStringList{"--quit-after", "0s"} << "0s";
+    }
+    void wrongUsageNamesTheFault()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, named);
+        const auto line = CommandLine::parse(QStringList("kestrova") + arguments);
+        QCOMPARE(line.outcome, Outcome::Error);
+        QVERIFY2(line.text.contains(named), qPrintable(line.text));
+    }
+
+    void durations_data()
+    {
+        QTest::addColumn<qint64>("milliseconds"); // -1: none
+        const std::pair<const char*, qint64> rows[] = {
+            {"10s", 10'000}, {"250ms", 250}, {"2", 2000}, {"0.5min", 30'000}, {"1h", 3'600'000}, {"", -1},
+            {"-1s", -1},     {"1 s", -1},    {"1d", -1},  {"nan", -1},        {"99999999h", -1}};
+        for (const auto& [text, milliseconds] : rows) {
+            QTest::newRow(text) << milliseconds;
+        }
+    }
+    void durations()
+    {
+        const auto duration = parseDuration(QString::fromLatin1(QTest::currentDataTag()));
+        QTEST(duration ? qint64(duration->count()) : -1, "milliseconds");
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCommandLine)
+#include "tst_commandline.moc"

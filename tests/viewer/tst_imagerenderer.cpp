@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Image data as pixels, and the rate of what is seen of them.
+#include <QtTest/QtTest>
+
+#include "FrameRate.h"
+#include "ImageRenderer.h"
+
+class TestImageRenderer : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void greyLevels_data()
+    {
+        QTest::addColumn<int>("format");
+        QTest::addColumn<int>("bitDepth");
+        QTest::addColumn<QByteArray>("data");
+        QTest::addColumn<int>("grey");
+        QTest::newRow("8 bit") << int(VN_FRM_MONO8) << 8 << QByteArray("\x9a", 1) << 0x9a;
+        QTest::newRow("16 bit") << int(VN_FRM_MONO16) << 16 << QByteArray("\x34\x12", 2) << 0x12;
+        QTest::newRow("12 of 16 bit") << int(VN_FRM_MONO16) << 12 << QByteArray("\x34\x0a", 2) << 0xa3;
+        QTest::newRow("more than its 12 bit") << int(VN_FRM_MONO16) << 12 << QByteArray("\x34\x1a", 2) << 255;
+        QTest::newRow("depth not given") << int(VN_FRM_MONO16) << 0 << QByteArray("\x34\x12", 2) << 0x12;
+        QTest::newRow("transport data") << int(VN_FRM_TRANSPORT_DATA) << 8 << QByteArray("\x34\x12", 2) << 0x12;
+    }
+    void greyLevels()
+    {
+        QFETCH(int, format);
+        QFETCH(int, bitDepth);
+        QFETCH(QByteArray, data);
+        const VN_IMG image = describe(1, 1, format, data, bitDepth);
+        QTEST(qGray(renderImage(image, {1, 1}).pixel(0, 0)), "grey");
+    }
+
+    void scalesKeepingTheAspect()
+    {
+        const QByteArray data("\0\x40\x80\xc0\x01\x41\x81\xc1", 8); // 4 x 2
+        const QImage picture = renderImage(describe(4, 2, VN_FRM_MONO8, data), {8, 100});
+        QCOMPARE(picture.size(), QSize(8, 4));
+        QCOMPARE(qGray(picture.pixel(7, 0)), 0xc0);
+        QCOMPARE(qGray(picture.pixel(3, 3)), 0x41);
+        const QImage small = renderImage(describe(4, 2, VN_FRM_MONO8, data), {2, 2});
+        QCOMPARE(small.size(), QSize(2, 1));
+        QCOMPARE(qGray(small.pixel(1, 0)), 0x80);
+    }
+
+    void oddImagesAreSafe_data()
+    {
+        QTest::addColumn<quint32>("width");
+        QTest::addColumn<quint32>("height");
+        QTest::addColumn<int>("bytes");
+        QTest::addColumn<bool>("hasPixels");
+        QTest::newRow("0 x 0") << 0U << 0U << 16 << false;
+        QTest::newRow("0 x 4") << 0U << 4U << 16 << false;
+        QTest::newRow("65535 x 65535 in 16 bytes") << 65535U << 65535U << 16 << true;
+        QTest::newRow("largest numbers") << 0xffffffffU << 0xffffffffU << 16 << true;
+        QTest::newRow("a line") << 100000U << 1U << 16 << true;
+        QTest::newRow("no byte") << 4U << 4U << 0 << true;
+        QTest::newRow("null data") << 4U << 4U << -1 << false;
+    }
+    void oddImagesAreSafe()
+    {
+        QFETCH(quint32, width);
+        QFETCH(quint32, height);
+        QFETCH(int, bytes);
+        const std::vector<char> data(size_t(std::max(bytes, 0)), '\x7f'); // on the heap: asan sees an overrun
+        VN_IMG image = describe(width, height, VN_FRM_MONO16, QByteArray());
+        static const char end = 0;
+        image.data = bytes < 0 ? nullptr : data.empty() ? &end : data.data();
+        image.dataBytes = data.size();
+        QTEST(!renderImage(image, {64, 48}).isNull(), "hasPixels");
+    }
+
+    void rateCountsFramesNotLooks()
+    {
+        using namespace std::chrono_literals;
+        FrameRate rate;
+        const FrameRate::TimePoint begin{};
+        for (int i = 0; i <= 30; ++i) { // sees every fourth of 120 frames a second
+            rate.frameSeen(quint32(1000 + i * 4), begin + i * 33333334ns);
+        }
+        QVERIFY(rate.rate().has_value());
+        QVERIFY(std::abs(*rate.rate() - 120.0) < 0.1);
+        rate.frameSeen(1, begin + 5s); // acquisition begun anew
+        QVERIFY(!rate.rate().has_value());
+    }
+
+private:
+    static VN_IMG describe(quint32 width, quint32 height, int format, const QByteArray& data, int bitDepth = 8)
+    {
+        VN_IMG image{};
+        image.width = width;
+        image.height = height;
+        image.dataFormat = quint32(format);
+        image.bitDepth = quint32(bitDepth);
+        image.data = data.constData();
+        image.dataBytes = quint64(data.size());
+        return image;
+    }
+};
+
+QTEST_GUILESS_MAIN(TestImageRenderer)
+#include "tst_imagerenderer.moc"

@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Right and wrong plug-ins: what is refused, why, and the order of a right one's life.
+#include <QtTest/QtTest>
+#include <QtWidgets/QDockWidget>
+#include <QtWidgets/QMainWindow>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QScrollArea>
+
+#include "PluginDocks.h"
+#include "PluginManager.h"
+#include "TakeOvers.h"
+#include "ViewerDelegate.h"
+
+class TestPluginManager : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        qApp->setProperty("diary", {});
+        m_window = std::make_unique<QMainWindow>();
+        m_menu = std::make_unique<QMenu>();
+        m_docks = std::make_unique<PluginDocks>(*m_window, *m_menu);
+        m_takeOvers = std::make_unique<TakeOvers>();
+        m_delegate = std::make_unique<ViewerDelegate>(*m_docks, *m_takeOvers);
+        m_manager = std::make_unique<PluginManager>(*m_docks);
+    }
+    void cleanup()
+    {
+        m_manager.reset();
+        m_delegate.reset();
+        m_docks.reset();
+        m_window.reset();
+    }
+
+    void lifeInOrder()
+    {
+        m_manager->load({module("good"), module("good"), "/no/such/directory"});
+        QCOMPARE(m_manager->plugins().size(), size_t(1));
+        const PluginInfo& info = m_manager->plugins()[0];
+        QCOMPARE(info.error, QString());
+        QCOMPARE(info.name, QStringLiteral("Test plug-in"));
+        QCOMPARE(info.author, QStringLiteral("A. Tester"));
+
+        const QTemporaryDir directory;
+        QSettings settings(directory.filePath("s.ini"), QSettings::IniFormat);
+        m_manager->loadSettings(settings);
+        m_manager->saveSettings(settings);
+        QCOMPARE(settings.value("TestPlugin/number").toInt(), 7);
+        m_manager->finish();
+        m_manager->finish();
+        m_manager->unload();
+        QCOMPARE(diary(), QStringList({"init", "load 0", "save", "finish", "widget destroyed", "plug-in destroyed"}));
+    }
+
+    void wrongFilesAreRefusedWithAReason_data()
+    {
+        QTest::addColumn<QString>("directory");
+        QTest::addColumn<QString>("reason");
+        QTest::addColumn<QStringList>("expectedDiary");
+        QTest::newRow("another program's") << module("otherprogram") << "another program" << QStringList();
+        QTest::newRow("without the interface") << module("nointerface") << "CxPlugin" << QStringList();
+        QTest::newRow("init fails") << module("initfails") << "initialised"
+                                    << QStringList{"init", "widget destroyed", "plug-in destroyed"};
+        QTest::newRow("text") << fileWith("text.so", "no library") << "no plug-in" << QStringList();
+        QTest::newRow("empty") << fileWith("empty.so", {}) << "no plug-in" << QStringList();
+        QTest::newRow("torn off") << fileWith("torn.so", contents(module("good") + "/good.so").left(30'000)) << "."
+                                  << QStringList();
+    }
+    void wrongFilesAreRefusedWithAReason()
+    {
+        QFETCH(QString, directory);
+        QFETCH(QString, reason);
+        m_manager->load({directory, module("good")});
+        QCOMPARE(m_manager->plugins().size(), size_t(2));
+        const QString error = m_manager->plugins()[0].error;
+        QVERIFY2(error.contains(reason), qPrintable(error));
+        QCOMPARE(m_manager->plugins()[1].error, QString()); // the good one is not held up
+        QStringList entries = diary();
+        QCOMPARE(entries.takeLast(), QStringLiteral("init"));
+        QTEST(entries, "expectedDiary");
+        QCOMPARE(m_docks->widgets().size(), 1);
+    }
+
+    void dockIsReopenedFromTheMenuAndScrolls()
+    {
+        auto* tall = new QWidget;
+        tall->setMinimumHeight(3000);
+        tall->setWindowTitle("Tall");
+        m_delegate->addPluginWidget(tall, 8, 12, false);
+        m_window->resize(600, 400);
+        m_window->show();
+        auto* dock = m_window->findChild<QDockWidget*>();
+        QCOMPARE(m_window->dockWidgetArea(dock), Qt::BottomDockWidgetArea);
+        QCOMPARE(dock->allowedAreas(), Qt::TopDockWidgetArea | Qt::BottomDockWidgetArea);
+        QVERIFY(m_window->height() < 1000);
+        QVERIFY(tall->height() >= 3000);
+        dock->close();
+        QVERIFY(!tall->isVisible());
+        QCOMPARE(m_menu->actions().size(), 1);
+        m_menu->actions()[0]->trigger();
+        QVERIFY(tall->isVisible());
+    }
+
+    void widgetThatDiesTakesItsDockAlong()
+    {
+        QSignalSpy died(m_docks.get(), &PluginDocks::widgetDied);
+        auto* widget = new QWidget;
+        m_delegate->addPluginWidget(widget, 8, 12, false);
+        delete widget;
+        QCOMPARE(died.size(), 1);
+        QTRY_VERIFY(m_window->findChild<QDockWidget*>() == nullptr);
+        QVERIFY(m_menu->actions().isEmpty());
+        QVERIFY(m_docks->widgets().isEmpty());
+    }
+
+private:
+    static QString module(const char* name) { return QStringLiteral(MODULES_DIR "/") + name; }
+
+    /// The diary without the number of open cameras.
+    static QStringList diary()
+    {
+        return qApp->property("diary").toStringList().replaceInStrings(QRegularExpression(" \\(.*"), {});
+    }
+
+    static QByteArray contents(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    QString fileWith(const QString& name, const QByteArray& content)
+    {
+        const QString directory = m_directory.filePath(name + ".d");
+        QDir().mkpath(directory);
+        QFile file(directory + "/" + name);
+        if (file.open(QIODevice::WriteOnly)) {
+            file.write(content);
+        }
+        return directory;
+    }
+
+    QTemporaryDir m_directory;
+    std::unique_ptr<QMainWindow> m_window;
+    std::unique_ptr<QMenu> m_menu;
+    std::unique_ptr<PluginDocks> m_docks;
+    std::unique_ptr<TakeOvers> m_takeOvers;
+    std::unique_ptr<ViewerDelegate> m_delegate;
+    std::unique_ptr<PluginManager> m_manager;
+};
+
+QTEST_MAIN(TestPluginManager)
+#include "tst_pluginmanager.moc"

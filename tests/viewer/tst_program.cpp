@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The real program: exit codes, quitting by time and by signal, also past an open box, and the picture.
+#include <csignal>
+
+#include <QtTest/QtTest>
+
+class TestProgram : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_directory = std::make_unique<QTemporaryDir>();
+        m_program = std::make_unique<QProcess>();
+        m_program->setProcessChannelMode(QProcess::MergedChannels);
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove("DISPLAY");
+        environment.remove("WAYLAND_DISPLAY");
+        environment.insert("QT_QPA_PLATFORM", "offscreen");
+        m_program->setProcessEnvironment(environment);
+    }
+
+    void withoutADisplay_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("help") << QStringList{"--help"} << 0 << "--screenshot";
+        QTest::newRow("version") << QStringList{"--version"} << 0 << "kestrova ";
+        QTest::newRow("wrong usage") << QStringList{"--nonsense"} << 2 << "nonsense";
+        QTest::newRow("viewer") << QStringList() << 1 << "no display";
+    }
+    void withoutADisplay()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, text);
+        QProcessEnvironment environment = m_program->processEnvironment();
+        environment.remove("QT_QPA_PLATFORM");
+        m_program->setProcessEnvironment(environment);
+        m_program->start(KESTROVA_PROGRAM, arguments);
+        QVERIFY(m_program->waitForFinished());
+        QTEST(m_program->exitCode(), "exitCode");
+        const QByteArray output = m_program->readAll();
+        QVERIFY2(output.contains(text.toUtf8()), output);
+    }
+
+    void wrongCameras_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("no such file") << QStringList{"--cameras", "/no/such/file.json"} << "/no/such/file.json";
+        QTest::newRow("no such camera") << QStringList{"--open", "Nobody"} << "Nobody";
+    }
+    void wrongCameras()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, text);
+        run(arguments);
+        QVERIFY(m_program->waitForFinished());
+        QCOMPARE(m_program->exitCode(), 2);
+        QVERIFY(m_program->readAll().contains(text.toUtf8()));
+    }
+
+    void quitsAfterATimeWithAPicture()
+    {
+        const QString picture = m_directory->filePath("window.png");
+        run({"--quit-after", "500ms", "--screenshot", picture});
+        QVERIFY(m_program->waitForFinished());
+        QCOMPARE(m_program->exitCode(), 0);
+        const QImage image(picture);
+        QVERIFY(image.width() >= 640 && image.height() >= 480);
+        const QSettings settings(settingsFile(), QSettings::IniFormat);
+        QCOMPARE(settings.value("Viewer/detailLevel").toInt(), 3);
+        QVERIFY(!settings.value("Viewer/geometry").toByteArray().isEmpty());
+        QCOMPARE(settings.value("TestPlugin/number").toInt(), 7);
+    }
+
+    void pictureThatCannotBeSavedFails()
+    {
+        run({"--quit-after", "200ms", "--screenshot", "/proc/no/such.png"});
+        QVERIFY(m_program->waitForFinished());
+        QCOMPARE(m_program->exitCode(), 1);
+    }
+
+    void quitsInGoodOrderPastAnOpenBox_data()
+    {
+        QTest::addColumn<int>("signal"); // 0: by time
+        QTest::newRow("--quit-after") << 0;
+        QTest::newRow("SIGTERM") << SIGTERM;
+        QTest::newRow("SIGINT") << SIGINT;
+        QTest::newRow("SIGHUP") << SIGHUP;
+    }
+    void quitsInGoodOrderPastAnOpenBox()
+    {
+        QFETCH(int, signal);
+        run(QStringList{"--start", "--open", "none"} +
+            (signal == 0 ? QStringList{"--quit-after", "1s"} : QStringList()));
+        QByteArray output;
+        QTRY_VERIFY_WITH_TIMEOUT((output += m_program->readAll()).contains("box opens") ||
+                                     m_program->state() == QProcess::NotRunning,
+                                 20'000);
+        if (signal != 0) {
+            ::kill(pid_t(m_program->processId()), signal);
+        }
+        QVERIFY(m_program->waitForFinished());
+        QCOMPARE(m_program->exitStatus(), QProcess::NormalExit);
+        QCOMPARE(m_program->exitCode(), 0);
+        output += m_program->readAll();
+        QVERIFY2(output.contains("box closed"), output);
+        QVERIFY(QSettings(settingsFile(), QSettings::IniFormat).contains("TestPlugin/number"));
+    }
+
+private:
+    QString settingsFile() const { return m_directory->filePath("settings.ini"); }
+
+    void run(const QStringList& arguments)
+    {
+        m_program->start(KESTROVA_PROGRAM,
+                         QStringList{"--settings", settingsFile(), "--plugin-dir", MODULES_DIR "/good"} + arguments);
+        QVERIFY(m_program->waitForStarted());
+    }
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<QProcess> m_program;
+};
+
+QTEST_GUILESS_MAIN(TestProgram)
+#include "tst_program.moc"

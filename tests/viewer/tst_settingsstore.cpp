@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The settings file: kept, not touched without need, set aside when damaged.
+#include <QtTest/QtTest>
+
+#include "SettingsStore.h"
+
+class TestSettingsStore : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_directory = std::make_unique<QTemporaryDir>();
+        m_file = m_directory->filePath("kestrova.ini");
+    }
+
+    void foreignGroupsSurviveAndRemovedKeysGo()
+    {
+        write("[PluginThatIsNotLoaded]\nkey=5\n[Viewer]\nold=1\n");
+        SettingsStore store(m_file);
+        QVERIFY(store.save([](QSettings& settings) {
+            settings.remove("Viewer/old");
+            settings.setValue("Viewer/geometry", QByteArray("\0\1\2", 3));
+        }));
+        const QSettings read(m_file, QSettings::IniFormat);
+        QCOMPARE(read.value("PluginThatIsNotLoaded/key").toInt(), 5);
+        QVERIFY(!read.contains("Viewer/old"));
+        QCOMPARE(read.value("Viewer/geometry").toByteArray(), QByteArray("\0\1\2", 3));
+    }
+
+    void writesOnlyChanges()
+    {
+        int value = 1;
+        const auto collect = [&](QSettings& settings) { settings.setValue("Viewer/value", value); };
+        SettingsStore store(m_file);
+        QVERIFY(store.save(collect));
+        QVERIFY(QFile::remove(m_file)); // would come back if it were written
+        QVERIFY(store.save(collect));
+        QCoreApplication::processEvents();
+        QVERIFY(!QFile::exists(m_file));
+        value = 2;
+        QVERIFY(store.save(collect));
+        QVERIFY(QFile::exists(m_file));
+    }
+
+    void damagedFileIsSetAside_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("text") << QByteArray("this is not\nan ini file\n");
+        QTest::newRow("zeros, as after a power cut") << QByteArray(4096, '\0');
+        QTest::newRow("half a section") << QByteArray("[Viewer]\ndetailLevel=4\n[Data");
+    }
+    void damagedFileIsSetAside()
+    {
+        QFETCH(QByteArray, content);
+        write(content);
+        write("older", m_file + ".damaged");
+        SettingsStore store(m_file);
+        QCOMPARE(store.damagedFile(), m_file + ".damaged");
+        QVERIFY(store.settings().allKeys().isEmpty());
+        QFile aside(store.damagedFile());
+        QVERIFY(aside.open(QIODevice::ReadOnly));
+        QCOMPARE(aside.readAll(), content);
+        QVERIFY(store.save([](QSettings& settings) { settings.setValue("a", 1); }));
+        QVERIFY(SettingsStore(m_file).damagedFile().isEmpty());
+    }
+
+    void unwritablePlaceIsReported()
+    {
+        SettingsStore store("/proc/kestrova/kestrova.ini");
+        QVERIFY(!store.save([](QSettings& settings) { settings.setValue("a", 1); }));
+    }
+
+private:
+    void write(const QByteArray& content, const QString& file = {})
+    {
+        QFile device(file.isEmpty() ? m_file : file);
+        QVERIFY(device.open(QIODevice::WriteOnly));
+        device.write(content);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    QString m_file;
+};
+
+QTEST_GUILESS_MAIN(TestSettingsStore)
+#include "tst_settingsstore.moc"
