@@ -6,7 +6,7 @@
 
 #include <QtCore/QtGlobal>
 
-#include "CameraLineData.h"
+#include "SampleRecords.h"
 
 constexpr quint64 ticksPerUs = 250; ///< the camera's counter runs with 4 ns
 

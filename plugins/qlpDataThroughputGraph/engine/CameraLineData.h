@@ -18,6 +18,7 @@
 
 #include "CsvReportWriter.h"
 #include "RunTotals.h"
+#include "SampleRecords.h"
 
 class CxAcquisitionThread;
 class QCPGraph;
@@ -28,28 +29,6 @@ enum ExMeasMode : qint32
 {
     MeasModeDataThroughput = 0, ///< transport data with time stamps of the camera's counter pattern
     MeasModeStandardAcq = 1,    ///< normal images and the camera's frame counters
-};
-
-/// One frame of the data throughput mode.
-struct FrameRecord
-{
-    quint64 frameNumber = 0;
-    qint64 timestampUs = 0;                ///< camera time stamp plus the clock's time when the loop began
-    std::unique_ptr<quint64[]> blockTicks; ///< first word of every block, in ticks of 4 ns
-    quint64 blockCount = 0;
-    quint64 durationTicks = 0; ///< last entry minus first, modulo 2^64
-};
-
-/// One frame of the standard acquisition mode; counter values are the camera's running counts.
-struct CounterSample
-{
-    quint64 frameNumber = 0;
-    qint64 timestampUs = 0;
-    qint32 transportSkip = 0;
-    qint32 apiSkip = 0;
-    qint32 missedTrgOverlap = 0;
-    qint32 missedTrgOverflow = 0;
-    qint32 bufferOverflow = 0;
 };
 
 /// One frame counter of a camera.

@@ -9,6 +9,7 @@
 #include <QtCore/QMutexLocker>
 
 #include "BlockModel.h"
+#include "CameraLineData.h"
 #include "CsvNumber.h"
 #include "LogLine.h"
 #include "TimeMath.h"

@@ -6,7 +6,6 @@
 #include <cfloat>
 
 #include "BlockModel.h"
-#include "CameraLineData.h"
 
 namespace {
 
