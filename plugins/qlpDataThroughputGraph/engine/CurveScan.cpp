@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Leaping from point to point.
+#include "CurveScan.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "TimeMath.h"
+
+namespace {
+
+struct Place
+{
+    quint64 frame;
+    quint64 interval;
+};
+
+class CurveScan
+{
+public:
+    CurveScan(const FrameList& frames, quint64 end, const EvaluationSettings& settings, qint64 toUs)
+        : m_frames(frames), m_parts(settings), m_toUs(toUs), m_end(end)
+    {
+        // Frames that begin after the range cannot hold a point.
+        if (frames.starts().isOrdered() && toUs < std::numeric_limits<qint64>::max())
+            m_end = std::min(m_end, frames.starts().find(0, toUs + 1));
+    }
+
+    bool isEnd(const Place& place) const { return place.frame >= m_end; }
+
+    /// The next interval that ends in fromUs..toUs.
+    Place find(Place from, qint64 fromUs) const
+    {
+        while (!isEnd(from)) {
+            const FrameRecord& frame = *m_frames[from.frame];
+            from.interval = findInterval(frame, m_frames.aggregates(from.frame), from.interval, fromUs, m_toUs);
+            if (from.interval < intervalCount(frame))
+                break;
+            from = {m_frames.ends().find(from.frame + 1, fromUs), 0};
+        }
+        return from;
+    }
+
+    /// Of the intervals from..to, both included. Whole frames first: often they make it needless to look into the
+    /// others.
+    Extremes extremes(const Place& from, const Place& to)
+    {
+        Extremes result;
+        if (from.frame == to.frame) {
+            addPart(from.frame, from.interval, to.interval + 1, result);
+            return result;
+        }
+        const quint64 firstWhole = from.interval == 0 ? from.frame : from.frame + 1;
+        result = m_frames.figures(firstWhole, to.frame).extremes;
+        if (firstWhole != from.frame)
+            addPart(from.frame, from.interval, intervalCount(*m_frames[from.frame]), result);
+        addPart(to.frame, 0, to.interval + 1, result);
+        return result;
+    }
+
+private:
+    void addPart(quint64 frame, quint64 begin, quint64 end, Extremes& into)
+    {
+        m_parts.add(*m_frames[frame], m_frames.aggregates(frame), begin, end, into);
+    }
+
+    const FrameList& m_frames;
+    FramePartEvaluator m_parts;
+    qint64 m_toUs;
+    quint64 m_end;
+};
+
+} // namespace
+
+qint64 smallestStepUs(double spacingMs)
+{
+    const double spacingUs = spacingMs * 1000.0;
+    if (!(spacingUs < 9e18)) // also not a number: nothing is more
+        return std::numeric_limits<qint64>::max();
+    return truncatedToInt64(std::floor(spacingUs)) + 1;
+}
+
+std::vector<ScanPoint> scanCurve(const FrameList& frames, quint64 begin, quint64 end,
+                                  const EvaluationSettings& settings, qint64 fromUs, qint64 toUs, qint64 stepUs)
+{
+    std::vector<ScanPoint> points;
+    CurveScan scan(frames, end, settings, toUs);
+    Place from{begin, 0};
+    while (from.frame < end && intervalCount(*frames[from.frame]) == 0)
+        ++from.frame;
+    if (scan.isEnd(from))
+        return points;
+
+    qint64 lastUs = intervalTimeUs(*frames[from.frame], 0);
+    for (;;) {
+        const qint64 earliestUs = std::max(fromUs, saturatingAdd(lastUs, stepUs));
+        if (earliestUs > toUs)
+            return points;
+        const Place place = scan.find(from, earliestUs);
+        if (scan.isEnd(place))
+            return points;
+        lastUs = intervalTimeUs(*frames[place.frame], place.interval);
+        points.push_back({lastUs, scan.extremes(from, place)});
+        from = {place.frame, place.interval + 1};
+    }
+}

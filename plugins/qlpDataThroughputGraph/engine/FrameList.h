@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The frames of a record, oldest first, with the aggregates that make a refresh cost what is new: of every frame, and
+// of groups of 16, 256, 4096... frames. Has no lock: its owner calls it under the one that guards it.
+#ifndef KESTROVA_FRAMELIST_H
+#define KESTROVA_FRAMELIST_H
+
+#include <memory>
+#include <vector>
+
+#include "FrameAggregates.h"
+#include "SampleRecords.h"
+#include "TimeIndex.h"
+
+/// Figures of a range of frames.
+struct RangeFigures
+{
+    Extremes extremes;
+    quint64 overflows = 0;      ///< frames in which the buffer overflows
+    double throughputSum = 0.0; ///< MB/s
+
+    void add(const RangeFigures& other)
+    {
+        extremes.add(other.extremes);
+        overflows += other.overflows;
+        throughputSum += other.throughputSum;
+    }
+};
+
+class FrameList
+{
+public:
+    struct Frame
+    {
+        std::unique_ptr<FrameRecord> record;
+        FrameAggregates aggregates;
+    };
+
+    /// Aggregates being made for other settings. run() needs no lock: between beginRemake() and endRemake() no frame
+    /// is freed.
+    class Remake
+    {
+    public:
+        void run();
+
+    private:
+        friend class FrameList;
+        EvaluationSettings m_settings;
+        quint64 m_first = 0; ///< number of the first frame
+        std::vector<const FrameRecord*> m_records;
+        std::vector<FrameAggregates> m_aggregates;
+    };
+
+    using const_iterator = SubscriptIterator<FrameList>;
+
+    bool empty() const { return size() == 0; }
+    quint64 size() const { return m_frames.size(); }
+    const std::unique_ptr<FrameRecord>& operator[](quint64 index) const { return m_frames[index].record; }
+    const std::unique_ptr<FrameRecord>& front() const { return (*this)[0]; }
+    const std::unique_ptr<FrameRecord>& back() const { return (*this)[size() - 1]; }
+    const_iterator begin() const { return {*this, 0}; }
+    const_iterator end() const { return {*this, size()}; }
+
+    /// The frame does not change any more. Without given aggregates they are made here.
+    void push_back(std::unique_ptr<FrameRecord> record);
+    void push_back(std::unique_ptr<FrameRecord> record, FrameAggregates aggregates,
+                   const EvaluationSettings& settings);
+    /// Unlinks the oldest frame; the caller frees it when it has left the lock. Empty while a remake may look at it.
+    Frame takeFront();
+    void pop_front() { takeFront(); }
+    void clear() { *this = FrameList(); }
+
+    // What follows is for the statistics.
+    const FrameAggregates& aggregates(quint64 index) const { return m_frames[index].aggregates; }
+    const TimeIndex& starts() const { return m_starts; }
+    const TimeIndex& ends() const { return m_ends; } ///< of the last interval, or later
+    /// Figures of frames begin..end (exclusive), for the settings that the aggregates are made for.
+    RangeFigures figures(quint64 begin, quint64 end) const;
+
+    /// Whether some aggregates are for other settings than these.
+    bool isStale(const EvaluationSettings& settings) const;
+    /// Some of the frames whose aggregates are stale.
+    Remake beginRemake(const EvaluationSettings& settings);
+    /// Puts the new aggregates in place. Returns what is to be freed outside the lock.
+    std::vector<Frame> endRemake(Remake remake);
+
+private:
+    static constexpr quint64 fanOut = 16;
+
+    quint64 firstNumber() const { return m_frames.dropped(); }
+    quint64 endNumber() const { return firstNumber() + size(); }
+    RangeFigures leaf(quint64 number) const;
+    RangeFigures node(std::size_t level, quint64 number) const;
+    RangeFigures children(std::size_t level, quint64 number) const;
+    void setNode(std::size_t level, quint64 number);
+    void setNodesOver(quint64 begin, quint64 end);
+
+    // Frames have numbers in the order of their arrival; node n of level k stands for the frames from n * 16^(k+1) on.
+    Tape<Frame> m_frames;
+    TimeIndex m_starts;
+    TimeIndex m_ends;
+    std::vector<Tape<RangeFigures>> m_levels;
+
+    EvaluationSettings m_settings; ///< of all aggregates but the stale ones
+    quint64 m_staleBegin = 0;      ///< numbers
+    quint64 m_staleEnd = 0;
+    bool m_remaking = false;
+    std::vector<Frame> m_retired; ///< unlinked during a remake
+};
+
+#endif

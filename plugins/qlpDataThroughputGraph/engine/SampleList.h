@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The counter samples of a record, oldest first, with their times side by side. Has no lock: its owner uses it under
+// the one that guards it.
+#ifndef KESTROVA_SAMPLELIST_H
+#define KESTROVA_SAMPLELIST_H
+
+#include "SampleRecords.h"
+#include "TimeIndex.h"
+
+class SampleList
+{
+public:
+    using const_iterator = SubscriptIterator<SampleList>;
+
+    bool empty() const { return m_samples.empty(); }
+    quint64 size() const { return m_samples.size(); }
+    const std::unique_ptr<CounterSample>& operator[](quint64 index) const { return m_samples[index]; }
+    const std::unique_ptr<CounterSample>& front() const { return m_samples[0]; }
+    const std::unique_ptr<CounterSample>& back() const { return m_samples[size() - 1]; }
+    const_iterator begin() const { return {*this, 0}; }
+    const_iterator end() const { return {*this, size()}; }
+    const TimeIndex& times() const { return m_times; }
+
+    void push_back(std::unique_ptr<CounterSample> sample)
+    {
+        m_times.push_back(sample->timestampUs);
+        m_samples.push_back(std::move(sample));
+    }
+    /// Unlinks the oldest sample; the caller frees it when it has left the lock.
+    std::unique_ptr<CounterSample> takeFront()
+    {
+        m_times.pop_front();
+        return m_samples.takeFront();
+    }
+    void pop_front() { takeFront(); }
+    void clear() { *this = SampleList(); }
+
+private:
+    Tape<std::unique_ptr<CounterSample>> m_samples;
+    TimeIndex m_times;
+};
+
+#endif

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A sequence that grows at its end and shrinks at its front, both at the same price whatever it holds: items lie in
+// chunks that never move. Chosen over std::deque for its longer runs of contiguous items and cheaper subscripts.
+#ifndef KESTROVA_TAPE_H
+#define KESTROVA_TAPE_H
+
+#include <cstddef>
+#include <deque>
+#include <iterator>
+#include <memory>
+#include <utility>
+
+#include <QtCore/QtGlobal>
+
+template<typename T>
+class Tape
+{
+public:
+    Tape() = default;
+    Tape(Tape&&) = default;
+    Tape& operator=(Tape&&) = default;
+
+    bool empty() const { return m_size == 0; }
+    quint64 size() const { return m_size; }
+    /// How many items have left at the front since the tape was made.
+    quint64 dropped() const { return m_dropped; }
+
+    T& operator[](quint64 index) { return at(m_dropped % chunkItems + index); }
+    const T& operator[](quint64 index) const { return const_cast<Tape*>(this)->at(m_dropped % chunkItems + index); }
+
+    void push_back(T item)
+    {
+        const quint64 place = m_dropped % chunkItems + m_size;
+        if (place / chunkItems == m_chunks.size())
+            m_chunks.push_back(std::unique_ptr<T[]>(new T[chunkItems]));
+        at(place) = std::move(item);
+        ++m_size;
+    }
+
+    /// Moves the oldest item out.
+    T takeFront()
+    {
+        T item = std::exchange((*this)[0], T());
+        ++m_dropped;
+        --m_size;
+        if (m_dropped % chunkItems == 0)
+            m_chunks.pop_front();
+        return item;
+    }
+
+private:
+    static constexpr quint64 chunkItems = 512;
+
+    T& at(quint64 place) { return m_chunks[place / chunkItems][place % chunkItems]; }
+
+    std::deque<std::unique_ptr<T[]>> m_chunks;
+    quint64 m_size = 0;
+    quint64 m_dropped = 0;
+};
+
+/// Walks a list by its subscripts.
+template<typename List>
+class SubscriptIterator
+{
+public:
+    using iterator_category = std::forward_iterator_tag;
+    using reference = decltype(std::declval<const List&>()[0]);
+    using value_type = std::remove_reference_t<reference>;
+    using pointer = value_type*;
+    using difference_type = std::ptrdiff_t;
+
+    SubscriptIterator(const List& list, quint64 index) : m_list(&list), m_index(index) {}
+    reference operator*() const { return (*m_list)[m_index]; }
+    SubscriptIterator& operator++()
+    {
+        ++m_index;
+        return *this;
+    }
+    bool operator==(const SubscriptIterator& other) const { return m_index == other.m_index; }
+    bool operator!=(const SubscriptIterator& other) const { return m_index != other.m_index; }
+
+private:
+    const List* m_list;
+    quint64 m_index;
+};
+
+#endif
