@@ -1,0 +1,396 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The measurement loops on hand-driven cameras: figures against the camera's own ledger, odd frames, lack of memory,
+// trimming, many cameras, many starts.
+#include <malloc.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QThread>
+#include <QtTest/QtTest>
+
+#include "AcquisitionThread.h"
+#include "Allocation.h"
+#include "LogCapture.h"
+#include "MeasurementBench.h"
+#include "MeasurementClock.h"
+#include "NaiveEvaluator.h"
+#include "RandomRecord.h"
+#include "TestScale.h"
+
+namespace {
+
+constexpr qint64 always = std::numeric_limits<qint64>::max() / 4;
+
+std::atomic<int> failingAllocation{0};
+
+bool failOne(std::size_t)
+{
+    return --failingAllocation != 0;
+}
+
+int threadCount()
+{
+    return QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
+}
+
+sim::CameraScenario lossyCamera()
+{
+    sim::CameraScenario scenario;
+    scenario.bufferBytes = 1 << 20;
+    scenario.queueFrames = 2;
+    scenario.sensor.rateHz = 900; // 472 MB/s of images that the link cannot take
+    scenario.sensor.jitterUs = 400;
+    scenario.sensor.readoutUs = 1000;
+    scenario.sensor.dataRate = 2000;
+    scenario.link.rate = 200;
+    scenario.link.frameLoss = 0.1;
+    scenario.link.jitterUs = 50;
+    scenario.link.stallEveryMs = 5;
+    scenario.link.stallUs = 700;
+    return scenario;
+}
+
+} // namespace
+
+class TestLoops : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup()
+    {
+        setAllocationHook(nullptr);
+        setMeasurementClock({});
+        CameraRegistry::instance().removeAllDevices();
+    }
+    void figuresEqualTheLedger_data();
+    void figuresEqualTheLedger();
+    void countersEqualTheLedger();
+    void frameTimes();
+    void oddFrames_data();
+    void oddFrames();
+    void failedWaits();
+    void stopBeforeTheFirstFrame();
+    void outOfMemory_data();
+    void outOfMemory();
+    void trimming();
+    void manyCameras();
+    void manyStarts();
+};
+
+void TestLoops::figuresEqualTheLedger_data()
+{
+    QTest::addColumn<qint32>("period");
+    QTest::addColumn<quint64>("stride"); // words
+    QTest::newRow("a page") << 4096 << quint64(512);
+    QTest::newRow("no whole number of words") << 4100 << quint64(512);
+    QTest::newRow("a word") << 8 << quint64(1);
+    QTest::newRow("largest of the dialog") << 51200 << quint64(6400);
+}
+
+void TestLoops::figuresEqualTheLedger()
+{
+    QFETCH(qint32, period);
+    QFETCH(quint64, stride);
+    setMeasurementClock([] { return qint64(3'600'000'000); });
+    MeasurementBench bench(lossyCamera());
+    CxCameraLineData& data = bench.data;
+    QVERIFY(bench.measure(30, period, 1'000'000'000));
+    QCOMPARE(data.frameList.size(), size_t(30));
+
+    // The record that the ledger's word times give.
+    CxCameraLineData truth;
+    truth.samplePeriod = period;
+    truth.requiredThroughput = data.requiredThroughput.load();
+    truth.cameraBufferSize = data.cameraBufferSize.load();
+    const sim::Ledger ledger = bench.camera->ledger();
+    auto kept = data.frameList.begin();
+    for (const sim::FrameEntry& entry : ledger.frames) {
+        if (entry.fate != sim::Fate::Received)
+            continue;
+        std::vector<quint64> ticks(entry.times->words / stride);
+        for (size_t i = 0; i < ticks.size(); ++i)
+            ticks[i] = entry.times->written(i * stride);
+        QVERIFY(kept != data.frameList.end());
+        QCOMPARE((*kept)->frameNumber, quint64(entry.number));
+        QVERIFY((*kept)->timestampUs >= 3'600'000'000);
+        appendFrame(truth, (*kept++)->timestampUs, ticks);
+    }
+    QVERIFY(kept == data.frameList.end());
+    const NaiveFigures figures = naiveFigures(truth, 0.0, -always, always, 0.0);
+    QVERIFY(data.calculateStats(nullptr, nullptr, nullptr, -always, always, 0.0));
+    QVERIFY(data.avgThroughput == figures.avgThroughput);
+    QVERIFY(data.minThroughput == figures.minThroughput);
+    QVERIFY(data.maxBufferLevel == figures.maxBufferLevel);
+    QCOMPARE(data.bufferOverflowCount, figures.bufferOverflowCount);
+    QVERIFY(figures.minThroughput < figures.avgThroughput && figures.avgThroughput < 220.0);
+
+    // The run's totals, which the capacity does not limit, are the same figures while everything is kept.
+    const RunTotals totals = data.runTotals();
+    QCOMPARE(totals.frames, quint64(30));
+    QVERIFY(*totals.avgThroughput() == figures.avgThroughput);
+    QVERIFY(*totals.minThroughput == figures.minThroughput);
+    QVERIFY(*totals.maxBufferLevel == figures.maxBufferLevel);
+    QCOMPARE(totals.overflows, figures.bufferOverflowCount);
+    const quint64 span = data.frameList.back()->frameNumber - data.frameList.front()->frameNumber + 1;
+    QCOMPARE(totals.frames + totals.missingFrames, span);
+}
+
+void TestLoops::countersEqualTheLedger()
+{
+    MeasurementBench bench(lossyCamera(), MeasModeStandardAcq);
+    QVERIFY(bench.measure(20));
+    // The host is busy for a while: frames queue up and are dropped.
+    bench.camera->advance(std::chrono::milliseconds(40));
+    QVERIFY(bench.take(20));
+    const auto truth = bench.camera->ledger().counters;
+    for (const auto& counter : bench.data.counterList) {
+        QVERIFY(counter->supported);
+        QCOMPARE(bench.data.counterValue(counter->selector), truth[static_cast<size_t>(counter->selector)]);
+        QVERIFY2(counter->value > 0, qPrintable(counter->name)); // each kind of loss happened
+    }
+    const CounterSample& last = *bench.data.counterSampleList.back();
+    QCOMPARE(last.transportSkip, truth[0]);
+    QCOMPARE(last.apiSkip, truth[1]);
+    QCOMPARE(last.missedTrgOverlap, truth[3]);
+    QCOMPARE(last.missedTrgOverflow, truth[4]);
+    QCOMPARE(last.bufferOverflow, truth[5]);
+    QCOMPARE(bench.data.runCounters().last->apiSkip, truth[1]);
+    QCOMPARE(bench.data.runCounters().first->frameNumber, bench.data.counterSampleList.front()->frameNumber);
+}
+
+void TestLoops::frameTimes()
+{
+    MeasurementBench standard({}, MeasModeStandardAcq);
+    QVERIFY(standard.measure(1));
+    QCOMPARE(standard.data.frameTimeCount.load(), quint64(0));
+    QVERIFY(standard.take(2));
+    const auto& samples = standard.data.counterSampleList;
+    QCOMPARE(standard.data.frameTimeCount.load(), quint64(2));
+    QCOMPARE(standard.data.avgFrameTime.load(),
+             static_cast<double>(samples[2]->timestampUs - samples[0]->timestampUs) / 2.0);
+
+    MeasurementBench throughput;
+    for (int run = 0; run < 2; ++run) { // the second starts anew and appends
+        QVERIFY(throughput.measure(1));
+        const FrameRecord& frame = *throughput.data.frameList.back();
+        QCOMPARE(throughput.data.maxFrameTime.load(), static_cast<double>(frame.durationTicks) / 250.0);
+        QCOMPARE(throughput.data.minFrameTime.load(), throughput.data.avgFrameTime.load());
+        QCOMPARE(throughput.data.frameTimeCount.load(), quint64(1));
+        QVERIFY(throughput.stop());
+    }
+    QVERIFY(throughput.data.frameList.size() >= 2);
+}
+
+void TestLoops::oddFrames_data()
+{
+    QTest::addColumn<quint32>("width");
+    QTest::addColumn<quint32>("height");
+    QTest::addColumn<quint64>("bytes"); // that are there
+    QTest::addColumn<quint64>("blocks");
+    QTest::newRow("usual") << 1024U << 512U << quint64(1 << 20) << quint64(256);
+    QTest::newRow("smaller than a block") << 45U << 45U << quint64(1 << 20) << quint64(0);
+    QTest::newRow("one block") << 2048U << 1U << quint64(1 << 20) << quint64(1);
+    QTest::newRow("nothing") << 0U << 0U << quint64(1 << 20) << quint64(0);
+    QTest::newRow("more than is there") << 65535U << 65535U << quint64(1 << 20) << quint64(256);
+    QTest::newRow("size wraps to little") << 65536U << 32769U << quint64(1 << 20) << quint64(32);
+    QTest::newRow("short data") << 1024U << 512U << quint64(8191) << quint64(1);
+    QTest::newRow("too short data") << 1024U << 512U << quint64(4095) << quint64(0);
+}
+
+void TestLoops::oddFrames()
+{
+    QFETCH(quint32, width);
+    QFETCH(quint32, height);
+    QFETCH(quint64, bytes);
+    QFETCH(quint64, blocks);
+    sim::CameraScenario scenario;
+    scenario.faults.oddSize = {0, 1000, 0};
+    scenario.faults.oddWidth = width;
+    scenario.faults.oddHeight = height;
+    if (bytes < 1 << 20) {
+        scenario.faults.shortData = {0, 1000, 0};
+        scenario.faults.shortBytes = bytes;
+    }
+    LogCapture log;
+    MeasurementBench bench(scenario);
+    QVERIFY(bench.measure(5));
+    QCOMPARE(bench.data.frameList.size(), size_t(blocks == 0 ? 0 : 5));
+    for (const auto& frame : bench.data.frameList)
+        QCOMPARE(frame->blockCount, blocks);
+    QCOMPARE(log.lines().size(), blocks == 0 ? 1 : 0); // one line, however many frames
+    const RunTotals totals = bench.data.runTotals();
+    QCOMPARE(totals.frames, quint64(5));
+    QCOMPARE(totals.skippedFrames, quint64(blocks == 0 ? 5 : 0));
+    QCOMPARE(totals.blocks, 5 * blocks);
+}
+
+void TestLoops::failedWaits()
+{
+    for (int mode : {0, 1}) {
+        std::atomic<qint64> now{0};
+        setMeasurementClock([&now] { return now.load(); });
+        sim::CameraScenario scenario;
+        scenario.faults.nullData = {1, 1, 0};
+        scenario.faults.noImage = {{30.0, 12000.0}};
+        MeasurementBench bench(scenario, mode);
+        LogCapture log;
+        QVERIFY(bench.measure(1));
+        now = 30'000'000;
+        QVERIFY(bench.take(20));
+        const int failures = log.lines().size();
+        const QString loop =
+            mode == 0 ? QStringLiteral("runMeasureLoop") : QStringLiteral("runMeasureLoopAcquisition");
+        const QString line =
+            QStringLiteral("CxCameraLineData::%1(): vnApi_GetImage failed to capture image").arg(loop);
+        for (const QString& text : log.texts())
+            QCOMPARE(text, line);
+        QVERIFY(failures >= 3); // one frame without data, two time limits
+        const RunTotals totals = bench.data.runTotals();
+        QCOMPARE(totals.failedWaits, quint64(failures));
+        QCOMPARE(totals.frames, quint64(21 - failures));
+        QCOMPARE(totals.longestGapUs, qint64(30'000'000));
+        now = 75'000'000; // a gap that is not over yet counts
+        QCOMPARE(bench.data.takeIntervalTotals().longestGapUs, qint64(45'000'000));
+        QVERIFY(bench.stop());
+        setMeasurementClock({});
+    }
+}
+
+void TestLoops::stopBeforeTheFirstFrame()
+{
+    MeasurementBench bench;
+    int waits = 0;
+    bench.camera->setHook([&waits](const sim::HostCall& call) {
+        waits += call.kind == sim::Call::Wait ? 1 : 0;
+        return true;
+    });
+    bench.data.avgFrameTime = 5.0;
+    bench.data.stopRequested = true;
+    bench.data.runMeasureLoop();
+    bench.data.runMeasureLoopAcquisition();
+    bench.camera->setHook({});
+    QCOMPARE(waits, 0);
+    QCOMPARE(bench.data.avgFrameTime.load(), 0.0);
+
+    LogCapture log;
+    CxAcquisitionThread unknown(&bench.data, 7);
+    unknown.start();
+    QVERIFY(unknown.wait());
+    QCOMPARE(log.texts(), QStringList("CxAcquisitionThread::run(): Unknown measurement mode selected"));
+
+    // A record that goes while it measures does not leave its worker behind.
+    const int threads = threadCount();
+    auto data = std::make_unique<CxCameraLineData>();
+    data->hCam = bench.data.hCam;
+    bench.camera->setGated(false);
+    QVERIFY(data->startMeasurement(4096, 10));
+    data.reset();
+    QTRY_COMPARE(threadCount(), threads);
+}
+
+void TestLoops::outOfMemory_data()
+{
+    QTest::addColumn<int>("allocation");
+    QTest::addColumn<QString>("message");
+    const QString prefix = QStringLiteral("CxCameraLineData::runMeasureLoop(): Cannot allocate array for frame ");
+    QTest::newRow("record") << 3 << prefix + "data";
+    QTest::newRow("ticks") << 4 << prefix + "time stamps";
+}
+
+void TestLoops::outOfMemory()
+{
+    QFETCH(int, allocation);
+    QFETCH(QString, message);
+    MeasurementBench bench;
+    const auto before = bench.camera->parameters();
+    LogCapture log;
+    failingAllocation = allocation; // of the second frame
+    setAllocationHook(failOne);
+    QVERIFY(bench.data.startMeasurement(4096, 1000));
+    bench.camera->release(2);
+    QTRY_VERIFY(!bench.data.isMeasuring());
+    QCOMPARE(log.texts(), QStringList(message));
+    QCOMPARE(bench.data.frameList.size(), size_t(1));
+    QCOMPARE(bench.camera->parameters(), before);
+    QVERIFY(!bench.camera->isAcquiring());
+    QVERIFY(bench.data.thread);
+    QVERIFY(!bench.data.stopMeasurement());
+
+    QVERIFY(bench.measure(1)); // releases the finished thread
+    QVERIFY(bench.stop());
+    QVERIFY(!bench.data.thread);
+}
+
+void TestLoops::trimming()
+{
+    MeasurementBench bench;
+    QVERIFY(bench.measure(20, 4096, 1000)); // 256 blocks: 1000 / 256 + 1
+    QCOMPARE(bench.data.frameList.size(), size_t(4));
+    QCOMPARE(bench.data.frameList.back()->frameNumber, bench.data.frameList.front()->frameNumber + 3);
+    QCOMPARE(bench.data.runTotals().frames, quint64(20));
+    bench.stop();
+    QVERIFY(bench.measure(30, 51200, 1000)); // 20 blocks: room for more frames
+    QCOMPARE(bench.data.frameList.size(), size_t(34));
+    bench.stop();
+    QVERIFY(bench.measure(1, 4096, 1000)); // large frames push out the small ones at once
+    QCOMPARE(bench.data.frameList.size(), size_t(4));
+
+    MeasurementBench standard({}, MeasModeStandardAcq);
+    QVERIFY(standard.measure(20, 4096, 10));
+    QCOMPARE(standard.data.counterSampleList.size(), size_t(11));
+}
+
+void TestLoops::manyCameras()
+{
+    std::vector<std::unique_ptr<MeasurementBench>> benches;
+    const int cameras = qMax(4, testCount(64));
+    for (int i = 0; i < cameras; ++i) {
+        sim::CameraScenario scenario;
+        scenario.id = QString::number(i);
+        scenario.seed = static_cast<quint64>(i);
+        scenario.sensor.height = 64;
+        benches.push_back(std::make_unique<MeasurementBench>(scenario, i % 3 == 0 ? 1 : 0));
+        QVERIFY(benches.back()->data.startMeasurement(4096, 100000));
+    }
+    for (int round = 1; round <= 5; ++round) {
+        for (const auto& bench : benches)
+            bench->camera->release(10);
+        for (const auto& bench : benches) {
+            bench->data.calculateStats(nullptr, nullptr, nullptr, -always, always, 0.0); // while they work
+            QVERIFY(bench->camera->settle());
+            QCOMPARE(bench->data.runTotals().frames, quint64(10 * round));
+        }
+    }
+    for (const auto& bench : benches)
+        QVERIFY(bench->stop());
+}
+
+void TestLoops::manyStarts()
+{
+    sim::CameraScenario scenario;
+    scenario.sensor.width = scenario.sensor.height = 64;
+    MeasurementBench bench(scenario);
+    bench.camera->setGated(false);
+    const auto cycles = [&bench](int count) {
+        for (int i = 0; i < count; ++i) {
+            bench.data.measMode = i % 2;
+            if (!bench.data.startMeasurement(4096, 5) || !bench.data.stopMeasurement())
+                return false;
+            QCoreApplication::processEvents(); // what the host announces later
+        }
+        return true;
+    };
+    QVERIFY(cycles(20));
+    const int threads = threadCount();
+    const size_t bytes = mallinfo2().uordblks;
+    const int count = testCount(1000);
+    QVERIFY(cycles(count));
+    QCOMPARE(threadCount(), threads);
+#ifndef __SANITIZE_ADDRESS__
+    // Lists and pools breathe; a leak of a byte in each cycle and more would show.
+    QVERIFY2(mallinfo2().uordblks < bytes + 16384 + static_cast<size_t>(count), qPrintable(QString::number(bytes)));
+#endif
+}
+
+QTEST_GUILESS_MAIN(TestLoops)
+#include "tst_loops.moc"

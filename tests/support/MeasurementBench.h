@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A record on a hand-driven camera: the worker gets as many images as the test releases.
+#ifndef KESTROVA_MEASUREMENTBENCH_H
+#define KESTROVA_MEASUREMENTBENCH_H
+
+#include "CameraLineData.h"
+#include "CameraRegistry.h"
+#include "sim/HandDrivenCamera.h"
+
+class MeasurementBench
+{
+public:
+    explicit MeasurementBench(const sim::CameraScenario& scenario = {}, qint32 mode = MeasModeDataThroughput)
+        : camera(std::make_shared<sim::HandDrivenCamera>(scenario))
+    {
+        camera->setGated(true);
+        data.measMode = mode;
+        CameraRegistry& registry = CameraRegistry::instance();
+        data.hCam = registry.open(registry.addDevice(camera));
+    }
+    ~MeasurementBench()
+    {
+        stop();
+        CameraRegistry::instance().close(data.hCam);
+    }
+
+    /// Lets the worker have that many images (or failures) and waits until it is done with them.
+    bool take(int images)
+    {
+        camera->release(images);
+        return camera->settle();
+    }
+    bool measure(int images, qint32 period = 4096, qint32 capacity = 1000000)
+    {
+        return data.startMeasurement(period, capacity) && take(images);
+    }
+    /// The worker then takes what it finds until it sees the stop.
+    bool stop()
+    {
+        camera->setGated(false);
+        const bool stopped = data.stopMeasurement();
+        camera->setGated(true);
+        return stopped;
+    }
+
+    std::shared_ptr<sim::HandDrivenCamera> camera;
+    CxCameraLineData data;
+};
+
+#endif
