@@ -6,12 +6,5 @@
 
 std::vector<std::shared_ptr<CameraDevice>> createDevices(const QString& file, QString* error)
 {
-#ifdef KESTROVA_HAS_SIM
     return sim::createCameras(file, error);
-#else
-    Q_UNUSED(file)
-    if (error != nullptr)
-        *error = QStringLiteral("no simulated cameras in this build");
-    return {};
-#endif
 }
