@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Figures: their keys, units and when one is not known.
+#include "Figures.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double usPerMs = 1000.0;
+
+template<typename Count>
+double number(Count count)
+{
+    return static_cast<double>(count);
+}
+
+/// What only frames can tell is not known without one.
+std::optional<double> ifAnyFrame(const RunTotals& totals, quint64 count)
+{
+    return totals.frames > 0 ? std::optional<double>(number(count)) : std::nullopt;
+}
+
+std::optional<double> longestGapMs(const RunTotals& totals)
+{
+    const bool started = totals.frames > 0 || totals.longestGapUs > 0;
+    return started ? std::optional<double>(number(totals.longestGapUs) / usPerMs) : std::nullopt;
+}
+
+std::optional<double> sum(const std::optional<double>& a, const std::optional<double>& b)
+{
+    return a || b ? std::optional<double>(a.value_or(0.0) + b.value_or(0.0)) : std::nullopt;
+}
+
+} // namespace
+
+Figures throughputFigures(const RunTotals& totals, bool bufferKnown)
+{
+    const bool simulated = bufferKnown && totals.maxBufferLevel.has_value();
+    return {
+        {"frames", "frames", 0, number(totals.frames)},
+        {"missingFrames", "missing", 0, ifAnyFrame(totals, totals.missingFrames)},
+        {"avgThroughputMBps", "avg MB/s", 2, totals.avgThroughput()},
+        {"minThroughputMBps", "min MB/s", 2, totals.minThroughput},
+        {"maxBufferLevelPercent", "level %", 1, simulated ? totals.maxBufferLevel : std::nullopt},
+        {"overflows", "overflows", 0, simulated ? ifAnyFrame(totals, totals.overflows) : std::nullopt},
+        {"longestGapMs", "gap ms", 1, longestGapMs(totals)},
+        {"blocks", nullptr, 0, number(totals.blocks)},
+        {"skippedFrames", nullptr, 0, number(totals.skippedFrames)},
+        {"failedWaits", nullptr, 0, number(totals.failedWaits)},
+    };
+}
+
+CounterDifferences counterDifferences(const CxCameraLineData& data)
+{
+    const RunCounters ends = data.runCounters();
+    const auto difference = [&](VN_COUNTER_SELECTOR kind, qint32 CounterSample::*value) -> std::optional<double> {
+        if (!ends.first || !ends.last || !data.isCounterSupported(kind))
+            return std::nullopt;
+        // Counters wrap; one that ran backwards was reset, and its difference is lost.
+        const auto steps = static_cast<quint32>((*ends.last).*value) - static_cast<quint32>((*ends.first).*value);
+        if (steps > static_cast<quint32>(INT32_MAX))
+            return std::nullopt;
+        return steps;
+    };
+    return {difference(VN_COUNTER_TRANSPORT_SKIP, &CounterSample::transportSkip),
+            difference(VN_COUNTER_API_SKIP, &CounterSample::apiSkip),
+            difference(VN_COUNTER_MISSED_TRG_OVERLAP, &CounterSample::missedTrgOverlap),
+            difference(VN_COUNTER_MISSED_TRG_OVERFLOW, &CounterSample::missedTrgOverflow),
+            difference(VN_COUNTER_BUFFER_OVERFLOW, &CounterSample::bufferOverflow)};
+}
+
+Figures counterFigures(const RunTotals& totals, const CounterDifferences& counters)
+{
+    return {
+        {"frames", "frames", 0, number(totals.frames)},
+        {"missingFrames", "missing", 0, ifAnyFrame(totals, totals.missingFrames)},
+        {"transportSkips", "link skips", 0, counters.transportSkip},
+        {"apiSkips", "API skips", 0, counters.apiSkip},
+        {"skips", "skips", 0, sum(counters.transportSkip, counters.apiSkip)},
+        {"missedTriggersOverlap", "overlap", 0, counters.missedTrgOverlap},
+        {"missedTriggersOverflow", "full", 0, counters.missedTrgOverflow},
+        {"overflows", "overflows", 0, counters.bufferOverflow},
+        {"longestGapMs", "gap ms", 1, longestGapMs(totals)},
+        {"failedWaits", nullptr, 0, number(totals.failedWaits)},
+    };
+}
+
+std::optional<double> figureValue(const Figures& figures, const QString& key)
+{
+    const auto found = std::find_if(figures.begin(), figures.end(),
+                                    [&key](const Figure& figure) { return key == QLatin1String(figure.key); });
+    return found == figures.end() ? std::nullopt : found->value;
+}
+
+QString figureText(const Figure& figure)
+{
+    if (!figure.value || !std::isfinite(*figure.value))
+        return QStringLiteral("n/a");
+    return QString::number(*figure.value, 'f', figure.decimals);
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The figures of a run or of an interval as one list: every output and every limit works on it, so that they speak of
+// the same numbers.
+#ifndef KESTROVA_MEASURE_FIGURES_H
+#define KESTROVA_MEASURE_FIGURES_H
+
+#include <optional>
+#include <vector>
+
+#include <QtCore/QString>
+
+#include "CameraLineData.h"
+
+struct Figure
+{
+    const char* key;             ///< in JSON and the log; ends in its unit
+    const char* title;           ///< heading of its column in text; null: not shown there
+    int decimals;                ///< shown in text and the log
+    std::optional<double> value; ///< nothing: not known
+};
+
+using Figures = std::vector<Figure>;
+
+/// `bufferKnown`: whether there is a required throughput to simulate the buffer with.
+Figures throughputFigures(const RunTotals& totals, bool bufferKnown);
+
+/// Differences of the frame counters from a run's first sample to its last; those that the camera lacks are unknown.
+struct CounterDifferences
+{
+    std::optional<double> transportSkip;
+    std::optional<double> apiSkip;
+    std::optional<double> missedTrgOverlap;
+    std::optional<double> missedTrgOverflow;
+    std::optional<double> bufferOverflow;
+};
+CounterDifferences counterDifferences(const CxCameraLineData& data);
+Figures counterFigures(const RunTotals& totals, const CounterDifferences& counters);
+
+/// The value of that key; nothing if there is none or it is not known.
+std::optional<double> figureValue(const Figures& figures, const QString& key);
+
+/// The rounded value, or "n/a".
+QString figureText(const Figure& figure);
+
+#endif

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The interval lines as a CSV file that survives a power cut but for its last line.
+#ifndef KESTROVA_MEASURE_INTERVALLOG_H
+#define KESTROVA_MEASURE_INTERVALLOG_H
+
+#include <QtCore/QFile>
+
+#include "Output.h"
+
+class IntervalLog
+{
+public:
+    /// Opens the file to append to it: a rig that starts again after a power cut keeps what it had. False if that
+    /// fails or the file holds something else; see error().
+    bool open(const QString& fileName, ExMeasMode mode);
+    /// Writes a line and brings it to the disk. False if that failed; see error().
+    bool append(const IntervalLine& line);
+    QString error() const { return m_error; }
+
+private:
+    bool write(const QByteArray& text);
+
+    QFile m_file;
+    QString m_error;
+};
+
+#endif

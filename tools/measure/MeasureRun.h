@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A run: starts the cameras, prints their intervals on the event loop, stops them.
+#ifndef KESTROVA_MEASURE_MEASURERUN_H
+#define KESTROVA_MEASURE_MEASURERUN_H
+
+#include <QtCore/QObject>
+#include <QtCore/QTimer>
+
+#include "IntervalLog.h"
+#include "MeasuredCamera.h"
+#include "Output.h"
+
+/// Intervals lie on a grid from the run's start; the last one ends with the run and may be shorter.
+class MeasureRun : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `log` may be null. All must outlive the run.
+    MeasureRun(const Options& options, std::vector<std::unique_ptr<MeasuredCamera>>& cameras, Output& output,
+               IntervalLog* log);
+
+    /// Starts what can be started. If nothing can, the run is over at once.
+    void start();
+    /// Stops and restores the cameras and prints what came since the last line; the first call counts.
+    void stop();
+    /// Prints a line for every camera.
+    void printIntervals();
+    bool isOver() const { return m_over; }
+    /// What the log said when it failed; empty if all is well.
+    QString logError() const { return m_logError; }
+
+Q_SIGNALS:
+    void finished();
+
+private:
+    void wake();
+    void armTimer();
+    bool anyRunning() const;
+    void onCameraLost(VNCORE_HANDLE camera);
+    void printInterval(MeasuredCamera& camera);
+
+    const Options& m_options;
+    std::vector<std::unique_ptr<MeasuredCamera>>& m_cameras;
+    std::vector<MeasuredCamera*> m_started;
+    Output& m_output;
+    IntervalLog* const m_log;
+    QString m_logError;
+    QTimer m_timer;
+    QElapsedTimer m_clock;
+    qint64 m_nextLineMs = 0;
+    bool m_over = false;
+};
+
+#endif

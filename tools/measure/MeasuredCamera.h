@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// One camera of a run: its record, its times, and what went wrong with it.
+#ifndef KESTROVA_MEASURE_MEASUREDCAMERA_H
+#define KESTROVA_MEASURE_MEASUREDCAMERA_H
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QStringList>
+
+#include <vnCore/CxCameraParameters.h>
+
+#include "Figures.h"
+#include "Options.h"
+
+/// A stretch of a camera's run with its figures.
+struct Stretch
+{
+    double endS = 0.0; ///< after the run's start
+    double lengthS = 0.0;
+    Figures figures;
+};
+
+/// All on the thread of the event loop.
+class MeasuredCamera
+{
+public:
+    MeasuredCamera(VNCORE_HANDLE camera, SxCameraInfo info, const Options& options);
+
+    const SxCameraInfo& info() const { return m_info; }
+    VNCORE_HANDLE handle() const { return m_record.hCam; }
+    const CxCameraLineData& record() const { return m_record; }
+
+    /// False if the camera refuses or could not be opened.
+    bool start(const Options& options);
+    /// Ends the measurement and restores the camera; takes up to one image wait if the camera sends nothing.
+    void stop();
+    /// Measures, as far as is known: not lost, not out of memory.
+    bool isRunning() const { return m_record.isMeasuring() && !m_lost; }
+
+    void setLost();
+    /// Notes a measurement that ended by itself.
+    void noteEnd();
+    /// What makes the run of this camera worthless; after stop().
+    QStringList problems() const;
+
+    /// What came since the last call. Each frame is in exactly one stretch.
+    Stretch takeInterval();
+    Stretch wholeRun() const;
+
+private:
+    Figures figures(const RunTotals& totals) const;
+    double elapsedS() const;
+
+    const SxCameraInfo m_info;
+    CxCameraLineData m_record;
+    QElapsedTimer m_clock;
+    double m_intervalBeginS = 0.0;
+    std::optional<double> m_endS; ///< of a measurement that is over
+    bool m_started = false;
+    bool m_lost = false;
+    bool m_endedItself = false;
+};
+
+#endif

@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Reads the command line and refuses what cannot be meant.
+#include "Options.h"
+
+#include <cmath>
+#include <limits>
+
+#include <QtCore/QCommandLineParser>
+#include <QtCore/QRegularExpression>
+
+#include <vnCore/vnApi.h>
+
+namespace {
+
+constexpr qint32 smallestPeriod = 8; ///< bytes, one word of the counter
+constexpr qint64 longestMs = 10LL * 365 * 86400 * 1000;
+
+const QString badValue = QStringLiteral("%1: \"%2\" is not %3");
+
+/// "<number><unit>" with the factor of the unit; a number without one has the factor of the empty unit.
+struct Unit
+{
+    const char* name;
+    double factor;
+};
+
+std::optional<double> scaledNumber(const QString& text, const std::vector<Unit>& units)
+{
+    static const QRegularExpression form(QStringLiteral("^([0-9]+(?:\\.[0-9]+)?)([A-Za-z]*)$"));
+    const auto match = form.match(text);
+    if (!match.hasMatch())
+        return std::nullopt;
+    for (const Unit& unit : units) {
+        if (match.captured(2) == QLatin1String(unit.name))
+            return match.captured(1).toDouble() * unit.factor;
+    }
+    return std::nullopt;
+}
+
+std::optional<qint64> wholeNumber(const QString& text, const std::vector<Unit>& units, qint64 least, qint64 most)
+{
+    const auto value = scaledNumber(text, units);
+    if (!value || *value < static_cast<double>(least) || *value > static_cast<double>(most) ||
+        *value != std::floor(*value))
+        return std::nullopt;
+    return static_cast<qint64>(*value);
+}
+
+const std::vector<Unit> noUnit{{"", 1.0}};
+const std::vector<Unit> multiples{{"", 1.0}, {"k", 1e3}, {"M", 1e6}, {"G", 1e9}};
+const std::vector<Unit> times{{"", 1e3},   {"ms", 1.0},   {"s", 1e3},    {"min", 60e3},
+                              {"m", 60e3}, {"h", 3600e3}, {"d", 86400e3}};
+
+struct LimitOption
+{
+    const char* name;
+    const char* valueName;
+    const char* help;
+    const char* figure;
+    bool isMinimum;
+    bool inThroughput;
+    bool inCounters;
+};
+
+constexpr LimitOption limitOptions[] = {
+    {"min-throughput", "MB/s", "Least throughput of any block interval.", "minThroughputMBps", true, true, false},
+    {"min-average", "MB/s", "Least average throughput.", "avgThroughputMBps", true, true, false},
+    {"max-overflows", "N", "Most buffer overflows.", "overflows", false, true, true},
+    {"max-level", "PERCENT", "Highest buffer level.", "maxBufferLevelPercent", false, true, false},
+    {"max-missing", "N", "Most missing frames (gaps of the frame number).", "missingFrames", false, true, true},
+    {"max-skips", "N", "Most frames skipped on the link and in the library (counters mode).", "skips", false, false,
+     true},
+};
+
+/// Reads the parsed options one by one; the first fault is kept.
+class Reader
+{
+public:
+    explicit Reader(const QCommandLineParser& parser) : m_parser(parser) {}
+
+    bool isSet(const char* name) const { return m_parser.isSet(QLatin1String(name)); }
+    QString value(const char* name) const { return m_parser.value(QLatin1String(name)); }
+
+    std::optional<qint64> whole(const char* name, const std::vector<Unit>& units, qint64 least, qint64 most,
+                                const char* expected)
+    {
+        if (!isSet(name))
+            return std::nullopt;
+        const auto number = wholeNumber(value(name), units, least, most);
+        if (!number)
+            refuseValue(name, expected);
+        return number;
+    }
+
+    void limits(Options& options)
+    {
+        for (const LimitOption& limit : limitOptions) {
+            if (!isSet(limit.name))
+                continue;
+            const auto number = scaledNumber(value(limit.name), noUnit);
+            if (!number)
+                refuseValue(limit.name, "a number of 0 or more");
+            const bool throughput = options.mode == MeasModeDataThroughput;
+            if (throughput ? !limit.inThroughput : !limit.inCounters)
+                refuse(QStringLiteral("--%1 has no meaning in this mode").arg(QLatin1String(limit.name)));
+            options.limits.push_back({QStringLiteral("--") + QLatin1String(limit.name), QLatin1String(limit.figure),
+                                      limit.isMinimum, number.value_or(0.0)});
+        }
+    }
+
+    void refuseValue(const char* name, const char* expected)
+    {
+        refuse(badValue.arg(QStringLiteral("--") + QLatin1String(name), value(name), QLatin1String(expected)));
+    }
+    void refuse(const QString& why)
+    {
+        if (m_fault.isEmpty())
+            m_fault = why;
+    }
+    const QString& fault() const { return m_fault; }
+
+private:
+    const QCommandLineParser& m_parser;
+    QString m_fault;
+};
+
+void declareOptions(QCommandLineParser& parser)
+{
+    parser.setApplicationDescription(QStringLiteral(
+        "Measures the data throughput of cameras without a window.\n\n"
+        "TIME is a number with ms, s, min, h or d, seconds without.\n"
+        "Exit code: 0 within the limits; 1 a limit was broken; 2 wrong usage or a file that cannot be\n"
+        "written; 3 a camera is missing, was lost, refused to start or sent no frame."));
+    const auto add = [&parser](const char* name, const char* help, const char* valueName = "",
+                               const char* preset = "") {
+        parser.addOption(
+            {QLatin1String(name), QString::fromUtf8(help), QLatin1String(valueName), QLatin1String(preset)});
+    };
+    parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Print this text and exit.")});
+    parser.addOption(
+        {{QStringLiteral("v"), QStringLiteral("version")}, QStringLiteral("Print the version and exit.")});
+    add("list", "List the cameras and exit.");
+    add("cameras", "Take the simulated cameras from this scenario.", "FILE");
+    add("camera", "Measure this camera; may be repeated.", "NAME|ID");
+    add("all", "Measure all cameras.");
+    add("mode", "throughput (default) or counters.", "MODE", "throughput");
+    add("duration", "How long to measure; without it until stopped.", "TIME");
+    add("sample-period", "Bytes of a sample block (4096).", "BYTES");
+    add("capacity", "Samples kept per camera, with k, M or G (10M).", "SAMPLES");
+    add("required", "Rate that the buffer simulation compares with; auto (default): as the camera tells.",
+        "auto|MB/s", "auto");
+    add("interval", "Time of one line (1s).", "TIME");
+    add("csv", "Write all kept frames as a report; with several cameras {camera} in the name.", "FILE");
+    add("log", "Append the interval lines to this CSV file, line by line.", "FILE");
+    add("json", "Print JSON, one object per line.");
+    for (const LimitOption& limit : limitOptions)
+        add(limit.name, limit.help, limit.valueName);
+}
+
+QString versionText()
+{
+    int major = 0;
+    int minor = 0;
+    int revision = 0;
+    vnCoreVersion(major, minor, revision);
+    return QStringLiteral("kestrova-measure %1.%2.%3").arg(major).arg(minor).arg(revision);
+}
+
+void readMeasurement(const QCommandLineParser& parser, Options& options, Reader& read)
+{
+    const QString mode = read.value("mode");
+    if (mode == QLatin1String("counters"))
+        options.mode = MeasModeStandardAcq;
+    else if (mode != QLatin1String("throughput"))
+        read.refuseValue("mode", "throughput or counters");
+
+    if (const auto ms = read.whole("duration", times, 1, longestMs, "a time, such as 10s"))
+        options.duration = std::chrono::milliseconds(*ms);
+    if (const auto ms = read.whole("interval", times, 10, longestMs, "a time of 10ms or more, such as 1s"))
+        options.interval = std::chrono::milliseconds(*ms);
+    constexpr qint64 most = std::numeric_limits<qint32>::max();
+    if (const auto bytes = read.whole("sample-period", noUnit, smallestPeriod, most, "a number of bytes, 8 or more"))
+        options.samplePeriod = static_cast<qint32>(*bytes);
+    if (const auto samples = read.whole("capacity", multiples, 1, most, "a number of samples, such as 10M"))
+        options.capacity = static_cast<qint32>(*samples);
+    if (read.value("required") != QLatin1String("auto")) {
+        if (const auto rate = read.whole("required", noUnit, 1, most, "auto or a whole number of MB/s"))
+            options.required = static_cast<qint32>(*rate);
+    }
+    read.limits(options);
+
+    if (!options.csvFile.isEmpty() && options.mode != MeasModeDataThroughput)
+        read.refuse(QStringLiteral("--csv: there is no report in counters mode"));
+    if (options.allCameras && !options.cameras.isEmpty())
+        read.refuse(QStringLiteral("--all and --camera exclude each other"));
+    if (!options.allCameras && options.cameras.isEmpty())
+        read.refuse(QStringLiteral("which cameras? Give --all, --camera or --list"));
+    if (!parser.positionalArguments().isEmpty())
+        read.refuse(QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().constFirst()));
+}
+
+} // namespace
+
+QString usageText()
+{
+    return QStringLiteral("Usage: kestrova-measure --list | --all | --camera NAME|ID [options]\n"
+                          "       kestrova-measure --help explains the options");
+}
+
+Options parseOptions(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    declareOptions(parser);
+    Options options;
+    const auto end = [&options](Options::Action action, const QString& text) {
+        options.action = action;
+        options.text = text;
+        return options;
+    };
+    if (!parser.parse(arguments))
+        return end(Options::Action::Refuse, parser.errorText());
+    Reader read(parser);
+    if (read.isSet("help"))
+        return end(Options::Action::Help, parser.helpText());
+    if (read.isSet("version"))
+        return end(Options::Action::Version, versionText());
+
+    options.scenarioFile = read.value("cameras");
+    options.cameras = parser.values(QStringLiteral("camera"));
+    options.allCameras = read.isSet("all");
+    options.csvFile = read.value("csv");
+    options.logFile = read.value("log");
+    options.json = read.isSet("json");
+    for (const char* file : {"cameras", "csv", "log"}) {
+        if (read.isSet(file) && read.value(file).isEmpty())
+            read.refuseValue(file, "a file name");
+    }
+    if (read.isSet("list"))
+        options.action = Options::Action::List;
+    else
+        readMeasurement(parser, options, read);
+    if (!read.fault().isEmpty())
+        return end(Options::Action::Refuse, read.fault());
+    return options;
+}

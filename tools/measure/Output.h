@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a run says on standard output: a line per camera and interval, and a summary.
+#ifndef KESTROVA_MEASURE_OUTPUT_H
+#define KESTROVA_MEASURE_OUTPUT_H
+
+#include <memory>
+
+#include <QtCore/QDateTime>
+#include <QtCore/QIODevice>
+
+#include "MeasuredCamera.h"
+
+/// One line: a camera's interval, at a time of the calendar.
+struct IntervalLine
+{
+    const SxCameraInfo& camera;
+    QDateTime time;
+    Stretch stretch;
+};
+
+/// A written report.
+struct ReportSummary
+{
+    QString file;
+    quint64 frames = 0;        ///< kept, and so in the report
+    quint64 droppedFrames = 0; ///< by the capacity
+    qint64 fromUs = 0;         ///< time stamps of the first and the last frame
+    qint64 toUs = 0;
+};
+
+struct CameraSummary
+{
+    SxCameraInfo camera;
+    Stretch run;
+    QStringList problems;
+    QStringList brokenLimits;
+    std::optional<ReportSummary> report;
+};
+
+struct Summary
+{
+    ExMeasMode mode;
+    int exitCode;
+    std::vector<CameraSummary> cameras;
+};
+
+class Output
+{
+public:
+    virtual ~Output() = default;
+    virtual void interval(const IntervalLine& line) = 0;
+    virtual void summary(const Summary& summary) = 0;
+    virtual void cameraList(const std::vector<SxCameraInfo>& cameras) = 0;
+
+    /// Whether somebody still reads.
+    bool isBroken() const { return m_broken; }
+
+protected:
+    explicit Output(QIODevice& device) : m_device(device) {}
+    /// Writes a line at once: whoever reads wants to see it now.
+    void writeLine(const QString& text);
+
+private:
+    QIODevice& m_device;
+    bool m_broken = false;
+};
+
+std::unique_ptr<Output> makeTextOutput(QIODevice& device);
+std::unique_ptr<Output> makeJsonOutput(QIODevice& device);
+
+#endif

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Puts the engine's report into a file and says what is in it.
+#include "Report.h"
+
+#include <limits>
+
+#include <QtCore/QFile>
+
+#include "CsvReportWriter.h"
+
+namespace {
+
+ReportSummary describe(const CxCameraLineData& record, const QString& fileName)
+{
+    ReportSummary summary;
+    summary.file = fileName;
+    const RunTotals totals = record.runTotals();
+    const QMutexLocker lock(&record.mutex);
+    summary.frames = record.frameList.size();
+    summary.droppedFrames = totals.frames - totals.skippedFrames - summary.frames;
+    if (!record.frameList.empty()) {
+        summary.fromUs = record.frameList.front()->timestampUs;
+        summary.toUs = record.frameList.back()->timestampUs;
+    }
+    return summary;
+}
+
+} // namespace
+
+bool canWriteReport(const QString& fileName, QString* error)
+{
+    QFile file(fileName);
+    if (file.open(QIODevice::WriteOnly | QIODevice::Append))
+        return true;
+    *error = QStringLiteral("%1: %2").arg(fileName, file.errorString());
+    return false;
+}
+
+std::optional<ReportSummary> writeReport(const CxCameraLineData& record, const QString& fileName, QString* error)
+{
+    // Unbuffered: the writer's pieces are large, and an error shows where it happens.
+    QFile file(fileName);
+    const bool opened = file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
+    CsvReportWriter writer([&file](const char* text, std::size_t size) {
+        return file.write(text, static_cast<qint64>(size)) == static_cast<qint64>(size);
+    });
+    constexpr qint64 always = std::numeric_limits<qint64>::max();
+    if (opened && writer.write(record, -always, always) == CsvReportResult::Written)
+        return describe(record, fileName);
+    *error = QStringLiteral("%1: %2").arg(fileName, file.errorString());
+    return std::nullopt;
+}

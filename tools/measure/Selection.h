@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Which cameras the user means, and what their reports are called.
+#ifndef KESTROVA_MEASURE_SELECTION_H
+#define KESTROVA_MEASURE_SELECTION_H
+
+#include <vector>
+
+#include <QtCore/QStringList>
+
+#include <vnCore/CxCameraParameters.h>
+
+/// Places in the list of known cameras, in its order and each once.
+struct Selection
+{
+    enum class Fault
+    {
+        None,
+        Missing,
+        Ambiguous
+    };
+
+    std::vector<int> cameras;
+    Fault fault = Fault::None;
+    QString text; ///< of the fault
+};
+
+/// Looks for each name among the IDs, then the users' own names, then the model names.
+Selection selectCameras(const std::vector<SxCameraInfo>& known, const QStringList& names);
+
+/// Name and ID, for people.
+QString cameraTitle(const SxCameraInfo& info);
+
+/// The report's file of each camera. Camera texts are reduced to what is safe in a file name, and kept apart.
+QStringList reportFiles(const QString& pattern, const std::vector<SxCameraInfo>& cameras);
+
+#endif

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Output for people: columns.
+#include "Output.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "Selection.h"
+
+namespace {
+
+constexpr int timeWidth = 9;
+constexpr int cameraWidth = 26;
+constexpr int figureWidth = 10;
+constexpr int linesPerHeading = 40;
+constexpr qint64 usPerMs = 1000;
+constexpr qint64 msPerDay = 86400000;
+
+/// A time stamp of the measurement clock, which runs on past midnight.
+QString clockText(qint64 timestampUs)
+{
+    const qint64 ms = timestampUs / usPerMs;
+    const QString time =
+        QTime::fromMSecsSinceStartOfDay(static_cast<int>(ms % msPerDay)).toString(QStringLiteral("HH:mm:ss.zzz"));
+    return ms < msPerDay ? time : QStringLiteral("%1 +%2 d").arg(time).arg(ms / msPerDay);
+}
+
+Figures shown(const Figures& figures)
+{
+    Figures columns;
+    std::copy_if(figures.begin(), figures.end(), std::back_inserter(columns),
+                 [](const Figure& figure) { return figure.title != nullptr; });
+    return columns;
+}
+
+class TextOutput final : public Output
+{
+public:
+    explicit TextOutput(QIODevice& device) : Output(device) {}
+
+    void interval(const IntervalLine& line) override
+    {
+        if (m_lines++ % linesPerHeading == 0)
+            heading(line.stretch.figures);
+        row(line.camera, line.stretch);
+    }
+
+    void summary(const Summary& summary) override
+    {
+        if (!summary.cameras.empty()) {
+            writeLine(QStringLiteral("\nSummary"));
+            heading(summary.cameras.front().run.figures);
+        }
+        for (const CameraSummary& camera : summary.cameras)
+            row(camera.camera, camera.run);
+        for (const CameraSummary& camera : summary.cameras) {
+            const QString title = cameraTitle(camera.camera);
+            if (camera.report)
+                writeLine(reportText(title, *camera.report));
+            for (const QString& problem : camera.problems)
+                writeLine(QStringLiteral("%1: %2").arg(title, problem));
+            for (const QString& limit : camera.brokenLimits)
+                writeLine(QStringLiteral("%1: limit broken: %2").arg(title, limit));
+        }
+    }
+
+    void cameraList(const std::vector<SxCameraInfo>& cameras) override
+    {
+        for (const SxCameraInfo& camera : cameras)
+            writeLine(QStringLiteral("%1 %2 %3")
+                          .arg(camera.id, -figureWidth)
+                          .arg(camera.name, camera.customId.isEmpty() ? 0 : -cameraWidth)
+                          .arg(camera.customId)
+                          .trimmed());
+    }
+
+private:
+    void heading(const Figures& figures)
+    {
+        QString text = QStringLiteral("time s").rightJustified(timeWidth) + QStringLiteral("  ") +
+                       QStringLiteral("camera").leftJustified(cameraWidth);
+        for (const Figure& figure : shown(figures))
+            text += QLatin1Char(' ') + QString::fromLatin1(figure.title).rightJustified(figureWidth);
+        writeLine(text);
+    }
+
+    void row(const SxCameraInfo& camera, const Stretch& stretch)
+    {
+        QString text = QString::number(stretch.endS, 'f', 1).rightJustified(timeWidth) + QStringLiteral("  ") +
+                       cameraTitle(camera).leftJustified(cameraWidth);
+        for (const Figure& figure : shown(stretch.figures))
+            text += QLatin1Char(' ') + figureText(figure).rightJustified(figureWidth);
+        writeLine(text);
+    }
+
+    static QString reportText(const QString& title, const ReportSummary& report)
+    {
+        if (report.frames == 0)
+            return QStringLiteral("%1: report %2 holds no frame").arg(title, report.file);
+        return QStringLiteral("%1: report %2 holds %3 frames from %4 to %5 (%6 s), %7 frames dropped by the capacity")
+            .arg(title, report.file)
+            .arg(report.frames)
+            .arg(clockText(report.fromUs), clockText(report.toUs))
+            .arg(static_cast<double>(report.toUs - report.fromUs) / 1e6, 0, 'f', 3)
+            .arg(report.droppedFrames);
+    }
+
+    qint64 m_lines = 0;
+};
+
+} // namespace
+
+void Output::writeLine(const QString& text)
+{
+    const QByteArray line = (text + QLatin1Char('\n')).toUtf8();
+    m_broken |= m_device.write(line) != line.size();
+}
+
+std::unique_ptr<Output> makeTextOutput(QIODevice& device)
+{
+    return std::make_unique<TextOutput>(device);
+}

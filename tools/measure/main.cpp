@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// kestrova-measure: measures cameras without a window.
+#include <cstdio>
+
+#include <QtCore/QCoreApplication>
+
+#include "CameraRegistry.h"
+#include "DeviceFamilies.h"
+#include "MeasureRun.h"
+#include "Report.h"
+#include "Selection.h"
+#include "StopSignals.h"
+
+namespace {
+
+enum ExitCode
+{
+    WithinLimits = 0,
+    LimitBroken = 1,
+    WrongUsage = 2, ///< also a file that cannot be written
+    CameraFailed = 3,
+};
+
+int complain(ExitCode code, const QString& text)
+{
+    std::fprintf(stderr, "kestrova-measure: %s\n", text.toLocal8Bit().constData());
+    return code;
+}
+
+/// Makes the cameras known; they are forgotten, and so closed, at the end of the program.
+class KnownCameras
+{
+public:
+    ~KnownCameras() { CameraRegistry::instance().removeAllDevices(); }
+
+    bool load(const QString& scenarioFile, QString* error)
+    {
+        auto& registry = CameraRegistry::instance();
+        for (auto& device : createDevices(scenarioFile, error))
+            registry.addDevice(std::move(device));
+        for (int i = 0; i < registry.deviceCount(); ++i)
+            infos.push_back(registry.deviceInfo(i));
+        return error->isEmpty();
+    }
+
+    std::vector<SxCameraInfo> infos;
+};
+
+ExitCode judge(const Summary& summary, bool fileFault)
+{
+    bool failed = false;
+    bool broken = false;
+    for (const CameraSummary& camera : summary.cameras) {
+        failed |= !camera.problems.isEmpty();
+        broken |= !camera.brokenLimits.isEmpty();
+    }
+    if (failed)
+        return CameraFailed;
+    if (broken)
+        return LimitBroken;
+    return fileFault ? WrongUsage : WithinLimits;
+}
+
+/// Measures the cameras, which are opened for it, and reports.
+int measure(const Options& options, const std::vector<int>& selected, Output& output, const StopSignals& signals_)
+{
+    auto& registry = CameraRegistry::instance();
+    std::vector<SxCameraInfo> infos;
+    for (const int index : selected)
+        infos.push_back(registry.deviceInfo(index));
+    QString error;
+    QStringList files;
+    if (!options.csvFile.isEmpty()) {
+        if (infos.size() > 1 && !options.csvFile.contains(cameraPlaceholder))
+            return complain(WrongUsage, QStringLiteral("--csv: several cameras need {camera} in the file's name"));
+        files = reportFiles(options.csvFile, infos);
+        for (const QString& file : files) {
+            if (!canWriteReport(file, &error))
+                return complain(WrongUsage, error);
+        }
+    }
+    IntervalLog log;
+    if (!options.logFile.isEmpty() && !log.open(options.logFile, options.mode))
+        return complain(WrongUsage, log.error());
+
+    std::vector<std::unique_ptr<MeasuredCamera>> cameras;
+    for (size_t i = 0; i < selected.size(); ++i)
+        cameras.push_back(std::make_unique<MeasuredCamera>(registry.open(selected[i]), infos[i], options));
+    MeasureRun run(options, cameras, output, options.logFile.isEmpty() ? nullptr : &log);
+    QObject::connect(&signals_, &StopSignals::received, &run, &MeasureRun::stop);
+    QObject::connect(&run, &MeasureRun::finished, QCoreApplication::instance(), &QCoreApplication::quit,
+                     Qt::QueuedConnection);
+    run.start();
+    QCoreApplication::exec();
+
+    bool fileFault = !run.logError().isEmpty();
+    Summary summary{options.mode, 0, {}};
+    for (int i = 0; i < static_cast<int>(cameras.size()); ++i) {
+        const MeasuredCamera& camera = *cameras[static_cast<size_t>(i)];
+        CameraSummary line{camera.info(), camera.wholeRun(), camera.problems(), {}, {}};
+        line.brokenLimits = brokenLimits(options.limits, line.run.figures);
+        if (!files.isEmpty()) {
+            line.report = writeReport(camera.record(), files[i], &error);
+            if (!line.report) {
+                complain(WrongUsage, error);
+                fileFault = true;
+            }
+        }
+        summary.cameras.push_back(line);
+    }
+    summary.exitCode = judge(summary, fileFault);
+    output.summary(summary);
+    return summary.exitCode;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("kestrova-measure"));
+    QFile standardOutput;
+    standardOutput.open(stdout, QIODevice::WriteOnly | QIODevice::Unbuffered);
+
+    const Options options = parseOptions(QCoreApplication::arguments());
+    switch (options.action) {
+    case Options::Action::Help:
+    case Options::Action::Version:
+        standardOutput.write(options.text.trimmed().toUtf8() + '\n');
+        return WithinLimits;
+    case Options::Action::Refuse:
+        return complain(WrongUsage, options.text + QStringLiteral("\n") + usageText());
+    case Options::Action::List:
+    case Options::Action::Measure:
+        break;
+    }
+
+    const StopSignals stopSignals;
+    const auto output = options.json ? makeJsonOutput(standardOutput) : makeTextOutput(standardOutput);
+    KnownCameras known;
+    QString error;
+    if (!known.load(options.scenarioFile, &error))
+        return complain(WrongUsage, error);
+    if (options.action == Options::Action::List) {
+        output->cameraList(known.infos);
+        return WithinLimits;
+    }
+    QStringList names = options.cameras;
+    if (options.allCameras) {
+        for (const SxCameraInfo& info : known.infos)
+            names.append(info.id);
+    }
+    const Selection selection = selectCameras(known.infos, names);
+    if (selection.fault != Selection::Fault::None)
+        return complain(selection.fault == Selection::Fault::Missing ? CameraFailed : WrongUsage, selection.text);
+    if (selection.cameras.empty())
+        return complain(CameraFailed, QStringLiteral("there is no camera"));
+    return measure(options, selection.cameras, *output, stopSignals);
+}
