@@ -64,7 +64,9 @@ QIcon dot(const QColor& color)
     painter.setPen(Qt::NoPen);
     painter.setBrush(color);
     painter.drawEllipse(8, 8, 16, 16);
-    return QIcon(pixmap);
+    QIcon icon(pixmap);
+    icon.addPixmap(pixmap, QIcon::Selected); // else the colour changes in a selected row
+    return icon;
 }
 
 } // namespace

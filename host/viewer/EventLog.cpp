@@ -72,14 +72,14 @@ QVariant EventLog::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         switch (index.column()) {
         case TimeColumn:
-            return line.time.toString(QStringLiteral("HH:mm:ss.zzz"));
+            return line.time.toString(QStringLiteral("HH:mm:ss"));
         case CountColumn:
             return line.count > 1 ? QStringLiteral("%1 ×").arg(line.count) : QString();
         default:
             return line.text;
         }
     case Qt::ToolTipRole:
-        return line.time.toString(Qt::ISODate) + QLatin1Char('\n') + line.text;
+        return line.time.toString(Qt::ISODateWithMs) + QLatin1Char('\n') + line.text;
     case Qt::ForegroundRole:
         if (line.severity == Severity::Critical) {
             return QColor(255, 120, 110);

@@ -4,6 +4,7 @@
 
 #include <QtCore/QSettings>
 #include <QtGui/QCloseEvent>
+#include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 #include <QtWidgets/QActionGroup>
 #include <QtWidgets/QMenu>
@@ -98,8 +99,9 @@ void MainWindow::saveArrangement(QSettings& settings) const
 
 void MainWindow::arrangeByDefault()
 {
-    const QRect available = screen()->availableGeometry();
-    resize(defaultSize.boundedTo(available.size()));
+    // Without a display there is only a pretended screen, which need not limit the picture of the window.
+    const bool realScreen = QGuiApplication::platformName() != QLatin1String("offscreen");
+    resize(realScreen ? defaultSize.boundedTo(screen()->availableSize()) : defaultSize);
     QList<QDockWidget*> bottom;
     QList<int> heights;
     const auto docks = findChildren<QDockWidget*>();
