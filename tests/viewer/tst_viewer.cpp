@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The viewer as a whole, in this process: order of beginning and end, settings, take-overs, critical lines.
+#include <QtTest/QtTest>
+#include <QtWidgets/QActionGroup>
+
+#include <vnCore/vnCore.h>
+
+#include "CameraRegistry.h"
+#include "MainWindow.h"
+#include "PluginManager.h"
+#include "Viewer.h"
+
+class TestViewer : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        qApp->setProperty("diary", {});
+        m_directory = std::make_unique<QTemporaryDir>();
+        m_options = {};
+        m_options.settingsFile = m_directory->filePath("settings.ini");
+        m_options.pluginDirs = QStringList{MODULES_DIR "/good"};
+    }
+
+    void beginsAndEndsInOrder()
+    {
+        Viewer viewer(m_options);
+        QCOMPARE(viewer.start(), QString());
+        viewer.shutDown();
+        viewer.shutDown();
+        QCOMPARE(diary(), QStringList({"init (4 open)", "load 0 (4 open)", "save (4 open)", "finish (4 open)",
+                                       "widget destroyed (4 open)", "plug-in destroyed (0 open)"}));
+        QCOMPARE(CameraRegistry::instance().deviceCount(), 0);
+        QVERIFY(IxAppDelegate::instance() != nullptr); // plug-ins may ask until they are gone
+    }
+
+    void wrongCameraNameEndsInOrderToo()
+    {
+        m_options.openAll = false;
+        m_options.camerasToOpen = QStringList{"Nobody"};
+        {
+            Viewer viewer(m_options);
+            QVERIFY(viewer.start().contains("Nobody"));
+        }
+        QCOMPARE(diary(), QStringList());
+        QVERIFY2(!QFile::exists(m_options.settingsFile), "what was not loaded must not be saved");
+        QVERIFY(IxAppDelegate::instance() == nullptr);
+    }
+
+    void settingsLastFromRunToRun()
+    {
+        for (const int expected : {3, 5}) {
+            Viewer viewer(m_options);
+            viewer.start();
+            QCOMPARE(IxAppDelegate::instance()->applicationOptions().detailLevel, expected);
+            QCOMPARE(viewer.window().findChild<QActionGroup*>()->checkedAction()->data().toInt(), expected);
+            viewer.window().findChild<QActionGroup*>()->actions().constLast()->trigger();
+            QCOMPARE(IxAppDelegate::instance()->lastDirectory(),
+                     expected == 3 ? QDir::homePath() : m_directory->path());
+            IxAppDelegate::instance()->setLastDirectory(m_directory->path());
+        }
+        QVERIFY(diary().contains("load 7 (4 open)"));
+    }
+
+    void damagedSettingsAndCriticalLinesAreEvents()
+    {
+        QFile file(m_options.settingsFile);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("garbage\n");
+        file.close();
+        Viewer viewer(m_options);
+        QCOMPARE(viewer.start(), QString());
+        QVERIFY(hasEvent(viewer, "damaged"));
+        qCritical("something failed");
+        QTRY_VERIFY(hasEvent(viewer, "something failed"));
+    }
+
+    void takeOverEndsWithTheWidget()
+    {
+        Viewer viewer(m_options);
+        viewer.start();
+        const VNCORE_HANDLE camera = CxCameraManager::instance()->openedCameras().constFirst();
+        IxAppDelegate::instance()->setCameraControlEnabled(camera, false);
+        QVERIFY(hasEvent(viewer, "taken over"));
+        delete viewer.window().findChild<QWidget*>("TestWidget");
+        QVERIFY(hasEvent(viewer, "given back"));
+    }
+
+private:
+    static QStringList diary() { return qApp->property("diary").toStringList(); }
+
+    static bool hasEvent(Viewer& viewer, const char* text)
+    {
+        const auto start = viewer.events().index(0, EventLog::TextColumn);
+        return !viewer.events()
+                    .match(start, Qt::DisplayRole, QString::fromLatin1(text), 1, Qt::MatchContains)
+                    .isEmpty();
+    }
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    ViewerOptions m_options;
+};
+
+QTEST_MAIN(TestViewer)
+#include "tst_viewer.moc"
