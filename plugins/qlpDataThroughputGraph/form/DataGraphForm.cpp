@@ -19,6 +19,7 @@
 namespace {
 
 constexpr int refreshPeriodMs = 1000;
+constexpr int formMargin = 9;      // pixels; with more the first size would be too narrow
 constexpr int plotAreaSpacing = 1; // pixels between a title and its axes
 
 // Keys of the settings; all values are integers.
@@ -62,7 +63,12 @@ CxDataGraphForm::~CxDataGraphForm()
 /// After the host's look: what is drawn here is white, so its ground is dark in every host.
 void CxDataGraphForm::SetLook()
 {
+    look::limitFont(this);
     ui->plot->setBackground(look::background);
+    ui->gridLayout->setContentsMargins(formMargin, formMargin, formMargin, formMargin);
+    ui->gridLayout->setRowStretch(1, 1); // the plot takes what the table leaves
+    ui->gridLayout->setAlignment(ui->verticalLayout, Qt::AlignTop);
+    ui->gridLayout->setAlignment(ui->table, Qt::AlignTop);
     ui->plot->plotLayout()->setRowSpacing(plotAreaSpacing);
     for (QTableWidget* table : {ui->table, ui->tablePlotCheck})
         look::makeDark(table);

@@ -14,6 +14,7 @@ constexpr auto scrollBarSheet = "QScrollBar { background: %1; border: none; }"
                                 "QScrollBar:horizontal { height: 5px; } QScrollBar:vertical { width: 5px; }"
                                 "QScrollBar::handle { background: #8a9099; min-width: 30px; min-height: 15px; }"
                                 "QScrollBar::add-line, QScrollBar::sub-line { width: 0px; height: 0px; }";
+constexpr int largestPixels = 12;
 constexpr int headingPixels = 11; ///< two lines must fit beside one row
 
 QPalette darkPalette()
@@ -30,6 +31,15 @@ QPalette darkPalette()
 }
 
 } // namespace
+
+void look::limitFont(QWidget* form)
+{
+    QFont font = form->font();
+    if (QFontInfo(font).pixelSize() <= largestPixels)
+        return;
+    font.setPixelSize(largestPixels);
+    form->setFont(font);
+}
 
 void look::makeDark(QTableWidget* table)
 {

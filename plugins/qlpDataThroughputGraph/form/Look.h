@@ -6,6 +6,7 @@
 #include <QtGui/QColor>
 
 class QTableWidget;
+class QWidget;
 
 namespace look {
 
@@ -14,6 +15,9 @@ const QColor heading(34, 37, 42);
 const QColor grid(58, 62, 68);
 const QColor text(Qt::white);
 const QColor disabledText(128, 128, 128);
+
+/// The sizes of the form's parts are pixels, so its font must not be much larger than they expect.
+void limitFont(QWidget* form);
 
 /// Dark colours, a flat heading and thin scroll bars, so that a table of one row shows its row whole.
 void makeDark(QTableWidget* table);

@@ -22,7 +22,8 @@ namespace {
 
 constexpr auto plotNameProperty = "plotName";
 constexpr int levelAlpha = 150; // the area under the buffer level is translucent
-constexpr int axisFontPoints = 8;
+constexpr int axisFontPixels = 11;
+constexpr QMargins leastMargins(15, 8, 38, 15); // on the right half of the last time's label must fit
 
 QPen curvePen(const QColor& colour)
 {
@@ -46,6 +47,7 @@ bool CxDataGraphForm::AddCameraPlot(VNCORE_HANDLE hCam, int layoutRow, const QSt
 
     setCamera(axisRect, hCam);
     axisRect->setMarginGroup(QCP::msLeft | QCP::msRight, timeAxisMargins);
+    axisRect->setMinimumMargins(leastMargins);
     axisRect->setRangeZoom(Qt::Horizontal);
     ConfigurePlotAxis(axisRect, QCPAxis::atBottom, timeRangeLower, timeRangeUpper, {});
     if (measMode == MeasModeStandardAcq) {
@@ -75,7 +77,7 @@ void CxDataGraphForm::ConfigurePlotAxis(QCPAxisRect* axisRect, int axisType, dou
     axis->grid()->setPen(QPen(look::grid, 0, Qt::DotLine));
     axis->grid()->setZeroLinePen(QPen(look::grid, 0, Qt::SolidLine));
     QFont font = axis->labelFont();
-    font.setPointSize(axisFontPoints);
+    font.setPixelSize(axisFontPixels);
     axis->setLabelFont(font);
     axis->setTickLabelFont(font);
     axis->setVisible(true);
