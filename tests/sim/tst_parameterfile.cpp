@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Which values the parameters take, and that a measurement leaves a camera as it was.
+#include <QtTest>
+
+#include "sim/HandDrivenCamera.h"
+#include "SimTesting.h"
+
+using namespace sim;
+using namespace simtest;
+
+class TestParameterFile : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void valuesThatAreTaken_data();
+    void valuesThatAreTaken();
+    void measurementLeavesTheCameraAsItWas_data();
+    void measurementLeavesTheCameraAsItWas();
+    void registersAreReadThroughTheirSelectors();
+    void enumerationsAreInTheCamerasOrder();
+};
+
+void TestParameterFile::valuesThatAreTaken_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<int>("format");
+    QTest::addColumn<bool>("plain"); // on a camera without any extras
+    QTest::addColumn<bool>("full");
+    const auto row = [](const char* name, int value, bool plain, bool full, int format = 0) {
+        QTest::addRow("%s = %d in format %d", name, value, format)
+            << QByteArray(name) << value << format << plain << full;
+    };
+    row("imgdataformat", 7, true, true);
+    row("imgdataformat", 2, false, false);
+    row("output_bit_depth", 16, false, false);
+    row("output_bit_depth", 16, true, true, 1);
+    row("output_bit_depth", 12, true, true, 7);
+    row("output_bit_depth", 9, false, false, 7);
+    row("output_bit_packing", 1, false, false);
+    row("output_bit_packing", 1, true, true, 7);
+    row("buffer_policy", 0, true, true);
+    row("test_pattern", 11, false, false); // the sensor's own generator is selected
+    row("dp_param_selector", 6, false, true);
+    row("dp_param_selector", 7, true, true);
+    row("dp_param_value", 100, false, false); // the size is selected
+    row("device_unit_selector", 8, false, true);
+    row("device_unit_selector", 3, false, false);
+    row("device_unit_register_selector", 4096, false, false); // not in the selected unit
+    row("counter_selector", 3, false, true);
+    row("counter_selector", 4, false, true);
+    row("counter_selector", 5, true, true);
+    row("counter_selector", 6, false, false);
+    row("counter_value", 0, false, false);
+    row("ts_rst_source", 19, true, true);
+    row("no_such_parameter", 0, false, false);
+    row("test_pattern[1]", 0, false, false); // a cell's key is no name
+}
+
+void TestParameterFile::valuesThatAreTaken()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(int, value);
+    QFETCH(int, format);
+    QFETCH(bool, plain);
+    QFETCH(bool, full);
+    CameraScenario scenario;
+    HandDrivenCamera fullCamera(scenario);
+    scenario.frameBufferControl = false;
+    scenario.missedTriggerCounters = false;
+    scenario.transportSpeed.reset();
+    HandDrivenCamera plainCamera(scenario);
+    for (const auto& [camera, taken] : {std::pair(&plainCamera, plain), std::pair(&fullCamera, full)}) {
+        QVERIFY(camera->setInt("imgdataformat", format));
+        const auto before = camera->parameters(true);
+        QCOMPARE(camera->canSet(name, value), taken);
+        QCOMPARE(camera->parameters(true), before);
+        QCOMPARE(camera->setInt(name, value), taken);
+        if (!taken)
+            QCOMPARE(camera->parameters(true), before);
+    }
+}
+
+void TestParameterFile::measurementLeavesTheCameraAsItWas_data()
+{
+    QTest::addColumn<QStringList>("user"); // what the user had set, in this order
+    QTest::newRow("power-up") << QStringList();
+    QTest::newRow("12 bit packed") << QStringList{"imgdataformat=1", "output_bit_depth=12", "output_bit_packing=1"};
+    QTest::newRow("left over from another format")
+        << QStringList{"imgdataformat=1", "output_bit_depth=12", "output_bit_packing=1", "imgdataformat=0"};
+    QTest::newRow("own patterns") << QStringList{"test_pattern=1", "test_pattern_generator_selector=1",
+                                                 "test_pattern=1", "LUTEnable=1", "row_fpn_correction=0"};
+}
+
+void TestParameterFile::measurementLeavesTheCameraAsItWas()
+{
+    QFETCH(QStringList, user);
+    for (const bool control : {true, false}) {
+        CameraScenario scenario = smallCamera();
+        scenario.frameBufferControl = control;
+        HandDrivenCamera camera(scenario);
+        for (const QString& setting : std::as_const(user)) {
+            const QStringList parts = setting.split('=');
+            QVERIFY(camera.setInt(qPrintable(parts[0]), parts[1].toInt()));
+        }
+        const auto before = camera.parameters();
+        QCOMPARE(before.value("device_unit_register_value[1/55]"), 1);
+        QCOMPARE(before.value("dp_param_value[1/5/6]", 10), 10);
+        const auto saved = prepare(camera);
+        QVERIFY(saved);
+        QCOMPARE(camera.parameter("test_pattern[1]"), 11);
+        QCOMPARE(camera.parameter("output_bit_depth"), 16);
+        QCOMPARE(camera.parameter("dp_param_value[1/5/6]"), control ? 9 : -1);
+        QVERIFY(camera.start() && camera.stop());
+        restore(camera, *saved);
+        QCOMPARE(camera.parameters(), before);
+    }
+}
+
+void TestParameterFile::registersAreReadThroughTheirSelectors()
+{
+    CameraScenario scenario = smallCamera();
+    scenario.transportSpeed = 345;
+    scenario.bufferBytes = 123456;
+    HandDrivenCamera camera(scenario);
+    int value = -1;
+    QVERIFY(camera.setInt("dp_param_selector", 7) && camera.getInt("dp_param_value", value));
+    QCOMPARE(value, 123456);
+    int unit = -1;
+    int reg = -1;
+    QVERIFY(camera.getInt("device_unit_selector", unit) && camera.getInt("device_unit_register_selector", reg));
+    QVERIFY(camera.setInt("device_unit_selector", 8) && camera.setInt("device_unit_register_selector", 4096));
+    QVERIFY(camera.getInt("device_unit_register_value", value));
+    QCOMPARE(value, 345);
+    QVERIFY(!camera.setInt("device_unit_register_value", 1));
+    QVERIFY(camera.setInt("device_unit_selector", unit) && camera.setInt("device_unit_register_selector", reg));
+    value = 77;
+    QVERIFY(!camera.getInt("nothing", value));
+    QCOMPARE(value, 77);
+    QVERIFY(camera.hasParameter("dp_param_value"));
+    QVERIFY(!camera.hasParameter("dp_param"));
+}
+
+void TestParameterFile::enumerationsAreInTheCamerasOrder()
+{
+    CameraScenario scenario;
+    scenario.formats = {VN_FRM_TRANSPORT_DATA, VN_FRM_MONO16, VN_FRM_MONO8};
+    HandDrivenCamera camera(scenario);
+    QList<int> values;
+    for (const auto& item : camera.enumeration("imgdataformat"))
+        values.append(item.value);
+    QCOMPARE(values, (QList<int>{7, 1, 0}));
+    QCOMPARE(camera.parameter("imgdataformat"), 7);
+    QVERIFY(camera.enumeration("device_unit_register_value").isEmpty());
+}
+
+QTEST_APPLESS_MAIN(TestParameterFile)
+#include "tst_parameterfile.moc"
