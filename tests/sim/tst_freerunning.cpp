@@ -80,6 +80,7 @@ void TestFreeRunning::lossIsHeardWithoutAnyCall()
 void TestFreeRunning::callsFromManyThreads()
 {
     CameraScenario scenario = smallCamera();
+    scenario.link.rate = 20.0;
     scenario.faults.loss = {{30.0, 10.0}, {80.0, 10.0}};
     const auto link = std::make_shared<SharedLink>(scenario.link);
     FreeRunningCamera camera(scenario, link);

@@ -5,6 +5,7 @@ namespace sim {
 
 namespace {
 
+constexpr qint64 catchUpLimitNs = 500000000;
 constexpr size_t ledgerFrames = 256; // totals are what matters in a run of days
 
 } // namespace
@@ -27,7 +28,14 @@ FreeRunningCamera::~FreeRunningCamera()
 
 qint64 FreeRunningCamera::nowLocked() const
 {
-    return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::steady_clock::now() - origin).count();
+    const std::chrono::nanoseconds real = std::chrono::steady_clock::now() - origin;
+    qint64 now = (real - skipped).count();
+    if (model.acquiring() && now - latestNs > catchUpLimitNs) {
+        now = latestNs + catchUpLimitNs;
+        skipped = real - std::chrono::nanoseconds(now);
+    }
+    latestNs = now;
+    return now;
 }
 
 void FreeRunningCamera::run()
@@ -37,7 +45,7 @@ void FreeRunningCamera::run()
         if (ending)
             return;
         if (const auto next = nextEventLocked())
-            changed.wait_until(turn.lock, origin + std::chrono::nanoseconds(*next));
+            changed.wait_until(turn.lock, origin + skipped + std::chrono::nanoseconds(*next));
         else
             changed.wait(turn.lock);
     }

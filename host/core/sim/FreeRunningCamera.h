@@ -9,7 +9,8 @@
 
 namespace sim {
 
-/// One thread for the camera's life lets the model's events happen when they are due, on an absolute schedule.
+/// One thread for the camera's life lets the model's events happen when they are due, on an absolute schedule. On a
+/// computer too slow for that, the camera's time stands still now and then, lest it falls behind for ever.
 class VNCORE_EXPORT FreeRunningCamera final : public SimulatedCamera
 {
 public:
@@ -25,7 +26,12 @@ private:
     void run();
 
     const std::chrono::steady_clock::time_point origin = std::chrono::steady_clock::now();
-    bool ending = false; ///< guarded by `mutex`
+
+    // Guarded by `mutex`.
+    mutable qint64 latestNs = 0;
+    mutable std::chrono::nanoseconds skipped{0}; ///< real time that the model left out
+    bool ending = false;
+
     std::thread thread;
 };
 
