@@ -28,7 +28,7 @@ enum Column
     ColumnCount
 };
 
-constexpr QLatin1String formatParameter(VN_PRM_IMAGE_DATA_FORMAT);
+const QLatin1String formatParameter(VN_PRM_IMAGE_DATA_FORMAT);
 
 struct CameraState
 {
@@ -39,7 +39,7 @@ struct CameraState
 CameraState stateOf(int device, const TakeOvers& takeOvers)
 {
     const CameraRegistry& registry = CameraRegistry::instance();
-    const VNCORE_HANDLE camera = registry.openedHandle(device);
+    VNCORE_HANDLE camera = registry.openedHandle(device);
     if (registry.isDeviceLost(device)) {
         return {CameraDock::tr("lost"), QColor(235, 80, 70)};
     }
@@ -193,7 +193,7 @@ void CameraDock::refreshList()
 void CameraDock::refreshControls()
 {
     const CameraRegistry& registry = CameraRegistry::instance();
-    const VNCORE_HANDLE camera = selectedCamera();
+    VNCORE_HANDLE camera = selectedCamera();
     const bool mine = camera && !m_takeOvers.isTakenOver(camera);
     m_openButton->setEnabled(m_list->currentItem() != nullptr);
     m_openButton->setText(camera ? tr("&Close") : tr("&Open"));
@@ -224,7 +224,7 @@ void CameraDock::openOrClose()
 {
     CameraRegistry& registry = CameraRegistry::instance();
     const int device = selectedDevice();
-    if (const VNCORE_HANDLE camera = registry.openedHandle(device)) {
+    if (VNCORE_HANDLE camera = registry.openedHandle(device)) {
         registry.close(camera);
     } else if (!registry.open(device)) {
         m_log.append(EventLog::Severity::Warning,
@@ -237,7 +237,7 @@ void CameraDock::startOrStopView()
 {
     CameraRegistry& registry = CameraRegistry::instance();
     const int device = selectedDevice();
-    const VNCORE_HANDLE camera = registry.openedHandle(device);
+    VNCORE_HANDLE camera = registry.openedHandle(device);
     if (registry.isHostAcquiring(camera)) {
         registry.stopHostAcquisition(camera);
     } else if (!registry.startHostAcquisition(camera)) {

@@ -22,9 +22,9 @@ namespace {
 
 constexpr int saveIntervalMs = 60'000;
 
-constexpr QLatin1String groupName("Viewer");
-constexpr QLatin1String directoryKey("lastDirectory");
-constexpr QLatin1String detailLevelKey("detailLevel");
+const QLatin1String groupName("Viewer");
+const QLatin1String directoryKey("lastDirectory");
+const QLatin1String detailLevelKey("detailLevel");
 
 } // namespace
 

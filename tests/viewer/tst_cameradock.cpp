@@ -91,7 +91,7 @@ private Q_SLOTS:
     void takenOverCameraCanOnlyBeClosed()
     {
         press("btnOpenCamera");
-        const VNCORE_HANDLE camera = opened(0);
+        VNCORE_HANDLE camera = opened(0);
         m_takeOvers->setTakenOver(camera, true);
         m_takeOvers->setTakenOver(nullptr, true); // not open
         QCOMPARE(states(), QStringList({"measuring", "closed"}));
@@ -129,7 +129,7 @@ private Q_SLOTS:
     {
         using namespace std::chrono_literals;
         press("btnOpenCamera");
-        const VNCORE_HANDLE camera = opened(0);
+        VNCORE_HANDLE camera = opened(0);
         QVERIFY(vnApi_StartAcquisition(camera));
         m_takeOvers->setTakenOver(camera, true);
         m_log->clear();
@@ -156,7 +156,7 @@ private Q_SLOTS:
     void viewShowsWhatIsMeasuredButNotWhileHidden()
     {
         press("btnOpenCamera");
-        const VNCORE_HANDLE camera = opened(0);
+        VNCORE_HANDLE camera = opened(0);
         QVERIFY(vnApi_StartAcquisition(camera));
         const VN_IMG first = receiveFrame(camera);
 

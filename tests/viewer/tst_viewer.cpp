@@ -81,7 +81,7 @@ private Q_SLOTS:
     {
         Viewer viewer(m_options);
         viewer.start();
-        const VNCORE_HANDLE camera = CxCameraManager::instance()->openedCameras().constFirst();
+        VNCORE_HANDLE camera = CxCameraManager::instance()->openedCameras().constFirst();
         IxAppDelegate::instance()->setCameraControlEnabled(camera, false);
         QVERIFY(hasEvent(viewer, "taken over"));
         delete viewer.window().findChild<QWidget*>("TestWidget");
