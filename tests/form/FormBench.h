@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A host for tests of the form: a delegate that remembers what it was told, hand-driven cameras, a clock that stands
+// still, and finders for what a person would look at or press.
+#ifndef KESTROVA_TESTS_FORMBENCH_H
+#define KESTROVA_TESTS_FORMBENCH_H
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include <QtCore/QStringList>
+#include <QtWidgets/QTableWidget>
+
+#include <vnCore/IxAppDelegate.h>
+
+#include "engine/CameraLineData.h"
+#include "form/DataGraphForm.h"
+#include "sim/HandDrivenCamera.h"
+
+class QCPAxis;
+class QCPAxisRect;
+class QCPGraph;
+class QCheckBox;
+class QCustomPlot;
+class QLineEdit;
+class QToolButton;
+
+class FakeHost : public IxAppDelegate
+{
+public:
+    FakeHost();
+    ~FakeHost() override;
+    SxApplicationOptions applicationOptions() override { return options; }
+    QString lastDirectory() override { return {}; }
+    void setLastDirectory(const QString&) override {}
+    void addPluginWidget(QWidget* widget, int area, int allowedAreas, bool floating) override;
+    void setCameraControlEnabled(VNCORE_HANDLE camera, bool enabled) override;
+    void registerPlot(QCustomPlot* plot) override { plots.append(plot); }
+
+    SxApplicationOptions options;
+    QList<QPair<VNCORE_HANDLE, bool>> control; ///< calls of setCameraControlEnabled()
+    QList<QCustomPlot*> plots;
+    QStringList widgets; ///< calls of addPluginWidget() as text
+    std::unique_ptr<QWidget> widget;
+};
+
+/// One per test: everything starts afresh, and in the end no camera may have kept what a measurement changed.
+class FormBench
+{
+public:
+    /// Camera names are A, B, C...; their ids 1, 2, 3...
+    explicit FormBench(int cameraCount = 0, int mode = MeasModeDataThroughput);
+    ~FormBench();
+
+    /// Adds a camera and opens it.
+    void addCamera(const std::function<void(sim::CameraScenario&)>& change = {});
+    void open(int index);
+    void close(int index);
+    /// Of the n-th camera; it keeps it when it is closed.
+    VNCORE_HANDLE handle(int index) const { return handles[size_t(index)]; }
+    CxCameraLineData& record(int index) const { return *form->lineDataMap[handle(index)]; }
+    /// Lets that many image waits of a measurement succeed; all others fail at once.
+    void deliverFrames(int index, int frames) { gates[size_t(index)]->frames += frames; }
+    void failStarts(int index) { gates[size_t(index)]->failing = sim::Call::Start; }
+    void failReads(int index) { gates[size_t(index)]->failing = sim::Call::Get; }
+    void loadMode(int mode);
+    void tick();
+    void invoke(const char* slot);
+
+    QTableWidget* table() const;
+    QTableWidget* curveTable() const;
+    QCustomPlot* plot() const;
+    template<class Widget = QWidget>
+    Widget* child(const char* name) const
+    {
+        return form->findChild<Widget*>(QLatin1String(name));
+    }
+    void press(const char* buttonName);
+    QToolButton* measureButton(int row) const;
+    QToolButton* exportButton(int row) const;
+    QString cell(int row, int column) const;
+    QString status(int row) const { return cell(row, 1); }
+    QStringList columnTexts(int column) const;
+    QStringList captions() const;
+    /// The check box of a row's Graph cell, or of a curve in the curve table.
+    QCheckBox* graphBox(int row) const;
+    QCheckBox* curveBox(int row) const;
+    template<class Widget>
+    Widget* inCell(int row, int column, int number = 0) const
+    {
+        return table()->cellWidget(row, column)->findChildren<Widget*>().value(number);
+    }
+    /// "title:lower..upper" of the time axis of every plot area, from the top.
+    QStringList areas() const;
+    QCPAxisRect* area(int index) const;
+    QStringList curveNames() const;
+    QString cameraId(VNCORE_HANDLE hCam) const;
+    QString hostControl() const; ///< as "1- 1+": given up, returned
+
+    /// What a camera's host calls, the worker's waits among them, depend on.
+    struct Gate
+    {
+        std::atomic<int> frames{0};
+        std::atomic<sim::Call> failing{sim::Call::Wait};
+        bool pass(sim::Call call);
+    };
+
+    FakeHost host;
+    qint64 nowUs = 36000000000; ///< ten o'clock
+    std::vector<std::shared_ptr<sim::HandDrivenCamera>> cameras;
+    std::vector<std::shared_ptr<Gate>> gates;
+    std::vector<VNCORE_HANDLE> handles;
+    std::unique_ptr<CxDataGraphForm> form;
+};
+
+/// "lower..upper" of an axis.
+QString rangeText(const QCPAxis* axis);
+
+/// Appends frames of two blocks, one every `stepUs` up to `lastUs`: 4096 bytes in the given number of ticks.
+void addFrames(CxCameraLineData& record, qint64 firstUs, qint64 lastUs, qint64 stepUs, quint64 ticks);
+/// Appends counter samples that all hold `value`.
+void addSample(CxCameraLineData& record, qint64 timeUs, qint32 value);
+
+/// Presses Ok in every message box that blocks, after `inside` has run, and remembers what they said. Boxes may open
+/// while one is answered.
+class DialogAnswerer : public QObject
+{
+public:
+    explicit DialogAnswerer(std::function<void()> inside = {});
+    QStringList texts; ///< "title|text"
+
+private:
+    void answerSoon();
+
+    std::function<void()> m_inside;
+};
+
+/// What went to the log as critical lines, without thread and place.
+class CriticalLines
+{
+public:
+    CriticalLines();
+    ~CriticalLines();
+    QStringList take();
+
+private:
+    QtMessageHandler m_former;
+};
+
+#endif

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Cameras and users that do anything at any moment, also while a box is open: nothing crashes, every record has its
+// camera, and in the end every camera has its parameters back.
+#include <random>
+
+#include <QtTest/QTest>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QToolButton>
+
+#include <vnCore/CxCameraManager.h>
+#include <vnCore/vnApi.h>
+
+#include "CameraRegistry.h"
+#include "form/Columns.h"
+#include "FormBench.h"
+
+class FormEventsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void anythingAtAnyTime_data();
+    void anythingAtAnyTime();
+
+private:
+    void doAnything(FormBench& bench);
+    void pressAny(FormBench& bench);
+    void checkRecords(const FormBench& bench);
+    int below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(m_random); }
+
+    std::mt19937 m_random;
+};
+
+/// 10,000 events in all; KESTROVA_TEST_SCALE is a percentage.
+static int eventCount()
+{
+    bool given = false;
+    const int percent = qEnvironmentVariableIntValue("KESTROVA_TEST_SCALE", &given);
+    return 2500 * (given ? percent : 100) / 100;
+}
+
+void FormEventsTest::anythingAtAnyTime_data()
+{
+    QTest::addColumn<int>("seed");
+    for (int seed = 1; seed <= 4; ++seed)
+        QTest::addRow("seed %d", seed) << seed;
+}
+
+void FormEventsTest::anythingAtAnyTime()
+{
+    QFETCH(int, seed);
+    m_random.seed(unsigned(seed));
+    CriticalLines quiet;
+    FormBench bench(3);
+    std::vector<QMap<QString, int>> before;
+    bench.form->maxSamples = 1000;
+    for (const auto& camera : bench.cameras)
+        before.push_back(camera->parameters());
+    DialogAnswerer answers([&] { doAnything(bench); });
+    for (int i = 0; i < eventCount(); ++i) {
+        // Now, or inside whatever processes events next: a progress box, a dialog, the loop below.
+        if (below(2))
+            doAnything(bench);
+        else
+            QMetaObject::invokeMethod(
+                bench.form.get(), [&] { doAnything(bench); }, Qt::QueuedConnection);
+        if (below(4) == 0)
+            QCoreApplication::processEvents();
+        checkRecords(bench);
+        if (QTest::currentTestFailed())
+            return;
+    }
+    QCoreApplication::processEvents();
+    for (const auto& camera : bench.cameras)
+        camera->comeBack();
+    for (const VNCORE_HANDLE hCam : bench.handles)
+        CameraRegistry::instance().stopHostAcquisition(hCam);
+    bench.form.reset();
+    for (size_t i = 0; i < before.size(); ++i) {
+        QVERIFY(!bench.cameras[i]->isAcquiring());
+        auto now = bench.cameras[i]->parameters();
+        for (auto* parameters : {&now, &before[i]})
+            parameters->remove(QStringLiteral(VN_PRM_IMAGE_DATA_FORMAT)); // chosen by the user
+        QCOMPARE(now, before[i]);
+    }
+}
+
+void FormEventsTest::doAnything(FormBench& bench)
+{
+    const int camera = below(3);
+    auto& registry = CameraRegistry::instance();
+    switch (below(16)) {
+    case 0:
+    case 1:
+        bench.open(camera);
+        break;
+    case 2:
+        bench.close(camera);
+        break;
+    case 3:
+        below(2) ? bench.cameras[size_t(camera)]->lose() : bench.cameras[size_t(camera)]->comeBack();
+        break;
+    case 4:
+        below(2) ? registry.startHostAcquisition(bench.handle(camera))
+                 : registry.stopHostAcquisition(bench.handle(camera));
+        break;
+    case 5:
+        vnApi_SetParamInt(bench.handle(camera), VN_PRM_IMAGE_DATA_FORMAT, below(2), nullptr);
+        break;
+    case 6:
+        bench.loadMode(below(10) ? below(2) : 7);
+        break;
+    case 7:
+        bench.form->setVisible(below(2));
+        break;
+    case 8:
+        bench.form->resize(below(1500), below(1000));
+        bench.child("plot")->resize(below(3), below(3));
+        break;
+    case 9:
+        bench.host.options.detailLevel = 1 + below(5);
+        bench.nowUs += below(3000000);
+        bench.deliverFrames(camera, below(20));
+        break;
+    case 10:
+    case 11:
+        bench.tick();
+        break;
+    default:
+        pressAny(bench);
+    }
+}
+
+/// Any button, box or editor of the form, whether or not a person could reach it now.
+void FormEventsTest::pressAny(FormBench& bench)
+{
+    const auto widgets = bench.form->findChildren<QWidget*>();
+    auto* widget = widgets.at(below(widgets.size()));
+    if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+        if (button->objectName() != QLatin1String("btnExport") && !qobject_cast<QMessageBox*>(button->window()))
+            button->click();
+    } else if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
+        edit->setFocus();
+        QTest::keyClick(edit, char('0' + below(10)));
+    } else if (auto* formats = qobject_cast<QComboBox*>(widget)) {
+        formats->setCurrentIndex(below(3));
+    } else if (widget == bench.child("plot")) {
+        const QPoint at(below(400), below(300));
+        QTest::mousePress(widget, Qt::LeftButton, {}, at);
+        QTest::mouseMove(widget, at + QPoint(below(50), 0));
+        if (below(2)) // else it is still being dragged when the next event comes
+            QTest::mouseRelease(widget, Qt::LeftButton, {}, at);
+    }
+}
+
+void FormEventsTest::checkRecords(const FormBench& bench)
+{
+    const auto opened = CxCameraManager::instance()->openedCameras();
+    for (const VNCORE_HANDLE hCam : bench.form->lineDataMap.keys())
+        QVERIFY(opened.contains(hCam));
+}
+
+QTEST_MAIN(FormEventsTest)
+#include "tst_formevents.moc"

@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Starting and stopping by the real buttons: texts, what the host is told, roll-back, and cameras that come and go while
+// a box is open.
+#include <QtTest/QTest>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QToolButton>
+
+#include "form/Columns.h"
+#include "FormBench.h"
+
+class FormMeasurementTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void oneCamera_data();
+    void oneCamera();
+    void failedStart();
+    void startAllRollsBack();
+    void startAllLeavesRunningOnesAlone();
+    void startAllWithoutTheDialogsCamera_data();
+    void startAllWithoutTheDialogsCamera();
+    void cameraReturnsUnderItsHandle();
+    void formGoesInTheDialog();
+    void endedByItself();
+    void requiredThroughput_data();
+    void requiredThroughput();
+    void closingTheFormRestoresTheCameras();
+    void boxesDoNotPileUp();
+
+private:
+    static QString startAllText(const FormBench& bench) { return bench.child<QPushButton>("btnStartAll")->text(); }
+    static QStringList buttons(const FormBench& bench)
+    {
+        QStringList texts;
+        for (int row = 0; row < bench.table()->rowCount(); ++row)
+            texts.append(bench.measureButton(row)->text());
+        return texts;
+    }
+};
+
+static const char failed[] = "Failed to start measurement|Camera %1 does not support \n data throughput analysis in "
+                             "Kestrova.";
+
+static QString failedText(const char* camera)
+{
+    return QString(QLatin1String(failed)).arg(QLatin1String(camera));
+}
+
+void FormMeasurementTest::oneCamera_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("throughput") << int(MeasModeDataThroughput);
+    QTest::newRow("counters") << int(MeasModeStandardAcq);
+}
+
+void FormMeasurementTest::oneCamera()
+{
+    QFETCH(int, mode);
+    FormBench bench(2, mode);
+    const auto before = bench.cameras[0]->parameters();
+    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+    QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Testing", "Stopped"}));
+    QCOMPARE(buttons(bench), (QStringList{"Stop", "Start"}));
+    QCOMPARE(bench.hostControl(), QStringLiteral("1-"));
+    QVERIFY(!bench.child("btnSetup")->isEnabled());
+    QVERIFY(bench.cameras[0]->isAcquiring());
+    if (mode == MeasModeDataThroughput)
+        QVERIFY(!bench.exportButton(0)->isEnabled() && bench.exportButton(1)->isEnabled());
+
+    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+    QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Stopped", "Stopped"}));
+    QCOMPARE(buttons(bench), (QStringList{"Start", "Start"}));
+    QCOMPARE(bench.hostControl(), QStringLiteral("1- 1+"));
+    QVERIFY(bench.child("btnSetup")->isEnabled());
+    QCOMPARE(bench.cameras[0]->parameters(), before);
+    if (mode == MeasModeDataThroughput)
+        QVERIFY(bench.exportButton(0)->isEnabled());
+}
+
+void FormMeasurementTest::failedStart()
+{
+    FormBench bench(1);
+    bench.failStarts(0);
+    DialogAnswerer answers([&] {
+        for (auto* box : bench.form->findChildren<QMessageBox*>())
+            QVERIFY(!box->isVisible()); // the progress box does not stay behind the dialog
+    });
+    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+    QCOMPARE(answers.texts, QStringList{failedText("A (1)")});
+    QCOMPARE(bench.status(0), QStringLiteral("Stopped"));
+    QCOMPARE(buttons(bench), QStringList{"Start"});
+    QCOMPARE(bench.hostControl(), QString());
+    QVERIFY(bench.child("btnSetup")->isEnabled());
+}
+
+void FormMeasurementTest::startAllRollsBack()
+{
+    FormBench bench(3);
+    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton); // measures before the click
+    bench.failStarts(1);
+    DialogAnswerer answers;
+    bench.press("btnStartAll");
+    QCOMPARE(answers.texts, QStringList{failedText("B (2)")});
+    QCOMPARE(bench.hostControl(), QStringLiteral("1- 3- 1+ 3+"));
+    QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Stopped", "Stopped", "Stopped"}));
+    QCOMPARE(buttons(bench), (QStringList{"Start", "Start", "Start"}));
+    QCOMPARE(startAllText(bench), QStringLiteral("Start All"));
+    QVERIFY(bench.exportButton(2)->isEnabled());
+    QVERIFY(bench.child("btnSetup")->isEnabled());
+}
+
+void FormMeasurementTest::startAllLeavesRunningOnesAlone()
+{
+    FormBench bench(2, MeasModeStandardAcq);
+    QTest::mouseClick(bench.measureButton(1), Qt::LeftButton);
+    bench.press("btnStartAll");
+    QCOMPARE(bench.hostControl(), QStringLiteral("2- 1-"));
+    QCOMPARE(buttons(bench), (QStringList{"Stop", "Stop"}));
+    QCOMPARE(startAllText(bench), QStringLiteral("Stop All"));
+
+    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton); // its text follows only its own clicks
+    QCOMPARE(startAllText(bench), QStringLiteral("Stop All"));
+    bench.press("btnStartAll");
+    QCOMPARE(bench.hostControl(), QStringLiteral("2- 1- 1+ 2+"));
+    QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Stopped", "Stopped"}));
+    QCOMPARE(startAllText(bench), QStringLiteral("Start All"));
+}
+
+void FormMeasurementTest::startAllWithoutTheDialogsCamera_data()
+{
+    QTest::addColumn<QString>("events"); // in the failure dialog: o opens, c closes a camera, r refreshes
+    QTest::addColumn<QStringList>("rows");
+    QTest::newRow("the failing one closes") << "c1" << QStringList{"A (1)", "C (3)"};
+    QTest::newRow("a started one closes") << "r0 c0 r0" << QStringList{"B (2)", "C (3)"};
+    QTest::newRow("a waiting one closes") << "c2" << QStringList{"A (1)", "B (2)"};
+    QTest::newRow("all close") << "c0 c1 c2 r0" << QStringList();
+    QTest::newRow("all are opened anew") << "c0 c1 c2 o0 o1 o2 r0" << QStringList{"A (1)", "B (2)", "C (3)"};
+}
+
+void FormMeasurementTest::startAllWithoutTheDialogsCamera()
+{
+    QFETCH(QString, events);
+    FormBench bench(3);
+    bench.failStarts(1);
+    DialogAnswerer answers([&] {
+        for (const QString& event : events.split(QLatin1Char(' '))) {
+            const int camera = event.at(1).digitValue();
+            switch (event.at(0).toLatin1()) {
+            case 'c':
+                bench.close(camera);
+                break;
+            case 'o':
+                bench.open(camera);
+                break;
+            case 'r':
+                bench.tick();
+            }
+        }
+    });
+    bench.press("btnStartAll");
+    QCOMPARE(answers.texts.size(), 1);
+    QTEST(bench.columnTexts(cameraColumn), "rows");
+    for (const auto& camera : bench.cameras)
+        QVERIFY(!camera->isAcquiring());
+    QCOMPARE(buttons(bench).removeDuplicates(), std::max(0, bench.table()->rowCount() - 1)); // all "Start"
+    QCOMPARE(startAllText(bench), QStringLiteral("Start All"));
+    QVERIFY(bench.child("btnSetup")->isEnabled());
+}
+
+/// The camera that was to be started is closed and opened while the progress box is painted: it is another one then.
+void FormMeasurementTest::cameraReturnsUnderItsHandle()
+{
+    FormBench bench(1);
+    QMetaObject::invokeMethod(
+        qApp,
+        [&] {
+            bench.close(0);
+            bench.open(0);
+        },
+        Qt::QueuedConnection);
+    bench.measureButton(0)->click();
+    QCOMPARE(bench.status(0), QStringLiteral("Stopped"));
+    QVERIFY(!bench.cameras[0]->isAcquiring());
+    QCOMPARE(bench.hostControl(), QString());
+}
+
+void FormMeasurementTest::formGoesInTheDialog()
+{
+    FormBench bench(3);
+    bench.failStarts(1);
+    DialogAnswerer answers([&] { bench.form.reset(); });
+    QMetaObject::invokeMethod(bench.form.get(), "on_btnStartAll_clicked");
+    QCOMPARE(answers.texts.size(), 1);
+    QVERIFY(!bench.cameras[0]->isAcquiring());
+}
+
+void FormMeasurementTest::endedByItself()
+{
+    FormBench bench(1);
+    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+    bench.record(0).stopMeasurement();
+    bench.form->updateCameraListRow(bench.handle(0));
+    QCOMPARE(bench.status(0), QStringLiteral("Stopped"));
+    QCOMPARE(bench.measureButton(0)->text(), QStringLiteral("Stop"));
+    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton); // the state counts, not the text
+    QCOMPARE(bench.status(0), QStringLiteral("Testing"));
+}
+
+void FormMeasurementTest::requiredThroughput_data()
+{
+    QTest::addColumn<bool>("automatic");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("automatic: as the camera says now") << true << 222;
+    QTest::newRow("manual: as typed") << false << 250;
+}
+
+void FormMeasurementTest::requiredThroughput()
+{
+    QFETCH(bool, automatic);
+    FormBench bench;
+    bench.addCamera([](sim::CameraScenario& s) { s.transportSpeed = 380; });
+    auto* box = bench.inCell<QCheckBox>(0, ThroughputColumn::RequiredThroughput);
+    auto* edit = bench.inCell<QLineEdit>(0, ThroughputColumn::RequiredThroughput);
+    QCOMPARE(edit->text(), QStringLiteral("380"));
+    if (!automatic) {
+        box->click();
+        edit->setText(QStringLiteral("250"));
+    }
+    bench.cameras[0]->setParameter(QStringLiteral("device_unit_register_value[8/4096]"), 222);
+    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+    QTEST(int(bench.record(0).requiredThroughput), "expected");
+    QCOMPARE(edit->text().toInt(), int(bench.record(0).requiredThroughput));
+}
+
+void FormMeasurementTest::closingTheFormRestoresTheCameras()
+{
+    FormBench bench(2);
+    const auto before = bench.cameras[1]->parameters();
+    bench.press("btnStartAll");
+    QVERIFY(bench.cameras[1]->parameters() != before);
+    bench.form.reset();
+    QCOMPARE(bench.cameras[1]->parameters(), before);
+    QVERIFY(!bench.cameras[0]->isAcquiring());
+}
+
+void FormMeasurementTest::boxesDoNotPileUp()
+{
+    FormBench bench(1, MeasModeStandardAcq);
+    for (int i = 0; i < 1000; ++i)
+        bench.measureButton(0)->click();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(bench.form->findChildren<QMessageBox*>().size(), 0);
+}
+
+QTEST_MAIN(FormMeasurementTest)
+#include "tst_formmeasurement.moc"

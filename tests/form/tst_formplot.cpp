@@ -1,0 +1,358 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The plots: areas and axes, which curves there are and what they hold, scaling, the shared time range, replots.
+#include <qcustomplot.h>
+
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QLineEdit>
+
+#include "CameraRegistry.h"
+#include "form/Columns.h"
+#include "FormBench.h"
+
+static constexpr qint64 second = 1000000;
+
+class FormPlotTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void axes_data();
+    void axes();
+    void timeAxesLineUp();
+    void curves_data();
+    void curves();
+    void curveLooks();
+    void unsupportedCounters();
+    void valueAxisFollowsItsCurves();
+    void counterAxis_data();
+    void counterAxis();
+    void timeRanges_data();
+    void timeRanges();
+    void wheelZoomsTimeOnly();
+    void deepZoomShowsEverySample();
+    void hugeRanges();
+    void referenceTimeFollowsMeasurements();
+    void frozenGraph();
+    void graphBoxes();
+    void removedArea();
+    void replots();
+};
+
+void FormPlotTest::axes_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QString>("expected"); // visible axes: label and range
+    QTest::newRow("throughput") << int(MeasModeDataThroughput)
+                                << "Avg. rate [MB/s] 0..1000|Buffer filled [%] -10..110| -20..0";
+    QTest::newRow("counters") << int(MeasModeStandardAcq) << "Counter value -0.1..1| -20..0";
+}
+
+void FormPlotTest::axes()
+{
+    QFETCH(int, mode);
+    FormBench bench(1, mode);
+    QStringList visible;
+    for (const auto side : {QCPAxis::atLeft, QCPAxis::atRight, QCPAxis::atTop, QCPAxis::atBottom}) {
+        const QCPAxis* axis = bench.area(0)->axis(side);
+        if (!axis->visible())
+            continue;
+        visible.append(axis->label() + QLatin1Char(' ') + rangeText(axis));
+        for (const QColor& colour : {axis->labelColor(), axis->tickLabelColor(), axis->basePen().color(),
+                                     axis->tickPen().color(), axis->subTickPen().color()})
+            QCOMPARE(colour, QColor(Qt::white));
+    }
+    QTEST(visible.join(QLatin1Char('|')), "expected");
+    const auto ticker = bench.area(0)->axis(QCPAxis::atBottom)->ticker();
+    QCOMPARE(qSharedPointerDynamicCast<QCPAxisTickerTime>(ticker)->timeFormat(), QStringLiteral("%m:%s.%z"));
+    // White on what the form itself has made dark, whatever the host does.
+    bench.plot()->replot(QCustomPlot::rpImmediateRefresh);
+    QVERIFY(bench.plot()->toPixmap().toImage().pixelColor(0, 0).lightness() < 30);
+}
+
+void FormPlotTest::timeAxesLineUp()
+{
+    FormBench bench(2);
+    bench.area(1)->axis(QCPAxis::atLeft)->setRange(0, 123456789); // a wider label
+    bench.plot()->replot(QCustomPlot::rpImmediateRefresh);
+    QCOMPARE(bench.area(0)->left(), bench.area(1)->left());
+    QCOMPARE(bench.area(0)->right(), bench.area(1)->right());
+}
+
+void FormPlotTest::curves_data()
+{
+    QTest::addColumn<int>("detailLevel");
+    QTest::addColumn<int>("uncheckedCurve");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("both") << 3 << -1 << QStringList{"Min throughput", "Max buffer level"};
+    QTest::newRow("less detail") << 2 << -1 << QStringList{"Max buffer level"};
+    QTest::newRow("minimum unchecked") << 5 << 0 << QStringList{"Max buffer level"};
+    QTest::newRow("level unchecked") << 3 << 1 << QStringList{"Min throughput"};
+    QTest::newRow("neither") << 2 << 1 << QStringList();
+}
+
+void FormPlotTest::curves()
+{
+    QFETCH(int, detailLevel);
+    QFETCH(int, uncheckedCurve);
+    FormBench bench(1);
+    bench.host.options.detailLevel = detailLevel;
+    if (uncheckedCurve >= 0)
+        bench.curveBox(uncheckedCurve)->click();
+    addFrames(bench.record(0), bench.nowUs - 10 * second, bench.nowUs, second, 2000);
+    bench.tick();
+    QTEST(bench.curveNames(), "expected");
+    QCOMPARE(bench.cell(0, ThroughputColumn::AvgThroughput), QStringLiteral("1024")); // the figures come all the same
+    for (int i = 0; i < bench.plot()->graphCount(); ++i) {
+        const auto points = bench.plot()->graph(i)->data();
+        QCOMPARE(points->size(), 9); // all but the first and the last, which ends after now
+        QCOMPARE(points->constBegin()->key, -9.0 + 8e-6);
+    }
+}
+
+void FormPlotTest::curveLooks()
+{
+    FormBench bench(1);
+    bench.tick();
+    const QCPGraph* minimum = bench.plot()->graph(0);
+    const QCPGraph* level = bench.plot()->graph(1);
+    QCOMPARE(minimum->pen().color(), QColor(255, 165, 0));
+    QCOMPARE(minimum->pen().widthF(), 1.0);
+    QCOMPARE(minimum->brush().style(), Qt::NoBrush);
+    QCOMPARE(minimum->valueAxis()->axisType(), QCPAxis::atLeft);
+    QCOMPARE(level->pen().color(), QColor(30, 144, 255, 150));
+    QCOMPARE(level->brush(), QBrush(QColor(30, 144, 255, 150)));
+    QCOMPARE(level->valueAxis()->axisType(), QCPAxis::atRight);
+}
+
+void FormPlotTest::unsupportedCounters()
+{
+    FormBench bench(1, MeasModeStandardAcq);
+    for (const auto& kind : bench.record(0).counterList)
+        kind->supported = kind->selector < VN_COUNTER_MISSED_TRG_OVERLAP;
+    bench.tick();
+    QCOMPARE(bench.curveNames(), (QStringList{"Transport skip", "API skip"}));
+}
+
+void FormPlotTest::valueAxisFollowsItsCurves()
+{
+    FormBench bench(1);
+    auto& record = bench.record(0);
+    addFrames(record, bench.nowUs - 10 * second, bench.nowUs - 5 * second, second, 1260);  // 812.7 MB/s
+    addFrames(record, bench.nowUs - 4 * second, bench.nowUs - 1 * second, second, 276760); // 3.7 MB/s
+    auto* automatic = bench.inCell<QCheckBox>(0, ThroughputColumn::YAxisScaling);
+    auto* minimum = bench.inCell<QLineEdit>(0, ThroughputColumn::YAxisScaling, 0);
+    auto* maximum = bench.inCell<QLineEdit>(0, ThroughputColumn::YAxisScaling, 1);
+    const auto range = [&bench] { return rangeText(bench.area(0)->axis(QCPAxis::atLeft)); };
+    QCOMPARE(minimum->text() + QLatin1Char(' ') + maximum->text(), QStringLiteral("0 1000"));
+    bench.tick();
+    QCOMPARE(minimum->text() + QLatin1Char(' ') + maximum->text(), QStringLiteral("3 812"));
+    QCOMPARE(range(), QStringLiteral("3..812"));
+
+    automatic->click();
+    maximum->selectAll();
+    QTest::keyClicks(maximum, QStringLiteral("500"));
+    bench.tick();
+    QCOMPARE(range(), QStringLiteral("3..500"));
+}
+
+void FormPlotTest::counterAxis_data()
+{
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("last");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("from 0") << 0 << 250 << "-0.8..300";
+    QTest::newRow("from 100") << 100 << 250 << "80..300";
+    QTest::newRow("all 0") << 0 << 0 << "-0.8..1.2";
+    QTest::newRow("no sample in range") << -1 << -1 << "-0.8..1.2";
+    QTest::newRow("no curve") << -2 << -2 << "1.2..1.71799e+09";
+}
+
+void FormPlotTest::counterAxis()
+{
+    QFETCH(int, first);
+    QFETCH(int, last);
+    FormBench bench(1, MeasModeStandardAcq);
+    for (const auto& kind : bench.record(0).counterList)
+        kind->supported = first != -2;
+    const qint64 at = bench.nowUs - (first < 0 ? 3600 : 10) * second;
+    addSample(bench.record(0), at - second, 7); // the first one is never a point
+    addSample(bench.record(0), at, first);
+    addSample(bench.record(0), at + second, last);
+    bench.tick();
+    QTEST(rangeText(bench.area(0)->axis(QCPAxis::atLeft)), "expected");
+}
+
+void FormPlotTest::timeRanges_data()
+{
+    QTest::addColumn<double>("lower");
+    QTest::addColumn<double>("upper");
+    QTest::addColumn<QString>("zoomed");
+    QTest::addColumn<QString>("panReset");
+    QTest::newRow("zoom") << -8.0 << -3.0 << "-8..-3"
+                          << "-5..0";
+    QTest::newRow("pan") << -50.0 << -30.0 << "-50..-30"
+                         << "-20..0";
+    QTest::newRow("2 ms") << -3.002 << -3.0 << "-3.002..-3"
+                          << "-0.002..0";
+    QTest::newRow("too deep") << -3.0005 << -3.0 << "-20..0"
+                              << "-20..0";
+}
+
+void FormPlotTest::timeRanges()
+{
+    QFETCH(double, lower);
+    QFETCH(double, upper);
+    QFETCH(QString, zoomed);
+    FormBench bench(2);
+    const auto shown = [](const QString& range) { return QStringList{"A (1):" + range, "B (2):" + range}; };
+    bench.area(1)->axis(QCPAxis::atBottom)->setRange(lower, upper);
+    QCOMPARE(bench.areas(), shown(zoomed));
+    bench.press("resetPan");
+    QFETCH(QString, panReset);
+    QCOMPARE(bench.areas(), shown(panReset));
+}
+
+void FormPlotTest::wheelZoomsTimeOnly()
+{
+    FormBench bench(2);
+    bench.plot()->replot(QCustomPlot::rpImmediateRefresh);
+    const QPointF position = bench.area(1)->center();
+    QWheelEvent wheel(position, bench.plot()->mapToGlobal(position.toPoint()), {}, QPoint(0, 120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(bench.plot(), &wheel);
+    QVERIFY(bench.form->timeRangeUpper - bench.form->timeRangeLower < 19.0);
+    QCOMPARE(rangeText(bench.area(0)->axis(QCPAxis::atBottom)), rangeText(bench.area(1)->axis(QCPAxis::atBottom)));
+    QCOMPARE(rangeText(bench.area(1)->axis(QCPAxis::atLeft)), QStringLiteral("0..1000"));
+
+    const auto before = bench.form->timeRangeUpper;
+    QTest::mousePress(bench.plot(), Qt::LeftButton, {}, position.toPoint());
+    QMouseEvent move(QEvent::MouseMove, position + QPointF(40, 30), Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(bench.plot(), &move);
+    QTest::mouseRelease(bench.plot(), Qt::LeftButton, {}, position.toPoint() + QPoint(40, 30));
+    QVERIFY(bench.form->timeRangeUpper < before);
+    QCOMPARE(rangeText(bench.area(0)->axis(QCPAxis::atBottom)), rangeText(bench.area(1)->axis(QCPAxis::atBottom)));
+    QCOMPARE(rangeText(bench.area(1)->axis(QCPAxis::atLeft)), QStringLiteral("0..1000"));
+    bench.press("btnResetZoom");
+    QCOMPARE(bench.areas(), (QStringList{"A (1):-20..0", "B (2):-20..0"}));
+}
+
+void FormPlotTest::deepZoomShowsEverySample()
+{
+    FormBench bench(1);
+    addFrames(bench.record(0), bench.nowUs - 4 * second, bench.nowUs - 2 * second, 100, 2000);
+    bench.tick();
+    QVERIFY(bench.plot()->graph(0)->data()->size() <= bench.plot()->width()); // a point per pixel at most
+    bench.area(0)->axis(QCPAxis::atBottom)->setRange(-3.002, -3.0);           // nothing measures: read again at once
+    const auto points = bench.plot()->graph(0)->data();
+    QCOMPARE(points->size(), 20);
+    for (const auto& point : *points)
+        QVERIFY(point.key >= -3.002 && point.key <= -3.0);
+}
+
+void FormPlotTest::hugeRanges()
+{
+    FormBench bench(2);
+    addFrames(bench.record(0), bench.nowUs - second, bench.nowUs, second / 10, 2000);
+    for (const double bound : {1e5, 1e15, 1e100, 1e249}) {
+        bench.area(0)->axis(QCPAxis::atBottom)->setRange(-bound, bound);
+        QCOMPARE(bench.form->timeRangeUpper, bound);
+        QCOMPARE(bench.cell(0, ThroughputColumn::AvgThroughput), QStringLiteral("1024"));
+    }
+}
+
+void FormPlotTest::referenceTimeFollowsMeasurements()
+{
+    FormBench bench(2);
+    const auto tickAt = [&bench](int seconds) {
+        bench.nowUs = 36000000000 + seconds * second;
+        bench.tick();
+        return (bench.form->referenceTime - 36000000000) / second;
+    };
+    QCOMPARE(tickAt(5), 0);
+    QTest::mouseClick(bench.measureButton(1), Qt::LeftButton);
+    QCOMPARE(tickAt(6), 6);
+    bench.child<QCheckBox>("checkBoxLiveGraph")->click();
+    QCOMPARE(tickAt(7), 7);
+    QTest::mouseClick(bench.measureButton(1), Qt::LeftButton);
+    QCOMPARE(tickAt(8), 7);
+}
+
+void FormPlotTest::frozenGraph()
+{
+    FormBench bench(1);
+    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+    bench.deliverFrames(0, 3);
+    QTRY_COMPARE(int(bench.record(0).runTotals().frames), 3);
+    bench.nowUs += second;
+    bench.child<QCheckBox>("checkBoxLiveGraph")->click();
+    bench.tick();
+    QCOMPARE(bench.plot()->graphCount(), 0);
+    QVERIFY(bench.cell(0, ThroughputColumn::AvgThroughput).toInt() > 0);
+    bench.press("refreshGraph");
+    QCOMPARE(bench.plot()->graphCount(), 2);
+}
+
+void FormPlotTest::graphBoxes()
+{
+    FormBench bench(3);
+    const auto click = [&bench](int row) { QTest::mouseClick(bench.graphBox(row), Qt::LeftButton); };
+    bench.tick();
+    click(1);
+    QCOMPARE(bench.areas(), (QStringList{"A (1):-20..0", "C (3):-20..0"}));
+    QCOMPARE(bench.plot()->plotLayout()->rowCount(), 4); // no gap
+    bench.tick();
+    QCOMPARE(bench.plot()->graphCount(), 4);
+    click(0);
+    click(2);
+    QVERIFY(bench.plot()->isHidden());
+    bench.tick(); // only statistics
+    QCOMPARE(bench.plot()->graphCount(), 0);
+    click(1);
+    QVERIFY(bench.plot()->isVisible());
+    QCOMPARE(bench.areas(), QStringList{"B (2):-20..0"});
+
+    bench.close(1); // the last one that is plotted
+    QVERIFY(bench.plot()->isHidden());
+    CameraRegistry::instance().closeAll();
+    QVERIFY(bench.plot()->isVisible());
+}
+
+void FormPlotTest::removedArea()
+{
+    FormBench bench(3);
+    bench.area(0)->axis(QCPAxis::atBottom)->setRange(-8, -2);
+    bench.area(2)->axis(QCPAxis::atLeft)->setRange(10, 20);
+    bench.tick();
+    bench.close(1);
+    QCOMPARE(bench.areas(), (QStringList{"A (1):-8..-2", "C (3):-8..-2"}));
+    QCOMPARE(rangeText(bench.area(1)->axis(QCPAxis::atLeft)), QStringLiteral("10..20"));
+    QCOMPARE(bench.plot()->graphCount(), 4);
+}
+
+void FormPlotTest::replots()
+{
+    FormBench bench(2);
+    for (int i : {0, 1})
+        addFrames(bench.record(i), bench.nowUs - second, bench.nowUs, second / 10, 2000);
+    QVERIFY(QTest::qWaitForWindowExposed(bench.form.get()));
+    QCoreApplication::processEvents();
+    QSignalSpy replots(bench.plot(), &QCustomPlot::afterReplot);
+    bench.tick();
+    QCOMPARE(replots.size(), 1);
+
+    bench.form->hide();
+    replots.clear();
+    bench.tick();
+    bench.tick();
+    QCOMPARE(replots.size(), 0);
+    QCOMPARE(bench.plot()->graph(0)->data()->size(), 9); // but the curves are there
+    bench.form->show();
+    QTRY_COMPARE(replots.size(), 1);
+    QCoreApplication::processEvents();
+    QCOMPARE(replots.size(), 1);
+}
+
+QTEST_MAIN(FormPlotTest)
+#include "tst_formplot.moc"

@@ -1,0 +1,348 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The form as a whole, its settings, and the camera table: rows, captions, heights, figures, counters, rebuilds.
+#include <cfloat>
+#include <cmath>
+
+#include <QtCore/QSettings>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QToolButton>
+
+#include <vnCoreGui/CxExportToolButton.h>
+
+#include "CameraRegistry.h"
+#include "form/Columns.h"
+#include "FormBench.h"
+
+using namespace ThroughputColumn;
+
+class FormTableTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startsAsTheUserExpects();
+    void loadsSettings_data();
+    void loadsSettings();
+    void savesSettings();
+    void rowsFollowTheOpenedCameras_data();
+    void rowsFollowTheOpenedCameras();
+    void everyButtonCanBePressedAtTheFirstSize_data();
+    void everyButtonCanBePressedAtTheFirstSize();
+    void figures_data();
+    void figures();
+    void counters();
+    void captionsKeepTheirUnits();
+    void rebuildKeepsRecordsAndMeasurements();
+    void closedCamera();
+    void hostAcquisition();
+    void unknownMode();
+    void rebuildsLeaveNothingBehind();
+};
+
+void FormTableTest::startsAsTheUserExpects()
+{
+    FakeHost host;
+    CxDataGraphForm form;
+    QCOMPARE(form.windowTitle(), QStringLiteral("Data Throughput Graph"));
+    QCOMPARE(form.size(), QSize(690, 396));
+    QCOMPARE(form.refreshTimer.interval(), 1000);
+    QVERIFY(form.refreshTimer.isActive());
+    QCOMPARE(host.plots.size(), 1);
+    QVERIFY(form.findChild<QCheckBox*>(QStringLiteral("checkBoxLiveGraph"))->isChecked());
+    auto* exportButton = form.findChild<CxExportToolButton*>(QStringLiteral("btnExport"));
+    QCOMPARE(int(exportButton->exportType()), 1);
+    QVERIFY(!form.findChild<QWidget*>(QStringLiteral("btnStartAll"))->isEnabled());
+    form.show();
+    QCOMPARE(form.size(), QSize(690, 396)); // nothing needs more
+}
+
+void FormTableTest::loadsSettings_data()
+{
+    QTest::addColumn<QVariantMap>("stored");
+    QTest::addColumn<QString>("expected"); // period, capacity, export type, mode, live
+    const auto all = [](const char* period, const char* live, const char* mode) {
+        return QVariantMap{{"DTGTSamplePeriod", period},
+                           {"DTGTMaxSamples", "7"},
+                           {"DTGTExportType", "2"},
+                           {"DTGTMeasMode", mode},
+                           {"DTGTLiveGraph", live}};
+    };
+    QTest::newRow("empty") << QVariantMap() << "1024 10000000 1 0 1";
+    QTest::newRow("all") << all("8192", "0", "1") << "8192 7 2 1 0";
+    QTest::newRow("any other number is checked") << all("8192", "-3", "1") << "8192 7 2 1 1";
+    QTest::newRow("no number counts as 0") << all("many", "x", "counters") << "0 7 2 0 0";
+}
+
+void FormTableTest::loadsSettings()
+{
+    QFETCH(QVariantMap, stored);
+    FormBench bench(1);
+    const QTemporaryDir dir;
+    QSettings settings(dir.filePath(QStringLiteral("s.ini")), QSettings::IniFormat);
+    for (auto it = stored.cbegin(); it != stored.cend(); ++it)
+        settings.setValue(it.key(), it.value());
+    bench.form->measMode = MeasModeStandardAcq; // an absent key puts it back
+    bench.form->loadSettings(settings);
+
+    QTEST(QStringLiteral("%1 %2 %3 %4 %5")
+              .arg(bench.form->samplePeriod)
+              .arg(bench.form->maxSamples)
+              .arg(bench.child<CxExportToolButton>("btnExport")->exportType())
+              .arg(bench.form->measMode)
+              .arg(int(bench.child<QCheckBox>("checkBoxLiveGraph")->isChecked())),
+          "expected");
+    QCOMPARE(bench.record(0).samplePeriod, bench.form->samplePeriod);
+    QCOMPARE(bench.record(0).maxSamples, bench.form->maxSamples);
+}
+
+void FormTableTest::savesSettings()
+{
+    FormBench bench;
+    bench.form->samplePeriod = 5120;
+    bench.child<CxExportToolButton>("btnExport")->setExportType(ExportToFile);
+    bench.child<QCheckBox>("checkBoxLiveGraph")->setChecked(false);
+    const QTemporaryDir dir;
+    QSettings settings(dir.filePath(QStringLiteral("s.ini")), QSettings::IniFormat);
+    bench.form->saveSettings(settings);
+    QStringList saved;
+    for (const QString& key : settings.allKeys())
+        saved.append(key + QLatin1Char('=') + settings.value(key).toString());
+    QCOMPARE(saved.join(QLatin1Char(' ')), QStringLiteral("DTGTExportType=2 DTGTLiveGraph=0 DTGTMaxSamples=10000000 "
+                                                          "DTGTMeasMode=0 DTGTSamplePeriod=5120"));
+}
+
+void FormTableTest::rowsFollowTheOpenedCameras_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<int>("cameras");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<int>("curves");
+    QTest::newRow("throughput, none") << int(MeasModeDataThroughput) << 0 << 30 << 2;
+    QTest::newRow("throughput, two") << int(MeasModeDataThroughput) << 2 << 80 << 2;
+    QTest::newRow("counters, none") << int(MeasModeStandardAcq) << 0 << 25 << 5;
+    QTest::newRow("counters, two") << int(MeasModeStandardAcq) << 2 << 75 << 5;
+}
+
+void FormTableTest::rowsFollowTheOpenedCameras()
+{
+    QFETCH(int, mode);
+    QFETCH(int, cameras);
+    FormBench bench(0, mode);
+    QStringList names;
+    for (int i = 0; i < cameras; ++i) { // opened after the form has been made
+        bench.addCamera([i](sim::CameraScenario& s) { s.customId = i == 1 ? QStringLiteral("left") : QString(); });
+        names.append(i == 0 ? QStringLiteral("A (1)") : QStringLiteral("B (left)"));
+    }
+    QCOMPARE(bench.columnTexts(cameraColumn), names);
+    QTEST(bench.table()->height(), "height");
+    QTEST(bench.curveTable()->rowCount(), "curves");
+    QCOMPARE(bench.areas().size(), cameras);
+    QCOMPARE(bench.child("btnStartAll")->isEnabled(), cameras > 0);
+    QCOMPARE(bench.form->lineDataMap.size(), cameras);
+}
+
+void FormTableTest::everyButtonCanBePressedAtTheFirstSize_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<int>("cameras");
+    for (const int cameras : {1, 4}) {
+        QTest::addRow("throughput, %d", cameras) << int(MeasModeDataThroughput) << cameras;
+        QTest::addRow("counters, %d", cameras) << int(MeasModeStandardAcq) << cameras;
+    }
+}
+
+void FormTableTest::everyButtonCanBePressedAtTheFirstSize()
+{
+    QFETCH(int, mode);
+    QFETCH(int, cameras);
+    FormBench bench(cameras, mode);
+    bench.form->resize(690, 396);
+    QCOMPARE(bench.form->size(), QSize(690, 396));
+    const QRect visible = bench.table()->viewport()->rect();
+    for (int row = 0; row < cameras; ++row) {
+        const QRect button = bench.measureButton(row)->geometry();
+        QVERIFY2(visible.contains(button), qPrintable(QStringLiteral("row %1 of %2").arg(row).arg(cameras)));
+        QTest::mouseClick(bench.measureButton(row), Qt::LeftButton);
+        QCOMPARE(bench.status(row), QStringLiteral("Testing"));
+    }
+}
+
+void FormTableTest::figures_data()
+{
+    QTest::addColumn<double>("throughput");
+    QTest::addColumn<double>("level");
+    QTest::addColumn<int>("bufferBytes");
+    QTest::addColumn<QString>("expected"); // average, minimum, level, buffer in kB
+    QTest::newRow("truncated") << 812.97 << 99.99 << 32768 << "812 812 99 % 32";
+    QTest::newRow("small") << 0.9 << 0.0 << 999 << "0 0 0 % 0";
+    QTest::newRow("no frame in range") << DBL_MAX << 0.0 << 1000 << "- - 0 % 1";
+    QTest::newRow("infinite") << double(INFINITY) << double(NAN) << 1000 << "- - - 1";
+    QTest::newRow("largest") << 2147483647.9 << -0.5 << 1000 << "2147483647 2147483647 0 % 1";
+    QTest::newRow("too large") << 2147483648.0 << 1e99 << 1000 << "- - - 1";
+}
+
+void FormTableTest::figures()
+{
+    QFETCH(double, throughput);
+    QFETCH(double, level);
+    QFETCH(int, bufferBytes);
+    FormBench bench;
+    bench.addCamera([=](sim::CameraScenario& s) { s.bufferBytes = quint32(bufferBytes); });
+    auto& record = bench.record(0);
+    record.avgThroughput = record.minThroughput = throughput;
+    record.maxBufferLevel = level;
+    record.bufferOverflowCount = 18446744073709551615u;
+    bench.form->updateCameraListRow(bench.handle(0));
+    QCOMPARE(bench.cell(0, BufferOverflowCount), QStringLiteral("18446744073709551615"));
+    QTEST((QStringList{bench.cell(0, AvgThroughput), bench.cell(0, MinThroughput), bench.cell(0, MaxBufferLevel),
+                       bench.cell(0, CameraBufferSize)}
+               .join(QLatin1Char(' '))),
+          "expected");
+}
+
+void FormTableTest::counters()
+{
+    FormBench bench(1, MeasModeStandardAcq);
+    for (const auto& kind : bench.record(0).counterList) {
+        kind->supported = kind->selector != VN_COUNTER_MISSED_TRG_OVERLAP;
+        kind->value = 10 + kind->selector;
+    }
+    bench.record(0).counterList[VN_COUNTER_BUFFER_OVERFLOW]->value = -1;
+    bench.form->updateCameraListRow(bench.handle(0));
+
+    QStringList shown;
+    for (int column = StandardColumn::Transferred; column <= StandardColumn::BufferOverflow; ++column) {
+        const auto* item = bench.table()->item(0, column);
+        shown.append(item->text() + QLatin1Char(' ') + item->foreground().color().name());
+        QCOMPARE(item->flags(), Qt::NoItemFlags);
+    }
+    const QStringList expected{"12 #ffffff", "10 #ffffff", "11 #ffffff",
+                               "- #808080",  "14 #ffffff", "4294967295 #ffffff"};
+    QCOMPARE(shown, expected);
+}
+
+void FormTableTest::captionsKeepTheirUnits()
+{
+    FormBench bench;
+    const QStringList expected{"Camera",
+                               "Status",
+                               "Measure",
+                               "Average\nthroughput [MB/s]",
+                               "Minimum\nthroughput [MB/s]",
+                               "Max buffer level",
+                               "Buffer overflow\ncount",
+                               "Export data",
+                               "Required\nthroughput [MB/s]",
+                               "Camera buffer\nsize [kB]",
+                               "Graph",
+                               "Y Axis scaling"};
+    QCOMPARE(bench.captions(), expected);
+    QCOMPARE(bench.table()->horizontalHeaderItem(MinThroughput)->toolTip(),
+             QStringLiteral("Minimum data rate in whole data set"));
+    bench.addCamera();
+    QCOMPARE(bench.captions(), expected);
+
+    bench.loadMode(MeasModeStandardAcq);
+    QCOMPARE(bench.captions().join(QLatin1Char('|')),
+             QStringLiteral("Camera|Status|Data Format|Measure|Transferred|Transport skip|API skip|"
+                            "Missed trg. overlap|Missed trg overflow|Buffer overflow|Graph"));
+    bench.loadMode(MeasModeDataThroughput);
+    QCOMPARE(bench.captions(), expected);
+}
+
+void FormTableTest::rebuildKeepsRecordsAndMeasurements()
+{
+    FormBench bench(1);
+    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+    QTest::mouseClick(bench.graphBox(0), Qt::LeftButton);
+    QVERIFY(bench.child("plot")->isHidden());
+    const quint64 serial = bench.record(0).serial;
+
+    bench.addCamera();
+    QCOMPARE(bench.record(0).serial, serial);
+    QVERIFY(bench.record(0).isMeasuring());
+    QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Testing", "Stopped"}));
+    QCOMPARE(bench.measureButton(0)->text(), QStringLiteral("Stop"));
+    QVERIFY(!bench.exportButton(0)->isEnabled());
+    QVERIFY(bench.exportButton(1)->isEnabled());
+    QVERIFY(!bench.child("btnSetup")->isEnabled());
+    QVERIFY(bench.graphBox(0)->isChecked()); // and so the plot is back
+    QVERIFY(bench.child("plot")->isVisible());
+}
+
+void FormTableTest::closedCamera()
+{
+    FormBench bench(3);
+    QTest::mouseClick(bench.measureButton(1), Qt::LeftButton);
+    const auto before = bench.cameras[1]->parameters();
+    QVERIFY(!bench.child("btnSetup")->isEnabled());
+    const auto* keptButton = bench.measureButton(2);
+    const quint64 serial = bench.record(1).serial;
+
+    bench.close(1);
+    QCOMPARE(bench.columnTexts(cameraColumn), (QStringList{"A (1)", "C (3)"}));
+    QCOMPARE(bench.areas(), (QStringList{"A (1):-20..0", "C (3):-20..0"}));
+    QCOMPARE(bench.table()->height(), 80);
+    QVERIFY(bench.child("btnSetup")->isEnabled());
+    QCOMPARE(static_cast<const QToolButton*>(bench.measureButton(1)), keptButton);
+    QVERIFY(!bench.cameras[1]->isAcquiring());
+    QVERIFY(bench.cameras[1]->parameters() != before); // restored
+
+    bench.open(1); // the same handle, another record
+    QVERIFY(bench.record(1).serial != serial);
+    QVERIFY(!bench.record(1).isMeasuring());
+    CameraRegistry::instance().closeAll();
+    QCOMPARE(bench.table()->height(), 30);
+    QVERIFY(!bench.child("btnStartAll")->isEnabled());
+    QVERIFY(bench.form->lineDataMap.isEmpty());
+}
+
+void FormTableTest::hostAcquisition()
+{
+    FormBench bench(1);
+    CameraRegistry::instance().startHostAcquisition(bench.handle(0));
+    QCOMPARE(bench.status(0), QStringLiteral("Acq"));
+    QVERIFY(!bench.measureButton(0)->isEnabled());
+    CameraRegistry::instance().stopHostAcquisition(bench.handle(0));
+    QCOMPARE(bench.status(0), QStringLiteral("Stopped"));
+    QVERIFY(bench.measureButton(0)->isEnabled());
+}
+
+void FormTableTest::unknownMode()
+{
+    FormBench bench(1);
+    CriticalLines lines;
+    bench.loadMode(7);
+    QCOMPARE(lines.take(), QStringList{"CxDataGraphForm::updateCameraList(): Unknown measurement mode is selected"});
+    QCOMPARE(bench.cell(0, cameraColumn), QStringLiteral("none"));
+    bench.tick();
+    QCOMPARE(lines.take(), QStringList{"CxDataGraphForm::timerSignal(): Unknown measurement mode is selected"});
+    bench.invoke("updateGraph");
+    QCOMPARE(lines.take(), QStringList{"CxDataGraphForm::updateGraph(): Unknown measurement mode is selected"});
+    bench.form->updateCameraListRow(bench.handle(0));
+    QCOMPARE(lines.take(),
+             QStringList{"CxDataGraphForm::updateCameraListRow(): Unknown measurement mode is selected"});
+    bench.loadMode(MeasModeStandardAcq);
+    QCOMPARE(bench.status(0), QStringLiteral("Stopped"));
+}
+
+void FormTableTest::rebuildsLeaveNothingBehind()
+{
+    FormBench bench(2);
+    const auto objects = [&bench] {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // validators go after their boxes
+        return bench.form->findChildren<QObject*>().size();
+    };
+    const auto before = objects();
+    for (int i = 0; i < 20; ++i)
+        bench.form->updateCameraList();
+    QCOMPARE(objects(), before);
+    QCOMPARE(bench.form->plotCheckBoxes.size(), 2);
+}
+
+QTEST_MAIN(FormTableTest)
+#include "tst_formtable.moc"
