@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Figures and curves: worked examples, edges, and equality with the plain formulas on random records.
+#include <cmath>
 #include <limits>
 
 #include <qcustomplot.h>
@@ -105,7 +106,9 @@ void TestStatistics::figures()
     QTEST(data.maxBufferLevel, "highest");
     QTEST(data.bufferOverflowCount, "overflows");
 
-    const FrameFigures frame = evaluateFrame(*data.frameList[0], 4096, 1000, bufferSize);
+    const EvaluationSettings settings = data.evaluationSettings();
+    const FrameRecord& record = *data.frameList[0];
+    const FrameFigures frame = frameFigures(record, makeAggregates(record, settings), settings);
     QTEST(frame.throughput.value_or(inf), "average");
     QTEST(frame.minThroughput.value_or(DBL_MAX), "slowest");
     QTEST(frame.maxBufferLevel.value_or(0.0), "highest");
@@ -231,7 +234,10 @@ void TestStatistics::equalToTheFormulas()
             if (!result)
                 continue;
             const QByteArray where = "seed " + QByteArray::number(seed) + " view " + QByteArray::number(view);
-            QVERIFY2(data.avgThroughput == naive.avgThroughput, where);
+            // The frames are not summed up in the order of their arrival.
+            QVERIFY2(data.avgThroughput == naive.avgThroughput ||
+                         std::abs(data.avgThroughput / naive.avgThroughput - 1.0) < 1e-12,
+                     where);
             QVERIFY2(data.maxBufferLevel == naive.maxBufferLevel, where);
             QVERIFY2(data.bufferOverflowCount == naive.bufferOverflowCount, where);
             QVERIFY2(points(minimum) == naive.minimum, where);

@@ -13,10 +13,6 @@
 
 namespace {
 
-/// The work arrays never hold fewer elements than this, so that a frame can be evaluated in slices of useful length
-/// even when the oldest frame, after which the arrays are sized, is tiny.
-constexpr quint32 smallestWorkArray = 256;
-
 const CounterKind* findCounter(const std::vector<std::unique_ptr<CounterKind>>& counters, VN_COUNTER_SELECTOR kind)
 {
     const auto found = std::find_if(counters.begin(), counters.end(),
@@ -69,10 +65,10 @@ bool CxCameraLineData::resizeWorkArrays(quint32 count)
     if (workArrayLength == count && linkSpeeds && bufferDeltas && blockTimeOffsets)
         return true;
 
-    const auto replace = [room = std::max(count, smallestWorkArray)](auto& array) {
+    const auto replace = [count](auto& array) {
         using Element = typename std::remove_reference_t<decltype(array)>::element_type;
         array.reset();
-        array = allocateArray<Element>(room);
+        array = allocateArray<Element>(count);
         return array != nullptr;
     };
     if (!replace(linkSpeeds)) {
@@ -89,11 +85,6 @@ bool CxCameraLineData::resizeWorkArrays(quint32 count)
     }
     workArrayLength = count;
     return true;
-}
-
-quint64 CxCameraLineData::workArrayRoom() const
-{
-    return std::max<quint64>(workArrayLength, smallestWorkArray);
 }
 
 bool CxCameraLineData::isMeasuring() const

@@ -6,7 +6,6 @@
 
 #include <atomic>
 #include <cfloat>
-#include <deque>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -17,8 +16,9 @@
 #include <vnCore/vnTypes.h>
 
 #include "CsvReportWriter.h"
+#include "FrameList.h"
 #include "RunTotals.h"
-#include "SampleRecords.h"
+#include "SampleList.h"
 
 class CxAcquisitionThread;
 class QCPGraph;
@@ -62,8 +62,7 @@ public:
     // --- record (CameraLineData.cpp) ---
     /// Forgets all samples; settings stay. Only while no measurement runs.
     void clearData();
-    /// Makes the work arrays hold `count` elements each (there is always room for workArrayRoom()); nothing in the
-    /// standard mode. False, and logged, without memory. With the mutex held while a measurement runs.
+    /// Makes the work arrays hold `count` elements each; nothing in the standard mode. False, and logged, without memory. With the mutex held while a measurement runs.
     bool AlloCateBuffers(quint32 count);
     bool isMeasuring() const;
     /// Whether frames (throughput mode) are kept.
@@ -102,6 +101,8 @@ public:
     /// `minKeySpacing` milliseconds apart. Graphs and key range may be null. False if no frame was evaluated.
     bool calculateStats(QCPGraph* minGraph, QCPGraph* levelGraph, const QCPRange* keyRange, qint64 fromUs,
                         qint64 toUs, double minKeySpacing);
+    /// What the aggregates of the frames are to be made for, as the fields are now.
+    EvaluationSettings evaluationSettings() const;
     /// Five counter curves; each graph may be null. False only if there are no samples at all.
     bool fillCounterGraphs(QCPGraph* transportSkip, QCPGraph* apiSkip, QCPGraph* missedTrgOverlap,
                            QCPGraph* missedTrgOverflow, QCPGraph* bufferOverflow, const QCPRange& keyRange,
@@ -124,8 +125,8 @@ public:
     qint32 measMode = MeasModeDataThroughput;
 
     // Guarded by `mutex` while a measurement runs.
-    std::deque<std::unique_ptr<FrameRecord>> frameList;
-    std::deque<std::unique_ptr<CounterSample>> counterSampleList;
+    FrameList frameList;
+    SampleList counterSampleList;
 
     std::vector<std::unique_ptr<CounterKind>> counterList;
     qint32 samplePeriod = 4096;              ///< bytes
@@ -180,9 +181,6 @@ public:
 private:
     // CameraLineData.cpp
     bool resizeWorkArrays(quint32 count);
-    quint64 workArrayRoom() const;
-    template<typename Record>
-    static std::vector<std::unique_ptr<Record>> trimLocked(std::deque<std::unique_ptr<Record>>& list, quint64 limit);
 
     // CameraPreparation.cpp
     bool setupDataThroughput();

@@ -2,8 +2,6 @@
 // Curves of the standard acquisition mode.
 #include "CameraLineData.h"
 
-#include <algorithm>
-
 #include <QtCore/QMutexLocker>
 
 #include "PlotPoints.h"
@@ -22,25 +20,27 @@ bool CxCameraLineData::fillCounterGraphs(QCPGraph* transportSkip, QCPGraph* apiS
     const qint64 marginUs = frameTime * 10.0 > static_cast<double>(rangeUs)
                                 ? truncatedToInt64(static_cast<double>(truncatedToInt64(frameTime)) * 10.0)
                                 : rangeUs;
-    const qint64 scanFromUs = saturatingSub(fromUs, marginUs);
-    const qint64 scanToUs = saturatingAdd(toUs, marginUs);
+    const TimeIndex& times = counterSampleList.times();
+    quint64 next = times.find(0, saturatingSub(fromUs, marginUs));
+    const quint64 end = times.find(next, saturatingAdd(toUs, marginUs));
+    if (next == end)
+        return true;
 
-    PointSpacing spacing(minKeySpacing);
-    auto next = std::find_if(counterSampleList.begin(), counterSampleList.end(),
-                             [scanFromUs](const auto& sample) { return sample->timestampUs >= scanFromUs; });
-    for (; next != counterSampleList.end() && (*next)->timestampUs < scanToUs; ++next) {
-        const CounterSample& sample = **next;
-        const qint64 relUs = saturatingSub(sample.timestampUs, toUs);
-        spacing.startAt(relUs);
-        if (!spacing.accepts(relUs))
-            continue;
-        spacing.accept(relUs);
-        const double key = plotKey(relUs, keyRange);
+    // Whether a sample makes a point depends on its time alone, so this leaps from point to point.
+    const qint64 stepUs = smallestStepUs(minKeySpacing);
+    qint64 lastUs = times[next]; // the first one only sets the reference
+    for (;;) {
+        next = times.find(next, saturatingAdd(lastUs, stepUs));
+        if (next >= end)
+            return true;
+        lastUs = times[next];
+        const CounterSample& sample = *counterSampleList[next];
+        const double key = plotKey(saturatingSub(lastUs, toUs), keyRange);
         addPoint(transportSkip, key, sample.transportSkip);
         addPoint(apiSkip, key, sample.apiSkip);
         addPoint(missedTrgOverlap, key, sample.missedTrgOverlap);
         addPoint(missedTrgOverflow, key, sample.missedTrgOverflow);
         addPoint(bufferOverflow, key, sample.bufferOverflow);
+        ++next;
     }
-    return true;
 }

@@ -3,7 +3,6 @@
 #include "CurveScan.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
 #include "TimeMath.h"
@@ -73,16 +72,8 @@ private:
 
 } // namespace
 
-qint64 smallestStepUs(double spacingMs)
-{
-    const double spacingUs = spacingMs * 1000.0;
-    if (!(spacingUs < 9e18)) // also not a number: nothing is more
-        return std::numeric_limits<qint64>::max();
-    return truncatedToInt64(std::floor(spacingUs)) + 1;
-}
-
 std::vector<ScanPoint> scanCurve(const FrameList& frames, quint64 begin, quint64 end,
-                                  const EvaluationSettings& settings, qint64 fromUs, qint64 toUs, qint64 stepUs)
+                                 const EvaluationSettings& settings, qint64 fromUs, qint64 toUs, qint64 stepUs)
 {
     std::vector<ScanPoint> points;
     CurveScan scan(frames, end, settings, toUs);

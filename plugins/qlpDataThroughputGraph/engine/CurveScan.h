@@ -14,12 +14,9 @@ struct ScanPoint
     Extremes extremes; ///< of the intervals since the last point
 };
 
-/// Smallest whole number of microseconds that is more than the spacing.
-qint64 smallestStepUs(double spacingMs);
-
-/// The points of frames begin..end (exclusive) in fromUs..toUs. The first interval only sets the reference for the
-/// spacing.
+/// The points of frames begin..end (exclusive) in fromUs..toUs, at least `stepUs` apart. The first interval only sets
+/// the reference for that.
 std::vector<ScanPoint> scanCurve(const FrameList& frames, quint64 begin, quint64 end,
-                                  const EvaluationSettings& settings, qint64 fromUs, qint64 toUs, qint64 stepUs);
+                                 const EvaluationSettings& settings, qint64 fromUs, qint64 toUs, qint64 stepUs);
 
 #endif

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <cfloat>
+#include <new>
 
-#include "Allocation.h"
 #include "BlockModel.h"
 #include "SampleRecords.h"
 #include "TimeMath.h"
@@ -109,7 +109,7 @@ FrameAggregates makeAggregates(const FrameRecord& frame, const EvaluationSetting
     const quint64 count = intervalCount(frame);
     const quint64* ticks = frame.blockTicks.get();
     if (frame.blockCount >= FrameAggregates::blocksForGroups)
-        aggregates.groups = allocateArray<BlockGroup>((count - 1) / BlockGroup::intervals + 1);
+        aggregates.groups.reset(new (std::nothrow) BlockGroup[(count - 1) / BlockGroup::intervals + 1]);
 
     bool increasing = true;
     FillModel buffer(settings, 0.0);

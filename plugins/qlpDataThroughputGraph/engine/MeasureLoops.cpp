@@ -57,22 +57,19 @@ void copyBlockTicks(const VN_IMG& image, quint32 blockWords, quint64 count, quin
         std::memcpy(ticks + i, block, wordBytes);
 }
 
-} // namespace
-
 /// Unlinks the oldest records beyond the limit. The caller frees them after it has released the mutex.
-template<typename Record>
-std::vector<std::unique_ptr<Record>> CxCameraLineData::trimLocked(std::deque<std::unique_ptr<Record>>& list,
-                                                                  quint64 limit)
+template<typename List>
+auto trimLocked(List& list, quint64 limit)
 {
-    std::vector<std::unique_ptr<Record>> removed;
+    std::vector<decltype(list.takeFront())> removed;
     const quint64 excess = list.size() > limit ? list.size() - limit : 0;
     removed.reserve(excess);
-    for (quint64 i = 0; i < excess; ++i) {
-        removed.push_back(std::move(list.front()));
-        list.pop_front();
-    }
+    for (quint64 i = 0; i < excess; ++i)
+        removed.push_back(list.takeFront());
     return removed;
 }
+
+} // namespace
 
 qint64 CxCameraLineData::beginLoop()
 {
@@ -106,16 +103,17 @@ void CxCameraLineData::runMeasureLoop()
             endForLackOfMemory();
             return;
         }
-        const FrameFigures figures =
-            evaluateFrame(*frame, static_cast<quint32>(samplePeriod), requiredThroughput, cameraBufferSize);
+        const EvaluationSettings settings = evaluationSettings();
+        FrameAggregates aggregates = makeAggregates(*frame, settings);
+        const FrameFigures figures = frameFigures(*frame, aggregates, settings);
         const quint64 frameLimit = static_cast<quint64>(maxSamples) / blockCount + 1;
         const qint64 nowUs = measurementClockUs();
 
-        std::vector<std::unique_ptr<FrameRecord>> removed; // outlives the lock
+        std::vector<FrameList::Frame> removed; // outlives the lock
         QMutexLocker lock(&mutex);
         updateFrameTimeLocked(ticksToUs(frame->durationTicks));
         totals.addFrame(image.frameNumber, figures, false, nowUs);
-        frameList.push_back(std::move(frame));
+        frameList.push_back(std::move(frame), std::move(aggregates), settings);
         removed = trimLocked(frameList, frameLimit);
     }
 }

@@ -5,7 +5,8 @@
 #include <algorithm>
 #include <cfloat>
 
-#include "BlockModel.h"
+#include "FrameAggregates.h"
+#include "SampleRecords.h"
 
 namespace {
 
@@ -36,30 +37,19 @@ quint64 framesBetween(quint32 earlier, quint32 later)
 
 } // namespace
 
-FrameFigures evaluateFrame(const FrameRecord& frame, quint32 period, qint32 required, qint32 bufferSize)
+FrameFigures frameFigures(const FrameRecord& frame, const FrameAggregates& aggregates,
+                          const EvaluationSettings& settings)
 {
     FrameFigures figures;
     figures.blocks = frame.blockCount;
     if (frame.durationTicks != 0)
-        figures.throughput = frameThroughput(frame, period);
-
-    double slowest = DBL_MAX;
-    double highest = -DBL_MAX;
-    BufferModel buffer(bufferSize);
-    for (quint64 i = 1; i < frame.blockCount; ++i) {
-        const BlockInterval interval(frame.blockTicks[i] - frame.blockTicks[i - 1], period);
-        slowest = std::min(slowest, interval.speed);
-        figures.overflow |= buffer.add(interval.delta(required));
-        const double level = buffer.level();
-        if (level > highest)
-            highest = level;
-    }
+        figures.throughput = aggregates.throughput;
+    const double slowest = aggregates.extremes.minSpeed(settings);
     if (slowest < DBL_MAX)
         figures.minThroughput = slowest;
-    if (figures.overflow)
-        figures.maxBufferLevel = 100.0;
-    else if (highest > -DBL_MAX)
-        figures.maxBufferLevel = std::max(highest, 0.0);
+    figures.overflow = aggregates.extremes.fill == Extremes::overflowed;
+    if (figures.overflow || (intervalCount(frame) > 0 && settings.bufferSize != 0))
+        figures.maxBufferLevel = aggregates.extremes.level(settings);
     return figures;
 }
 

@@ -8,6 +8,8 @@
 
 #include <QtCore/QtGlobal>
 
+struct EvaluationSettings;
+struct FrameAggregates;
 struct FrameRecord;
 
 /// What one frame of the throughput mode adds to the totals.
@@ -20,8 +22,8 @@ struct FrameFigures
     bool overflow = false;                ///< the camera's buffer would have overflowed
 };
 
-/// Evaluates a frame that nobody else sees yet, so without a lock.
-FrameFigures evaluateFrame(const FrameRecord& frame, quint32 period, qint32 required, qint32 bufferSize);
+FrameFigures frameFigures(const FrameRecord& frame, const FrameAggregates& aggregates,
+                          const EvaluationSettings& settings);
 
 /// Sums over frames. Figures that no frame has given yet are absent, never 0.
 struct RunTotals

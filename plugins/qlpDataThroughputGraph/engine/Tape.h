@@ -76,6 +76,12 @@ public:
         ++m_index;
         return *this;
     }
+    SubscriptIterator operator++(int)
+    {
+        const SubscriptIterator former = *this;
+        ++m_index;
+        return former;
+    }
     bool operator==(const SubscriptIterator& other) const { return m_index == other.m_index; }
     bool operator!=(const SubscriptIterator& other) const { return m_index != other.m_index; }
 
