@@ -287,7 +287,7 @@ void TestLoops::stopBeforeTheFirstFrame()
     bench.camera->setGated(false);
     QVERIFY(data->startMeasurement(4096, 10));
     data.reset();
-    QTRY_COMPARE(threadCount(), threads);
+    QTRY_VERIFY(threadCount() <= threads);
 }
 
 void TestLoops::outOfMemory_data()
@@ -387,7 +387,7 @@ void TestLoops::manyStarts()
     const size_t bytes = mallinfo2().uordblks;
     const int count = testCount(1000);
     QVERIFY(cycles(count));
-    QCOMPARE(threadCount(), threads);
+    QTRY_VERIFY(threadCount() <= threads); // a joined thread may still be on its way out
 #ifndef __SANITIZE_ADDRESS__
     // Lists and pools breathe; a leak of a byte in each cycle and more would show.
     QVERIFY2(mallinfo2().uordblks < bytes + 16384 + static_cast<size_t>(count), qPrintable(QString::number(bytes)));
