@@ -11,7 +11,8 @@ constexpr size_t ledgerFrames = 256; // totals are what matters in a run of days
 } // namespace
 
 FreeRunningCamera::FreeRunningCamera(const CameraScenario& scenario, std::shared_ptr<SharedLink> link)
-    : SimulatedCamera(scenario, std::move(link), ledgerFrames), thread([this] { run(); })
+    : SimulatedCamera(scenario, std::move(link), ledgerFrames, [this] { return modelTime(); }),
+      thread([this] { run(); })
 {
 }
 
@@ -26,7 +27,7 @@ FreeRunningCamera::~FreeRunningCamera()
     thread.join();
 }
 
-qint64 FreeRunningCamera::nowLocked() const
+qint64 FreeRunningCamera::modelTime()
 {
     const std::chrono::nanoseconds real = std::chrono::steady_clock::now() - origin;
     qint64 now = (real - skipped).count();

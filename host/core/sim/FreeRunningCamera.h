@@ -19,17 +19,15 @@ public:
 
     bool waitForImage(std::chrono::milliseconds limit, DeviceImage& image) override;
 
-protected:
-    qint64 nowLocked() const override;
-
 private:
     void run();
+    qint64 modelTime();
 
     const std::chrono::steady_clock::time_point origin = std::chrono::steady_clock::now();
 
     // Guarded by `mutex`.
-    mutable qint64 latestNs = 0;
-    mutable std::chrono::nanoseconds skipped{0}; ///< real time that the model left out
+    qint64 latestNs = 0;
+    std::chrono::nanoseconds skipped{0}; ///< real time that the model left out
     bool ending = false;
 
     std::thread thread;

@@ -12,7 +12,7 @@ constexpr size_t ledgerFrames = 20000; // more than a test looks at, and a bound
 } // namespace
 
 HandDrivenCamera::HandDrivenCamera(const CameraScenario& scenario, std::shared_ptr<SharedLink> link)
-    : SimulatedCamera(scenario, std::move(link), ledgerFrames)
+    : SimulatedCamera(scenario, std::move(link), ledgerFrames, [this] { return clockNs; })
 {
 }
 
@@ -35,7 +35,8 @@ void HandDrivenCamera::release(int waits)
 bool HandDrivenCamera::settle(std::chrono::milliseconds limit)
 {
     Turn turn(*this);
-    return changed.wait_for(turn.lock, limit, [this] { return atGate > 0 && released == 0; });
+    return changed.wait_until(turn.lock, std::chrono::steady_clock::now() + limit,
+                              [this] { return atGate > 0 && released == 0; });
 }
 
 /// False if the wait was ended at the changed.

@@ -59,7 +59,6 @@ public:
     bool waitForImage(std::chrono::milliseconds limit, DeviceImage& image) override;
 
 protected:
-    qint64 nowLocked() const override { return clockNs; }
     bool admit(const HostCall& call) override;
 
 private:

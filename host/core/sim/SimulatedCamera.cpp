@@ -7,8 +7,8 @@
 namespace sim {
 
 SimulatedCamera::SimulatedCamera(const CameraScenario& scenario, std::shared_ptr<SharedLink> link,
-                                 size_t ledgerFrames)
-    : model(scenario, std::move(link), ledgerFrames)
+                                 size_t ledgerFrames, Clock clock)
+    : model(scenario, std::move(link), ledgerFrames), nowLocked(std::move(clock))
 {
     setFaultsLocked(scenario.faults);
 }

@@ -4,7 +4,7 @@
 #ifndef KESTROVA_SIM_SIMULATEDCAMERA_H
 #define KESTROVA_SIM_SIMULATEDCAMERA_H
 
-#include <condition_variable>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -13,6 +13,7 @@
 #include "CameraModel.h"
 #include "FrameRendering.h"
 #include "LossNotifier.h"
+#include "MonotonicCondition.h"
 
 namespace sim {
 
@@ -45,10 +46,11 @@ public:
     Ledger ledger() const;
 
 protected:
-    SimulatedCamera(const CameraScenario& scenario, std::shared_ptr<SharedLink> link, size_t ledgerFrames);
-
-    /// Model time in ns; called with `mutex` held.
-    virtual qint64 nowLocked() const = 0;
+    /// `clock` tells the model time in ns and is called with `mutex` held. It is no virtual operation, as a drive's
+    /// thread asks it until the heir is half destroyed.
+    using Clock = std::function<qint64()>;
+    SimulatedCamera(const CameraScenario& scenario, std::shared_ptr<SharedLink> link, size_t ledgerFrames,
+                    Clock clock);
     /// Called at the start of every host call, without a lock; false makes it fail.
     virtual bool admit(const HostCall&) { return true; }
 
@@ -87,12 +89,13 @@ protected:
     /// Guards all below. Neither the listener nor anything of the host is called while it is held; of locks only
     /// those of the link are taken under it.
     mutable std::mutex mutex;
-    std::condition_variable changed; ///< a frame arrived, a wait is over, or the drive must look again
+    MonotonicCondition changed; ///< a frame arrived, a wait is over, or the drive must look again
     CameraModel model;
     Acquisition acquisition = Acquisition::Idle;
     quint64 waitEpoch = 0; ///< a wait that began in an earlier one is over
 
 private:
+    const Clock nowLocked;
     struct Change
     {
         qint64 timeNs;
