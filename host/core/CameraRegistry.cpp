@@ -89,7 +89,7 @@ VNCORE_HANDLE CameraRegistry::open(int device)
     auto& handle = m_devices[static_cast<size_t>(device)].handle;
     if (handle == nullptr)
         handle = reinterpret_cast<VNCORE_HANDLE>(++m_lastHandle); // NOLINT(performance-no-int-to-ptr): a number
-    const VNCORE_HANDLE camera = handle;
+    VNCORE_HANDLE camera = handle;
     CameraTable::instance().insert(camera, std::make_shared<OpenedCamera>(camera, entry->device));
     m_opened.append(camera);
     Q_EMIT CxCameraManager::instance()->cameraOpened(camera);
@@ -151,7 +151,7 @@ void CameraRegistry::announceLoss(const std::shared_ptr<CameraDevice>& device, b
                                     [&device](const KnownDevice& known) { return known.device == device; });
     if (entry == m_devices.cend())
         return;
-    const VNCORE_HANDLE camera = entry->handle;
+    VNCORE_HANDLE camera = entry->handle;
     if (m_opened.contains(camera)) {
         Q_EMIT lost ? cameraLost(camera) : cameraReturned(camera);
         // A camera comes back with the values of its power-up.

@@ -23,6 +23,7 @@ class VNCORE_EXPORT CameraRegistry : public QObject
 public:
     /// To be called first on the user interface thread.
     static CameraRegistry& instance();
+    ~CameraRegistry() override;
 
     // --- known cameras ---
     /// Makes a device known, in the order in which the user sees the cameras, and returns its index.
@@ -72,7 +73,6 @@ private:
     };
 
     CameraRegistry();
-    ~CameraRegistry() override;
     const KnownDevice* known(int device) const;
     void announceLoss(const std::shared_ptr<CameraDevice>& device, bool lost);
 

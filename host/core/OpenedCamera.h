@@ -54,7 +54,7 @@ public:
 private:
     void pullImages();
 
-    const VNCORE_HANDLE m_handle;
+    VNCORE_HANDLE m_handle;
     const std::shared_ptr<CameraDevice> m_device;
     DeviceParameters m_parameters;
     std::atomic<Acquirer> m_acquirer{Acquirer::None};
