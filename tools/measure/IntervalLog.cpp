@@ -36,7 +36,7 @@ bool IntervalLog::open(const QString& fileName, ExMeasMode mode)
         m_error = QStringLiteral("%1: %2").arg(fileName, m_file.errorString());
         return false;
     }
-    if (m_file.size() == 0)
+    if (m_file.isSequential() || m_file.size() == 0)
         return write(header(mode) + '\n');
     m_file.seek(0);
     if (m_file.readLine().trimmed() != header(mode)) {

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr qint64 longestSleepMs = 3600 * 1000; ///< a timer takes no more than 24 days
+constexpr qint64 longestSleepMs = 3600000; ///< a timer takes no more than 24 days
 
 void complain(const QString& text)
 {

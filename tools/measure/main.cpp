@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // kestrova-measure: measures cameras without a window.
+#include <unistd.h>
+
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 #include <QtCore/QCoreApplication>
 
@@ -66,8 +70,8 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
 {
     auto& registry = CameraRegistry::instance();
     std::vector<SxCameraInfo> infos;
-    for (const int index : selected)
-        infos.push_back(registry.deviceInfo(index));
+    std::transform(selected.begin(), selected.end(), std::back_inserter(infos),
+                   [&registry](int index) { return registry.deviceInfo(index); });
     QString error;
     QStringList files;
     if (!options.csvFile.isEmpty()) {
@@ -120,7 +124,8 @@ int main(int argc, char** argv)
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("kestrova-measure"));
     QFile standardOutput;
-    standardOutput.open(stdout, QIODevice::WriteOnly | QIODevice::Unbuffered);
+    // The descriptor, not the stream: only so does a write tell that nobody reads any more.
+    standardOutput.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
 
     const Options options = parseOptions(QCoreApplication::arguments());
     switch (options.action) {

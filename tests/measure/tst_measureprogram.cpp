@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The program as a script sees it: exit codes, standard output and error, signals. Free-running cameras, real time.
+#include <QtTest/QtTest>
+
+#include <csignal>
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+namespace {
+
+constexpr int longest = 60000; // ms
+
+const char* const scenario = R"({ "cameras": [
+    { "name": "Good", "id": "1", "sensor": {"width": 320, "height": 240}, "transportSpeed": 10 },
+    { "name": "Plain", "id": "2", "sensor": {"width": 320, "height": 240}, "transportSpeed": null },
+    { "name": "Stubborn", "id": "3", "faults": {"refuse": [{"call": "start"}]} },
+    { "name": "Goes", "id": "4", "faults": {"loss": [{"atMs": 300, "forMs": 0}]} },
+    { "name": "Mute", "id": "5", "faults": {"noImage": [{"atMs": 0, "forMs": 100000}]} } ] })";
+
+struct Result
+{
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray error;
+};
+
+} // namespace
+
+class TestMeasureProgram : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir folder;
+    QString scenarioFile;
+
+    QStringList arguments(const QString& line) const
+    {
+        QStringList list{QStringLiteral("--cameras"), scenarioFile};
+        for (QString word : line.split(QLatin1Char(' '), Qt::SkipEmptyParts))
+            list.append(word.replace(QLatin1String("@"), folder.path() + QLatin1Char('/')));
+        return list;
+    }
+
+    Result runProgram(const QString& line) const
+    {
+        QProcess process;
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(QStringLiteral("DISPLAY"));
+        environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(KESTROVA_MEASURE), arguments(line));
+        if (!process.waitForFinished(longest) || process.exitStatus() != QProcess::NormalExit)
+            return {};
+        return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+    }
+
+    static std::vector<QJsonObject> objects(const QByteArray& text)
+    {
+        std::vector<QJsonObject> list;
+        for (const QByteArray& line : text.trimmed().split('\n'))
+            list.push_back(QJsonDocument::fromJson(line).object());
+        return list;
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        scenarioFile = folder.filePath(QStringLiteral("scenario.json"));
+        QFile file(scenarioFile);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(scenario);
+    }
+
+    void exitCodes_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("out");
+        QTest::addColumn<QString>("error");
+        const QString usage = QStringLiteral("Usage: ");
+        QTest::newRow("help") << "--help" << 0 << "--max-overflows"
+                              << "";
+        QTest::newRow("version") << "--version" << 0 << "^kestrova-measure \\d+\\.\\d+\\.\\d+\n$"
+                                 << "";
+        QTest::newRow("list") << "--list" << 0 << "^1 +Good\n2 +Plain\n3 +Stubborn\n4 +Goes\n5 +Mute\n$"
+                              << "";
+        QTest::newRow("within limits")
+            << "--camera 1 --duration 300ms --min-average 1 --max-level 50 --max-overflows 0" << 0 << "Summary"
+            << "";
+        QTest::newRow("limit broken") << "--camera 1 --duration 300ms --min-average 100000" << 1
+                                      << "limit broken: --min-average 100000: "
+                                      << "";
+        QTest::newRow("limit that cannot be judged")
+            << "--camera 2 --duration 300ms --max-overflows 0" << 1 << "--max-overflows 0: n/a"
+            << "";
+        QTest::newRow("no cameras named") << "" << 2 << "" << usage;
+        QTest::newRow("unknown option") << "--all --frob" << 2 << "" << usage;
+        QTest::newRow("bad scenario") << "--cameras @nothing.json --all" << 2 << ""
+                                      << "nothing\\.json";
+        QTest::newRow("reports of one name") << "--camera 1 --camera 2 --csv @r.csv" << 2 << ""
+                                             << "\\{camera\\}";
+        QTest::newRow("report nowhere") << "--camera 1 --csv @no/r.csv" << 2 << ""
+                                        << "no/r\\.csv";
+        QTest::newRow("log nowhere") << "--camera 1 --log @no/l.csv" << 2 << ""
+                                     << "no/l\\.csv";
+        QTest::newRow("missing") << "--camera Nobody --duration 300ms" << 3 << ""
+                                 << "Nobody";
+        QTest::newRow("refused to start")
+            << "--camera 1 --camera 3 --duration 300ms" << 3 << "Stubborn \\(3\\): did not start"
+            << "Stubborn";
+        QTest::newRow("lost") << "--camera 4" << 3 << "Goes \\(4\\): was lost"
+                              << "was lost";
+        QTest::newRow("no frame") << "--camera 5 --duration 300ms" << 3 << "Mute \\(5\\): sent no frame"
+                                  << "";
+        QTest::newRow("worse than a broken limit")
+            << "--camera 1 --camera 3 --duration 300ms --min-average 100000" << 3 << "limit broken"
+            << "";
+    }
+
+    void exitCodes()
+    {
+        QFETCH(QString, line);
+        QFETCH(QString, out);
+        QFETCH(QString, error);
+        const Result result = runProgram(line);
+        QTEST(result.exitCode, "exitCode");
+        QVERIFY2(QString::fromUtf8(result.out).contains(QRegularExpression(out)), result.out.constData());
+        QVERIFY2(QString::fromUtf8(result.error).contains(QRegularExpression(error)), result.error.constData());
+        QCOMPARE(result.out.isEmpty(), out.isEmpty());
+    }
+
+    void outputsAgree()
+    {
+        const Result result = runProgram(QStringLiteral(
+            "--camera 1 --camera 2 --duration 450ms --interval 100ms --json --log @log.csv --csv @{camera}.csv"));
+        QCOMPARE(result.exitCode, 0);
+        auto lines = objects(result.out);
+        const QJsonObject summary = lines.back();
+        lines.pop_back();
+        QCOMPARE(summary.value(QStringLiteral("type")).toString(), QStringLiteral("summary"));
+        QCOMPARE(summary.value(QStringLiteral("exitCode")).toInt(-1), 0);
+        for (const QJsonValue& camera : summary.value(QStringLiteral("cameras")).toArray()) {
+            int frames = 0;
+            for (const QJsonObject& line : lines) {
+                QCOMPARE(line.value(QStringLiteral("type")).toString(), QStringLiteral("interval"));
+                if (line.value(QStringLiteral("id")) == camera[QStringLiteral("id")])
+                    frames += line.value(QStringLiteral("frames")).toInt();
+            }
+            QVERIFY(frames > 0);
+            QCOMPARE(frames, camera[QStringLiteral("frames")].toInt());
+            const QJsonValue report = camera[QStringLiteral("report")];
+            QCOMPARE(report[QStringLiteral("frames")].toInt(), frames);
+            QVERIFY(QFile::exists(report[QStringLiteral("file")].toString()));
+        }
+        QFile log(folder.filePath(QStringLiteral("log.csv")));
+        QVERIFY(log.open(QIODevice::ReadOnly));
+        QCOMPARE(log.readAll().count('\n'), 1 + int(lines.size()));
+    }
+
+    void signalsEndTheRun_data()
+    {
+        QTest::addColumn<int>("signal");
+        QTest::newRow("Ctrl-C") << SIGINT;
+        QTest::newRow("SIGTERM") << SIGTERM;
+        QTest::newRow("hang-up") << SIGHUP;
+    }
+
+    void signalsEndTheRun()
+    {
+        QFETCH(int, signal);
+        QProcess process;
+        process.start(QStringLiteral(KESTROVA_MEASURE),
+                      arguments(QStringLiteral("--camera 1 --interval 50ms --json")));
+        QVERIFY(process.waitForReadyRead(longest));
+        QCOMPARE(::kill(static_cast<pid_t>(process.processId()), signal), 0);
+        QVERIFY(process.waitForFinished(longest));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 0);
+        QCOMPARE(objects(process.readAllStandardOutput()).back().value(QStringLiteral("type")).toString(),
+                 QStringLiteral("summary"));
+    }
+
+    void aReaderThatGoesAwayEndsTheRun()
+    {
+        QProcess shell;
+        const QString pipeline = QStringLiteral("\"$0\" \"$@\" | head -n 1");
+        shell.start(QStringLiteral("/bin/sh"),
+                    QStringList{QStringLiteral("-c"), pipeline, QStringLiteral(KESTROVA_MEASURE)} +
+                        arguments(QStringLiteral("--camera 1 --interval 20ms")));
+        QVERIFY(shell.waitForFinished(longest));
+        QVERIFY(shell.readAllStandardOutput().contains("avg MB/s"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestMeasureProgram)
+#include "tst_measureprogram.moc"

@@ -1,0 +1,311 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A run on hand-driven cameras: its lines add up, unknown is unknown, limits judge the whole, cameras are restored.
+#include <QtTest/QtTest>
+
+#include <QtCore/QBuffer>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+#include "CameraRegistry.h"
+#include "MeasureRun.h"
+#include "Report.h"
+#include "sim/HandDrivenCamera.h"
+
+namespace {
+
+/// Options whose timers never come into it: the test prints the lines.
+Options byHand(ExMeasMode mode = MeasModeDataThroughput)
+{
+    Options options;
+    options.mode = mode;
+    options.interval = std::chrono::hours(24);
+    return options;
+}
+
+/// One hand-driven camera in a run with JSON output.
+class Bench
+{
+public:
+    explicit Bench(const sim::CameraScenario& scenario = {}, const Options& runOptions = byHand(),
+                   IntervalLog* log = nullptr)
+        : camera(std::make_shared<sim::HandDrivenCamera>(scenario)), options(runOptions), output(makeOutput())
+    {
+        camera->setGated(true);
+        auto& registry = CameraRegistry::instance();
+        const int index = registry.addDevice(camera);
+        cameras.push_back(
+            std::make_unique<MeasuredCamera>(registry.open(index), registry.deviceInfo(index), options));
+        run = std::make_unique<MeasureRun>(options, cameras, *output, log);
+    }
+    ~Bench()
+    {
+        camera->setGated(false);
+        run->stop();
+        CameraRegistry::instance().removeAllDevices();
+    }
+
+    /// The worker gets that many images and is done with them afterwards.
+    bool take(int images)
+    {
+        camera->release(images);
+        return camera->settle();
+    }
+    void stop()
+    {
+        camera->setGated(false);
+        run->stop();
+    }
+
+    std::vector<QJsonObject> lines() const
+    {
+        std::vector<QJsonObject> objects;
+        for (const QByteArray& line : text.data().split('\n')) {
+            if (!line.isEmpty())
+                objects.push_back(QJsonDocument::fromJson(line).object());
+        }
+        return objects;
+    }
+    double total(const char* key) const
+    {
+        return figureValue(cameras[0]->wholeRun().figures, QLatin1String(key)).value();
+    }
+
+    std::shared_ptr<sim::HandDrivenCamera> camera;
+    const Options options;
+    QBuffer text;
+    std::unique_ptr<Output> output;
+    std::vector<std::unique_ptr<MeasuredCamera>> cameras;
+    std::unique_ptr<MeasureRun> run;
+
+private:
+    std::unique_ptr<Output> makeOutput()
+    {
+        text.open(QIODevice::WriteOnly);
+        return makeJsonOutput(text);
+    }
+};
+
+double sumOf(const std::vector<QJsonObject>& lines, const char* key)
+{
+    double sum = 0.0;
+    for (const QJsonObject& line : lines)
+        sum += line.value(QLatin1String(key)).toDouble();
+    return sum;
+}
+
+} // namespace
+
+class TestMeasureRun : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void intervalsAddUp_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::newRow("throughput") << int(MeasModeDataThroughput);
+        QTest::newRow("counters") << int(MeasModeStandardAcq);
+    }
+
+    void intervalsAddUp()
+    {
+        QFETCH(int, mode);
+        sim::CameraScenario scenario;
+        scenario.link.frameLoss = 0.3;
+        Options options = byHand(ExMeasMode(mode));
+        options.capacity = 500; // far less than the run
+        Bench bench(scenario, options);
+        const auto before = bench.camera->parameters();
+        bench.run->start();
+        for (const int images : {7, 1, 0, 12}) {
+            QVERIFY(bench.take(images));
+            bench.run->printIntervals();
+        }
+        bench.stop();
+        QCOMPARE(bench.camera->parameters(), before);
+        QVERIFY(!bench.camera->isAcquiring());
+
+        const auto lines = bench.lines();
+        QCOMPARE(lines.size(), size_t(5));
+        QCOMPARE(lines[0].value(QStringLiteral("frames")).toInt(), 7);
+        QCOMPARE(lines[2].value(QStringLiteral("frames")).toInt(), 0);
+        QVERIFY(lines[2].value(QStringLiteral("missingFrames")).isNull());
+        for (const char* key : {"frames", "missingFrames", "failedWaits"})
+            QCOMPARE(sumOf(lines, key), bench.total(key));
+        QVERIFY(bench.total("missingFrames") > 0);
+        QVERIFY(bench.cameras[0]->problems().isEmpty());
+        double longest = 0.0;
+        for (const QJsonObject& line : lines)
+            longest = std::max(longest, line.value(QStringLiteral("longestGapMs")).toDouble());
+        QCOMPARE(longest, bench.total("longestGapMs"));
+        QVERIFY(qAbs(sumOf(lines, "intervalS") - bench.cameras[0]->wholeRun().lengthS) < 1e-6);
+        if (mode == MeasModeStandardAcq) {
+            // Counters run: the last line's are the run's. Nothing but the link loses frames here.
+            QCOMPARE(lines.back().value(QStringLiteral("skips")).toDouble(), bench.total("skips"));
+            QCOMPARE(bench.total("transportSkips"), bench.total("missingFrames"));
+        } else {
+            QCOMPARE(sumOf(lines, "blocks"), bench.total("blocks"));
+            QVERIFY(lines[2].value(QStringLiteral("avgThroughputMBps")).isNull());
+            QVERIFY(lines[0].value(QStringLiteral("avgThroughputMBps")).toDouble() > 0.0);
+        }
+    }
+
+    void unknownIsNotZero_data()
+    {
+        QTest::addColumn<bool>("throughputMode");
+        QTest::addColumn<QStringList>("unknown");
+        QTest::newRow("no required throughput") << true << QStringList{"maxBufferLevelPercent", "overflows"};
+        QTest::newRow("no such counters") << false << QStringList{"missedTriggersOverlap", "missedTriggersOverflow"};
+    }
+
+    void unknownIsNotZero()
+    {
+        QFETCH(bool, throughputMode);
+        QFETCH(QStringList, unknown);
+        sim::CameraScenario scenario;
+        scenario.transportSpeed.reset();
+        scenario.missedTriggerCounters = false;
+        Options options = byHand(throughputMode ? MeasModeDataThroughput : MeasModeStandardAcq);
+        Bench bench(scenario, options);
+        bench.run->start();
+        QVERIFY(bench.take(5));
+        for (const Figure& figure : bench.cameras[0]->wholeRun().figures) {
+            const bool isUnknown = unknown.contains(QLatin1String(figure.key));
+            QVERIFY2(figure.value.has_value() != isUnknown, figure.key);
+            QCOMPARE(figureText(figure) == QLatin1String("n/a"), isUnknown);
+        }
+    }
+
+    void requiredThroughputFillsTheBuffer()
+    {
+        Options options = byHand();
+        options.required = 100000; // no link is as fast
+        Bench bench({}, options);
+        bench.run->start();
+        QVERIFY(bench.take(4));
+        bench.stop();
+        QCOMPARE(bench.total("maxBufferLevelPercent"), 100.0);
+        QCOMPARE(bench.total("overflows"), bench.total("frames"));
+    }
+
+    void limits_data()
+    {
+        QTest::addColumn<QString>("figure");
+        QTest::addColumn<bool>("isMinimum");
+        QTest::addColumn<double>("limit");
+        QTest::addColumn<bool>("kept");
+        QTest::newRow("minimum kept") << "known" << true << 9.9 << true;
+        QTest::newRow("minimum itself") << "known" << true << 10.0 << true;
+        QTest::newRow("minimum broken") << "known" << true << 10.001 << false;
+        QTest::newRow("maximum kept") << "known" << false << 10.1 << true;
+        QTest::newRow("maximum itself") << "known" << false << 10.0 << true;
+        QTest::newRow("maximum broken") << "known" << false << 9.999 << false;
+        QTest::newRow("zero allowed") << "zero" << false << 0.0 << true;
+        QTest::newRow("unknown, minimum") << "unknown" << true << 0.0 << false;
+        QTest::newRow("unknown, maximum") << "unknown" << false << 1e9 << false;
+        QTest::newRow("not a number") << "nan" << false << 1e9 << false;
+    }
+
+    void limits()
+    {
+        QFETCH(QString, figure);
+        QFETCH(bool, isMinimum);
+        QFETCH(double, limit);
+        QFETCH(bool, kept);
+        const Figures figures{
+            {"known", "", 0, 10.0}, {"zero", "", 0, 0.0}, {"unknown", "", 0, {}}, {"nan", "", 0, qQNaN()}};
+        const auto broken = brokenLimits({{QStringLiteral("--x"), figure, isMinimum, limit}}, figures);
+        QCOMPARE(broken.isEmpty(), kept);
+        QVERIFY(kept || broken[0].startsWith(QLatin1String("--x ")));
+    }
+
+    void aLostCameraEndsTheRun()
+    {
+        Bench bench;
+        QSignalSpy finished(bench.run.get(), &MeasureRun::finished);
+        bench.run->start();
+        QVERIFY(bench.take(3));
+        bench.camera->setGated(false);
+        bench.camera->lose();
+        QTRY_COMPARE(finished.count(), 1);
+        QCOMPARE(bench.cameras[0]->problems(), QStringList{"was lost"});
+        QVERIFY(bench.total("frames") >= 3);
+    }
+
+    void aRefusedStartEndsTheRun()
+    {
+        Bench bench;
+        const auto before = bench.camera->parameters();
+        bench.camera->setHook([](const sim::HostCall& call) { return call.kind != sim::Call::Start; });
+        bench.run->start();
+        QVERIFY(bench.run->isOver());
+        QCOMPARE(bench.cameras[0]->problems(), QStringList{"did not start"});
+        QCOMPARE(bench.camera->parameters(), before);
+        QVERIFY(bench.lines().empty());
+    }
+
+    void theReportHoldsWhatIsKept()
+    {
+        Options options = byHand();
+        options.capacity = 1000; // blocks; some frames of the run
+        Bench bench({}, options);
+        bench.run->start();
+        QVERIFY(bench.take(40));
+        bench.stop();
+        QTemporaryDir folder;
+        const QString file = folder.filePath(QStringLiteral("report.csv"));
+        QString error;
+        QVERIFY(canWriteReport(file, &error));
+        const auto report = writeReport(bench.cameras[0]->record(), file, &error);
+        QVERIFY(report.has_value());
+        QCOMPARE(double(report->frames + report->droppedFrames), bench.total("frames"));
+        QVERIFY(report->droppedFrames > 0);
+        QVERIFY(report->fromUs < report->toUs);
+        QFile written(file);
+        QVERIFY(written.open(QIODevice::ReadOnly));
+        const double blocksPerFrame = bench.total("blocks") / bench.total("frames");
+        QCOMPARE(double(written.readAll().count('\n')), 1 + double(report->frames) * (blocksPerFrame - 1));
+
+        QVERIFY(!canWriteReport(folder.filePath(QStringLiteral("no/where.csv")), &error));
+        QVERIFY(!error.isEmpty());
+        QVERIFY(!writeReport(bench.cameras[0]->record(), QStringLiteral("/dev/full"), &error));
+    }
+
+    void theLogIsAppendedTo()
+    {
+        QTemporaryDir folder;
+        const QString name = folder.filePath(QStringLiteral("log.csv"));
+        const auto contents = [&name] {
+            QFile file(name);
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        };
+        const SxCameraInfo camera{QStringLiteral("A \"B\"\n,"), QStringLiteral("1"), {}};
+        const IntervalLine line{camera, QDateTime::currentDateTimeUtc(), {1.0, 1.0, throughputFigures({}, true)}};
+        {
+            IntervalLog log;
+            QVERIFY(log.open(name, MeasModeDataThroughput));
+            QVERIFY(log.append(line));
+            QCOMPARE(contents().count('\n'), 2); // there at once
+        }
+        const QByteArray whole = contents();
+        QVERIFY(QFile::resize(name, whole.size() - 5)); // a power cut
+        {
+            IntervalLog log;
+            QVERIFY(log.open(name, MeasModeDataThroughput));
+            QVERIFY(log.append(line));
+        }
+        QCOMPARE(contents(), whole.left(whole.size() - 5) + '\n' + whole.mid(whole.indexOf('\n') + 1));
+        QVERIFY(whole.contains("\"A \"\"B\"\" ,\""));
+        QVERIFY(whole.contains("n/a"));
+
+        IntervalLog other;
+        QVERIFY(!other.open(name, MeasModeStandardAcq));
+        QVERIFY(!other.error().isEmpty());
+        IntervalLog full;
+        QVERIFY(!full.open(QStringLiteral("/dev/full"), MeasModeStandardAcq));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestMeasureRun)
+#include "tst_measurerun.moc"
