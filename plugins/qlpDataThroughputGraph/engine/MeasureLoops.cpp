@@ -3,7 +3,6 @@
 #include "CameraLineData.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 #include <QtCore/QMutexLocker>
@@ -12,6 +11,7 @@
 
 #include "Allocation.h"
 #include "BlockModel.h"
+#include "BlockReader.h"
 #include "LogLine.h"
 #include "MeasurementClock.h"
 
@@ -21,7 +21,6 @@ constexpr const char* throughputLoop = "CxCameraLineData::runMeasureLoop";
 constexpr const char* standardLoop = "CxCameraLineData::runMeasureLoopAcquisition";
 
 constexpr unsigned int imageTimeoutMs = 5000; ///< a stop is noticed at least this often
-constexpr quint32 wordBytes = sizeof(quint64);
 constexpr quint32 bytesPerPixel = 2; ///< transport data, whatever the camera says of its format
 
 quint32 wordsPerBlock(qint32 samplePeriod)
@@ -40,21 +39,6 @@ quint64 wholeBlocks(const VN_IMG& image, quint32 blockWords)
 qint64 cameraTimeUs(const VN_IMG& image)
 {
     return static_cast<qint64>(image.tsSec) * 1000000 + image.tsUSec;
-}
-
-/// Copies the first word of every block. The words lie pages apart, so each is fetched ahead of its turn.
-void copyBlockTicks(const VN_IMG& image, quint32 blockWords, quint64 count, quint64* ticks)
-{
-    constexpr quint64 ahead = 24;
-    const auto* block = static_cast<const char*>(image.data);
-    const quint64 stride = static_cast<quint64>(blockWords) * wordBytes;
-    quint64 i = 0;
-    for (; i + ahead < count; ++i, block += stride) {
-        __builtin_prefetch(block + ahead * stride);
-        std::memcpy(ticks + i, block, wordBytes);
-    }
-    for (; i < count; ++i, block += stride)
-        std::memcpy(ticks + i, block, wordBytes);
 }
 
 /// Unlinks the oldest records beyond the limit. The caller frees them after it has released the mutex.
@@ -188,7 +172,7 @@ std::unique_ptr<FrameRecord> CxCameraLineData::makeFrameRecord(const VN_IMG& ima
         LOG_FAILURE(throughputLoop, "Cannot allocate array for frame time stamps");
         return nullptr;
     }
-    copyBlockTicks(image, wordsPerBlock(samplePeriod), blockCount, frame->blockTicks.get());
+    copyBlockTicks(image.data, wordsPerBlock(samplePeriod), blockCount, frame->blockTicks.get());
     frame->frameNumber = image.frameNumber;
     frame->timestampUs = timestampUs;
     frame->blockCount = blockCount;
