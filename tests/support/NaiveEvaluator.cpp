@@ -78,6 +78,40 @@ NaiveFigures naiveFigures(const CxCameraLineData& data, double keyUpper, qint64 
     return figures;
 }
 
+NaiveCounters naiveCounters(const CxCameraLineData& data, double keyUpper, qint64 fromUs, qint64 toUs,
+                            double minKeySpacing)
+{
+    NaiveCounters counters;
+    const qint64 range = toUs - fromUs;
+    const double frameTime = data.avgFrameTime;
+    const qint64 margin =
+        frameTime * 10.0 > static_cast<double>(range) ? static_cast<qint64>(frameTime) * 10 : range;
+    counters.evaluated = !data.counterSampleList.empty();
+
+    auto sample = data.counterSampleList.begin();
+    while (sample != data.counterSampleList.end() && (*sample)->timestampUs < fromUs - margin)
+        ++sample;
+    bool first = true;
+    qint64 lastRel = 0;
+    for (; sample != data.counterSampleList.end() && (*sample)->timestampUs < toUs + margin; ++sample) {
+        const CounterSample& s = **sample;
+        const qint64 rel = s.timestampUs - toUs;
+        if (first) {
+            lastRel = rel;
+            first = false;
+        }
+        if (static_cast<double>(rel - lastRel) > minKeySpacing * 1000.0) {
+            lastRel = rel;
+            const double key = static_cast<double>(rel) / 1000000.0 + keyUpper;
+            const qint32 values[] = {s.transportSkip, s.apiSkip, s.missedTrgOverlap, s.missedTrgOverflow,
+                                     s.bufferOverflow};
+            for (int i = 0; i < 5; ++i)
+                counters.curves[i].push_back({key, static_cast<double>(values[i])});
+        }
+    }
+    return counters;
+}
+
 QByteArray naiveReport(const CxCameraLineData& data, qint64 fromUs, qint64 toUs)
 {
     QString text;

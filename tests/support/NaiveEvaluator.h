@@ -30,6 +30,16 @@ struct NaiveFigures
 NaiveFigures naiveFigures(const CxCameraLineData& data, double keyUpper, qint64 fromUs, qint64 toUs,
                           double minKeySpacing);
 
+struct NaiveCounters
+{
+    bool evaluated = false;
+    /// In the order of fillCounterGraphs().
+    std::vector<CurvePoint> curves[5];
+};
+
+NaiveCounters naiveCounters(const CxCameraLineData& data, double keyUpper, qint64 fromUs, qint64 toUs,
+                            double minKeySpacing);
+
 /// The data lines of the report.
 QByteArray naiveReport(const CxCameraLineData& data, qint64 fromUs, qint64 toUs);
 

@@ -32,7 +32,7 @@ public:
     {
         const quint64 place = m_dropped % chunkItems + m_size;
         if (place / chunkItems == m_chunks.size())
-            m_chunks.push_back(std::unique_ptr<T[]>(new T[chunkItems]));
+            m_chunks.push_back(std::make_unique<T[]>(chunkItems));
         at(place) = std::move(item);
         ++m_size;
     }

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a refresh, a report and the intake of a frame cost, each beside the straightforward way, in one run.
+#include <benchmark/benchmark.h>
+
+#include <QtWidgets/QApplication>
+
+void registerRefreshBenchmarks();
+void registerCounterBenchmarks();
+void registerReportBenchmarks();
+void registerIntakeBenchmarks();
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    registerCounterBenchmarks();
+    registerReportBenchmarks();
+    registerIntakeBenchmarks();
+    registerRefreshBenchmarks();
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
