@@ -19,8 +19,8 @@
 
 namespace {
 
-constexpr QSize defaultSize(1280, 960);
-constexpr int defaultBottomHeight = 590; // a plug-in with four cameras is readable
+constexpr QSize defaultSize(1520, 1000);
+constexpr int defaultBottomHeight = 630; // a plug-in with four cameras is readable
 constexpr int defaultCamerasWidth = 330;
 constexpr int defaultEventsWidth = 430;
 
