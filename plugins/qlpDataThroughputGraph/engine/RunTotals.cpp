@@ -61,6 +61,7 @@ RunTotals& RunTotals::operator+=(const RunTotals& later)
     missingFrames += later.missingFrames;
     failedWaits += later.failedWaits;
     longestGapUs = std::max(longestGapUs, later.longestGapUs);
+    presentGapUs = later.presentGapUs;
     overflows += later.overflows;
     throughputSum += later.throughputSum;
     throughputFrames += later.throughputFrames;
@@ -79,6 +80,7 @@ void RunTotalsCounter::begin(qint64 nowUs)
 void RunTotalsCounter::end(qint64 nowUs)
 {
     m_open = openInterval(nowUs);
+    m_open.presentGapUs = 0;
     m_running = false;
 }
 
@@ -120,7 +122,9 @@ RunTotals RunTotalsCounter::takeInterval(qint64 nowUs)
 RunTotals RunTotalsCounter::openInterval(qint64 nowUs) const
 {
     RunTotals interval = m_open;
-    if (m_running)
-        interval.longestGapUs = std::max(interval.longestGapUs, nowUs - m_lastFrameUs);
+    if (m_running) {
+        interval.presentGapUs = nowUs - m_lastFrameUs;
+        interval.longestGapUs = std::max(interval.longestGapUs, interval.presentGapUs);
+    }
     return interval;
 }

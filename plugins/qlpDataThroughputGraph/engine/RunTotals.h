@@ -34,8 +34,9 @@ struct RunTotals
     quint64 missingFrames = 0; ///< gaps of the frame number
     quint64 failedWaits = 0;   ///< image waits that failed or gave no data
     qint64 longestGapUs =
-        0;                 ///< longest time without a frame, by the host's clock; the run's two ends count as frames
-    quint64 overflows = 0; ///< frames in which the camera's buffer would have overflowed
+        0; ///< longest time without a frame, by the host's clock; the run's two ends count as frames
+    qint64 presentGapUs = 0;    ///< time since the last frame or the run's start; 0 after its end
+    quint64 overflows = 0;      ///< frames in which the camera's buffer would have overflowed
     double throughputSum = 0.0; ///< MB/s, over frames that took time
     quint64 throughputFrames = 0;
     std::optional<double> minThroughput;  ///< MB/s
