@@ -114,7 +114,10 @@ public:
 
     // --- report (CsvReport.cpp), user interface thread ---
     /// Writes the intervals of fromUs..toUs to a CSV file behind a progress dialog; nothing in the standard mode.
-    CsvReportResult exportToCsv(const QString& fileName, QWidget* parent, qint64 fromUs, qint64 toUs);
+    /// Processes events, at last with the mutex held: whoever calls it sees to it that nothing reached from there
+    /// deletes the record or takes its mutex. Of a report that failed half way `reason` receives why.
+    CsvReportResult exportToCsv(const QString& fileName, QWidget* parent, qint64 fromUs, qint64 toUs,
+                                QString* reason = nullptr);
 
     inline static std::atomic<quint64> lastSerial{0};
     /// Tells this record from every other one of the process, also from a later one with the same handle.

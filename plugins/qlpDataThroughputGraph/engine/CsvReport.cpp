@@ -5,8 +5,10 @@
 #include <algorithm>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
 #include <QtCore/QMutexLocker>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QProgressDialog>
 #include <QtWidgets/QPushButton>
 
@@ -15,6 +17,7 @@
 namespace {
 
 constexpr int firstPaintMs = 1000; ///< longest time that the dialog gets to appear
+constexpr int paintEveryMs = 34;   ///< not more than 30 times a second
 
 /// Frames that the progress counts: those near the range, up to the first one behind it.
 qint32 countFrames(const CxCameraLineData& data, qint64 fromUs, qint64 toUs)
@@ -32,22 +35,57 @@ qint32 countFrames(const CxCameraLineData& data, qint64 fromUs, qint64 toUs)
                                              [firstUs](const auto& frame) { return frame->timestampUs >= firstUs; }));
 }
 
+/// The dialog that shows how far the report is. It blocks the rest of the program; closing it cancels.
+class ReportProgress
+{
+    Q_DECLARE_TR_FUNCTIONS(CxCameraLineData)
+
+public:
+    /// Returns when the dialog has been painted. Processes events.
+    ReportProgress(const QString& cameraName, qint32 frames, QWidget* parent)
+        : m_dialog(QString(), tr("Cancel"), 0, frames, parent, Qt::WindowFlags())
+    {
+        auto* label = new QLabel(tr("Exporting %1 data").arg(cameraName), &m_dialog);
+        label->setTextFormat(Qt::PlainText); // names of cameras may hold anything
+        label->setAlignment(Qt::AlignCenter);
+        m_dialog.setLabel(label);
+        m_dialog.setWindowTitle(tr("Data throughput monitor"));
+        m_dialog.setWindowModality(Qt::ApplicationModal);
+        // More frames may be visited than were counted: reaching the end must neither reset nor close the dialog.
+        m_dialog.setAutoReset(false);
+        m_dialog.setAutoClose(false);
+        m_dialog.resize(300, 100);
+        if (auto* cancel = m_dialog.findChild<QPushButton*>())
+            cancel->hide();
+        m_dialog.show();
+        QCoreApplication::processEvents(QEventLoop::AllEvents, firstPaintMs);
+    }
+
+    /// Called for every frame, though nobody can see a value that is not painted: a modal dialog paints and processes
+    /// events whenever it takes one, which costs more than the frame.
+    bool goOn(qint32 visited)
+    {
+        if (!m_dialog.wasCanceled() && (!m_sincePaint.isValid() || m_sincePaint.hasExpired(paintEveryMs))) {
+            m_dialog.setValue(visited);
+            m_sincePaint.start();
+        }
+        return !m_dialog.wasCanceled();
+    }
+
+private:
+    QProgressDialog m_dialog;
+    QElapsedTimer m_sincePaint;
+};
+
 } // namespace
 
-CsvReportResult CxCameraLineData::exportToCsv(const QString& fileName, QWidget* parent, qint64 fromUs, qint64 toUs)
+CsvReportResult CxCameraLineData::exportToCsv(const QString& fileName, QWidget* parent, qint64 fromUs, qint64 toUs,
+                                              QString* reason)
 {
     if (measMode != MeasModeDataThroughput)
         return CsvReportResult::NoReport;
 
-    const auto text = [](const char* source) { return QCoreApplication::translate("CxCameraLineData", source); };
-    QProgressDialog dialog(text("Exporting %1 data").arg(cameraName), text("Cancel"), 0,
-                           countFrames(*this, fromUs, toUs), parent, Qt::WindowFlags());
-    dialog.setWindowTitle(text("Data throughput monitor"));
-    dialog.resize(300, 100);
-    if (auto* cancel = dialog.findChild<QPushButton*>())
-        cancel->hide(); // closing the dialog cancels
-    dialog.show();
-    QCoreApplication::processEvents(QEventLoop::AllEvents, firstPaintMs);
+    ReportProgress progress(cameraName, countFrames(*this, fromUs, toUs), parent);
 
     // Unbuffered: the writer's pieces are large, and an error shows where it happens.
     QFile file(fileName);
@@ -58,9 +96,9 @@ CsvReportResult CxCameraLineData::exportToCsv(const QString& fileName, QWidget* 
         [&file](const char* data, std::size_t size) {
             return file.write(data, static_cast<qint64>(size)) == static_cast<qint64>(size);
         },
-        [&dialog](qint32 visited) {
-            dialog.setValue(visited);
-            return !dialog.wasCanceled();
-        });
-    return writer.write(*this, fromUs, toUs);
+        [&progress](qint32 visited) { return progress.goOn(visited); });
+    const CsvReportResult result = writer.write(*this, fromUs, toUs);
+    if (result == CsvReportResult::Failed && reason)
+        *reason = file.errorString();
+    return result;
 }
