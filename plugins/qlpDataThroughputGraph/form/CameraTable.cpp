@@ -57,6 +57,8 @@ QString integerText(double value, const QString& suffix = {})
 
 void CxDataGraphForm::updateCameraList()
 {
+    if (postponedEvents.postpone(PostponedEvents::CameraOpened))
+        return;
     ui->table->clearContents();
     plotCheckBoxes.clear();
     ui->tablePlotCheck->clearContents();
@@ -233,6 +235,8 @@ void CxDataGraphForm::FixTableHeight()
 
 void CxDataGraphForm::updateCameraListRow(VNCORE_HANDLE hCam)
 {
+    if (postponedEvents.postpone(PostponedEvents::CameraAcquisition, hCam))
+        return;
     const CxCameraLineData* record = lineDataMap.value(hCam);
     if (!record)
         return;
@@ -297,6 +301,12 @@ void CxDataGraphForm::removeCameraListRow(VNCORE_HANDLE hCam)
 {
     if (!lineDataMap.contains(hCam))
         return;
+    if (postponedEvents.postpone(PostponedEvents::CameraClosed, hCam)) {
+        // Later its parameters can no longer be restored. Only the mutex of the record in use must not be taken.
+        if (!postponedEvents.isInUse(hCam))
+            lineDataMap.value(hCam)->stopMeasurement();
+        return;
+    }
     DeleteRecord(hCam);
     const int row = rowOf(ui->table, hCam);
     if (row >= 0)

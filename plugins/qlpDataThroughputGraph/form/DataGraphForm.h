@@ -16,6 +16,8 @@
 
 #include <vnCore/vnTypes.h>
 
+#include "PostponedEvents.h"
+
 class CxCameraLineData;
 class CxCameraParameters;
 class QCheckBox;
@@ -154,6 +156,10 @@ private:
     double MinKeySpacing(const QCPRange& range) const;
     void ShowPlotIfWanted();
 
+    // --- exports (GraphExport.cpp) ---
+    void WriteReport(CxCameraLineData& record, const QString& fileName);
+    void HandlePostponedEvents();
+
     std::unique_ptr<Ui::CxDataGraphForm> ui;
 
 public:
@@ -172,6 +178,7 @@ private:
     /// onChkCamPlotData() or process events.
     QMutex plotMutex;
 
+    PostponedEvents postponedEvents; ///< held while a report is written
     QCPMarginGroup* timeAxisMargins; ///< lines up the time axes of all areas; the plot owns it
     bool unitCaptions = false;       ///< updateColumnNames() has been asked for: rebuilds keep the units
     bool replotPending = false;      ///< the plot could not be seen when it should have been replotted

@@ -52,6 +52,8 @@ qint64 toMicroseconds(double seconds, qint64 reference)
 
 void CxDataGraphForm::timerSignal()
 {
+    if (postponedEvents.postpone(PostponedEvents::RefreshTimer))
+        return;
     bool graphWanted = false;
     for (int row = 0; row < ui->table->rowCount() && !graphWanted; ++row) {
         if (!isKnown(measMode)) {
@@ -74,6 +76,8 @@ void CxDataGraphForm::on_refreshGraph_clicked()
 
 void CxDataGraphForm::updateGraph()
 {
+    if (postponedEvents.postpone(PostponedEvents::GraphRefresh))
+        return;
     const QMutexLocker lock(&plotMutex);
     UpdateReferenceTime();
     ui->plot->clearGraphs();
@@ -200,6 +204,8 @@ void CxDataGraphForm::on_plotChangeZoom(QCPRange range)
         timeRangeUpper = range.upper;
     }
     SetTimeAxes(timeRangeLower, timeRangeUpper); // comes back here and returns at once
+    if (postponedEvents.postpone(PostponedEvents::GraphRefresh))
+        return;
 
     const auto opened = CxCameraManager::instance()->openedCameras();
     const bool measuring = std::any_of(opened.cbegin(), opened.cend(), [this](VNCORE_HANDLE hCam) {
@@ -243,7 +249,7 @@ void CxDataGraphForm::onChkCamPlotData(bool state)
     const QMutexLocker lock(&plotMutex);
     const auto* sent = qobject_cast<QCheckBox*>(sender());
     CxCameraLineData* switched = sent ? lineDataMap.value(cameraOf(sent)) : nullptr;
-    if (!switched)
+    if (!switched || postponedEvents.isHeld())
         return;
     switched->plotEnabled = state;
     ClearPlotAreas();

@@ -24,7 +24,7 @@ void CxDataGraphForm::onBtnMeasure()
 {
     const auto* button = qobject_cast<QToolButton*>(sender());
     const CxCameraLineData* pressed = button ? lineDataMap.value(cameraOf(button)) : nullptr;
-    if (!pressed)
+    if (!pressed || postponedEvents.isHeld())
         return;
     const CameraKey camera{pressed->hCam, pressed->serial};
     const QString name = pressed->cameraName;
@@ -58,6 +58,8 @@ void CxDataGraphForm::onBtnMeasure()
 
 void CxDataGraphForm::on_btnStartAll_clicked()
 {
+    if (postponedEvents.isHeld())
+        return;
     if (ui->btnStartAll->text() == tr("Start All"))
         StartAll(OpenedCameras());
     else

@@ -70,6 +70,8 @@ void CxDataGraphForm::onComboboxFormatChanged(int newSel)
 
 void CxDataGraphForm::onComboboxFormatChangedExt(VNCORE_HANDLE hCam)
 {
+    if (postponedEvents.postpone(PostponedEvents::CameraFormat, hCam))
+        return;
     if (!lineDataMap.contains(hCam) || measMode != MeasModeStandardAcq)
         return;
     const auto cell = cellOf<FormatCell>(ui->table, hCam);
