@@ -151,8 +151,5 @@ bool CxDataGraphForm::eventFilter(QObject* watched, QEvent* event)
     return QWidget::eventFilter(watched, event);
 }
 
-// The dialog and its effects come with the dialog.
-void CxDataGraphForm::on_btnSetup_clicked() {}
-
 // Needs QCustomPlot's declarations, which the form's header leaves out.
 #include "moc_DataGraphForm.cpp"
