@@ -49,6 +49,14 @@ struct RunCounters
     std::optional<CounterSample> last;
 };
 
+/// What calculateStats() was asked for last.
+struct FiguresRange
+{
+    qint64 fromUs;
+    qint64 toUs;
+    bool anyFrame; ///< its result: without a frame, figures are those of an earlier range
+};
+
 /// One camera's record. The user interface thread owns and drives it; while a measurement runs, its one worker
 /// thread appends samples. The settings and results are fields, as the form and its table work on them directly.
 class CxCameraLineData
@@ -171,6 +179,7 @@ public:
     double minThroughput = 0.0;  ///< MB/s
     double maxBufferLevel = 0.0; ///< percent
     quint64 bufferOverflowCount = 0;
+    std::optional<FiguresRange> figuresRange; ///< written by the form
 
     /// Guards the lists, the work arrays, `measuring` and the totals. No other lock is taken while it is held, and
     /// no signal is emitted.

@@ -26,13 +26,6 @@ namespace {
 constexpr int rowPixels = 24;
 constexpr int rowsPerArea = 2; // of the plot layout: title and axes
 
-QTableWidgetItem* centredItem(const QString& text = {})
-{
-    auto* item = new QTableWidgetItem(text);
-    item->setTextAlignment(Qt::AlignCenter);
-    return item;
-}
-
 void setFixedRows(QTableWidget* table)
 {
     table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -162,11 +155,11 @@ void CxDataGraphForm::FillStandardRow(int row, CxCameraLineData& record, CxCamer
     auto* camera = new QTableWidgetItem(record.cameraName);
     setCamera(camera, record.hCam);
     ui->table->setItem(row, StandardColumn::Camera, camera);
-    ui->table->setItem(row, StandardColumn::Status, centredItem());
+    ui->table->setItem(row, StandardColumn::Status, NewFigureItem(record.hCam, StandardColumn::Status));
     AddFormatComboBox(row, record.hCam, parameters);
     AddMeasureButton(row, StandardColumn::Measure, record);
     for (const auto& counter : StandardColumn::counters) {
-        auto* item = centredItem();
+        auto* item = NewFigureItem(record.hCam, counter.column);
         item->setForeground(look::text);
         ui->table->setItem(row, counter.column, item);
     }
@@ -179,10 +172,10 @@ void CxDataGraphForm::FillThroughputRow(int row, CxCameraLineData& record)
     auto* camera = new QTableWidgetItem(record.cameraName);
     setCamera(camera, record.hCam);
     ui->table->setItem(row, Camera, camera);
-    ui->table->setItem(row, Status, centredItem());
+    ui->table->setItem(row, Status, NewFigureItem(record.hCam, Status));
     AddMeasureButton(row, Measure, record);
     for (const int column : {AvgThroughput, MinThroughput, MaxBufferLevel, BufferOverflowCount})
-        ui->table->setItem(row, column, centredItem());
+        ui->table->setItem(row, column, NewFigureItem(record.hCam, column));
 
     auto* exportButton = ExportCell::build(record.hCam, tr("Export Data...")).button;
     exportButton->setEnabled(!record.isMeasuring());
@@ -192,7 +185,8 @@ void CxDataGraphForm::FillThroughputRow(int row, CxCameraLineData& record)
     AddRequiredThroughputCell(row, record);
     const qint32 bufferSize = record.readCameraBufferSize();
     record.cameraBufferSize = bufferSize;
-    auto* size = centredItem(QString::number(bufferSize / 1000));
+    auto* size = NewFigureItem(record.hCam, CameraBufferSize);
+    size->setText(QString::number(bufferSize / 1000));
     size->setFlags(size->flags() & ~Qt::ItemIsEditable);
     ui->table->setItem(row, CameraBufferSize, size);
     AddGraphCell(row, record.hCam);

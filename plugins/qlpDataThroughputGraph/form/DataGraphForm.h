@@ -27,6 +27,7 @@ class QCPGraph;
 class QCPMarginGroup;
 class QCPRange;
 class QSettings;
+class QTableWidgetItem;
 struct Curve;
 namespace Ui {
 class CxDataGraphForm;
@@ -112,6 +113,12 @@ private:
     void SetCameraTableHeader(int column, const QString& text, const QString& toolTip);
     void FixTableHeight();
 
+    // --- cell tool tips (CellToolTips.cpp) ---
+    QTableWidgetItem* NewFigureItem(VNCORE_HANDLE hCam, int column);
+    QString CellToolTip(VNCORE_HANDLE hCam, int column) const;
+    QStringList RangeLines(VNCORE_HANDLE hCam) const;
+    QStringList RunLines(VNCORE_HANDLE hCam) const;
+
     // --- row editors (RowEditors.cpp) ---
     void AddFormatComboBox(int row, VNCORE_HANDLE hCam, CxCameraParameters& parameters);
     void AddRequiredThroughputCell(int row, CxCameraLineData& record);
@@ -147,6 +154,8 @@ private:
     void RefreshStatistics();
     void UpdateReferenceTime();
     void UpdateThroughputGraph();
+    bool EvaluateVisible(CxCameraLineData& record, QCPGraph* minGraph = nullptr, QCPGraph* levelGraph = nullptr,
+                         const QCPRange* keyRange = nullptr, double minKeySpacing = 0.0);
     void UpdateStandardGraph();
     void ScaleCounterAxis(const std::array<QCPGraph*, 5>& graphs, QCPAxisRect* axisRect);
     void SetTimeAxes(double lower, double upper);

@@ -109,7 +109,7 @@ void CxDataGraphForm::UpdateThroughputGraph()
         QCPGraph* minimum = detailed ? addCurve(record->hCam, minThroughputCurve) : nullptr;
         QCPGraph* level = addCurve(record->hCam, bufferLevelCurve);
         const QCPRange range = timeAxis(axisRect)->range();
-        if (record->calculateStats(minimum, level, &range, VisibleFromUs(), VisibleToUs(), MinKeySpacing(range))) {
+        if (EvaluateVisible(*record, minimum, level, &range, MinKeySpacing(range))) {
             updateCameraListRow(record->hCam);
             AutoScaleVertAxis(record->hCam, axisRect);
             filled = true;
@@ -117,6 +117,16 @@ void CxDataGraphForm::UpdateThroughputGraph()
     }
     if (filled)
         ReplotPlot();
+}
+
+bool CxDataGraphForm::EvaluateVisible(CxCameraLineData& record, QCPGraph* minGraph, QCPGraph* levelGraph,
+                                      const QCPRange* keyRange, double minKeySpacing)
+{
+    const qint64 fromUs = VisibleFromUs();
+    const qint64 toUs = VisibleToUs();
+    const bool anyFrame = record.calculateStats(minGraph, levelGraph, keyRange, fromUs, toUs, minKeySpacing);
+    record.figuresRange = {fromUs, toUs, anyFrame};
+    return anyFrame;
 }
 
 void CxDataGraphForm::UpdateStandardGraph()
@@ -167,7 +177,7 @@ void CxDataGraphForm::RefreshStatistics()
         if (!record->isMeasuring())
             continue;
         if (measMode == MeasModeDataThroughput)
-            record->calculateStats(nullptr, nullptr, nullptr, VisibleFromUs(), VisibleToUs(), 0.0);
+            EvaluateVisible(*record);
         updateCameraListRow(record->hCam);
     }
 }

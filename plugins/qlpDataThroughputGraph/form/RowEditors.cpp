@@ -83,6 +83,8 @@ void CxDataGraphForm::onComboboxFormatChangedExt(VNCORE_HANDLE hCam)
 void CxDataGraphForm::AddRequiredThroughputCell(int row, CxCameraLineData& record)
 {
     const auto cell = RequiredThroughputCell::build(record.hCam, this);
+    cell.container->setToolTip(tr("The data rate of the sensor in MB/s, against which the buffer is simulated. "
+                                  "Checked: as the camera tells."));
     cell.automatic->setChecked(record.autoRequiredThroughput);
     cell.value->setEnabled(!record.autoRequiredThroughput);
     if (record.autoRequiredThroughput)

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A centred table cell whose tool tip is made when somebody asks for it: what it tells changes all the time.
+#ifndef KESTROVA_TOOLTIPITEM_H
+#define KESTROVA_TOOLTIPITEM_H
+
+#include <functional>
+#include <utility>
+
+#include <QtWidgets/QTableWidgetItem>
+
+class ToolTipItem : public QTableWidgetItem
+{
+public:
+    explicit ToolTipItem(std::function<QString()> toolTipText) : m_toolTip(std::move(toolTipText))
+    {
+        setTextAlignment(Qt::AlignCenter);
+    }
+
+    QVariant data(int role) const override
+    {
+        return role == Qt::ToolTipRole ? QVariant(m_toolTip()) : QTableWidgetItem::data(role);
+    }
+
+private:
+    std::function<QString()> m_toolTip;
+};
+
+#endif
