@@ -65,7 +65,7 @@ void CxDataGraphForm::onBtnCamExportData()
     const CameraKey camera{record->hCam, record->serial};
     const QString name = askForFile(this, tr("Select Output File for Measured Data"), tr("CSV files (*.csv)"));
     record = FindRecord(camera);
-    if (!name.isEmpty() && record)
+    if (!name.isEmpty() && record && !record->isMeasuring()) // a program may have started it meanwhile
         WriteReport(*record, name);
 }
 
