@@ -32,13 +32,14 @@ public:
     FakeHost();
     ~FakeHost() override;
     SxApplicationOptions applicationOptions() override { return options; }
-    QString lastDirectory() override { return {}; }
-    void setLastDirectory(const QString&) override {}
+    QString lastDirectory() override { return directory; }
+    void setLastDirectory(const QString& last) override { directory = last; }
     void addPluginWidget(QWidget* widget, int area, int allowedAreas, bool floating) override;
     void setCameraControlEnabled(VNCORE_HANDLE camera, bool enabled) override;
     void registerPlot(QCustomPlot* plot) override { plots.append(plot); }
 
     SxApplicationOptions options;
+    QString directory; ///< of the file dialogs
     QList<QPair<VNCORE_HANDLE, bool>> control; ///< calls of setCameraControlEnabled()
     QList<QCustomPlot*> plots;
     QStringList widgets; ///< calls of addPluginWidget() as text

@@ -1,0 +1,342 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The exports by the real buttons: pictures, reports, dialogs, full disks, and cameras that come and go meanwhile.
+#include <qcustomplot.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QClipboard>
+#include <QtTest/QTest>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QProgressDialog>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QToolButton>
+
+#include <vnCoreGui/CxExportToolButton.h>
+
+#include "CameraRegistry.h"
+#include "DialogRobot.h"
+#include "form/Columns.h"
+#include "FormBench.h"
+#include "RandomRecord.h"
+
+using Action = std::function<void(FormBench&)>;
+Q_DECLARE_METATYPE(Action)
+
+namespace {
+
+constexpr qint64 second = 1000000; // microseconds
+const QByteArray header = "Frame number,Frame Time [ns], Offset [B], Data Time Stamp [ns], Req. throughput [MB/s], "
+                          "Link throughput [MB/s], Buffer filled [B], Max buffer level [%]\n";
+
+QByteArray contents(const QString& fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+}
+
+QByteArray plainReport(const CxCameraLineData& record, qint64 fromUs, qint64 toUs)
+{
+    QByteArray text;
+    CsvReportWriter writer([&text](const char* piece, std::size_t size) {
+        text.append(piece, static_cast<int>(size));
+        return true;
+    });
+    writer.write(record, fromUs, toUs);
+    return text;
+}
+
+/// The rows of the table as "name status".
+QStringList rows(const FormBench& bench)
+{
+    QStringList texts;
+    for (int row = 0; row < bench.table()->rowCount(); ++row)
+        texts.append(bench.cell(row, cameraColumn).left(1) + QLatin1Char(' ') + bench.status(row));
+    return texts;
+}
+
+} // namespace
+
+class FormExportTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QVERIFY(m_dir.isValid()); }
+    void picture_data();
+    void picture();
+    void reportOfTheVisibleRange_data();
+    void reportOfTheVisibleRange();
+    void directoryIsRemembered();
+    void nothingToExport_data();
+    void nothingToExport();
+    void eventsWhileDialogsAreOpen_data();
+    void eventsWhileDialogsAreOpen();
+    void measuringCameraClosesDuringAReport();
+    void closingTheProgressCancels();
+    void reportThatCannotBeWritten_data();
+    void reportThatCannotBeWritten();
+
+private:
+    QString path(const char* name) const { return m_dir.filePath(QLatin1String(name)); }
+
+    QTemporaryDir m_dir;
+};
+
+void FormExportTest::picture_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("start"); // of the file
+    QTest::newRow("clipboard") << 1 << QString() << QByteArray();
+    QTest::newRow("png") << 2 << "graph.png" << QByteArray("\x89PNG");
+    QTest::newRow("jpeg") << 2 << "graph.jpg" << QByteArray("\xff\xd8\xff");
+    QTest::newRow("bitmap") << 2 << "graph.bmp" << QByteArray("BM");
+    QTest::newRow("no suffix") << 2 << "graph" << QByteArray();
+    QTest::newRow("unknown type") << 3 << QString() << QByteArray();
+}
+
+void FormExportTest::picture()
+{
+    QFETCH(int, type);
+    QFETCH(QString, name);
+    QFETCH(QByteArray, start);
+    FormBench bench(1);
+    bench.form->resize(803, 517);
+    auto* button = bench.child<CxExportToolButton>("btnExport");
+    button->setExportType(ExExportType(type));
+    QGuiApplication::clipboard()->clear();
+    DialogRobot robot;
+    robot.fileName = m_dir.filePath(name);
+
+    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(5, 5));
+    QCOMPARE(robot.seen.size(), type == 2 ? 1 : 0);
+    QCOMPARE(bench.host.directory, type == 2 ? m_dir.path() : QString());
+    QImage image = QGuiApplication::clipboard()->image();
+    if (type == 2) {
+        QVERIFY(image.isNull());
+        QCOMPARE(QFile::exists(robot.fileName), !start.isEmpty());
+        QVERIFY(contents(robot.fileName).startsWith(start) || start.isEmpty());
+        image.load(robot.fileName);
+    }
+    if (type == 1)
+        QCOMPARE(image.format(), QImage::Format_RGB888);
+    if (type == 1 || !start.isEmpty()) {
+        QCOMPARE(image.size(), bench.plot()->size());
+        QVERIFY(!image.hasAlphaChannel());
+        QCOMPARE(image.pixelColor(1, 1).lightness() < 60, true); // the plot's dark ground, not nothing
+    }
+}
+
+void FormExportTest::reportOfTheVisibleRange_data()
+{
+    QTest::addColumn<double>("lower");
+    QTest::addColumn<double>("upper");
+    QTest::addColumn<QByteArray>("lines");
+    const QByteArray first = "7,4,4096,4000,1000,1024,0,0\n";
+    const QByteArray second = "7,12,4096,12000,1000,512,1000,100\n";
+    QTest::newRow("all") << -20.0 << 0.0 << first + second;
+    QTest::newRow("upper bound within the frame") << -20.0 << -9.999995 << first;
+    QTest::newRow("lower bound within the frame")
+        << -9.999995 << 0.0 << QByteArray("7,12,4096,12000,1000,512,1000,100\n");
+    QTest::newRow("frame in the margin only") << -9.0 << 0.0 << QByteArray();
+}
+
+void FormExportTest::reportOfTheVisibleRange()
+{
+    QFETCH(double, lower);
+    QFETCH(double, upper);
+    QFETCH(QByteArray, lines);
+    FormBench bench(1);
+    CxCameraLineData& record = bench.record(0);
+    record.cameraName = QStringLiteral("<b>%1</b>, \"x\"\n&amp; (%2)");
+    record.samplePeriod = 4096;
+    record.requiredThroughput = 1000;
+    record.cameraBufferSize = 1000;
+    appendFrame(record, bench.nowUs - 10 * second, {0, 1000, 3000}, 7);
+    bench.area(0)->axis(QCPAxis::atBottom)->setRange(lower, upper); // as dragging and the wheel do
+    DialogRobot robot;
+    robot.fileName = path("report.csv");
+    bool reported = false;
+    robot.duringReport = [&reported](QProgressDialog* dialog) {
+        reported = true;
+        QCOMPARE(dialog->windowModality(), Qt::ApplicationModal);
+        QVERIFY(!dialog->findChild<QPushButton*>()->isVisible());
+        QCOMPARE(dialog->findChild<QLabel*>()->textFormat(), Qt::PlainText);
+    };
+    QTest::mouseClick(bench.exportButton(0), Qt::LeftButton);
+    QCOMPARE(contents(robot.fileName), header + lines);
+    QVERIFY(reported);
+    QCOMPARE(robot.seen.value(1),
+             QStringLiteral("Data throughput monitor|Exporting <b>%1</b>, \"x\"\n&amp; (%2) data"));
+}
+
+void FormExportTest::directoryIsRemembered()
+{
+    FormBench bench(1);
+    appendFrame(bench.record(0), bench.nowUs, {0, 1000});
+    bench.host.directory = QDir::rootPath();
+    bench.child<CxExportToolButton>("btnExport")->setExportType(ExportToFile);
+    DialogRobot robot; // cancels
+    bench.press("btnExport");
+    QCOMPARE(bench.host.directory, QDir::rootPath());
+    robot.fileName = path("graph.png");
+    bench.press("btnExport");
+    QTest::mouseClick(bench.exportButton(0), Qt::LeftButton);
+    robot.seen.removeLast(); // the progress
+    const QString images = QStringLiteral("|PNG (*.png);;JPEG (*.jpg);;BMP Bitmaps (*.bmp)");
+    QCOMPARE(robot.seen,
+             (QStringList{"Select Output File|/" + images, "Select Output File|/" + images,
+                          "Select Output File for Measured Data|" + m_dir.path() + "|CSV files (*.csv)"}));
+}
+
+void FormExportTest::nothingToExport_data()
+{
+    QTest::addColumn<bool>("cancelled");
+    QTest::newRow("no frame") << false;
+    QTest::newRow("file dialog cancelled") << true;
+}
+
+void FormExportTest::nothingToExport()
+{
+    QFETCH(bool, cancelled);
+    FormBench bench(1);
+    if (cancelled)
+        appendFrame(bench.record(0), bench.nowUs, {0, 1000});
+    DialogRobot robot;
+    QTest::mouseClick(bench.exportButton(0), Qt::LeftButton);
+    QCOMPARE(robot.seen.size(), 1);
+    if (!cancelled)
+        QCOMPARE(robot.seen[0], QStringLiteral("Export Measured Data|No measured data to export."));
+}
+
+void FormExportTest::eventsWhileDialogsAreOpen_data()
+{
+    QTest::addColumn<Action>("action");
+    QTest::addColumn<bool>("recordStays");
+    QTest::addColumn<QStringList>("rowsAfter");
+    const QStringList both{"A Stopped", "B Stopped"};
+    const auto row = [](const char* name, bool stays, const QStringList& after, const Action& action) {
+        QTest::newRow(name) << action << stays << after;
+    };
+    row("timer", true, both, [](FormBench& bench) { bench.tick(); });
+    row("its camera closes", false, {"B Stopped"}, [](FormBench& bench) { bench.close(0); });
+    row("its camera closes and is opened again", false, {"B Stopped", "A Stopped"}, [](FormBench& bench) {
+        bench.close(0);
+        bench.open(0);
+    });
+    row("another one closes", true, {"A Stopped"}, [](FormBench& bench) { bench.close(1); });
+    row("another one is opened", true, both + QStringList{"C Stopped"}, [](FormBench& bench) { bench.addCamera(); });
+    row("its camera is lost", true, both, [](FormBench& bench) { bench.cameras[0]->lose(); });
+    row("the host acquires", true, {"A Acq", "B Stopped"},
+        [](FormBench& bench) { CameraRegistry::instance().startHostAcquisition(bench.handle(0)); });
+    row("everything at once", false, {"C Stopped"}, [](FormBench& bench) {
+        bench.tick();
+        bench.addCamera();
+        bench.close(1);
+        bench.close(0);
+        bench.open(0);
+        bench.close(0);
+        bench.tick();
+        bench.invoke("updateGraph");
+        bench.loadMode(MeasModeDataThroughput);
+    });
+}
+
+/// Row by row twice: while the file dialog is open, and from inside the writing of the report.
+void FormExportTest::eventsWhileDialogsAreOpen()
+{
+    QFETCH(Action, action);
+    QFETCH(bool, recordStays);
+    QFETCH(QStringList, rowsAfter);
+    for (const bool writing : {false, true}) {
+        FormBench bench(2);
+        CxCameraLineData& record = bench.record(0);
+        for (int i = 0; i < 100; ++i)
+            appendFrame(record, bench.nowUs - i, {0, 1000, 3000, 3500}, quint64(i));
+        const quint64 serial = record.serial;
+        const QByteArray whole = plainReport(record, bench.nowUs - 20 * second, bench.nowUs);
+        DialogRobot robot;
+        robot.fileName = path("events.csv");
+        QFile::remove(robot.fileName);
+        if (writing) {
+            robot.duringReport = [&](QProgressDialog*) {
+                QVERIFY(!record.mutex.tryLock());
+                action(bench);
+                bench.press("btnStartAll"); // the dialog is in front of it, and a program may press all the same
+            };
+        } else {
+            robot.inside = [&](QDialog* dialog) {
+                if (qobject_cast<QFileDialog*>(dialog))
+                    action(bench);
+            };
+        }
+        QTest::mouseClick(bench.exportButton(0), Qt::LeftButton);
+        QCOMPARE(contents(robot.fileName), writing || recordStays ? whole : QByteArray("no file"));
+        QCOMPARE(rows(bench), rowsAfter);
+        QCOMPARE(bench.areas().size(), rowsAfter.size());
+        const CxCameraLineData* now = bench.form->lineDataMap.value(bench.handle(0));
+        QCOMPARE(now && now->serial == serial, recordStays);
+        CameraRegistry::instance().stopHostAcquisition(bench.handle(0));
+        bench.cameras[0]->comeBack();
+    }
+}
+
+void FormExportTest::measuringCameraClosesDuringAReport()
+{
+    FormBench bench(2);
+    appendFrame(bench.record(0), bench.nowUs, {0, 1000});
+    const auto before = bench.cameras[1]->parameters();
+    QTest::mouseClick(bench.measureButton(1), Qt::LeftButton);
+    QVERIFY(bench.cameras[1]->parameters() != before);
+    DialogRobot robot;
+    robot.fileName = path("other.csv");
+    robot.duringReport = [&](QProgressDialog*) {
+        bench.close(1);
+        QCOMPARE(bench.cameras[1]->parameters(), before);
+        QCOMPARE(rows(bench), (QStringList{"A Stopped", "B Testing"}));
+    };
+    QTest::mouseClick(bench.exportButton(0), Qt::LeftButton);
+    QCOMPARE(rows(bench), QStringList{"A Stopped"});
+    QVERIFY(bench.child("btnSetup")->isEnabled());
+}
+
+void FormExportTest::closingTheProgressCancels()
+{
+    FormBench bench(1);
+    for (int i = 0; i < 200000; ++i)
+        appendFrame(bench.record(0), bench.nowUs, {0, 1000, 3000});
+    DialogRobot robot;
+    robot.fileName = path("cancelled.csv");
+    robot.duringReport = [](QProgressDialog* dialog) { dialog->close(); };
+    QTest::mouseClick(bench.exportButton(0), Qt::LeftButton);
+    QCOMPARE(contents(robot.fileName), header);
+    QCOMPARE(robot.seen.size(), 2); // file dialog and progress, no complaint
+}
+
+void FormExportTest::reportThatCannotBeWritten_data()
+{
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<QStringList>("told");
+    QTest::addColumn<QStringList>("logged");
+    QTest::newRow("full disk") << "/dev/full"
+                               << QStringList{"Export Measured Data|The report is not complete.\n"
+                                              "/dev/full: No space left on device"}
+                               << QStringList{"CsvReportWriter::write(): Cannot write the report"};
+    QTest::newRow("no such directory") << "/no/such/directory/report.csv" << QStringList() << QStringList();
+}
+
+void FormExportTest::reportThatCannotBeWritten()
+{
+    QFETCH(QString, fileName);
+    FormBench bench(1);
+    appendFrame(bench.record(0), bench.nowUs, {0, 1000});
+    CriticalLines lines;
+    DialogRobot robot;
+    robot.fileName = fileName;
+    QTest::mouseClick(bench.exportButton(0), Qt::LeftButton);
+    QTEST(QStringList(robot.seen.mid(2)), "told");
+    QTEST(lines.take(), "logged");
+}
+
+QTEST_MAIN(FormExportTest)
+#include "tst_formexport.moc"

@@ -1,0 +1,347 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The setup dialog and the form's reaction, by the real controls, and the settings that carry both to the next run.
+#include <malloc.h>
+
+#include <qcustomplot.h>
+
+#include <QtCore/QSettings>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QSpinBox>
+
+#include <vnCoreGui/CxExportToolButton.h>
+
+#include "DialogRobot.h"
+#include "form/Columns.h"
+#include "FormBench.h"
+#include "RandomRecord.h"
+#include "setup/CapacityHint.h"
+
+using Change = std::function<void(FormBench&, QDialog*)>;
+Q_DECLARE_METATYPE(Change)
+
+namespace {
+
+QSpinBox* spin(const QDialog* dialog, const char* name)
+{
+    return dialog->findChild<QSpinBox*>(QLatin1String(name));
+}
+
+QComboBox* modes(const QDialog* dialog)
+{
+    return dialog->findChild<QComboBox*>(QStringLiteral("measureMode"));
+}
+
+void press(const QDialog* dialog, QDialogButtonBox::StandardButton button)
+{
+    QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
+}
+
+/// "mode period capacity refresh", the period in brackets while it cannot be changed.
+QString shown(const QDialog* dialog)
+{
+    const bool enabled = spin(dialog, "spinSamplePeriod")->isEnabled();
+    for (const char* label : {"label_samplePeriod", "label_bytes"}) {
+        if (dialog->findChild<QLabel*>(QLatin1String(label))->isEnabled() != enabled)
+            return QStringLiteral("label and box differ");
+    }
+    return QString::fromLatin1(enabled ? "%1 %2 %3 %4" : "%1 (%2) %3 %4")
+        .arg(modes(dialog)->currentIndex())
+        .arg(spin(dialog, "spinSamplePeriod")->value())
+        .arg(spin(dialog, "spinCapacity")->value())
+        .arg(spin(dialog, "graphRefreshPeriod")->value());
+}
+
+QString kept(const CxDataGraphForm& form)
+{
+    return QStringLiteral("%1 %2 %3 %4")
+        .arg(form.measMode)
+        .arg(form.samplePeriod)
+        .arg(form.maxSamples)
+        .arg(form.refreshTimer.interval());
+}
+
+/// Opens the setup dialog by its button and leaves it by one of the dialog's.
+void visitSetup(FormBench& bench, const Change& change,
+                QDialogButtonBox::StandardButton leaveBy = QDialogButtonBox::Ok)
+{
+    DialogRobot robot;
+    robot.answer = [&](QDialog* dialog) {
+        change(bench, dialog);
+        press(dialog, leaveBy);
+    };
+    bench.press("btnSetup");
+}
+
+constexpr int lowest = std::numeric_limits<int>::min();
+constexpr int highest = std::numeric_limits<int>::max();
+
+} // namespace
+
+class FormSetupTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void opensAndStores_data();
+    void opensAndStores();
+    void controls();
+    void reaction_data();
+    void reaction();
+    void settingsReachTheNextRun();
+    void capacityHint_data();
+    void capacityHint();
+    void memoryAsMeasured_data();
+    void memoryAsMeasured();
+};
+
+void FormSetupTest::opensAndStores_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<int>("period");
+    QTest::addColumn<int>("capacity");
+    QTest::addColumn<int>("intervalMs");
+    QTest::addColumn<QString>("opensAs");
+    QTest::addColumn<QString>("accepted");
+    QTest::newRow("defaults") << 0 << 1024 << 10000000 << 1000 << "0 4096 10 1"
+                              << "0 4096 10000000 1000";
+    QTest::newRow("rounded down") << 0 << 8192 << 2499999 << 1999 << "0 8192 2 1"
+                                  << "0 8192 2000000 1000";
+    QTest::newRow("rounded up") << 1 << 51200 << 2500000 << 1000000 << "1 (51200) 3 1000"
+                                << "1 51200 3000000 1000000";
+    QTest::newRow("odd period") << 0 << 4100 << 1 << 999 << "0 4100 1 1"
+                                << "0 4100 1000000 1000";
+    QTest::newRow("far too high") << highest << highest << highest << highest << "0 51200 2000 1000"
+                                  << "0 51200 2000000000 1000000";
+    QTest::newRow("far too low") << lowest << lowest << lowest << 0 << "0 4096 1 1"
+                                 << "0 4096 1000000 1000";
+}
+
+void FormSetupTest::opensAndStores()
+{
+    QFETCH(int, mode);
+    QFETCH(int, period);
+    QFETCH(int, capacity);
+    QFETCH(int, intervalMs);
+    QFETCH(QString, opensAs);
+    FormBench bench;
+    bench.form->measMode = mode;
+    bench.form->samplePeriod = period;
+    bench.form->maxSamples = capacity;
+    bench.form->refreshTimer.setInterval(intervalMs);
+    const QString before = kept(*bench.form);
+    const auto look = [&](FormBench&, QDialog* dialog) { QCOMPARE(shown(dialog), opensAs); };
+    visitSetup(bench, look, QDialogButtonBox::Cancel);
+    QCOMPARE(kept(*bench.form), before);
+    visitSetup(bench, look);
+    QTEST(kept(*bench.form), "accepted");
+}
+
+void FormSetupTest::controls()
+{
+    FormBench bench;
+    visitSetup(bench, [](FormBench&, QDialog* dialog) {
+        QCOMPARE(dialog->windowTitle(), QStringLiteral("Data Throughput Test Setup"));
+        QCOMPARE(dialog->minimumSize(), dialog->maximumSize());
+        QVERIFY(!(dialog->windowFlags() & (Qt::WindowMaximizeButtonHint | Qt::WindowContextHelpButtonHint)));
+        QVERIFY(dialog->windowFlags().testFlag(Qt::CustomizeWindowHint));
+
+        // The sample period is stepped, never typed.
+        auto* period = spin(dialog, "spinSamplePeriod");
+        period->setFocus();
+        QTest::keyClicks(period, QStringLiteral("9"));
+        QCOMPARE(period->value(), 4096);
+        QTest::keyClick(period, Qt::Key_Up);
+        QCOMPARE(period->value(), 5120);
+
+        // By keyboard from the mode to the buttons, and every label leads to its box.
+        QStringList order;
+        for (QWidget* next = modes(dialog); !next->inherits("QPushButton"); next = next->nextInFocusChain()) {
+            const bool isPart = next->objectName().startsWith(QLatin1String("qt_")); // of a spin box
+            if (!isPart && next->focusPolicy() & Qt::TabFocus)
+                order.append(next->objectName());
+        }
+        QCOMPARE(order, (QStringList{"measureMode", "spinSamplePeriod", "spinCapacity", "graphRefreshPeriod"}));
+        for (const auto& [label, box] : {std::pair{"label_mode", "measureMode"},
+                                         {"label_samplePeriod", "spinSamplePeriod"},
+                                         {"label_capacity", "spinCapacity"},
+                                         {"label_refreshPeriod", "graphRefreshPeriod"}})
+            QCOMPARE(dialog->findChild<QLabel*>(QLatin1String(label))->buddy()->objectName(), QLatin1String(box));
+
+        modes(dialog)->setFocus();
+        QTest::keyClick(modes(dialog), Qt::Key_Down);
+        QCOMPARE(shown(dialog), QStringLiteral("1 (5120) 10 1"));
+        QTest::keyClick(modes(dialog), Qt::Key_Up);
+        QCOMPARE(shown(dialog), QStringLiteral("0 5120 10 1"));
+    });
+}
+
+void FormSetupTest::reaction_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<int>("framesKept");
+    QTest::addColumn<QString>("rowsAfter"); // "names: columns period interval"
+    const auto row = [](const char* name, int frames, const char* after, const Change& change) {
+        QTest::newRow(name) << change << frames << after;
+    };
+    row("nothing", 1, "AB: 12 4096 1000", [](FormBench&, QDialog*) {});
+    row("refresh period", 1, "AB: 12 4096 5000",
+        [](FormBench&, QDialog* dialog) { spin(dialog, "graphRefreshPeriod")->setValue(5); });
+    row("capacity", 1, "AB: 12 4096 1000",
+        [](FormBench&, QDialog* dialog) { spin(dialog, "spinCapacity")->stepUp(); });
+    row("sample period", 0, "AB: 12 5120 1000",
+        [](FormBench&, QDialog* dialog) { spin(dialog, "spinSamplePeriod")->stepUp(); });
+    row("mode", 0, "AB: 11 4096 1000", [](FormBench&, QDialog* dialog) { modes(dialog)->setCurrentIndex(1); });
+    row("mode there and back", 1, "AB: 12 4096 1000", [](FormBench&, QDialog* dialog) {
+        modes(dialog)->setCurrentIndex(1);
+        modes(dialog)->setCurrentIndex(0);
+    });
+    row("mode, cameras come and go", 0, "BC: 11 4096 1000", [](FormBench& bench, QDialog* dialog) {
+        modes(dialog)->setCurrentIndex(1);
+        bench.tick();
+        bench.addCamera();
+        bench.close(0);
+        bench.tick();
+    });
+    row("period, the camera is another one", 0, "BA: 12 5120 1000", [](FormBench& bench, QDialog* dialog) {
+        spin(dialog, "spinSamplePeriod")->stepUp();
+        bench.close(0);
+        bench.open(0);
+    });
+    row("mode, but a program started", 1, "AB: 12 4096 1000", [](FormBench& bench, QDialog* dialog) {
+        modes(dialog)->setCurrentIndex(1);
+        bench.press("btnStartAll");
+    });
+}
+
+void FormSetupTest::reaction()
+{
+    QFETCH(Change, change);
+    QFETCH(int, framesKept);
+    FormBench bench(2);
+    bench.form->samplePeriod = 4096;
+    for (CxCameraLineData* record : qAsConst(bench.form->lineDataMap))
+        appendFrame(*record, bench.nowUs, {0, 1000});
+    visitSetup(bench, change);
+
+    QString names;
+    for (int row = 0; row < bench.table()->rowCount(); ++row)
+        names += bench.cell(row, cameraColumn).left(1);
+    QTEST(names + QStringLiteral(": %1 %2 %3")
+                      .arg(bench.table()->columnCount())
+                      .arg(bench.form->samplePeriod)
+                      .arg(bench.form->refreshTimer.interval()),
+          "rowsAfter");
+    for (const CxCameraLineData* record : qAsConst(bench.form->lineDataMap)) {
+        QCOMPARE(record->hasFrames(), framesKept != 0);
+        QCOMPARE(record->measMode, bench.form->measMode);
+    }
+    if (bench.form->measMode == MeasModeDataThroughput) // captions have got their units
+        QCOMPARE(bench.captions().at(ThroughputColumn::AvgThroughput), QStringLiteral("Average\nthroughput [MB/s]"));
+}
+
+void FormSetupTest::settingsReachTheNextRun()
+{
+    const QTemporaryDir dir;
+    QSettings settings(dir.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat);
+    {
+        FormBench bench(1);
+        visitSetup(bench, [](FormBench&, QDialog* dialog) {
+            modes(dialog)->setCurrentIndex(1);
+            spin(dialog, "spinSamplePeriod")->setValue(8192);
+            spin(dialog, "spinCapacity")->setValue(7);
+            spin(dialog, "graphRefreshPeriod")->setValue(3);
+        });
+        bench.child<QCheckBox>("checkBoxLiveGraph")->click();
+        bench.child<CxExportToolButton>("btnExport")->setExportType(ExportToFile);
+        bench.form->saveSettings(settings);
+    }
+    FormBench bench(1);
+    bench.form->loadSettings(settings);
+    visitSetup(bench, [](FormBench&, QDialog* dialog) { QCOMPARE(shown(dialog), QStringLiteral("1 (8192) 7 1")); });
+    QCOMPARE(bench.table()->columnCount(), int(StandardColumn::Count));
+    QCOMPARE(bench.record(0).maxSamples, 7000000);
+    QVERIFY(!bench.child<QCheckBox>("checkBoxLiveGraph")->isChecked());
+    QCOMPARE(bench.child<CxExportToolButton>("btnExport")->exportType(), ExportToFile);
+}
+
+void FormSetupTest::capacityHint_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<int>("required");
+    QTest::addColumn<double>("average");
+    QTest::addColumn<double>("frameIntervalUs"); // of a standard measurement
+    QTest::addColumn<QString>("lasts");
+    QTest::newRow("average rate") << 0 << 1000 << 512.0 << 0.0 << "lasts 80 s";
+    QTest::newRow("required rate") << 0 << 1024 << 0.0 << 0.0 << "lasts 40 s";
+    QTest::newRow("no finite average") << 0 << 1 << HUGE_VAL << 0.0 << "lasts 11 h";
+    QTest::newRow("no rate at all") << 0 << 0 << 0.0 << 0.0 << "not known before its first measurement";
+    QTest::newRow("frames") << 1 << 1000 << 500.0 << 1000.0 << "lasts 2.8 h";
+    QTest::newRow("no frames") << 1 << 1000 << 500.0 << 0.0 << "not known before its first measurement";
+}
+
+void FormSetupTest::capacityHint()
+{
+    QFETCH(int, mode);
+    QFETCH(int, required);
+    QFETCH(double, average);
+    QFETCH(double, frameIntervalUs);
+    QFETCH(QString, lasts);
+    FormBench bench(1, mode);
+    CxCameraLineData& record = bench.record(0);
+    record.cameraName = QStringLiteral("<b>%1</b> %2");
+    record.requiredThroughput = required;
+    record.avgThroughput = average;
+    record.avgFrameTime = frameIntervalUs;
+    if (frameIntervalUs > 0)
+        addSample(record, bench.nowUs, 0);
+    visitSetup(bench, [&](FormBench&, QDialog* dialog) {
+        QTextDocument text;
+        text.setHtml(spin(dialog, "spinCapacity")->toolTip());
+        const QStringList lines = text.toPlainText().split(QLatin1Char('\n'));
+        QVERIFY2(lines.value(0).contains(mode == 0 ? QStringLiteral(" 86 MB ") : QStringLiteral(" 680 MB ")),
+                 qPrintable(lines.value(0)));
+        QCOMPARE(lines.value(1), QStringLiteral("<b>%1</b> %2: ") + lasts);
+        const QString before = spin(dialog, "spinCapacity")->toolTip();
+        spin(dialog, "spinCapacity")->setValue(2000);
+        QVERIFY(spin(dialog, "spinCapacity")->toolTip() != before);
+    });
+}
+
+void FormSetupTest::memoryAsMeasured_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("throughput") << int(MeasModeDataThroughput);
+    QTest::newRow("counters") << int(MeasModeStandardAcq);
+}
+
+/// What the tool tip promises is what the allocator hands out.
+void FormSetupTest::memoryAsMeasured()
+{
+    QFETCH(int, mode);
+    constexpr int frames = 20000;
+    CxCameraLineData record;
+    const std::vector<quint64> ticks(usualBlocksPerFrame);
+    const auto before = mallinfo2();
+    for (int i = 0; i < frames; ++i) {
+        if (mode == MeasModeDataThroughput)
+            appendFrame(record, i, ticks);
+        else
+            addSample(record, i, 0);
+    }
+    const auto after = mallinfo2();
+    if (after.arena == 0)
+        QSKIP("this allocator does not tell");
+    const double used = double(after.uordblks + after.hblkhd) - double(before.uordblks + before.hblkhd);
+    const double promised =
+        memoryOf({mode, mode == MeasModeDataThroughput ? frames * usualBlocksPerFrame : frames, 4096});
+    QVERIFY2(used <= promised && used > 0.85 * promised, qPrintable(QString::number(used / promised)));
+}
+
+QTEST_MAIN(FormSetupTest)
+#include "tst_formsetup.moc"

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the cells of the camera table tell when a person points at them.
+#include <qcustomplot.h>
+
+#include <QtGui/QTextDocument>
+#include <QtTest/QTest>
+#include <QtWidgets/QProgressDialog>
+#include <QtWidgets/QToolButton>
+#include <QtWidgets/QToolTip>
+
+#include "DialogRobot.h"
+#include "form/Columns.h"
+#include "FormBench.h"
+
+namespace {
+
+constexpr qint64 second = 1000000; // microseconds
+
+/// The lines behind the definition, as a person reads them.
+QStringList told(const FormBench& bench, int row, int column)
+{
+    QTextDocument text;
+    text.setHtml(bench.table()->item(row, column)->toolTip());
+    return text.toPlainText().split(QLatin1Char('\n')).mid(1);
+}
+
+QString range(const char* from, const char* to, const char* lower, const char* upper, const char* margin)
+{
+    return QStringLiteral("Frames from %1 s to %2 s: the visible %3 s to %4 s and a margin of %5 s on either side.")
+        .arg(QLatin1String(from), QLatin1String(to), QLatin1String(lower), QLatin1String(upper),
+             QLatin1String(margin));
+}
+
+} // namespace
+
+class FormToolTipsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyFigureIsDefined_data();
+    void everyFigureIsDefined();
+    void range_data();
+    void range();
+    void noFrameInRange();
+    void silentCamera();
+    void missingFrames();
+};
+
+void FormToolTipsTest::everyFigureIsDefined_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QList<int>>("columns");
+    QTest::newRow("throughput") << int(MeasModeDataThroughput) << QList<int>{1, 3, 4, 5, 6, 9};
+    QTest::newRow("counters") << int(MeasModeStandardAcq) << QList<int>{1, 4, 5, 6, 7, 8, 9};
+}
+
+void FormToolTipsTest::everyFigureIsDefined()
+{
+    QFETCH(int, mode);
+    QFETCH(QList<int>, columns);
+    FormBench bench(1, mode);
+    QStringList texts;
+    for (const int column : columns)
+        texts.append(bench.table()->item(0, column)->toolTip());
+    QCOMPARE(texts.removeDuplicates(), 0);
+    QVERIFY(!texts.contains(QString()));
+    if (mode == MeasModeDataThroughput)
+        QVERIFY(!bench.table()->cellWidget(0, ThroughputColumn::RequiredThroughput)->toolTip().isEmpty());
+}
+
+void FormToolTipsTest::range_data()
+{
+    QTest::addColumn<double>("lower");
+    QTest::addColumn<double>("upper");
+    QTest::addColumn<double>("avgFrameTime");
+    QTest::addColumn<QString>("line");
+    QTest::newRow("twenty seconds") << -20.0 << 0.0 << 400.0 << ::range("-40", "20", "-20", "0", "20");
+    QTest::newRow("short frames") << -0.003 << -0.001 << 400.0
+                                  << ::range("-0.005", "0.001", "-0.003", "-0.001", "0.002");
+    QTest::newRow("long frames") << -0.0021 << -0.001 << 800.0
+                                 << ::range("-0.0029", "-0.0002", "-0.0021", "-0.001", "0.0008");
+}
+
+void FormToolTipsTest::range()
+{
+    QFETCH(double, lower);
+    QFETCH(double, upper);
+    QFETCH(double, avgFrameTime);
+    FormBench bench(1);
+    addFrames(bench.record(0), bench.nowUs - 2000, bench.nowUs, 100, 1000);
+    bench.record(0).avgFrameTime = avgFrameTime;
+    bench.area(0)->axis(QCPAxis::atBottom)->setRange(lower, upper);
+    bench.invoke("updateGraph");
+    QTEST(told(bench, 0, ThroughputColumn::AvgThroughput).value(0), "line");
+    QCOMPARE(told(bench, 0, ThroughputColumn::CameraBufferSize), QStringList());
+}
+
+/// The average stays on screen when the view has left the frames: its tool tip must not pass it off as theirs.
+void FormToolTipsTest::noFrameInRange()
+{
+    FormBench bench(1);
+    addFrames(bench.record(0), bench.nowUs - second, bench.nowUs, 1000, 1000);
+    const auto noFrame = [&] {
+        return told(bench, 0, ThroughputColumn::AvgThroughput).contains(QStringLiteral("no frame in this range"));
+    };
+    bench.invoke("updateGraph");
+    const QString average = bench.cell(0, ThroughputColumn::AvgThroughput);
+    QVERIFY(!noFrame());
+    bench.area(0)->axis(QCPAxis::atBottom)->setRange(-120.0, -110.0);
+    QCOMPARE(bench.cell(0, ThroughputColumn::AvgThroughput), average);
+    QVERIFY(noFrame());
+}
+
+void FormToolTipsTest::silentCamera()
+{
+    FormBench bench(2);
+    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+    QTRY_VERIFY(bench.record(0).runTotals().failedWaits > 0); // its loop has begun
+    bench.nowUs += 7 * second + 900000;
+    const QStringList silent{"This measurement: 0 missing frames, longest time without a frame 7.9 s.",
+                             "no frame for 7 s"};
+    QCOMPARE(told(bench, 0, statusColumn), silent);
+    QCOMPARE(told(bench, 0, ThroughputColumn::MinThroughput).mid(0, 2), silent);
+    QCOMPARE(told(bench, 1, statusColumn), QStringList()); // has not been measured
+
+    bench.deliverFrames(0, 1);
+    QTRY_COMPARE(bench.record(0).runTotals().frames, quint64(1));
+    QCOMPARE(told(bench, 0, statusColumn), silent.mid(0, 1));
+    bench.nowUs += 2 * second;
+    QCOMPARE(told(bench, 0, statusColumn).value(1), QStringLiteral("no frame for 2 s"));
+    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+    bench.nowUs += 30 * second;
+    QCOMPARE(told(bench, 0, statusColumn), silent.mid(0, 1));
+}
+
+void FormToolTipsTest::missingFrames()
+{
+    FormBench bench;
+    bench.addCamera([](sim::CameraScenario& scenario) {
+        scenario.faults.numberJump = {2, 1, 0};
+        scenario.faults.numberJumpBy = 5;
+    });
+    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+    bench.deliverFrames(0, 4);
+    QTRY_COMPARE(bench.record(0).runTotals().frames, quint64(4));
+    QCOMPARE(told(bench, 0, ThroughputColumn::BufferOverflowCount).value(0),
+             QStringLiteral("This measurement: 5 missing frames, longest time without a frame 0 s."));
+}
+
+QTEST_MAIN(FormToolTipsTest)
+#include "tst_formtooltips.moc"
