@@ -8,6 +8,7 @@ void registerRefreshBenchmarks();
 void registerCounterBenchmarks();
 void registerReportBenchmarks();
 void registerIntakeBenchmarks();
+void registerFormBenchmarks();
 
 int main(int argc, char** argv)
 {
@@ -17,6 +18,7 @@ int main(int argc, char** argv)
     registerReportBenchmarks();
     registerIntakeBenchmarks();
     registerRefreshBenchmarks();
+    registerFormBenchmarks();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
