@@ -84,8 +84,7 @@ NaiveCounters naiveCounters(const CxCameraLineData& data, double keyUpper, qint6
     NaiveCounters counters;
     const qint64 range = toUs - fromUs;
     const double frameTime = data.avgFrameTime;
-    const qint64 margin =
-        frameTime * 10.0 > static_cast<double>(range) ? static_cast<qint64>(frameTime) * 10 : range;
+    const qint64 margin = frameTime * 10.0 > static_cast<double>(range) ? static_cast<qint64>(frameTime) * 10 : range;
     counters.evaluated = !data.counterSampleList.empty();
 
     auto sample = data.counterSampleList.begin();

@@ -21,7 +21,7 @@ constexpr const char* throughputLoop = "CxCameraLineData::runMeasureLoop";
 constexpr const char* standardLoop = "CxCameraLineData::runMeasureLoopAcquisition";
 
 constexpr unsigned int imageTimeoutMs = 5000; ///< a stop is noticed at least this often
-constexpr quint32 bytesPerPixel = 2; ///< transport data, whatever the camera says of its format
+constexpr quint32 bytesPerPixel = 2;          ///< transport data, whatever the camera says of its format
 
 quint32 wordsPerBlock(qint32 samplePeriod)
 {
