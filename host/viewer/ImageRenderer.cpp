@@ -69,15 +69,14 @@ QImage renderImage(const VN_IMG& image, QSize size)
 
 QString imageFormatText(const VN_IMG& image)
 {
-    const auto translate = [](const char* text) { return QCoreApplication::translate("ImageView", text); };
     switch (image.dataFormat) {
     case VN_FRM_MONO8:
-        return translate("Mono 8");
+        return QCoreApplication::translate("ImageView", "Mono 8");
     case VN_FRM_MONO16:
-        return translate("Mono 16 (%1 bit)").arg(image.bitDepth);
+        return QCoreApplication::translate("ImageView", "Mono 16 (%1 bit)").arg(image.bitDepth);
     case VN_FRM_TRANSPORT_DATA:
-        return translate("Transport data");
+        return QCoreApplication::translate("ImageView", "Transport data");
     default:
-        return translate("Format %1").arg(image.dataFormat);
+        return QCoreApplication::translate("ImageView", "Format %1").arg(image.dataFormat);
     }
 }

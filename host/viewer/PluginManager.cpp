@@ -14,10 +14,10 @@
 
 namespace {
 
-QString translate(const char* text)
+struct Text
 {
-    return QCoreApplication::translate("PluginManager", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(PluginManager)
+};
 
 } // namespace
 
@@ -51,7 +51,7 @@ void PluginManager::load(const QStringList& directories)
         m_infos.push_back(loadFile(file));
         const PluginInfo& info = m_infos.back();
         if (!info.error.isEmpty()) {
-            qWarning("%s", qPrintable(translate("Plug-in %1 is not used: %2").arg(info.file, info.error)));
+            qWarning("Plug-in %s is not used: %s", qPrintable(info.file), qPrintable(info.error));
         }
     }
 }
@@ -65,22 +65,22 @@ PluginInfo PluginManager::loadFile(const QString& file)
     auto loader = std::make_unique<QPluginLoader>(file);
     const QString identifier = loader->metaData().value(QLatin1String("IID")).toString();
     if (identifier.isEmpty()) {
-        info.error = translate("It is no plug-in. %1").arg(loader->errorString());
+        info.error = Text::tr("It is no plug-in. %1").arg(loader->errorString());
         return info;
     }
     if (!identifier.startsWith(QLatin1String("example.kestrova.Kestrova."))) {
-        info.error = translate("It is a plug-in for another program (%1).").arg(identifier);
+        info.error = Text::tr("It is a plug-in for another program (%1).").arg(identifier);
         return info;
     }
 
     QObject* object = loader->instance();
     if (!object) {
-        info.error = translate("It cannot be loaded. %1").arg(loader->errorString());
+        info.error = Text::tr("It cannot be loaded. %1").arg(loader->errorString());
         return info;
     }
     auto* plugin = qobject_cast<CxPlugin*>(object);
     if (!plugin) {
-        info.error = translate("It does not have the interface %1.").arg(QLatin1String(VNCORE_PLUGIN_IID));
+        info.error = Text::tr("It does not have the interface %1.").arg(QLatin1String(VNCORE_PLUGIN_IID));
         loader->unload();
         return info;
     }
@@ -92,7 +92,7 @@ PluginInfo PluginManager::loadFile(const QString& file)
 
     const int widgetsBefore = m_docks.count();
     if (!plugin->init()) {
-        info.error = translate("It could not be initialised.");
+        info.error = Text::tr("It could not be initialised.");
         m_docks.destroyFrom(widgetsBefore);
         loader->unload();
         return info;
