@@ -61,6 +61,10 @@ CommandLine CommandLine::parse(const QStringList& arguments)
                                        QStringLiteral("DIR"));
     const QCommandLineOption settings(QStringLiteral("settings"), QStringLiteral("Keep the settings in this file."),
                                       QStringLiteral("FILE"));
+    const QCommandLineOption language(
+        QStringLiteral("language"),
+        QStringLiteral("Show texts in this language, \"de\", \"en\" or \"zh_CN\", instead of the locale's."),
+        QStringLiteral("LANGUAGE"));
     const QCommandLineOption start(QStringLiteral("start"),
                                    QStringLiteral("Press \"Start All\" when the window is up."));
     const QCommandLineOption quitAfter(QStringLiteral("quit-after"),
@@ -73,7 +77,7 @@ CommandLine CommandLine::parse(const QStringList& arguments)
     parser.setApplicationDescription(QStringLiteral("Camera viewer with a data throughput measurement."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    parser.addOptions({cameras, open, pluginDir, settings, start, quitAfter, screenshot});
+    parser.addOptions({cameras, open, pluginDir, settings, language, start, quitAfter, screenshot});
 
     if (!parser.parse(arguments)) {
         return wrongUsage(parser.errorText());
@@ -94,6 +98,7 @@ CommandLine CommandLine::parse(const QStringList& arguments)
     options.camerasFile = parser.value(cameras);
     options.pluginDirs = parser.values(pluginDir);
     options.settingsFile = parser.value(settings);
+    options.language = parser.value(language);
     options.start = parser.isSet(start);
     options.screenshotFile = parser.value(screenshot);
     if (parser.isSet(open)) {
@@ -108,7 +113,7 @@ CommandLine CommandLine::parse(const QStringList& arguments)
                 QStringLiteral("\"%1\" is no time; write for example 10s").arg(parser.value(quitAfter)));
         }
     }
-    for (const auto& option : {cameras, open, pluginDir, settings, screenshot}) {
+    for (const auto& option : {cameras, open, pluginDir, settings, language, screenshot}) {
         if (parser.isSet(option) && parser.value(option).isEmpty()) {
             return wrongUsage(QStringLiteral("--%1 needs a value").arg(option.names().constFirst()));
         }

@@ -16,6 +16,7 @@ struct ViewerOptions
     bool openAll = true;       ///< open every camera, whatever camerasToOpen says
     QStringList pluginDirs;    ///< beside the installed directory
     QString settingsFile;      ///< empty: the user's
+    QString language;          ///< empty: by locale
     bool start = false;        ///< press "Start All"
     std::optional<std::chrono::milliseconds> quitAfter;
     QString screenshotFile; ///< empty: none

@@ -5,6 +5,7 @@
 #include <QtWidgets/QApplication>
 
 #include "CommandLine.h"
+#include "Language.h"
 #include "Theme.h"
 #include "UnixSignals.h"
 #include "Viewer.h"
@@ -27,6 +28,15 @@ bool hasDisplay()
            qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
 }
 
+/// False if the user asked for a language that there is not.
+bool installTexts(const QString& wanted)
+{
+    const QString language =
+        wanted.isEmpty() ? chooseLanguage(QLocale::system().uiLanguages()) : chooseLanguage(wanted);
+    installLanguage(language);
+    return wanted.isEmpty() || !language.isEmpty();
+}
+
 int run(int argc, char** argv, const ViewerOptions& options)
 {
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
@@ -37,6 +47,10 @@ int run(int argc, char** argv, const ViewerOptions& options)
     QApplication::setApplicationVersion(QStringLiteral(KESTROVA_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("example.kestrova.Kestrova"));
     applyDarkTheme(application);
+    if (!installTexts(options.language)) {
+        std::fprintf(stderr, "kestrova: there is no language \"%s\"\n", qPrintable(options.language));
+        return exitWrongUsage;
+    }
 
     UnixSignals unixSignals;
     // quit() ends every event loop of the thread, so it also gets past a box that is open.

@@ -14,15 +14,16 @@ class TestCommandLine : public QObject
 private Q_SLOTS:
     void everyOption()
     {
-        const auto line = CommandLine::parse({"kestrova", "--cameras", "a.json", "--open", "B", "--open=C",
-                                              "--plugin-dir", "p", "--plugin-dir", "q", "--settings", "s.ini",
-                                              "--start", "--quit-after", "1.5s", "--screenshot", "x.png"});
+        const auto line = CommandLine::parse(
+            {"kestrova", "--cameras", "a.json", "--open", "B", "--open=C", "--plugin-dir", "p", "--plugin-dir", "q",
+             "--settings", "s.ini", "--language", "de", "--start", "--quit-after", "1.5s", "--screenshot", "x.png"});
         QCOMPARE(line.outcome, Outcome::Run);
         QCOMPARE(line.options.camerasFile, QStringLiteral("a.json"));
         QCOMPARE(line.options.camerasToOpen, QStringList({"B", "C"}));
         QVERIFY(!line.options.openAll);
         QCOMPARE(line.options.pluginDirs, QStringList({"p", "q"}));
         QCOMPARE(line.options.settingsFile, QStringLiteral("s.ini"));
+        QCOMPARE(line.options.language, QStringLiteral("de"));
         QVERIFY(line.options.start);
         QVERIFY(line.options.quitAfter == 1500ms);
         QCOMPARE(line.options.screenshotFile, QStringLiteral("x.png"));

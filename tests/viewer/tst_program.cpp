@@ -45,14 +45,16 @@ private Q_SLOTS:
         QVERIFY2(output.contains(text.toUtf8()), output);
     }
 
-    void wrongCameras_data()
+    void wrongRequests_data()
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QString>("text");
         QTest::newRow("no such file") << QStringList{"--cameras", "/no/such/file.json"} << "/no/such/file.json";
         QTest::newRow("no such camera") << QStringList{"--open", "Nobody"} << "Nobody";
+        QTest::newRow("in German") << QStringList{"--open", "Niemand", "--language", "de"} << "keine Kamera";
+        QTest::newRow("no such language") << QStringList{"--language", "tlh"} << "no language \"tlh\"";
     }
-    void wrongCameras()
+    void wrongRequests()
     {
         QFETCH(QStringList, arguments);
         QFETCH(QString, text);

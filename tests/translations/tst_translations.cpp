@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The files of the languages: every text of the code is in them, done, and fits its source.
+#include <QtCore/QXmlStreamReader>
+#include <QtTest/QtTest>
+
+struct Message
+{
+    QString source;
+    QString translation;
+    bool finished = false;
+};
+
+class TestTranslations : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void nothingIsMissing_data() { files(); }
+    void nothingIsMissing();
+    void translationsFit_data() { files(); }
+    void translationsFit();
+
+private:
+    static void files();
+    static QString pathOf(const QString& file) { return QStringLiteral(SOURCE_DIR "/translations/") + file; }
+    /// The texts of a file, each with its context in front.
+    static QMap<QString, Message> read(const QString& path);
+};
+
+void TestTranslations::files()
+{
+    QTest::addColumn<QStringList>("folders");
+    for (const char* language : {"de", "zh_CN"}) {
+        QTest::newRow(qPrintable(QStringLiteral("kestrova_%1.ts").arg(language)))
+            << QStringList{"host/core", "host/gui", "host/viewer"};
+        QTest::newRow(qPrintable(QStringLiteral("qlpDataThroughputGraph_%1.ts").arg(language)))
+            << QStringList{"plugins/qlpDataThroughputGraph"};
+    }
+}
+
+QMap<QString, Message> TestTranslations::read(const QString& path)
+{
+    QMap<QString, Message> messages;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return messages;
+    QXmlStreamReader xml(&file);
+    QString context;
+    Message message;
+    while (!xml.atEnd()) {
+        if (!xml.readNextStartElement())
+            continue;
+        if (xml.name() == QLatin1String("name")) {
+            context = xml.readElementText();
+        } else if (xml.name() == QLatin1String("source")) {
+            message.source = xml.readElementText();
+        } else if (xml.name() == QLatin1String("translation")) {
+            message.finished = !xml.attributes().hasAttribute(QStringLiteral("type"));
+            message.translation = xml.readElementText();
+            messages.insert(context + QLatin1Char('|') + message.source, message);
+        }
+    }
+    return messages;
+}
+
+void TestTranslations::nothingIsMissing()
+{
+    QFETCH(QStringList, folders);
+    const QTemporaryDir directory;
+    const QString found = directory.filePath(QStringLiteral("found.ts"));
+    QProcess lupdate;
+    lupdate.setWorkingDirectory(QStringLiteral(SOURCE_DIR));
+    lupdate.start(QStringLiteral(LUPDATE), folders + QStringList{"-silent", "-ts", found});
+    QVERIFY(lupdate.waitForFinished());
+    QCOMPARE(lupdate.exitCode(), 0);
+
+    const QStringList texts = read(found).keys();
+    QVERIFY(texts.size() > 50);
+    const auto translations = read(pathOf(QTest::currentDataTag()));
+    QCOMPARE(QStringList(translations.keys()), texts);
+    for (const Message& message : translations)
+        QVERIFY2(message.finished && !message.translation.isEmpty(), qPrintable(message.source));
+}
+
+void TestTranslations::translationsFit()
+{
+    // Markup, placeholders, dots of "more to come" and shortcuts are what a translator easily loses.
+    const QRegularExpression parts(QStringLiteral("<[^>]*>|%[0-9]|\\.\\.\\.$|&(?=\\w)"),
+                                   QRegularExpression::UseUnicodePropertiesOption);
+    const auto partsOf = [&parts](const QString& text) {
+        QStringList found;
+        for (auto match = parts.globalMatch(text); match.hasNext();)
+            found.append(match.next().captured());
+        found.sort(); // the order may differ
+        return found;
+    };
+    const auto translations = read(pathOf(QTest::currentDataTag()));
+    for (const Message& message : translations) {
+        QCOMPARE(partsOf(message.translation), partsOf(message.source));
+        if (message.source.contains(QLatin1String("(*.")))
+            QCOMPARE(message.translation, message.source);
+    }
+}
+
+QTEST_GUILESS_MAIN(TestTranslations)
+#include "tst_translations.moc"

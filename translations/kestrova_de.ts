@@ -1,0 +1,437 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>CameraDock</name>
+    <message>
+        <source>lost</source>
+        <translation>verloren</translation>
+    </message>
+    <message>
+        <source>closed</source>
+        <translation>geschlossen</translation>
+    </message>
+    <message>
+        <source>measuring</source>
+        <translation>misst</translation>
+    </message>
+    <message>
+        <source>live</source>
+        <translation>live</translation>
+    </message>
+    <message>
+        <source>open</source>
+        <translation>offen</translation>
+    </message>
+    <message>
+        <source>Cameras</source>
+        <translation>Kameras</translation>
+    </message>
+    <message>
+        <source>Camera</source>
+        <translation>Kamera</translation>
+    </message>
+    <message>
+        <source>Id</source>
+        <translation>Id</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>The cameras of this machine; the selected one is shown in the middle.
+Enter or a double click opens a camera.</source>
+        <translation>Die Kameras dieses Rechners; die ausgewählte wird in der Mitte gezeigt.
+Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
+    </message>
+    <message>
+        <source>Open or close the selected camera; closing ends a measurement with it</source>
+        <translation>Die ausgewählte Kamera öffnen oder schließen; Schließen beendet eine Messung mit ihr</translation>
+    </message>
+    <message>
+        <source>Start or stop showing live images of the selected camera</source>
+        <translation>Livebilder der ausgewählten Kamera zeigen oder anhalten</translation>
+    </message>
+    <message>
+        <source>The image format of the selected camera</source>
+        <translation>Das Bildformat der ausgewählten Kamera</translation>
+    </message>
+    <message>
+        <source>Image format</source>
+        <translation>Bildformat</translation>
+    </message>
+    <message>
+        <source>Fo&amp;rmat:</source>
+        <translation>Fo&amp;rmat:</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>S&amp;chließen</translation>
+    </message>
+    <message>
+        <source>&amp;Open</source>
+        <translation>Ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Stop view</source>
+        <translation>Ansicht an&amp;halten</translation>
+    </message>
+    <message>
+        <source>&amp;Start view</source>
+        <translation>Ansicht &amp;starten</translation>
+    </message>
+    <message>
+        <source>%1 could not be opened</source>
+        <translation>%1 konnte nicht geöffnet werden</translation>
+    </message>
+    <message>
+        <source>%1 could not be started</source>
+        <translation>%1 konnte nicht gestartet werden</translation>
+    </message>
+    <message>
+        <source>%1 refused the format %2</source>
+        <translation>%1 hat das Format %2 abgelehnt</translation>
+    </message>
+</context>
+<context>
+    <name>CameraEvents</name>
+    <message>
+        <source>A camera</source>
+        <translation>Eine Kamera</translation>
+    </message>
+    <message>
+        <source>%1 opened</source>
+        <translation>%1 geöffnet</translation>
+    </message>
+    <message>
+        <source>%1 closed</source>
+        <translation>%1 geschlossen</translation>
+    </message>
+    <message>
+        <source>%1 lost</source>
+        <translation>%1 verloren</translation>
+    </message>
+    <message>
+        <source>%1 is back</source>
+        <translation>%1 ist wieder da</translation>
+    </message>
+    <message>
+        <source>%1 taken over by a plug-in</source>
+        <translation>%1 von einem Plug-in übernommen</translation>
+    </message>
+    <message>
+        <source>%1 given back</source>
+        <translation>%1 zurückgegeben</translation>
+    </message>
+    <message>
+        <source>%1 sends frames again</source>
+        <translation>%1 sendet wieder Bilder</translation>
+    </message>
+    <message>
+        <source>%1 is measured but has sent no frame for %2 s</source>
+        <translation>%1 wird gemessen, hat aber seit %2 s kein Bild gesendet</translation>
+    </message>
+</context>
+<context>
+    <name>CxExportToolButton</name>
+    <message>
+        <source>Copy to clipboard</source>
+        <translation>In die Zwischenablage kopieren</translation>
+    </message>
+    <message>
+        <source>Save to file...</source>
+        <translation>In Datei speichern...</translation>
+    </message>
+</context>
+<context>
+    <name>EventDock</name>
+    <message>
+        <source>Events</source>
+        <translation>Ereignisse</translation>
+    </message>
+    <message>
+        <source>What has happened, the newest line at the end</source>
+        <translation>Was geschehen ist, die neueste Zeile am Ende</translation>
+    </message>
+    <message>
+        <source>C&amp;lear</source>
+        <translation>&amp;Leeren</translation>
+    </message>
+    <message>
+        <source>Empty the list</source>
+        <translation>Die Liste leeren</translation>
+    </message>
+    <message>
+        <source>Clear the event list</source>
+        <translation>Ereignisliste leeren</translation>
+    </message>
+    <message>
+        <source>S&amp;ave...</source>
+        <translation>Sp&amp;eichern...</translation>
+    </message>
+    <message>
+        <source>Write the list into a text file</source>
+        <translation>Die Liste in eine Textdatei schreiben</translation>
+    </message>
+    <message>
+        <source>Save the event list</source>
+        <translation>Ereignisliste speichern</translation>
+    </message>
+    <message>
+        <source>Text files (*.txt);;All files (*)</source>
+        <translation>Text files (*.txt);;All files (*)</translation>
+    </message>
+    <message>
+        <source>The list could not be saved.
+%1: %2</source>
+        <translation>Die Liste konnte nicht gespeichert werden.
+%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>EventLog</name>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Count</source>
+        <translation>Anzahl</translation>
+    </message>
+    <message>
+        <source>Event</source>
+        <translation>Ereignis</translation>
+    </message>
+</context>
+<context>
+    <name>ImageView</name>
+    <message>
+        <source>Mono 8</source>
+        <translation>Mono 8</translation>
+    </message>
+    <message>
+        <source>Mono 16 (%1 bit)</source>
+        <translation>Mono 16 (%1 Bit)</translation>
+    </message>
+    <message>
+        <source>Transport data</source>
+        <translation>Transportdaten</translation>
+    </message>
+    <message>
+        <source>Format %1</source>
+        <translation>Format %1</translation>
+    </message>
+    <message>
+        <source>Image of the selected camera</source>
+        <translation>Bild der ausgewählten Kamera</translation>
+    </message>
+    <message>
+        <source>The newest image of the camera that is selected in the list</source>
+        <translation>Das neueste Bild der Kamera, die in der Liste ausgewählt ist</translation>
+    </message>
+    <message>
+        <source>%1   %2 × %3   frame %4</source>
+        <translation>%1   %2 × %3   Bild %4</translation>
+    </message>
+    <message>
+        <source>   %1 frames/s</source>
+        <translation>   %1 Bilder/s</translation>
+    </message>
+    <message>
+        <source>No image yet. Press &quot;Start view&quot;, or start a measurement.</source>
+        <translation>Noch kein Bild. „Ansicht starten“ drücken oder eine Messung beginnen.</translation>
+    </message>
+    <message>
+        <source>No open camera is selected.</source>
+        <translation>Keine offene Kamera ist ausgewählt.</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>Kestrova</source>
+        <translation>Kestrova</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>Ctrl+Q</source>
+        <translation>Ctrl+Q</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>&amp;Detail level</source>
+        <translation>&amp;Detailstufe</translation>
+    </message>
+    <message>
+        <source>How much plug-ins show</source>
+        <translation>Wie viel die Plug-ins zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;1  Beginner</source>
+        <translation>&amp;1  Einsteiger</translation>
+    </message>
+    <message>
+        <source>&amp;2</source>
+        <translation>&amp;2</translation>
+    </message>
+    <message>
+        <source>&amp;3  Standard</source>
+        <translation>&amp;3  Standard</translation>
+    </message>
+    <message>
+        <source>&amp;4</source>
+        <translation>&amp;4</translation>
+    </message>
+    <message>
+        <source>&amp;5  Developer</source>
+        <translation>&amp;5  Entwickler</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;Plug-ins...</source>
+        <translation>&amp;Plug-ins...</translation>
+    </message>
+    <message>
+        <source>&amp;About Kestrova...</source>
+        <translation>&amp;Über Kestrova...</translation>
+    </message>
+    <message>
+        <source>About &amp;Qt...</source>
+        <translation>Über &amp;Qt...</translation>
+    </message>
+    <message>
+        <source>About Kestrova</source>
+        <translation>Über Kestrova</translation>
+    </message>
+    <message>
+        <source>&lt;h3&gt;Kestrova %1&lt;/h3&gt;&lt;p&gt;Views machine-vision cameras and measures their data throughput.&lt;/p&gt;&lt;p&gt;Kestrova Imaging, &lt;a href=&quot;https://kestrova.example&quot;&gt;kestrova.example&lt;/a&gt;&lt;/p&gt;&lt;p&gt;Free software under the GNU General Public License, version 3 or later.&lt;/p&gt;</source>
+        <translation>&lt;h3&gt;Kestrova %1&lt;/h3&gt;&lt;p&gt;Zeigt Industriekameras und misst ihren Datendurchsatz.&lt;/p&gt;&lt;p&gt;Kestrova Imaging, &lt;a href=&quot;https://kestrova.example&quot;&gt;kestrova.example&lt;/a&gt;&lt;/p&gt;&lt;p&gt;Freie Software unter der GNU General Public License, Version 3 oder später.&lt;/p&gt;</translation>
+    </message>
+</context>
+<context>
+    <name>MessageQueue</name>
+    <message>
+        <source>%1 log messages were dropped</source>
+        <translation>%1 Protokollzeilen sind entfallen</translation>
+    </message>
+</context>
+<context>
+    <name>PluginManager</name>
+    <message>
+        <source>It is no plug-in. %1</source>
+        <translation>Es ist kein Plug-in. %1</translation>
+    </message>
+    <message>
+        <source>It is a plug-in for another program (%1).</source>
+        <translation>Es ist ein Plug-in für ein anderes Programm (%1).</translation>
+    </message>
+    <message>
+        <source>It cannot be loaded. %1</source>
+        <translation>Es kann nicht geladen werden. %1</translation>
+    </message>
+    <message>
+        <source>It does not have the interface %1.</source>
+        <translation>Es hat die Schnittstelle %1 nicht.</translation>
+    </message>
+    <message>
+        <source>It could not be initialised.</source>
+        <translation>Es konnte nicht initialisiert werden.</translation>
+    </message>
+</context>
+<context>
+    <name>PluginsDialog</name>
+    <message>
+        <source>Not used</source>
+        <translation>Nicht benutzt</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Description</source>
+        <translation>Beschreibung</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Author</source>
+        <translation>Autor</translation>
+    </message>
+    <message>
+        <source>Website</source>
+        <translation>Website</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Plug-ins</source>
+        <translation>Plug-ins</translation>
+    </message>
+    <message>
+        <source>Plug-in files</source>
+        <translation>Plug-in-Dateien</translation>
+    </message>
+    <message>
+        <source>The files that were found in the plug-in directories</source>
+        <translation>Die Dateien, die in den Plug-in-Verzeichnissen gefunden wurden</translation>
+    </message>
+    <message>
+        <source>Details of the selected plug-in</source>
+        <translation>Einzelheiten des ausgewählten Plug-ins</translation>
+    </message>
+    <message>
+        <source>%1 (not used)</source>
+        <translation>%1 (nicht benutzt)</translation>
+    </message>
+    <message>
+        <source>No plug-in was found.</source>
+        <translation>Es wurde kein Plug-in gefunden.</translation>
+    </message>
+</context>
+<context>
+    <name>Viewer</name>
+    <message>
+        <source>The settings file was damaged and is now %1; the viewer begins with defaults</source>
+        <translation>Die Einstellungsdatei war beschädigt und heißt jetzt %1; der Betrachter beginnt mit den Vorgaben</translation>
+    </message>
+    <message>
+        <source>There is no plug-in directory %1</source>
+        <translation>Es gibt kein Plug-in-Verzeichnis %1</translation>
+    </message>
+    <message>
+        <source>%1 could not be opened</source>
+        <translation>%1 konnte nicht geöffnet werden</translation>
+    </message>
+    <message>
+        <source>there is no camera &quot;%1&quot;</source>
+        <translation>es gibt keine Kamera „%1“</translation>
+    </message>
+    <message>
+        <source>The settings could not be saved in %1</source>
+        <translation>Die Einstellungen konnten nicht in %1 gespeichert werden</translation>
+    </message>
+    <message>
+        <source>No plug-in has a &quot;Start All&quot; button</source>
+        <translation>Kein Plug-in hat einen Knopf „Alle starten“</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,474 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>CxCameraLineData</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Exporting %1 data</source>
+        <translation>Daten von %1 werden exportiert</translation>
+    </message>
+    <message>
+        <source>Data throughput monitor</source>
+        <translation>Datendurchsatz</translation>
+    </message>
+</context>
+<context>
+    <name>CxDataGraphForm</name>
+    <message>
+        <source>Data Throughput Graph</source>
+        <translation>Datendurchsatz</translation>
+    </message>
+    <message>
+        <source>Setup...</source>
+        <translation>Einrichten...</translation>
+    </message>
+    <message>
+        <source>Start All</source>
+        <translation>Alle starten</translation>
+    </message>
+    <message>
+        <source>Reset Zoom</source>
+        <translation>Zoom zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Reset Pan</source>
+        <translation>Lage zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Live Graph</source>
+        <translation>Live-Graph</translation>
+    </message>
+    <message>
+        <source>Refresh</source>
+        <translation>Auffrischen</translation>
+    </message>
+    <message>
+        <source>Export Graph</source>
+        <translation>Graph exportieren</translation>
+    </message>
+    <message>
+        <source>Enable or disable plot:</source>
+        <translation>Kurven zeigen:</translation>
+    </message>
+    <message>
+        <source>Export Data...</source>
+        <translation>Exportieren...</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stopp</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>Acq</source>
+        <translation>Aufn.</translation>
+    </message>
+    <message>
+        <source>Testing</source>
+        <translation>Misst</translation>
+    </message>
+    <message>
+        <source>Stopped</source>
+        <translation>Gestoppt</translation>
+    </message>
+    <message>
+        <source>Testing: this tool measures the camera. Acq: the viewer itself acquires from it.</source>
+        <translation>Misst: dieses Werkzeug misst die Kamera. Aufn.: der Betrachter selbst nimmt mit ihr auf.</translation>
+    </message>
+    <message>
+        <source>Mean of the frames&apos; throughputs, all frames weighing the same. A frame&apos;s throughput: its bytes by the time from its first to its last block.</source>
+        <translation>Mittelwert der Durchsätze der Bilder, alle Bilder mit gleichem Gewicht. Durchsatz eines Bilds: seine Bytes durch die Zeit von seinem ersten bis zu seinem letzten Block.</translation>
+    </message>
+    <message>
+        <source>The slowest block of all frames: sample period by the time between two blocks.</source>
+        <translation>Der langsamste Block aller Bilder: Abtastperiode durch die Zeit zwischen zwei Blöcken.</translation>
+    </message>
+    <message>
+        <source>Highest level of the camera&apos;s buffer, simulated: it is filled at the required throughput, emptied at the link&apos;s, and empty when a frame begins.</source>
+        <translation>Höchster Füllstand des Kamerapuffers, simuliert: er wird mit dem geforderten Durchsatz gefüllt, mit dem der Verbindung geleert und ist am Anfang eines Bilds leer.</translation>
+    </message>
+    <message>
+        <source>Frames in which the simulated buffer of the camera was full.</source>
+        <translation>Bilder, in denen der simulierte Puffer der Kamera voll war.</translation>
+    </message>
+    <message>
+        <source>As the camera tells, in kB of 1000 bytes; 32768 bytes are assumed if it does not.</source>
+        <translation>Nach Angabe der Kamera, in kB zu 1000 Bytes; ohne Angabe werden 32768 Bytes angenommen.</translation>
+    </message>
+    <message>
+        <source>Frames that reached the viewer.</source>
+        <translation>Bilder, die den Betrachter erreicht haben.</translation>
+    </message>
+    <message>
+        <source>Frames lost on the link.</source>
+        <translation>Bilder, die auf der Verbindung verloren gingen.</translation>
+    </message>
+    <message>
+        <source>Frames dropped as they were fetched too late.</source>
+        <translation>Bilder, die entfielen, weil sie zu spät abgeholt wurden.</translation>
+    </message>
+    <message>
+        <source>Triggers that came while the sensor was busy.</source>
+        <translation>Trigger, die kamen, während der Sensor beschäftigt war.</translation>
+    </message>
+    <message>
+        <source>Triggers that found the frame buffer full.</source>
+        <translation>Trigger, bei denen der Bildpuffer voll war.</translation>
+    </message>
+    <message>
+        <source>Overflows of the frame buffer.</source>
+        <translation>Überläufe des Bildpuffers.</translation>
+    </message>
+    <message>
+        <source>The camera&apos;s count at its last frame, whatever the graph shows.</source>
+        <translation>Zählerstand der Kamera bei ihrem letzten Bild, gleich was der Graph zeigt.</translation>
+    </message>
+    <message>
+        <source>Frames from %1 s to %2 s: the visible %3 s to %4 s and a margin of %5 s on either side.</source>
+        <translation>Bilder von %1 s bis %2 s: die sichtbaren %3 s bis %4 s und ein Rand von %5 s auf jeder Seite.</translation>
+    </message>
+    <message>
+        <source>no frame in this range</source>
+        <translation>kein Bild in diesem Bereich</translation>
+    </message>
+    <message>
+        <source>This measurement: %1 missing frames, longest time without a frame %2 s.</source>
+        <translation>Diese Messung: %1 fehlende Bilder, längste Zeit ohne Bild %2 s.</translation>
+    </message>
+    <message>
+        <source>no frame for %1 s</source>
+        <translation>seit %1 s kein Bild</translation>
+    </message>
+    <message>
+        <source>Camera</source>
+        <translation>Kamera</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Status</translation>
+    </message>
+    <message>
+        <source>Data gap measurement status</source>
+        <translation>Status der Messung der Datenlücken</translation>
+    </message>
+    <message>
+        <source>Data Format</source>
+        <translation>Datenformat</translation>
+    </message>
+    <message>
+        <source>Output data format.</source>
+        <translation>Format der Ausgabedaten.</translation>
+    </message>
+    <message>
+        <source>Measure</source>
+        <translation>Messen</translation>
+    </message>
+    <message>
+        <source>Start/Stop Measurement</source>
+        <translation>Messung starten/stoppen</translation>
+    </message>
+    <message>
+        <source>Transferred</source>
+        <translation>Übertragen</translation>
+    </message>
+    <message>
+        <source>Number of transferred frames</source>
+        <translation>Anzahl der übertragenen Bilder</translation>
+    </message>
+    <message>
+        <source>Transport skip</source>
+        <translation>Verlust Transport</translation>
+    </message>
+    <message>
+        <source>Number of skipped frames on transport layer</source>
+        <translation>Anzahl der in der Transportschicht übersprungenen Bilder</translation>
+    </message>
+    <message>
+        <source>API skip</source>
+        <translation>Verlust API</translation>
+    </message>
+    <message>
+        <source>Number of skipped frames on API layer</source>
+        <translation>Anzahl der in der API-Schicht übersprungenen Bilder</translation>
+    </message>
+    <message>
+        <source>Missed trg. overlap</source>
+        <translation>Trigger verpasst: Überlappung</translation>
+    </message>
+    <message>
+        <source>Number of missed triggers due to overlap</source>
+        <translation>Anzahl der wegen Überlappung verpassten Trigger</translation>
+    </message>
+    <message>
+        <source>Missed trg overflow</source>
+        <translation>Trigger verpasst: Puffer voll</translation>
+    </message>
+    <message>
+        <source>Number of missed triggers due to frame buffer full</source>
+        <translation>Anzahl der wegen vollen Bildpuffers verpassten Trigger</translation>
+    </message>
+    <message>
+        <source>Buffer overflow</source>
+        <translation>Pufferüberlauf</translation>
+    </message>
+    <message>
+        <source>Frame buffer full counter</source>
+        <translation>Zähler für vollen Bildpuffer</translation>
+    </message>
+    <message>
+        <source>Graph</source>
+        <translation>Graph</translation>
+    </message>
+    <message>
+        <source>Enable/Disable plotting of measured data</source>
+        <translation>Zeichnen der Messdaten ein-/ausschalten</translation>
+    </message>
+    <message>
+        <source>Avg throughput</source>
+        <translation>Mittlerer Durchsatz</translation>
+    </message>
+    <message>
+        <source>Average data rate</source>
+        <translation>Mittlere Datenrate</translation>
+    </message>
+    <message>
+        <source>Min throughput</source>
+        <translation>Kleinster Durchsatz</translation>
+    </message>
+    <message>
+        <source>Minimum data rate in whole data set</source>
+        <translation>Kleinste Datenrate aller Daten</translation>
+    </message>
+    <message>
+        <source>Max buffer level</source>
+        <translation>Max. Puffer</translation>
+    </message>
+    <message>
+        <source>Internal camera buffer fill percentage</source>
+        <translation>Füllstand des internen Kamerapuffers in Prozent</translation>
+    </message>
+    <message>
+        <source>Buffer overflow count</source>
+        <translation>Pufferüberläufe</translation>
+    </message>
+    <message>
+        <source>Number of times internal camera buffer was totally filled</source>
+        <translation>Wie oft der interne Kamerapuffer ganz voll war</translation>
+    </message>
+    <message>
+        <source>Export data</source>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>Export data to .csv report</source>
+        <translation>Daten in einen .csv-Bericht exportieren</translation>
+    </message>
+    <message>
+        <source>Required throughput</source>
+        <translation>Geforderter Durchsatz</translation>
+    </message>
+    <message>
+        <source>Expected sensor speed for evaluation</source>
+        <translation>Für die Auswertung erwartete Geschwindigkeit des Sensors</translation>
+    </message>
+    <message>
+        <source>Camera buffer size</source>
+        <translation>Kamerapuffer</translation>
+    </message>
+    <message>
+        <source>Size of internal camera buffer in bytes</source>
+        <translation>Größe des internen Kamerapuffers in Bytes</translation>
+    </message>
+    <message>
+        <source>Y Axis scaling</source>
+        <translation>Y-Achse</translation>
+    </message>
+    <message>
+        <source>Enable/Disable Y axis automatic scaling or set manual axis range</source>
+        <translation>Automatische Skalierung der Y-Achse ein-/ausschalten oder Bereich von Hand setzen</translation>
+    </message>
+    <message>
+        <source>Average
+throughput</source>
+        <translation>Mittlerer
+Durchsatz</translation>
+    </message>
+    <message>
+        <source>Minimum
+throughput</source>
+        <translation>Kleinster
+Durchsatz</translation>
+    </message>
+    <message>
+        <source>Buffer overflow
+count</source>
+        <translation>Puffer-
+überläufe</translation>
+    </message>
+    <message>
+        <source>Required
+throughput</source>
+        <translation>Geforderter
+Durchsatz</translation>
+    </message>
+    <message>
+        <source>Camera buffer
+size</source>
+        <translation>Kamera-
+puffer</translation>
+    </message>
+    <message>
+        <source>Select Output File</source>
+        <translation>Ausgabedatei wählen</translation>
+    </message>
+    <message>
+        <source>Export Measured Data</source>
+        <translation>Messdaten exportieren</translation>
+    </message>
+    <message>
+        <source>No measured data to export.</source>
+        <translation>Es gibt keine Messdaten zum Exportieren.</translation>
+    </message>
+    <message>
+        <source>Select Output File for Measured Data</source>
+        <translation>Ausgabedatei für Messdaten wählen</translation>
+    </message>
+    <message>
+        <source>CSV files (*.csv)</source>
+        <translation>CSV files (*.csv)</translation>
+    </message>
+    <message>
+        <source>The report is not complete.
+%1: %2</source>
+        <translation>Der Bericht ist nicht vollständig.
+%1: %2</translation>
+    </message>
+    <message>
+        <source>Stopping measurement</source>
+        <translation>Messung wird gestoppt</translation>
+    </message>
+    <message>
+        <source>Stopping camera %1...</source>
+        <translation>Kamera %1 wird gestoppt...</translation>
+    </message>
+    <message>
+        <source>Starting measurement</source>
+        <translation>Messung wird gestartet</translation>
+    </message>
+    <message>
+        <source>Starting camera %1...</source>
+        <translation>Kamera %1 wird gestartet...</translation>
+    </message>
+    <message>
+        <source>Stop All</source>
+        <translation>Alle stoppen</translation>
+    </message>
+    <message>
+        <source>Failed to start measurement</source>
+        <translation>Messung konnte nicht gestartet werden</translation>
+    </message>
+    <message>
+        <source>Camera %1 does not support 
+ data throughput analysis in Kestrova.</source>
+        <translation>Kamera %1 unterstützt 
+ die Analyse des Datendurchsatzes in Kestrova nicht.</translation>
+    </message>
+    <message>
+        <source>Counter value</source>
+        <translation>Zählerstand</translation>
+    </message>
+    <message>
+        <source>Avg. rate [MB/s]</source>
+        <translation>Mittl. Rate [MB/s]</translation>
+    </message>
+    <message>
+        <source>Buffer filled [%]</source>
+        <translation>Pufferstand [%]</translation>
+    </message>
+    <message>
+        <source>The data rate of the sensor in MB/s, against which the buffer is simulated. Checked: as the camera tells.</source>
+        <translation>Die Datenrate des Sensors in MB/s, mit der der Puffer simuliert wird. Angekreuzt: nach Angabe der Kamera.</translation>
+    </message>
+</context>
+<context>
+    <name>CxDataGraphSetupDlg</name>
+    <message>
+        <source>Data Throughput Test Setup</source>
+        <translation>Datendurchsatz einrichten</translation>
+    </message>
+    <message>
+        <source>Measurement</source>
+        <translation>Messung</translation>
+    </message>
+    <message>
+        <source>million samples per camera</source>
+        <translation>Millionen Abtastwerte je Kamera</translation>
+    </message>
+    <message>
+        <source>Bytes</source>
+        <translation>Bytes</translation>
+    </message>
+    <message>
+        <source>Capacity:</source>
+        <translation>Kapazität:</translation>
+    </message>
+    <message>
+        <source>Sample period:</source>
+        <translation>Abtastperiode:</translation>
+    </message>
+    <message>
+        <source>Mode:</source>
+        <translation>Modus:</translation>
+    </message>
+    <message>
+        <source>Data Throughput measurement</source>
+        <translation>Messung des Datendurchsatzes</translation>
+    </message>
+    <message>
+        <source>Standard Sensor Acquisition</source>
+        <translation>Gewöhnliche Sensoraufnahme</translation>
+    </message>
+    <message>
+        <source>Display</source>
+        <translation>Anzeige</translation>
+    </message>
+    <message>
+        <source>Refresh Period:</source>
+        <translation>Auffrischen alle:</translation>
+    </message>
+    <message>
+        <source>seconds</source>
+        <translation>Sekunden</translation>
+    </message>
+    <message>
+        <source>Takes up to %1 of memory per camera, then the oldest samples are dropped.</source>
+        <translation>Belegt bis zu %1 Speicher je Kamera, dann entfallen die ältesten Abtastwerte.</translation>
+    </message>
+    <message>
+        <source>%1: lasts %2</source>
+        <translation>%1: reicht %2</translation>
+    </message>
+    <message>
+        <source>%1: not known before its first measurement</source>
+        <translation>%1: vor der ersten Messung nicht bekannt</translation>
+    </message>
+</context>
+<context>
+    <name>CxDataThroughputGraphPlugin</name>
+    <message>
+        <source>Data Throughput Graph Tool</source>
+        <translation>Werkzeug für den Datendurchsatz</translation>
+    </message>
+    <message>
+        <source>Measures the available bandwidth during time and shows results in graph.</source>
+        <translation>Misst die verfügbare Bandbreite über die Zeit und zeigt die Ergebnisse als Graph.</translation>
+    </message>
+</context>
+</TS>

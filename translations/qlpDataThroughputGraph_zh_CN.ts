@@ -1,0 +1,469 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="en">
+<context>
+    <name>CxCameraLineData</name>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Exporting %1 data</source>
+        <translation>正在导出 %1 的数据</translation>
+    </message>
+    <message>
+        <source>Data throughput monitor</source>
+        <translation>数据吞吐量监视</translation>
+    </message>
+</context>
+<context>
+    <name>CxDataGraphForm</name>
+    <message>
+        <source>Data Throughput Graph</source>
+        <translation>数据吞吐量图</translation>
+    </message>
+    <message>
+        <source>Setup...</source>
+        <translation>设置...</translation>
+    </message>
+    <message>
+        <source>Start All</source>
+        <translation>全部开始</translation>
+    </message>
+    <message>
+        <source>Reset Zoom</source>
+        <translation>重置缩放</translation>
+    </message>
+    <message>
+        <source>Reset Pan</source>
+        <translation>重置平移</translation>
+    </message>
+    <message>
+        <source>Live Graph</source>
+        <translation>实时图</translation>
+    </message>
+    <message>
+        <source>Refresh</source>
+        <translation>刷新</translation>
+    </message>
+    <message>
+        <source>Export Graph</source>
+        <translation>导出图</translation>
+    </message>
+    <message>
+        <source>Enable or disable plot:</source>
+        <translation>启用或禁用曲线：</translation>
+    </message>
+    <message>
+        <source>Export Data...</source>
+        <translation>导出数据...</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>开始</translation>
+    </message>
+    <message>
+        <source>Acq</source>
+        <translation>采集</translation>
+    </message>
+    <message>
+        <source>Testing</source>
+        <translation>测试中</translation>
+    </message>
+    <message>
+        <source>Stopped</source>
+        <translation>已停止</translation>
+    </message>
+    <message>
+        <source>Testing: this tool measures the camera. Acq: the viewer itself acquires from it.</source>
+        <translation>测试中：本工具正在测量该相机。采集：查看器自身正从该相机采集。</translation>
+    </message>
+    <message>
+        <source>Mean of the frames&apos; throughputs, all frames weighing the same. A frame&apos;s throughput: its bytes by the time from its first to its last block.</source>
+        <translation>各帧吞吐量的平均值，所有帧权重相同。一帧的吞吐量：其字节数除以从首块到末块的时间。</translation>
+    </message>
+    <message>
+        <source>The slowest block of all frames: sample period by the time between two blocks.</source>
+        <translation>所有帧中最慢的块：采样周期除以两块之间的时间。</translation>
+    </message>
+    <message>
+        <source>Highest level of the camera&apos;s buffer, simulated: it is filled at the required throughput, emptied at the link&apos;s, and empty when a frame begins.</source>
+        <translation>相机缓冲区的最高占用（模拟）：以所需吞吐量填充，以链路吞吐量清空，每帧开始时为空。</translation>
+    </message>
+    <message>
+        <source>Frames in which the simulated buffer of the camera was full.</source>
+        <translation>相机的模拟缓冲区被填满的帧数。</translation>
+    </message>
+    <message>
+        <source>As the camera tells, in kB of 1000 bytes; 32768 bytes are assumed if it does not.</source>
+        <translation>由相机给出，1 kB 为 1000 字节；若相机未给出，则假定为 32768 字节。</translation>
+    </message>
+    <message>
+        <source>Frames that reached the viewer.</source>
+        <translation>到达查看器的帧数。</translation>
+    </message>
+    <message>
+        <source>Frames lost on the link.</source>
+        <translation>在链路上丢失的帧数。</translation>
+    </message>
+    <message>
+        <source>Frames dropped as they were fetched too late.</source>
+        <translation>因取走过晚而被丢弃的帧数。</translation>
+    </message>
+    <message>
+        <source>Triggers that came while the sensor was busy.</source>
+        <translation>传感器忙时到来的触发次数。</translation>
+    </message>
+    <message>
+        <source>Triggers that found the frame buffer full.</source>
+        <translation>到来时帧缓冲区已满的触发次数。</translation>
+    </message>
+    <message>
+        <source>Overflows of the frame buffer.</source>
+        <translation>帧缓冲区的溢出次数。</translation>
+    </message>
+    <message>
+        <source>The camera&apos;s count at its last frame, whatever the graph shows.</source>
+        <translation>相机在最后一帧时的计数，与图中显示的范围无关。</translation>
+    </message>
+    <message>
+        <source>Frames from %1 s to %2 s: the visible %3 s to %4 s and a margin of %5 s on either side.</source>
+        <translation>%1 s 至 %2 s 的帧：可见的 %3 s 至 %4 s，两侧各加 %5 s 余量。</translation>
+    </message>
+    <message>
+        <source>no frame in this range</source>
+        <translation>此范围内没有帧</translation>
+    </message>
+    <message>
+        <source>This measurement: %1 missing frames, longest time without a frame %2 s.</source>
+        <translation>本次测量：缺失 %1 帧，最长无帧时间 %2 s。</translation>
+    </message>
+    <message>
+        <source>no frame for %1 s</source>
+        <translation>已有 %1 s 没有帧</translation>
+    </message>
+    <message>
+        <source>Camera</source>
+        <translation>相机</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>Data gap measurement status</source>
+        <translation>数据间隙测量的状态</translation>
+    </message>
+    <message>
+        <source>Data Format</source>
+        <translation>数据格式</translation>
+    </message>
+    <message>
+        <source>Output data format.</source>
+        <translation>输出数据格式。</translation>
+    </message>
+    <message>
+        <source>Measure</source>
+        <translation>测量</translation>
+    </message>
+    <message>
+        <source>Start/Stop Measurement</source>
+        <translation>开始/停止测量</translation>
+    </message>
+    <message>
+        <source>Transferred</source>
+        <translation>已传输</translation>
+    </message>
+    <message>
+        <source>Number of transferred frames</source>
+        <translation>已传输的帧数</translation>
+    </message>
+    <message>
+        <source>Transport skip</source>
+        <translation>传输跳帧</translation>
+    </message>
+    <message>
+        <source>Number of skipped frames on transport layer</source>
+        <translation>传输层跳过的帧数</translation>
+    </message>
+    <message>
+        <source>API skip</source>
+        <translation>API 跳帧</translation>
+    </message>
+    <message>
+        <source>Number of skipped frames on API layer</source>
+        <translation>API 层跳过的帧数</translation>
+    </message>
+    <message>
+        <source>Missed trg. overlap</source>
+        <translation>漏触发（重叠）</translation>
+    </message>
+    <message>
+        <source>Number of missed triggers due to overlap</source>
+        <translation>因重叠而错过的触发次数</translation>
+    </message>
+    <message>
+        <source>Missed trg overflow</source>
+        <translation>漏触发（溢出）</translation>
+    </message>
+    <message>
+        <source>Number of missed triggers due to frame buffer full</source>
+        <translation>因帧缓冲区已满而错过的触发次数</translation>
+    </message>
+    <message>
+        <source>Buffer overflow</source>
+        <translation>缓冲区溢出</translation>
+    </message>
+    <message>
+        <source>Frame buffer full counter</source>
+        <translation>帧缓冲区已满计数</translation>
+    </message>
+    <message>
+        <source>Graph</source>
+        <translation>图</translation>
+    </message>
+    <message>
+        <source>Enable/Disable plotting of measured data</source>
+        <translation>启用/禁用测量数据的绘制</translation>
+    </message>
+    <message>
+        <source>Avg throughput</source>
+        <translation>平均吞吐量</translation>
+    </message>
+    <message>
+        <source>Average data rate</source>
+        <translation>平均数据速率</translation>
+    </message>
+    <message>
+        <source>Min throughput</source>
+        <translation>最小吞吐量</translation>
+    </message>
+    <message>
+        <source>Minimum data rate in whole data set</source>
+        <translation>全部数据中的最小数据速率</translation>
+    </message>
+    <message>
+        <source>Max buffer level</source>
+        <translation>最高缓冲占用</translation>
+    </message>
+    <message>
+        <source>Internal camera buffer fill percentage</source>
+        <translation>相机内部缓冲区占用百分比</translation>
+    </message>
+    <message>
+        <source>Buffer overflow count</source>
+        <translation>缓冲溢出次数</translation>
+    </message>
+    <message>
+        <source>Number of times internal camera buffer was totally filled</source>
+        <translation>相机内部缓冲区被完全填满的次数</translation>
+    </message>
+    <message>
+        <source>Export data</source>
+        <translation>导出数据</translation>
+    </message>
+    <message>
+        <source>Export data to .csv report</source>
+        <translation>将数据导出为 .csv 报告</translation>
+    </message>
+    <message>
+        <source>Required throughput</source>
+        <translation>所需吞吐量</translation>
+    </message>
+    <message>
+        <source>Expected sensor speed for evaluation</source>
+        <translation>用于评估的预期传感器速度</translation>
+    </message>
+    <message>
+        <source>Camera buffer size</source>
+        <translation>相机缓冲区大小</translation>
+    </message>
+    <message>
+        <source>Size of internal camera buffer in bytes</source>
+        <translation>相机内部缓冲区大小（字节）</translation>
+    </message>
+    <message>
+        <source>Y Axis scaling</source>
+        <translation>Y 轴缩放</translation>
+    </message>
+    <message>
+        <source>Enable/Disable Y axis automatic scaling or set manual axis range</source>
+        <translation>启用/禁用 Y 轴自动缩放，或手动设置轴范围</translation>
+    </message>
+    <message>
+        <source>Average
+throughput</source>
+        <translation>平均吞吐量</translation>
+    </message>
+    <message>
+        <source>Minimum
+throughput</source>
+        <translation>最小吞吐量</translation>
+    </message>
+    <message>
+        <source>Buffer overflow
+count</source>
+        <translation>缓冲溢出次数</translation>
+    </message>
+    <message>
+        <source>Required
+throughput</source>
+        <translation>所需吞吐量</translation>
+    </message>
+    <message>
+        <source>Camera buffer
+size</source>
+        <translation>相机缓冲区大小</translation>
+    </message>
+    <message>
+        <source>Select Output File</source>
+        <translation>选择输出文件</translation>
+    </message>
+    <message>
+        <source>Export Measured Data</source>
+        <translation>导出测量数据</translation>
+    </message>
+    <message>
+        <source>No measured data to export.</source>
+        <translation>没有可导出的测量数据。</translation>
+    </message>
+    <message>
+        <source>Select Output File for Measured Data</source>
+        <translation>选择测量数据的输出文件</translation>
+    </message>
+    <message>
+        <source>CSV files (*.csv)</source>
+        <translation>CSV files (*.csv)</translation>
+    </message>
+    <message>
+        <source>The report is not complete.
+%1: %2</source>
+        <translation>报告不完整。
+%1：%2</translation>
+    </message>
+    <message>
+        <source>Stopping measurement</source>
+        <translation>正在停止测量</translation>
+    </message>
+    <message>
+        <source>Stopping camera %1...</source>
+        <translation>正在停止相机 %1...</translation>
+    </message>
+    <message>
+        <source>Starting measurement</source>
+        <translation>正在开始测量</translation>
+    </message>
+    <message>
+        <source>Starting camera %1...</source>
+        <translation>正在启动相机 %1...</translation>
+    </message>
+    <message>
+        <source>Stop All</source>
+        <translation>全部停止</translation>
+    </message>
+    <message>
+        <source>Failed to start measurement</source>
+        <translation>无法开始测量</translation>
+    </message>
+    <message>
+        <source>Camera %1 does not support 
+ data throughput analysis in Kestrova.</source>
+        <translation>相机 %1 不支持 
+ Kestrova 中的数据吞吐量分析。</translation>
+    </message>
+    <message>
+        <source>Counter value</source>
+        <translation>计数值</translation>
+    </message>
+    <message>
+        <source>Avg. rate [MB/s]</source>
+        <translation>平均速率 [MB/s]</translation>
+    </message>
+    <message>
+        <source>Buffer filled [%]</source>
+        <translation>缓冲占用 [%]</translation>
+    </message>
+    <message>
+        <source>The data rate of the sensor in MB/s, against which the buffer is simulated. Checked: as the camera tells.</source>
+        <translation>传感器的数据速率（MB/s），用于模拟缓冲区。勾选：由相机给出。</translation>
+    </message>
+</context>
+<context>
+    <name>CxDataGraphSetupDlg</name>
+    <message>
+        <source>Data Throughput Test Setup</source>
+        <translation>数据吞吐量测试设置</translation>
+    </message>
+    <message>
+        <source>Measurement</source>
+        <translation>测量</translation>
+    </message>
+    <message>
+        <source>million samples per camera</source>
+        <translation>百万采样/相机</translation>
+    </message>
+    <message>
+        <source>Bytes</source>
+        <translation>字节</translation>
+    </message>
+    <message>
+        <source>Capacity:</source>
+        <translation>容量：</translation>
+    </message>
+    <message>
+        <source>Sample period:</source>
+        <translation>采样周期：</translation>
+    </message>
+    <message>
+        <source>Mode:</source>
+        <translation>模式：</translation>
+    </message>
+    <message>
+        <source>Data Throughput measurement</source>
+        <translation>数据吞吐量测量</translation>
+    </message>
+    <message>
+        <source>Standard Sensor Acquisition</source>
+        <translation>标准传感器采集</translation>
+    </message>
+    <message>
+        <source>Display</source>
+        <translation>显示</translation>
+    </message>
+    <message>
+        <source>Refresh Period:</source>
+        <translation>刷新周期：</translation>
+    </message>
+    <message>
+        <source>seconds</source>
+        <translation>秒</translation>
+    </message>
+    <message>
+        <source>Takes up to %1 of memory per camera, then the oldest samples are dropped.</source>
+        <translation>每台相机最多占用 %1 内存，之后丢弃最旧的采样。</translation>
+    </message>
+    <message>
+        <source>%1: lasts %2</source>
+        <translation>%1：可持续 %2</translation>
+    </message>
+    <message>
+        <source>%1: not known before its first measurement</source>
+        <translation>%1：首次测量前未知</translation>
+    </message>
+</context>
+<context>
+    <name>CxDataThroughputGraphPlugin</name>
+    <message>
+        <source>Data Throughput Graph Tool</source>
+        <translation>数据吞吐量图工具</translation>
+    </message>
+    <message>
+        <source>Measures the available bandwidth during time and shows results in graph.</source>
+        <translation>测量一段时间内的可用带宽，并以图形显示结果。</translation>
+    </message>
+</context>
+</TS>
