@@ -116,12 +116,6 @@ void HandDrivenCamera::setHook(Hook next)
     hook = next ? std::make_shared<const Hook>(std::move(next)) : nullptr;
 }
 
-QMap<QString, int> HandDrivenCamera::parameters(bool selectors) const
-{
-    const Turn turn(*this);
-    return model.parameters().writable(selectors);
-}
-
 int HandDrivenCamera::parameter(const QString& name) const
 {
     const Turn turn(*this);

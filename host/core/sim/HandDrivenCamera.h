@@ -40,10 +40,6 @@ public:
     void setHook(Hook hook);
 
     // --- the model itself, past hooks, faults and loss ---
-    /// Everything that a parameter write can change, banks included: "test_pattern[1]",
-    /// "dp_param_value[1/5/6]", "device_unit_register_value[1/55]". Without `selectors`, what a faultless
-    /// measurement leaves as it was.
-    QMap<QString, int> parameters(bool selectors = false) const;
     /// One of them, by the name that parameters() uses; -1 if there is none.
     int parameter(const QString& name) const;
     void setParameter(const QString& name, int value);

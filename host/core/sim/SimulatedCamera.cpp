@@ -194,6 +194,12 @@ Ledger SimulatedCamera::ledger() const
     return model.ledger();
 }
 
+QMap<QString, int> SimulatedCamera::parameters(bool selectors) const
+{
+    const Turn turn(*this);
+    return model.parameters().writable(selectors);
+}
+
 void SimulatedCamera::handOut(const Frame& frame, const Faults& faults, DeviceImage& image)
 {
     image = DeviceImage();

@@ -42,8 +42,12 @@ public:
     bool isLost() const override;
     void setLossListener(std::function<void(bool lost)> listener) override;
 
-    /// The truth about this camera, also while it is lost.
+    // --- the truth about this camera, past faults and loss ---
     Ledger ledger() const;
+    /// Everything that a parameter write can change, banks included: "test_pattern[1]",
+    /// "dp_param_value[1/5/6]", "device_unit_register_value[1/55]". Without `selectors`, what a faultless
+    /// measurement leaves as it was.
+    QMap<QString, int> parameters(bool selectors = false) const;
 
 protected:
     /// `clock` tells the model time in ns and is called with `mutex` held. It is no virtual operation, as a drive's
