@@ -63,6 +63,12 @@ const CameraRegistry::KnownDevice* CameraRegistry::known(int device) const
     return device >= 0 && device < deviceCount() ? &m_devices[static_cast<size_t>(device)] : nullptr;
 }
 
+std::shared_ptr<CameraDevice> CameraRegistry::device(int device) const
+{
+    const KnownDevice* found = known(device);
+    return found ? found->device : nullptr;
+}
+
 SxCameraInfo CameraRegistry::deviceInfo(int device) const
 {
     const auto* entry = known(device);

@@ -32,7 +32,8 @@ public:
     /// given out again.
     void removeAllDevices();
     int deviceCount() const { return static_cast<int>(m_devices.size()); }
-    /// Of an unknown index: empty texts, not lost, null.
+    /// Of an unknown index: null, empty texts, not lost, null.
+    std::shared_ptr<CameraDevice> device(int device) const;
     SxCameraInfo deviceInfo(int device) const;
     bool isDeviceLost(int device) const;
     VNCORE_HANDLE openedHandle(int device) const; ///< null while the camera is not open
