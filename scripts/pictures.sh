@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Makes the pictures of README.md and docs/ anew: the real viewer with the default cameras on a display of its own.
+#   scripts/pictures.sh [SECONDS]    how long it measures before each picture, 19 s without argument
+set -euo pipefail
+cd "$(dirname "$0")/.."
+scripts/setup.sh
+cmake --preset release >/dev/null
+cmake --build --preset release --target kestrova qlpDataThroughputGraph
+
+seconds=${1:-19}
+directory=docs/pictures
+settings=$(mktemp -d)
+trap 'rm -r "$settings"' EXIT
+mkdir -p "$directory"
+
+# picture NAME MODE: 0 measures the data throughput, 1 counts frames
+picture() {
+  printf '[DataThroughputGraphPlugin]\nDTGTMeasMode=%d\n' "$2" > "$settings/$1.ini"
+  scripts/with-display.sh build/release/bin/kestrova --settings "$settings/$1.ini" \
+    --start --quit-after "${seconds}s" --screenshot "$directory/$1.png"
+  echo "pictures.sh: $directory/$1.png"
+}
+
+picture throughput 0
+picture counters 1
