@@ -16,8 +16,6 @@
 
 namespace {
 
-constexpr char header[] = "Frame number,Frame Time [ns], Offset [B], Data Time Stamp [ns], Req. throughput [MB/s], "
-                          "Link throughput [MB/s], Buffer filled [B], Max buffer level [%]\n";
 constexpr int columns = 8;
 constexpr quint64 nsPerTick = 4;
 
@@ -46,7 +44,7 @@ public:
 private:
     static constexpr std::size_t flushAt = 256 * 1024;
     static constexpr std::size_t lineRoom = columns * (csvNumberRoom + 1);
-    static_assert(sizeof header < lineRoom + flushAt, "the header must fit");
+    static_assert(sizeof csvReportHeader < lineRoom + flushAt, "the header must fit");
 
     const CsvReportWriter::Sink& m_sink;
     std::unique_ptr<char[]> m_text{new char[flushAt + lineRoom]};
@@ -76,8 +74,8 @@ CsvReportResult CsvReportWriter::write(const CxCameraLineData& data, qint64 from
 
     QMutexLocker lock(&data.mutex);
     TextBuffer text(m_sink);
-    std::memcpy(text.position(), header, sizeof header - 1);
-    if (!text.advance(text.position() + sizeof header - 1))
+    std::memcpy(text.position(), csvReportHeader, sizeof csvReportHeader - 1);
+    if (!text.advance(text.position() + sizeof csvReportHeader - 1))
         return failed();
 
     const auto period = static_cast<quint32>(data.samplePeriod);

@@ -11,6 +11,11 @@
 
 class CxCameraLineData;
 
+/// The first line. What the columns hold, and in which units, is in docs/measurements.md.
+constexpr char csvReportHeader[] =
+    "Frame number,Frame Time [ns], Offset [B], Data Time Stamp [ns], Req. throughput [MB/s], "
+    "Link throughput [MB/s], Buffer filled [B], Max buffer level [%]\n";
+
 enum class CsvReportResult
 {
     Written,
