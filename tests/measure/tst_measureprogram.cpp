@@ -153,7 +153,13 @@ private Q_SLOTS:
             QCOMPARE(frames, camera[QStringLiteral("frames")].toInt());
             const QJsonValue report = camera[QStringLiteral("report")];
             QCOMPARE(report[QStringLiteral("frames")].toInt(), frames);
-            QVERIFY(QFile::exists(report[QStringLiteral("file")].toString()));
+            const QString file = report[QStringLiteral("file")].toString();
+            QVERIFY(QFile::exists(file));
+            QFile description(file + QStringLiteral(".json"));
+            QVERIFY(description.open(QIODevice::ReadOnly));
+            QCOMPARE(QJsonDocument::fromJson(description.readAll())[QStringLiteral("camera")],
+                     QJsonValue(QJsonObject{
+                         {"name", camera["name"]}, {"id", camera["id"]}, {"customId", camera["customId"]}}));
         }
         QFile log(folder.filePath(QStringLiteral("log.csv")));
         QVERIFY(log.open(QIODevice::ReadOnly));

@@ -10,6 +10,7 @@
 #include "CameraRegistry.h"
 #include "MeasureRun.h"
 #include "Report.h"
+#include "ReportDescription.h"
 #include "sim/HandDrivenCamera.h"
 
 namespace {
@@ -245,10 +246,12 @@ private Q_SLOTS:
         QVERIFY(bench.lines().empty());
     }
 
-    void theReportHoldsWhatIsKept()
+    void theReportHoldsWhatIsKeptAndIsDescribed()
     {
         Options options = byHand();
         options.capacity = 1000; // blocks; some frames of the run
+        options.samplePeriod = 8192;
+        options.required = 123;
         Bench bench({}, options);
         bench.run->start();
         QVERIFY(bench.take(40));
@@ -266,6 +269,29 @@ private Q_SLOTS:
         QVERIFY(written.open(QIODevice::ReadOnly));
         const double blocksPerFrame = bench.total("blocks") / bench.total("frames");
         QCOMPARE(double(written.readAll().count('\n')), 1 + double(report->frames) * (blocksPerFrame - 1));
+
+        QVERIFY(writeDescription(*bench.cameras[0], *report, &error));
+        QFile described(file + QStringLiteral(".json"));
+        QVERIFY(described.open(QIODevice::ReadOnly));
+        const QJsonObject description = QJsonDocument::fromJson(described.readAll()).object();
+        QCOMPARE(description["report"].toString(), QStringLiteral("report.csv"));
+        QCOMPARE(description["camera"]["id"].toString(), bench.cameras[0]->info().id);
+        QCOMPARE(description["mode"].toString(), QStringLiteral("throughput"));
+        QCOMPARE(description["samplePeriodBytes"].toInt(), 8192);
+        QCOMPARE(description["requiredThroughputMBps"].toInt(), 123);
+        QCOMPARE(description["droppedFrames"].toDouble(), double(report->droppedFrames));
+        QVERIFY(description["bufferSizeBytes"].toInt() > 0);
+        const QString startTime = description["startTime"].toString();
+        QVERIFY2(startTime.contains(QRegularExpression("T.*(Z|[+-]\\d\\d:\\d\\d)$")), qPrintable(startTime));
+        QVERIFY(qAbs(QDateTime::fromString(startTime, Qt::ISODate).secsTo(QDateTime::currentDateTime())) < 3600);
+        QStringList headings;
+        for (const QJsonValue column : description["columns"].toArray()) {
+            QVERIFY(!column["meaning"].toString().isEmpty());
+            headings.append(column["heading"].toString());
+        }
+        QVERIFY(written.seek(0));
+        QCOMPARE(headings.join(", ").replace("number, ", "number,") + '\n', QString(written.readLine()));
+        QCOMPARE(description["columns"][1]["unit"].toString(), QStringLiteral("us"));
 
         QVERIFY(!canWriteReport(folder.filePath(QStringLiteral("no/where.csv")), &error));
         QVERIFY(!error.isEmpty());

@@ -16,6 +16,7 @@ MeasuredCamera::MeasuredCamera(VNCORE_HANDLE camera, SxCameraInfo info, const Op
 
 bool MeasuredCamera::start(const Options& options)
 {
+    m_startTime = QDateTime::currentDateTime();
     m_started = m_record.startMeasurement(options.samplePeriod, options.capacity);
     m_clock.start();
     return m_started;

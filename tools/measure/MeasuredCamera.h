@@ -3,6 +3,7 @@
 #ifndef KESTROVA_MEASURE_MEASUREDCAMERA_H
 #define KESTROVA_MEASURE_MEASUREDCAMERA_H
 
+#include <QtCore/QDateTime>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QStringList>
 
@@ -28,6 +29,8 @@ public:
     const SxCameraInfo& info() const { return m_info; }
     VNCORE_HANDLE handle() const { return m_record.hCam; }
     const CxCameraLineData& record() const { return m_record; }
+    /// Of the calendar, in local time.
+    QDateTime startTime() const { return m_startTime; }
 
     /// False if the camera refuses or could not be opened.
     bool start(const Options& options);
@@ -53,6 +56,7 @@ private:
     const SxCameraInfo m_info;
     CxCameraLineData m_record;
     QElapsedTimer m_clock;
+    QDateTime m_startTime;
     double m_intervalBeginS = 0.0;
     std::optional<double> m_endS; ///< of a measurement that is over
     bool m_started = false;

@@ -157,15 +157,6 @@ void declareOptions(QCommandLineParser& parser)
         add(limit.name, limit.help, limit.valueName);
 }
 
-QString versionText()
-{
-    int major = 0;
-    int minor = 0;
-    int revision = 0;
-    vnCoreVersion(major, minor, revision);
-    return QStringLiteral("kestrova-measure %1.%2.%3").arg(major).arg(minor).arg(revision);
-}
-
 void readMeasurement(const QCommandLineParser& parser, Options& options, Reader& read)
 {
     const QString mode = read.value("mode");
@@ -200,6 +191,15 @@ void readMeasurement(const QCommandLineParser& parser, Options& options, Reader&
 }
 
 } // namespace
+
+QString versionText()
+{
+    int major = 0;
+    int minor = 0;
+    int revision = 0;
+    vnCoreVersion(major, minor, revision);
+    return QStringLiteral("kestrova-measure %1.%2.%3").arg(major).arg(minor).arg(revision);
+}
 
 QString usageText()
 {

@@ -48,6 +48,8 @@ Options parseOptions(const QStringList& arguments);
 
 /// What to print after a refusal.
 QString usageText();
+/// "kestrova-measure 1.2.3"
+QString versionText();
 
 /// What takes the place of a camera in the name of a report.
 inline const QString cameraPlaceholder = QStringLiteral("{camera}");

@@ -12,6 +12,7 @@
 #include "DeviceFamilies.h"
 #include "MeasureRun.h"
 #include "Report.h"
+#include "ReportDescription.h"
 #include "Selection.h"
 #include "StopSignals.h"
 
@@ -79,7 +80,7 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
             return complain(WrongUsage, QStringLiteral("--csv: several cameras need {camera} in the file's name"));
         files = reportFiles(options.csvFile, infos);
         for (const QString& file : files) {
-            if (!canWriteReport(file, &error))
+            if (!canWriteReport(file, &error) || !canWriteReport(descriptionFile(file), &error))
                 return complain(WrongUsage, error);
         }
     }
@@ -105,7 +106,7 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
         line.brokenLimits = brokenLimits(options.limits, line.run.figures);
         if (!files.isEmpty()) {
             line.report = writeReport(camera.record(), files[i], &error);
-            if (!line.report) {
+            if (!line.report || !writeDescription(camera, *line.report, &error)) {
                 complain(WrongUsage, error);
                 fileFault = true;
             }
