@@ -17,6 +17,13 @@ struct FramePool::Shelf
     };
     static constexpr size_t capacity = 4; ///< more than a consumer and a view hold at a time
 
+    /// With the lock, so that race checkers see the order of what other threads gave back and its end.
+    ~Shelf()
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        unused.clear();
+    }
+
     /// Guards `unused`. A leaf: nothing is called while it is held.
     std::mutex mutex;
     std::vector<Memory> unused;
