@@ -48,7 +48,8 @@ public:
 };
 
 /// What endCommitBatch() refreshes.
-enum ExCommitRefreshGuiMode {
+enum ExCommitRefreshGuiMode
+{
     CommitRefreshGuiNone = 0,
     CommitRefreshGuiChanged = 1,
 };

@@ -17,7 +17,8 @@ VNCORE_EXPORT bool vnApi_SetParamInt(VNCORE_HANDLE camera, const char* name, int
 /// Waits at most `timeoutMs` for the next image that this side has not had yet. False when none came, the camera is
 /// not acquiring or was closed; a lost camera uses up the time limit. `data` of a success may be null when a driver
 /// fails to map the memory. `newest` is accepted for the drivers that have it and has no effect here.
-VNCORE_EXPORT bool vnApi_GetImage(VNCORE_HANDLE camera, unsigned int timeoutMs, VN_IMG* image, int* error, bool newest);
+VNCORE_EXPORT bool vnApi_GetImage(VNCORE_HANDLE camera, unsigned int timeoutMs, VN_IMG* image, int* error,
+                                  bool newest);
 
 /// Starts the acquisition for the caller; refused while the host itself or another caller acquires.
 VNCORE_EXPORT bool vnApi_StartAcquisition(VNCORE_HANDLE camera);
@@ -29,7 +30,8 @@ VNCORE_EXPORT bool vnApi_StopAcquisition(VNCORE_HANDLE camera);
 VNCORE_EXPORT void vnCoreVersion(int& major, int& minor, int& revision);
 
 /// Codes for the `error` arguments.
-enum VN_ERROR : int {
+enum VN_ERROR : int
+{
     VN_ERR_NONE = 0,
     VN_ERR_NO_CAMERA = 1,  ///< unknown, closed or null handle
     VN_ERR_NO_PARAM = 2,   ///< the camera has no such parameter

@@ -34,7 +34,8 @@ struct VN_IMG
 static_assert(sizeof(VN_IMG) == 288, "the descriptor's size is part of the interface");
 
 /// Frame counters of a camera, values of "counter_selector".
-enum VN_COUNTER_SELECTOR : qint32 {
+enum VN_COUNTER_SELECTOR : qint32
+{
     VN_COUNTER_TRANSPORT_SKIP = 0,      ///< frames lost on the link
     VN_COUNTER_API_SKIP = 1,            ///< frames fetched too late and dropped by the acquisition library
     VN_COUNTER_TRANSFERRED = 2,         ///< frames handed out
@@ -44,7 +45,8 @@ enum VN_COUNTER_SELECTOR : qint32 {
 };
 
 /// Values of "imgdataformat".
-enum VN_IMAGE_DATA_FORMAT : qint32 {
+enum VN_IMAGE_DATA_FORMAT : qint32
+{
     VN_FRM_MONO8 = 0,
     VN_FRM_MONO16 = 1,
     VN_FRM_TRANSPORT_DATA = 7, ///< the data as they come over the link, two bytes a pixel
