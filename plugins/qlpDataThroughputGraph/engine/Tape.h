@@ -17,8 +17,8 @@ class Tape
 {
 public:
     Tape() = default;
-    Tape(Tape&&) = default;
-    Tape& operator=(Tape&&) = default;
+    Tape(Tape&&) noexcept = default;
+    Tape& operator=(Tape&&) noexcept = default;
 
     bool empty() const { return m_size == 0; }
     quint64 size() const { return m_size; }
