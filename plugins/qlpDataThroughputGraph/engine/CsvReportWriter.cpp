@@ -42,8 +42,8 @@ public:
     }
 
 private:
-    static constexpr std::size_t flushAt = 256 * 1024;
-    static constexpr std::size_t lineRoom = columns * (csvNumberRoom + 1);
+    static constexpr std::size_t flushAt = std::size_t{256} * 1024;
+    static constexpr std::size_t lineRoom = columns * (std::size_t{csvNumberRoom} + 1);
     static_assert(sizeof csvReportHeader < lineRoom + flushAt, "the header must fit");
 
     const CsvReportWriter::Sink& m_sink;
