@@ -34,7 +34,7 @@ CxExportToolButton::CxExportToolButton(QWidget* parent) : QToolButton(parent), m
     setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     setFocusPolicy(Qt::StrongFocus);
     setMenu(new QMenu(this));
-    connect(this, &QToolButton::clicked, this, [this] { Q_EMIT exportClicked(m_type); });
+    connect(this, &QToolButton::clicked, this, &CxExportToolButton::exportOrAsk);
     connect(m_types, &QActionGroup::triggered, this,
             [this](QAction* action) { setExportType(ExExportType(action->data().toInt())); });
 }
@@ -61,6 +61,15 @@ void CxExportToolButton::setExportType(ExExportType type)
 {
     m_type = type;
     updateAppearance();
+}
+
+void CxExportToolButton::exportOrAsk()
+{
+    if (m_types->checkedAction()) {
+        Q_EMIT exportClicked(m_type);
+    } else {
+        menu()->popup(mapToGlobal(rect().bottomLeft()));
+    }
 }
 
 void CxExportToolButton::changeEvent(QEvent* event)

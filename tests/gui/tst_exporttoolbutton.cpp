@@ -51,6 +51,9 @@ private Q_SLOTS:
     {
         m_button->setExportType(ExExportType(77));
         QCOMPARE(int(m_button->exportType()), 77);
+        QSignalSpy spy(m_button.get(), &CxExportToolButton::exportClicked);
+        m_button->click();
+        QVERIFY2(spy.isEmpty() && m_button->menu()->isVisible(), "nobody can carry it out, so the user chooses");
         m_button->menu()->actions()[0]->trigger();
         QCOMPARE(m_button->exportType(), ExportToClipboard);
     }

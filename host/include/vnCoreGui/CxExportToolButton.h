@@ -29,7 +29,7 @@ public:
     void addSupportedExportType(ExExportType type);
 
     /// Selects the type and emits nothing. One that is not in the menu (from settings, say) is kept as it is; the
-    /// menu then shows no selection.
+    /// menu then shows no selection, and pressing the button opens it.
     void setExportType(ExExportType type);
     ExExportType exportType() const { return m_type; }
 
@@ -41,6 +41,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void exportOrAsk();
     void updateAppearance();
 
     QActionGroup* m_types; ///< one checkable action per supported type, its data the type
