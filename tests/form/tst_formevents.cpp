@@ -100,7 +100,7 @@ void FormEventsTest::doAnything(FormBench& bench)
 {
     const int camera = below(3);
     auto& registry = CameraRegistry::instance();
-    switch (below(16)) {
+    switch (below(17)) {
     case 0:
     case 1:
         bench.open(camera);
@@ -136,6 +136,14 @@ void FormEventsTest::doAnything(FormBench& bench)
     case 10:
     case 11:
         bench.tick();
+        break;
+    case 12: // a camera opens while no plot is wanted
+        for (int row = 0; row < bench.table()->rowCount(); ++row) {
+            QCheckBox* box = bench.graphBox(row);
+            if (box && box->isChecked())
+                box->click();
+        }
+        bench.open(camera);
         break;
     default:
         pressAny(bench);
