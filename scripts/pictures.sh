@@ -18,7 +18,7 @@ mkdir -p "$directory"
 picture() {
   printf '[DataThroughputGraphPlugin]\nDTGTMeasMode=%d\n' "$2" > "$settings/$1.ini"
   scripts/with-display.sh build/release/bin/kestrova --settings "$settings/$1.ini" \
-    --start --quit-after "${seconds}s" --screenshot "$directory/$1.png"
+    --language en --start --quit-after "${seconds}s" --screenshot "$directory/$1.png"
   echo "pictures.sh: $directory/$1.png"
 }
 
