@@ -163,12 +163,30 @@ void Viewer::shutDown()
     if (!std::exchange(m_running, false)) {
         return;
     }
-    if (m_saveTimer.isActive()) { // start() has come as far as loading them
-        m_saveTimer.stop();
-        saveSettings();
-    }
+    saveSettingsAtEnd();
     m_window->hide();
     m_plugins->finish();
     CameraRegistry::instance().removeAllDevices();
     m_plugins->unload();
+}
+
+void Viewer::leave()
+{
+    if (!std::exchange(m_running, false)) {
+        return;
+    }
+    saveSettingsAtEnd();
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        window->setUpdatesEnabled(false); // Qt's caches for painting may be gone already
+    }
+    CameraRegistry::instance().closeAll();
+}
+
+void Viewer::saveSettingsAtEnd()
+{
+    if (m_saveTimer.isActive()) { // start() has come as far as loading them
+        m_saveTimer.stop();
+        saveSettings();
+    }
 }

@@ -36,6 +36,10 @@ public:
     /// with), closes the cameras, unloads the plug-ins. Called by the destructor if need be.
     void shutDown();
 
+    /// For an end from which nothing returns: saves the settings and closes the cameras, which restores those that
+    /// are measured. Destroys no widget, as boxes and their callers may still be on the stack.
+    void leave();
+
     /// False if the file could not be written.
     bool saveScreenshot(const QString& file);
 
@@ -47,6 +51,7 @@ private:
     QString openCameras();
     void loadSettings();
     void saveSettings();
+    void saveSettingsAtEnd();
     void pressStartAll();
 
     // In the order of dependence: what stands below uses what stands above.

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The program `kestrova`: command line, application object, event loop.
 #include <cstdio>
+#include <cstdlib>
 
+#include <QtCore/QScopeGuard>
 #include <QtWidgets/QApplication>
 
 #include "CommandLine.h"
@@ -26,6 +28,16 @@ bool hasDisplay()
 {
     return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
            qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
+Viewer* runningViewer = nullptr;
+
+/// When the display goes away, Qt ends the process by exit() from within the event loop.
+void onExit()
+{
+    if (runningViewer) {
+        runningViewer->leave();
+    }
 }
 
 /// False if the user asked for a language that there is not.
@@ -60,6 +72,9 @@ int run(int argc, char** argv, const ViewerOptions& options)
     }
 
     Viewer viewer(options);
+    runningViewer = &viewer;
+    std::atexit(onExit);
+    const auto forget = qScopeGuard([] { runningViewer = nullptr; });
     const QString fault = viewer.start();
     if (!fault.isEmpty()) {
         std::fprintf(stderr, "kestrova: %s\n", qPrintable(fault));

@@ -113,6 +113,30 @@ private Q_SLOTS:
         QVERIFY(QSettings(settingsFile(), QSettings::IniFormat).contains("TestPlugin/number"));
     }
 
+    void endsInGoodOrderWithTheDisplay()
+    {
+        QProcess display;
+        display.start("Xvfb", {"-displayfd", "1", "-nolisten", "tcp"});
+        QVERIFY(display.waitForStarted());
+        while (!display.canReadLine()) {
+            QVERIFY(display.waitForReadyRead());
+        }
+        QProcessEnvironment environment = m_program->processEnvironment();
+        environment.insert("QT_QPA_PLATFORM", "xcb");
+        environment.insert("DISPLAY", ":" + display.readLine().trimmed());
+        m_program->setProcessEnvironment(environment);
+        run({"--start"});
+        QByteArray output;
+        QTRY_VERIFY_WITH_TIMEOUT((output += m_program->readAll()).contains("box opens"), 20'000);
+        display.kill();
+        QVERIFY(display.waitForFinished());
+        QVERIFY(m_program->waitForFinished());
+        QCOMPARE(m_program->exitStatus(), QProcess::NormalExit);
+        output += m_program->readAll();
+        QCOMPARE(output.count("camera closed"), 4);
+        QVERIFY(QSettings(settingsFile(), QSettings::IniFormat).contains("TestPlugin/number"));
+    }
+
 private:
     QString settingsFile() const { return m_directory->filePath("settings.ini"); }
 

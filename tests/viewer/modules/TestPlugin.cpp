@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A plug-in that keeps a diary in the application object's property "diary". Definitions make it a wrong one.
+#include <cstdio>
+
 #include <QtCore/QSettings>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
@@ -26,6 +28,8 @@ public:
     {
         setObjectName(QStringLiteral("TestWidget"));
         setWindowTitle(QStringLiteral("Test tool"));
+        connect(CxCameraManager::instance(), &CxCameraManager::cameraClosed, this,
+                [] { std::fputs("camera closed\n", stderr); });
         auto* button = new QPushButton(QStringLiteral("Start All"), this);
         button->setObjectName(QStringLiteral("btnStartAll"));
         connect(button, &QPushButton::clicked, this, [this] {
