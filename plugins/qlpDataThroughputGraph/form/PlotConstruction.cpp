@@ -23,7 +23,7 @@ namespace {
 constexpr auto plotNameProperty = "plotName";
 constexpr int levelAlpha = 150; // the area under the buffer level is translucent
 constexpr int axisFontPixels = 11;
-constexpr int valueTicks = 3; ///< four areas in the viewer's window are low
+constexpr int valueTicks = 3;                   ///< four areas in the viewer's window are low
 constexpr QMargins leastMargins(15, 8, 38, 15); // on the right half of the last time's label must fit
 
 QPen curvePen(const QColor& colour)
