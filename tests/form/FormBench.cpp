@@ -3,42 +3,16 @@
 
 #include <qcustomplot.h>
 
-#include <QtCore/QMutex>
-#include <QtCore/QPointer>
 #include <QtCore/QSettings>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QThread>
-#include <QtCore/QTimer>
 #include <QtTest/QTest>
 #include <QtWidgets/QCheckBox>
-#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QToolButton>
 
-#include "AppDelegate.h"
 #include "CameraRegistry.h"
 #include "engine/MeasurementClock.h"
 #include "form/Columns.h"
-
-FakeHost::FakeHost()
-{
-    setAppDelegate(this);
-}
-
-FakeHost::~FakeHost()
-{
-    setAppDelegate(nullptr);
-}
-
-void FakeHost::addPluginWidget(QWidget* newWidget, int area, int allowedAreas, bool floating)
-{
-    widget.reset(newWidget);
-    widgets.append(QStringLiteral("%1 %2 %3").arg(area).arg(allowedAreas).arg(floating));
-}
-
-void FakeHost::setCameraControlEnabled(VNCORE_HANDLE camera, bool enabled)
-{
-    control.append({camera, enabled});
-}
 
 FormBench::FormBench(int cameraCount, int mode)
 {
@@ -83,17 +57,6 @@ void FormBench::open(int index)
         handles[size_t(index)] = hCam;
 }
 
-void FormBench::close(int index)
-{
-    CameraRegistry::instance().close(handle(index));
-}
-
-QString FormBench::cameraId(VNCORE_HANDLE hCam) const
-{
-    const auto found = std::find(handles.begin(), handles.end(), hCam);
-    return cameras[size_t(found - handles.begin())]->info().id;
-}
-
 bool FormBench::Gate::pass(sim::Call call)
 {
     if (call != sim::Call::Wait)
@@ -114,29 +77,9 @@ void FormBench::loadMode(int mode)
     form->loadSettings(settings);
 }
 
-void FormBench::tick()
-{
-    invoke("timerSignal");
-}
-
 void FormBench::invoke(const char* slot)
 {
     QVERIFY(QMetaObject::invokeMethod(form.get(), slot));
-}
-
-QTableWidget* FormBench::table() const
-{
-    return child<QTableWidget>("table");
-}
-
-QTableWidget* FormBench::curveTable() const
-{
-    return child<QTableWidget>("tablePlotCheck");
-}
-
-QCustomPlot* FormBench::plot() const
-{
-    return child<QCustomPlot>("plot");
 }
 
 void FormBench::press(const char* buttonName)
@@ -176,14 +119,9 @@ QStringList FormBench::captions() const
     return texts;
 }
 
-QCheckBox* FormBench::graphBox(int row) const
-{
-    return inCell<QCheckBox>(row, graphColumn);
-}
-
 QCheckBox* FormBench::curveBox(int row) const
 {
-    return curveTable()->cellWidget(row, 0)->findChild<QCheckBox*>();
+    return child<QTableWidget>("tablePlotCheck")->cellWidget(row, 0)->findChild<QCheckBox*>();
 }
 
 QStringList FormBench::areas() const
@@ -214,8 +152,10 @@ QStringList FormBench::curveNames() const
 QString FormBench::hostControl() const
 {
     QStringList calls;
-    for (const auto& [hCam, enabled] : host.control)
-        calls.append(cameraId(hCam) + QLatin1Char(enabled ? '+' : '-'));
+    for (const auto& [hCam, enabled] : host.control) {
+        const auto index = std::find(handles.begin(), handles.end(), hCam) - handles.begin();
+        calls.append(QString::number(index + 1) + QLatin1Char(enabled ? '+' : '-'));
+    }
     return calls.join(QLatin1Char(' '));
 }
 
@@ -245,56 +185,4 @@ void addSample(CxCameraLineData& record, qint64 timeUs, qint32 value)
     sample->transportSkip = sample->apiSkip = sample->missedTrgOverlap = value;
     sample->missedTrgOverflow = sample->bufferOverflow = value;
     record.counterSampleList.push_back(std::move(sample));
-}
-
-DialogAnswerer::DialogAnswerer(std::function<void()> inside) : m_inside(std::move(inside))
-{
-    answerSoon();
-}
-
-void DialogAnswerer::answerSoon()
-{
-    // A timer of its own each time: one that repeats does not fire in the loop of a box that opens meanwhile.
-    QTimer::singleShot(1, this, [this] {
-        answerSoon();
-        const QPointer<QMessageBox> box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box)
-            return;
-        texts.append(box->windowTitle() + QLatin1Char('|') + box->text());
-        if (m_inside)
-            m_inside();
-        if (box)
-            box->button(QMessageBox::Ok)->click();
-    });
-}
-
-namespace {
-
-QMutex criticalMutex; // guards the list below; nothing is called under it
-QStringList criticalLines;
-
-void keepCritical(QtMsgType type, const QMessageLogContext&, const QString& text)
-{
-    if (type != QtCriticalMsg)
-        return;
-    const QMutexLocker lock(&criticalMutex);
-    criticalLines.append(text.section(QLatin1Char('"'), 1, 1));
-}
-
-} // namespace
-
-CriticalLines::CriticalLines() : m_former(qInstallMessageHandler(keepCritical))
-{
-    take();
-}
-
-CriticalLines::~CriticalLines()
-{
-    qInstallMessageHandler(m_former);
-}
-
-QStringList CriticalLines::take()
-{
-    const QMutexLocker lock(&criticalMutex);
-    return std::exchange(criticalLines, {});
 }

@@ -10,39 +10,36 @@
 #include <vector>
 
 #include <QtCore/QStringList>
+#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QTableWidget>
 
-#include <vnCore/IxAppDelegate.h>
+#include <qcustomplot.h>
 
+#include "AppDelegate.h"
+#include "CameraRegistry.h"
 #include "engine/CameraLineData.h"
+#include "form/Columns.h"
 #include "form/DataGraphForm.h"
+#include "LogCapture.h"
 #include "sim/HandDrivenCamera.h"
 
-class QCPAxis;
-class QCPAxisRect;
-class QCPGraph;
-class QCheckBox;
-class QCustomPlot;
-class QLineEdit;
 class QToolButton;
 
 class FakeHost : public IxAppDelegate
 {
 public:
-    FakeHost();
-    ~FakeHost() override;
+    FakeHost() { setAppDelegate(this); }
+    ~FakeHost() override { setAppDelegate(nullptr); }
     SxApplicationOptions applicationOptions() override { return options; }
     QString lastDirectory() override { return directory; }
     void setLastDirectory(const QString& last) override { directory = last; }
-    void addPluginWidget(QWidget* widget, int area, int allowedAreas, bool floating) override;
-    void setCameraControlEnabled(VNCORE_HANDLE camera, bool enabled) override;
-    void registerPlot(QCustomPlot* plot) override { plots.append(plot); }
+    void addPluginWidget(QWidget* added, int, int, bool) override { widget.reset(added); }
+    void setCameraControlEnabled(VNCORE_HANDLE camera, bool enabled) override { control.append({camera, enabled}); }
+    void registerPlot(QCustomPlot*) override {}
 
     SxApplicationOptions options;
-    QString directory; ///< of the file dialogs
+    QString directory;                         ///< of the file dialogs
     QList<QPair<VNCORE_HANDLE, bool>> control; ///< calls of setCameraControlEnabled()
-    QList<QCustomPlot*> plots;
-    QStringList widgets; ///< calls of addPluginWidget() as text
     std::unique_ptr<QWidget> widget;
 };
 
@@ -57,7 +54,7 @@ public:
     /// Adds a camera and opens it.
     void addCamera(const std::function<void(sim::CameraScenario&)>& change = {});
     void open(int index);
-    void close(int index);
+    void close(int index) { CameraRegistry::instance().close(handle(index)); }
     /// Of the n-th camera; it keeps it when it is closed.
     VNCORE_HANDLE handle(int index) const { return handles[size_t(index)]; }
     CxCameraLineData& record(int index) const { return *form->lineDataMap[handle(index)]; }
@@ -66,17 +63,16 @@ public:
     void failStarts(int index) { gates[size_t(index)]->failing = sim::Call::Start; }
     void failReads(int index) { gates[size_t(index)]->failing = sim::Call::Get; }
     void loadMode(int mode);
-    void tick();
+    void tick() { invoke("timerSignal"); }
     void invoke(const char* slot);
 
-    QTableWidget* table() const;
-    QTableWidget* curveTable() const;
-    QCustomPlot* plot() const;
     template<class Widget = QWidget>
     Widget* child(const char* name) const
     {
         return form->findChild<Widget*>(QLatin1String(name));
     }
+    QTableWidget* table() const { return child<QTableWidget>("table"); }
+    QCustomPlot* plot() const { return child<QCustomPlot>("plot"); }
     void press(const char* buttonName);
     QToolButton* measureButton(int row) const;
     QToolButton* exportButton(int row) const;
@@ -84,19 +80,17 @@ public:
     QString status(int row) const { return cell(row, 1); }
     QStringList columnTexts(int column) const;
     QStringList captions() const;
-    /// The check box of a row's Graph cell, or of a curve in the curve table.
-    QCheckBox* graphBox(int row) const;
-    QCheckBox* curveBox(int row) const;
+    QCheckBox* curveBox(int row) const; ///< in the curve table
     template<class Widget>
     Widget* inCell(int row, int column, int number = 0) const
     {
         return table()->cellWidget(row, column)->findChildren<Widget*>().value(number);
     }
+    QCheckBox* graphBox(int row) const { return inCell<QCheckBox>(row, graphColumn); }
     /// "title:lower..upper" of the time axis of every plot area, from the top.
     QStringList areas() const;
     QCPAxisRect* area(int index) const;
     QStringList curveNames() const;
-    QString cameraId(VNCORE_HANDLE hCam) const;
     QString hostControl() const; ///< as "1- 1+": given up, returned
 
     /// What a camera's host calls, the worker's waits among them, depend on.
@@ -123,30 +117,7 @@ void addFrames(CxCameraLineData& record, qint64 firstUs, qint64 lastUs, qint64 s
 /// Appends counter samples that all hold `value`.
 void addSample(CxCameraLineData& record, qint64 timeUs, qint32 value);
 
-/// Presses Ok in every message box that blocks, after `inside` has run, and remembers what they said. Boxes may open
-/// while one is answered.
-class DialogAnswerer : public QObject
-{
-public:
-    explicit DialogAnswerer(std::function<void()> inside = {});
-    QStringList texts; ///< "title|text"
-
-private:
-    void answerSoon();
-
-    std::function<void()> m_inside;
-};
-
-/// What went to the log as critical lines, without thread and place.
-class CriticalLines
-{
-public:
-    CriticalLines();
-    ~CriticalLines();
-    QStringList take();
-
-private:
-    QtMessageHandler m_former;
-};
+/// What went to the log as critical lines.
+using CriticalLines = LogCapture;
 
 #endif

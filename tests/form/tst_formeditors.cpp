@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The editors of a row, worked by keystrokes: data format, required throughput, range of the value axis.
-#include <qcustomplot.h>
-
 #include <QtTest/QTest>
-#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLineEdit>
 
 #include <vnCore/vnApi.h>
 
-#include "form/Columns.h"
 #include "FormBench.h"
 
 using ThroughputColumn::RequiredThroughput;
@@ -24,7 +20,6 @@ private Q_SLOTS:
     void formatIsFoundByItsValue();
     void choosingAFormatWritesItsValue();
     void reportedFormat();
-    void cameraWithoutFormats();
     void typedThroughput_data();
     void typedThroughput();
     void automaticThroughput_data();
@@ -88,14 +83,6 @@ void FormEditorsTest::reportedFormat()
     vnApi_SetParamInt(bench.handle(0), VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_MONO8, nullptr);
     QCoreApplication::processEvents();
     QCOMPARE(bench.cameras[0]->parameter(VN_PRM_IMAGE_DATA_FORMAT), int(VN_FRM_MONO8));
-}
-
-void FormEditorsTest::cameraWithoutFormats()
-{
-    FormBench bench(0, MeasModeStandardAcq);
-    bench.addCamera([](sim::CameraScenario& s) { s.formats.clear(); });
-    const auto* formats = qobject_cast<QComboBox*>(bench.table()->cellWidget(0, StandardColumn::DataFormat));
-    QCOMPARE(formats->count(), 0);
 }
 
 void FormEditorsTest::typedThroughput_data()

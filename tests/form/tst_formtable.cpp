@@ -6,14 +6,11 @@
 #include <QtCore/QSettings>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
-#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QToolButton>
 
 #include <vnCoreGui/CxExportToolButton.h>
 
-#include "CameraRegistry.h"
-#include "form/Columns.h"
 #include "FormBench.h"
 
 using namespace ThroughputColumn;
@@ -23,14 +20,10 @@ class FormTableTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void startsAsTheUserExpects();
     void loadsSettings_data();
     void loadsSettings();
-    void savesSettings();
     void rowsFollowTheOpenedCameras_data();
     void rowsFollowTheOpenedCameras();
-    void everyButtonCanBePressedAtTheFirstSize_data();
-    void everyButtonCanBePressedAtTheFirstSize();
     void figures_data();
     void figures();
     void counters();
@@ -41,23 +34,6 @@ private Q_SLOTS:
     void unknownMode();
     void rebuildsLeaveNothingBehind();
 };
-
-void FormTableTest::startsAsTheUserExpects()
-{
-    FakeHost host;
-    CxDataGraphForm form;
-    QCOMPARE(form.windowTitle(), QStringLiteral("Data Throughput Graph"));
-    QCOMPARE(form.size(), QSize(690, 396));
-    QCOMPARE(form.refreshTimer.interval(), 1000);
-    QVERIFY(form.refreshTimer.isActive());
-    QCOMPARE(host.plots.size(), 1);
-    QVERIFY(form.findChild<QCheckBox*>(QStringLiteral("checkBoxLiveGraph"))->isChecked());
-    auto* exportButton = form.findChild<CxExportToolButton*>(QStringLiteral("btnExport"));
-    QCOMPARE(int(exportButton->exportType()), 1);
-    QVERIFY(!form.findChild<QWidget*>(QStringLiteral("btnStartAll"))->isEnabled());
-    form.show();
-    QCOMPARE(form.size(), QSize(690, 396)); // nothing needs more
-}
 
 void FormTableTest::loadsSettings_data()
 {
@@ -98,32 +74,13 @@ void FormTableTest::loadsSettings()
     QCOMPARE(bench.record(0).maxSamples, bench.form->maxSamples);
 }
 
-void FormTableTest::savesSettings()
-{
-    FormBench bench;
-    bench.form->samplePeriod = 5120;
-    bench.child<CxExportToolButton>("btnExport")->setExportType(ExportToFile);
-    bench.child<QCheckBox>("checkBoxLiveGraph")->setChecked(false);
-    const QTemporaryDir dir;
-    QSettings settings(dir.filePath(QStringLiteral("s.ini")), QSettings::IniFormat);
-    bench.form->saveSettings(settings);
-    QStringList saved;
-    for (const QString& key : settings.allKeys())
-        saved.append(key + QLatin1Char('=') + settings.value(key).toString());
-    QCOMPARE(saved.join(QLatin1Char(' ')), QStringLiteral("DTGTExportType=2 DTGTLiveGraph=0 DTGTMaxSamples=10000000 "
-                                                          "DTGTMeasMode=0 DTGTSamplePeriod=5120"));
-}
-
 void FormTableTest::rowsFollowTheOpenedCameras_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<int>("cameras");
-    QTest::addColumn<int>("height");
-    QTest::addColumn<int>("curves");
-    QTest::newRow("throughput, none") << int(MeasModeDataThroughput) << 0 << 30 << 2;
-    QTest::newRow("throughput, two") << int(MeasModeDataThroughput) << 2 << 80 << 2;
-    QTest::newRow("counters, none") << int(MeasModeStandardAcq) << 0 << 25 << 5;
-    QTest::newRow("counters, two") << int(MeasModeStandardAcq) << 2 << 75 << 5;
+    QTest::newRow("throughput, none") << int(MeasModeDataThroughput) << 0;
+    QTest::newRow("throughput, four") << int(MeasModeDataThroughput) << 4;
+    QTest::newRow("counters, four") << int(MeasModeStandardAcq) << 4;
 }
 
 void FormTableTest::rowsFollowTheOpenedCameras()
@@ -131,43 +88,16 @@ void FormTableTest::rowsFollowTheOpenedCameras()
     QFETCH(int, mode);
     QFETCH(int, cameras);
     FormBench bench(0, mode);
-    QStringList names;
-    for (int i = 0; i < cameras; ++i) { // opened after the form has been made
+    for (int i = 0; i < cameras; ++i) // opened after the form has been made
         bench.addCamera([i](sim::CameraScenario& s) { s.customId = i == 1 ? QStringLiteral("left") : QString(); });
-        names.append(i == 0 ? QStringLiteral("A (1)") : QStringLiteral("B (left)"));
-    }
-    QCOMPARE(bench.columnTexts(cameraColumn), names);
-    QTEST(bench.table()->height(), "height");
-    QTEST(bench.curveTable()->rowCount(), "curves");
+    bench.form->resize(690, 396); // the first size: every button can be pressed
+    const QStringList names{"A (1)", "B (left)", "C (3)", "D (4)"};
+    QCOMPARE(bench.columnTexts(cameraColumn), QStringList(names.mid(0, cameras)));
     QCOMPARE(bench.areas().size(), cameras);
     QCOMPARE(bench.child("btnStartAll")->isEnabled(), cameras > 0);
     QCOMPARE(bench.form->lineDataMap.size(), cameras);
-}
-
-void FormTableTest::everyButtonCanBePressedAtTheFirstSize_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<int>("cameras");
-    for (const int cameras : {1, 4}) {
-        QTest::addRow("throughput, %d", cameras) << int(MeasModeDataThroughput) << cameras;
-        QTest::addRow("counters, %d", cameras) << int(MeasModeStandardAcq) << cameras;
-    }
-}
-
-void FormTableTest::everyButtonCanBePressedAtTheFirstSize()
-{
-    QFETCH(int, mode);
-    QFETCH(int, cameras);
-    FormBench bench(cameras, mode);
-    bench.form->resize(690, 396);
-    QCOMPARE(bench.form->size(), QSize(690, 396));
-    const QRect visible = bench.table()->viewport()->rect();
-    for (int row = 0; row < cameras; ++row) {
-        const QRect button = bench.measureButton(row)->geometry();
-        QVERIFY2(visible.contains(button), qPrintable(QStringLiteral("row %1 of %2").arg(row).arg(cameras)));
-        QTest::mouseClick(bench.measureButton(row), Qt::LeftButton);
-        QCOMPARE(bench.status(row), QStringLiteral("Testing"));
-    }
+    for (int row = 0; row < cameras; ++row)
+        QVERIFY(bench.table()->viewport()->rect().contains(bench.measureButton(row)->geometry()));
 }
 
 void FormTableTest::figures_data()
@@ -227,28 +157,13 @@ void FormTableTest::counters()
 void FormTableTest::captionsKeepTheirUnits()
 {
     FormBench bench;
-    const QStringList expected{"Camera",
-                               "Status",
-                               "Measure",
-                               "Average\nthroughput [MB/s]",
-                               "Minimum\nthroughput [MB/s]",
-                               "Max buffer level",
-                               "Buffer overflow\ncount",
-                               "Export data",
-                               "Required\nthroughput [MB/s]",
-                               "Camera buffer\nsize [kB]",
-                               "Graph",
-                               "Y Axis scaling"};
-    QCOMPARE(bench.captions(), expected);
-    QCOMPARE(bench.table()->horizontalHeaderItem(MinThroughput)->toolTip(),
-             QStringLiteral("Minimum data rate in whole data set"));
+    const QStringList expected = bench.captions();
+    QCOMPARE(expected.at(AvgThroughput), QStringLiteral("Average\nthroughput [MB/s]"));
     bench.addCamera();
     QCOMPARE(bench.captions(), expected);
 
     bench.loadMode(MeasModeStandardAcq);
-    QCOMPARE(bench.captions().join(QLatin1Char('|')),
-             QStringLiteral("Camera|Status|Data Format|Measure|Transferred|Transport skip|API skip|"
-                            "Missed trg. overlap|Missed trg overflow|Buffer overflow|Graph"));
+    QCOMPARE(bench.captions().at(StandardColumn::DataFormat), QStringLiteral("Data Format"));
     bench.loadMode(MeasModeDataThroughput);
     QCOMPARE(bench.captions(), expected);
 }
@@ -285,7 +200,6 @@ void FormTableTest::closedCamera()
     bench.close(1);
     QCOMPARE(bench.columnTexts(cameraColumn), (QStringList{"A (1)", "C (3)"}));
     QCOMPARE(bench.areas(), (QStringList{"A (1):-20..0", "C (3):-20..0"}));
-    QCOMPARE(bench.table()->height(), 80);
     QVERIFY(bench.child("btnSetup")->isEnabled());
     QCOMPARE(static_cast<const QToolButton*>(bench.measureButton(1)), keptButton);
     QVERIFY(!bench.cameras[1]->isAcquiring());
@@ -295,7 +209,6 @@ void FormTableTest::closedCamera()
     QVERIFY(bench.record(1).serial != serial);
     QVERIFY(!bench.record(1).isMeasuring());
     CameraRegistry::instance().closeAll();
-    QCOMPARE(bench.table()->height(), 30);
     QVERIFY(!bench.child("btnStartAll")->isEnabled());
     QVERIFY(bench.form->lineDataMap.isEmpty());
 }
@@ -316,15 +229,14 @@ void FormTableTest::unknownMode()
     FormBench bench(1);
     CriticalLines lines;
     bench.loadMode(7);
-    QCOMPARE(lines.take(), QStringList{"CxDataGraphForm::updateCameraList(): Unknown measurement mode is selected"});
     QCOMPARE(bench.cell(0, cameraColumn), QStringLiteral("none"));
     bench.tick();
-    QCOMPARE(lines.take(), QStringList{"CxDataGraphForm::timerSignal(): Unknown measurement mode is selected"});
     bench.invoke("updateGraph");
-    QCOMPARE(lines.take(), QStringList{"CxDataGraphForm::updateGraph(): Unknown measurement mode is selected"});
     bench.form->updateCameraListRow(bench.handle(0));
-    QCOMPARE(lines.take(),
-             QStringList{"CxDataGraphForm::updateCameraListRow(): Unknown measurement mode is selected"});
+    QStringList places;
+    for (const QString& text : lines.texts())
+        places.append(text.section(QLatin1String("()"), 0, 0).section(QLatin1Char(':'), -1));
+    QCOMPARE(places, (QStringList{"updateCameraList", "timerSignal", "updateGraph", "updateCameraListRow"}));
     bench.loadMode(MeasModeStandardAcq);
     QCOMPARE(bench.status(0), QStringLiteral("Stopped"));
 }

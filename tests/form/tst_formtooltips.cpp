@@ -1,15 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the cells of the camera table tell when a person points at them.
-#include <qcustomplot.h>
-
 #include <QtGui/QTextDocument>
 #include <QtTest/QTest>
-#include <QtWidgets/QProgressDialog>
 #include <QtWidgets/QToolButton>
-#include <QtWidgets/QToolTip>
 
-#include "DialogRobot.h"
-#include "form/Columns.h"
 #include "FormBench.h"
 
 namespace {
@@ -38,36 +32,12 @@ class FormToolTipsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyFigureIsDefined_data();
-    void everyFigureIsDefined();
     void range_data();
     void range();
     void noFrameInRange();
     void silentCamera();
     void missingFrames();
 };
-
-void FormToolTipsTest::everyFigureIsDefined_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<QList<int>>("columns");
-    QTest::newRow("throughput") << int(MeasModeDataThroughput) << QList<int>{1, 3, 4, 5, 6, 9};
-    QTest::newRow("counters") << int(MeasModeStandardAcq) << QList<int>{1, 4, 5, 6, 7, 8, 9};
-}
-
-void FormToolTipsTest::everyFigureIsDefined()
-{
-    QFETCH(int, mode);
-    QFETCH(QList<int>, columns);
-    FormBench bench(1, mode);
-    QStringList texts;
-    for (const int column : columns)
-        texts.append(bench.table()->item(0, column)->toolTip());
-    QCOMPARE(texts.removeDuplicates(), 0);
-    QVERIFY(!texts.contains(QString()));
-    if (mode == MeasModeDataThroughput)
-        QVERIFY(!bench.table()->cellWidget(0, ThroughputColumn::RequiredThroughput)->toolTip().isEmpty());
-}
 
 void FormToolTipsTest::range_data()
 {
