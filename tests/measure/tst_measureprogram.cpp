@@ -80,7 +80,6 @@ private Q_SLOTS:
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<QString>("out");
         QTest::addColumn<QString>("error");
-        const QString usage = QStringLiteral("Usage: ");
         QTest::newRow("help") << "--help" << 0 << "--max-overflows"
                               << "";
         QTest::newRow("version") << "--version" << 0 << "^kestrova-measure \\d+\\.\\d+\\.\\d+\n$"
@@ -96,28 +95,24 @@ private Q_SLOTS:
         QTest::newRow("limit that cannot be judged")
             << "--camera 2 --duration 300ms --max-overflows 0" << 1 << "--max-overflows 0: n/a"
             << "";
-        QTest::newRow("no cameras named") << "" << 2 << "" << usage;
-        QTest::newRow("unknown option") << "--all --frob" << 2 << "" << usage;
+        QTest::newRow("no cameras named") << "" << 2 << ""
+                                          << "Usage: ";
         QTest::newRow("bad scenario") << "--cameras @nothing.json --all" << 2 << ""
                                       << "nothing\\.json";
         QTest::newRow("reports of one name") << "--camera 1 --camera 2 --csv @r.csv" << 2 << ""
                                              << "\\{camera\\}";
         QTest::newRow("report nowhere") << "--camera 1 --csv @no/r.csv" << 2 << ""
                                         << "no/r\\.csv";
-        QTest::newRow("log nowhere") << "--camera 1 --log @no/l.csv" << 2 << ""
-                                     << "no/l\\.csv";
         QTest::newRow("missing") << "--camera Nobody --duration 300ms" << 3 << ""
                                  << "Nobody";
-        QTest::newRow("refused to start")
-            << "--camera 1 --camera 3 --duration 300ms" << 3 << "Stubborn \\(3\\): did not start"
+        QTest::newRow("refused to start, worse than a broken limit")
+            << "--camera 1 --camera 3 --duration 300ms --min-average 100000" << 3
+            << "(?s)^(?=.*limit broken).*Stubborn \\(3\\): did not start"
             << "Stubborn";
         QTest::newRow("lost") << "--camera 4" << 3 << "Goes \\(4\\): was lost"
                               << "was lost";
         QTest::newRow("no frame") << "--camera 5 --duration 300ms" << 3 << "Mute \\(5\\): sent no frame"
                                   << "";
-        QTest::newRow("worse than a broken limit")
-            << "--camera 1 --camera 3 --duration 300ms --min-average 100000" << 3 << "limit broken"
-            << "";
     }
 
     void exitCodes()

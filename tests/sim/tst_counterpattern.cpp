@@ -57,9 +57,7 @@ void TestCounterPattern::wordsLeaveAtLinkRate_data()
     row("a word every 5.7 ticks", 350.0, 1.0, 0.0);
     row("every other tick", 1000.0, 0.4, 0.0);
     row("several a tick", 5000.0, 0.0, 0.0);
-    row("slow", 3.0, 100.0, 0.0);
     row("camera clock too fast", 350.0, 1.0, 20000.0);
-    row("camera clock too slow", 350.0, 1.0, -20000.0);
 }
 
 void TestCounterPattern::wordsLeaveAtLinkRate()
@@ -153,10 +151,10 @@ void TestCounterPattern::resetRestartsTicksAndStamps()
     QVERIFY(firstStamp() >= 2000000);
     QVERIFY(camera.setInt("ts_rst_mode", 1)); // with each acquisition
     QVERIFY(camera.setInt("ts_rst_source", 19));
-    camera.advance(2s);
-    QVERIFY(firstStamp() < 1000);
-    camera.advance(2s);
-    QVERIFY(firstStamp() < 1000);
+    for (int start = 0; start < 2; ++start) {
+        camera.advance(2s);
+        QVERIFY(firstStamp() < 1000);
+    }
 }
 
 void TestCounterPattern::linkIsShared()
@@ -187,19 +185,16 @@ void TestCounterPattern::stallsShow()
     scenario.link.stallEveryMs = 10.0;
     scenario.link.stallUs = 500.0;
     HandDrivenCamera camera(scenario);
-    QVERIFY(prepare(camera));
-    QVERIFY(camera.start());
+    QVERIFY(prepare(camera) && camera.start());
     int stalls = 0;
     DeviceImage image;
-    quint64 last = 0;
-    do {
+    for (quint64 last = ~0ULL; last == ~0ULL || last < 995000 * 250ULL;) {
         QVERIFY(camera.waitForImage(1s, image));
         for (const quint64 word : words(image)) {
-            if (word - last > 400 * 250 && last > 0)
-                ++stalls;
+            stalls += word > last && word - last > 400 * 250;
             last = word;
         }
-    } while (stampUs(image.descriptor) < 995000);
+    }
     QCOMPARE(stalls, 99);
 }
 

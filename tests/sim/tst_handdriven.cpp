@@ -17,12 +17,8 @@ class TestHandDriven : public QObject
 
 private Q_SLOTS:
     void waitMovesTime();
-    void framesThatNobodyFetchesAreSkipped();
-    void gateHoldsWaits();
     void blockedWaitEnds_data();
     void blockedWaitEnds();
-    void hookSeesEveryCall();
-    void manyCamerasAndCycles();
 };
 
 void TestHandDriven::waitMovesTime()
@@ -43,53 +39,16 @@ void TestHandDriven::waitMovesTime()
     QCOMPARE(camera.now(), before + 100ms);
 }
 
-void TestHandDriven::framesThatNobodyFetchesAreSkipped()
-{
-    CameraScenario scenario = smallCamera();
-    scenario.queueFrames = 3;
-    HandDrivenCamera camera(scenario);
-    QVERIFY(camera.start());
-    camera.advance(995ms); // 100 frames
-    int skipped = 0;
-    QVERIFY(camera.setInt("counter_selector", VN_COUNTER_API_SKIP) && camera.getInt("counter_value", skipped));
-    QCOMPARE(skipped, 97);
-    DeviceImage image;
-    QVERIFY(camera.waitForImage(0ms, image));
-    QCOMPARE(image.descriptor.frameNumber, 97u);
-}
-
-void TestHandDriven::gateHoldsWaits()
-{
-    HandDrivenCamera camera(smallCamera());
-    camera.setGated(true);
-    QVERIFY(camera.start());
-    std::atomic<int> images{0};
-    std::thread host([&] {
-        DeviceImage image;
-        while (camera.waitForImage(5s, image))
-            ++images;
-    });
-    for (int expected = 0; expected < 12; expected += 4) {
-        QVERIFY(camera.settle());
-        QCOMPARE(images.load(), expected);
-        camera.release(4);
-    }
-    QVERIFY(camera.settle());
-    QVERIFY(camera.stop());
-    host.join();
-    QCOMPARE(images.load(), 12);
-}
-
 void TestHandDriven::blockedWaitEnds_data()
 {
-    QTest::addColumn<QString>("by");
-    for (const char* by : {"stop", "return"})
-        QTest::newRow(by) << QString(by);
+    QTest::addColumn<bool>("byReturn");
+    QTest::newRow("by stop") << false;
+    QTest::newRow("by return") << true;
 }
 
 void TestHandDriven::blockedWaitEnds()
 {
-    QFETCH(QString, by);
+    QFETCH(bool, byReturn);
     HandDrivenCamera camera(smallCamera());
     camera.setGated(true);
     QVERIFY(camera.start());
@@ -103,7 +62,7 @@ void TestHandDriven::blockedWaitEnds()
         });
     }
     QVERIFY(camera.settle());
-    if (by == "return") {
+    if (byReturn) {
         camera.lose();
         camera.comeBack();
         camera.setGated(false); // whoever came later: its wait lasts the limit
@@ -113,55 +72,6 @@ void TestHandDriven::blockedWaitEnds()
     for (std::thread& host : hosts)
         host.join();
     QCOMPARE(ended.load(), 3);
-}
-
-void TestHandDriven::hookSeesEveryCall()
-{
-    HandDrivenCamera camera(smallCamera());
-    QByteArray calls;
-    bool allow = true;
-    camera.setHook([&](const HostCall& call) {
-        calls +=
-            QByteArray::number(static_cast<int>(call.kind)) + call.parameter + QByteArray::number(call.value) + ' ';
-        return camera.parameter("LUTEnable") == 0 && allow; // reaches the model: no lock is held
-    });
-    DeviceImage image;
-    const auto callAll = [&] {
-        int value = 0;
-        return int(camera.getInt("LUTEnable", value)) + int(camera.setInt("LUTEnable", 0)) +
-               int(camera.canSet("LUTEnable", 1)) + int(camera.start()) + int(camera.waitForImage(5s, image)) +
-               int(camera.stop());
-    };
-    QCOMPARE(callAll(), 6);
-    QCOMPARE(calls, QByteArray("0LUTEnable0 1LUTEnable0 2LUTEnable1 30 55000 40 "));
-    allow = false;
-    const auto before = camera.now();
-    QCOMPARE(callAll(), 0);
-    QCOMPARE(camera.now(), before);
-    camera.setHook({});
-    QCOMPARE(callAll(), 6);
-}
-
-void TestHandDriven::manyCamerasAndCycles()
-{
-    std::vector<std::unique_ptr<HandDrivenCamera>> cameras;
-    for (int i = 0; i < 64; ++i) {
-        cameras.push_back(std::make_unique<HandDrivenCamera>(smallCamera()));
-        QVERIFY(prepare(*cameras.back()) && cameras.back()->start());
-    }
-    for (int n = 0; n < 50; ++n) {
-        for (const auto& camera : cameras) {
-            DeviceImage image;
-            QVERIFY(camera->waitForImage(1s, image));
-            QCOMPARE(image.descriptor.frameNumber, quint32(n));
-        }
-    }
-    HandDrivenCamera& camera = *cameras.front();
-    for (int n = 0; n < 1000; ++n) {
-        DeviceImage image;
-        QVERIFY(camera.start() && camera.waitForImage(1s, image) && camera.stop());
-        QCOMPARE(camera.ledger().frames.size(), size_t(1)); // only the present acquisition is kept
-    }
 }
 
 QTEST_APPLESS_MAIN(TestHandDriven)
