@@ -58,11 +58,6 @@ private Q_SLOTS:
         press("btnViewCamera");
         QCOMPARE(states(), QStringList({"live", "closed"}));
         QVERIFY(m_cameras[0]->isAcquiring());
-        press("btnViewCamera");
-        QCOMPARE(states(), QStringList({"open", "closed"}));
-        QVERIFY(!m_cameras[0]->isAcquiring());
-
-        press("btnViewCamera");
         press("btnOpenCamera");
         QCOMPARE(states(), QStringList({"closed", "closed"}));
         QVERIFY(!m_cameras[0]->isAcquiring());

@@ -39,9 +39,6 @@ private Q_SLOTS:
         QCOMPARE(picture.size(), QSize(8, 4));
         QCOMPARE(qGray(picture.pixel(7, 0)), 0xc0);
         QCOMPARE(qGray(picture.pixel(3, 3)), 0x41);
-        const QImage small = renderImage(describe(4, 2, VN_FRM_MONO8, data), {2, 2});
-        QCOMPARE(small.size(), QSize(2, 1));
-        QCOMPARE(qGray(small.pixel(1, 0)), 0x80);
     }
 
     void oddImagesAreSafe_data()
@@ -50,11 +47,9 @@ private Q_SLOTS:
         QTest::addColumn<quint32>("height");
         QTest::addColumn<int>("bytes");
         QTest::addColumn<bool>("hasPixels");
-        QTest::newRow("0 x 0") << 0U << 0U << 16 << false;
         QTest::newRow("0 x 4") << 0U << 4U << 16 << false;
         QTest::newRow("65535 x 65535 in 16 bytes") << 65535U << 65535U << 16 << true;
         QTest::newRow("largest numbers") << 0xffffffffU << 0xffffffffU << 16 << true;
-        QTest::newRow("a line") << 100000U << 1U << 16 << true;
         QTest::newRow("no byte") << 4U << 4U << 0 << true;
         QTest::newRow("null data") << 4U << 4U << -1 << false;
     }
