@@ -34,7 +34,8 @@ void PluginDocks::add(QWidget* widget, int area, int allowedAreas, bool floating
     m_viewMenu.addAction(dock->toggleViewAction());
     m_docks.append(dock);
 
-    connect(widget, &QObject::destroyed, this, [this, dock = QPointer<QDockWidget>(dock)] {
+    // A dock that takes its widget along is no QDockWidget any more by then.
+    connect(widget, &QObject::destroyed, this, [this, dock = QPointer<QObject>(dock)] {
         if (dock) {
             dock->deleteLater();
         }
