@@ -84,7 +84,8 @@ public:
     template<class Widget>
     Widget* inCell(int row, int column, int number = 0) const
     {
-        return table()->cellWidget(row, column)->findChildren<Widget*>().value(number);
+        const QWidget* widget = table()->cellWidget(row, column);
+        return widget ? widget->findChildren<Widget*>().value(number) : nullptr;
     }
     QCheckBox* graphBox(int row) const { return inCell<QCheckBox>(row, graphColumn); }
     /// "title:lower..upper" of the time axis of every plot area, from the top.
