@@ -68,6 +68,7 @@ void CameraModel::start(qint64 nowNs)
         clockEpochNs = nowNs;
     frameIndex = 0;
     numberOffset = 0;
+    stampOffsetUs = 0;
     triggerIndex = 0;
     sourceNs = nowNs;
     exposureEndNs = readoutEndNs = nowNs;
@@ -146,6 +147,8 @@ Frame CameraModel::newFrame(const Geometry& shape)
     if (camera.faults.numberJump.contains(frame.index))
         numberOffset += static_cast<quint32>(camera.faults.numberJumpBy);
     frame.number = static_cast<quint32>(frame.index) + numberOffset;
+    if (camera.faults.stampJump.contains(frame.index))
+        stampOffsetUs += static_cast<qint64>(camera.faults.stampJumpMs * 1e3);
     frame.width = camera.sensor.width;
     frame.height = camera.sensor.height;
     frame.format = shape.format;

@@ -209,7 +209,8 @@ std::optional<qint64> CameraModel::overflowNs(const std::vector<Packet>& packets
 
 void CameraModel::dispatch(Frame frame, std::shared_ptr<const WordTimes> times)
 {
-    frame.stampUs = times->packetTicks.front() * 4 / 1000;
+    const auto clockUs = static_cast<qint64>(times->packetTicks.front() * 4 / 1000);
+    frame.stampUs = static_cast<quint64>(std::max<qint64>(0, clockUs + stampOffsetUs));
     frame.times = std::move(times);
     if (FrameEntry* kept = entry(frame)) {
         kept->times = frame.times;

@@ -100,6 +100,8 @@ struct Faults
     int tickDirection = 1;     ///< 1 forwards, 0 stands still, -1 backwards
     FrameSelection numberJump; ///< the frame number jumps at these frames
     qint32 numberJumpBy = 0;
+    FrameSelection stampJump; ///< the clock of the time stamps jumps at these frames; ticks do not
+    double stampJumpMs = 0.0;
     double driftPpm = 0.0; ///< camera clock against true time
 };
 

@@ -114,6 +114,8 @@ void readFaults(JsonFields& in, Faults& faults)
     in.whole("tickDirection", faults.tickDirection, -1, 1);
     in.object("numberJump", [&faults](JsonFields& frames) { readSelection(frames, faults.numberJump); });
     in.whole("numberJumpBy", faults.numberJumpBy, -int32Max, int32Max);
+    in.object("stampJump", [&faults](JsonFields& frames) { readSelection(frames, faults.stampJump); });
+    in.number("stampJumpMs", faults.stampJumpMs, -daysMs, daysMs);
     in.number("driftPpm", faults.driftPpm, -1e5, 1e5);
 }
 
