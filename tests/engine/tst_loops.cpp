@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The measurement loops on hand-driven cameras: figures against the camera's own ledger, odd frames, lack of memory,
+// The measurement loops on hand-driven cameras: figures against the camera's own ledger, lack of memory,
 // trimming, many cameras, many starts.
 #include <cmath>
 
 #include <malloc.h>
 
-#include <QtCore/QDir>
 #include <QtCore/QSemaphore>
 #include <QtCore/QThread>
 #include <QtTest/QtTest>
@@ -18,6 +17,7 @@
 #include "NaiveEvaluator.h"
 #include "RandomRecord.h"
 #include "TestScale.h"
+#include "ThreadCount.h"
 
 namespace {
 
@@ -28,11 +28,6 @@ std::atomic<int> failingAllocation{0};
 bool failOne(std::size_t)
 {
     return --failingAllocation != 0;
-}
-
-int threadCount()
-{
-    return QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
 }
 
 sim::CameraScenario lossyCamera()
@@ -70,8 +65,6 @@ private Q_SLOTS:
     void figuresEqualTheLedger();
     void countersEqualTheLedger();
     void frameTimes();
-    void oddFrames_data();
-    void oddFrames();
     void failedWaits();
     void stopBeforeTheFirstFrame();
     void outOfMemory_data();
@@ -186,49 +179,6 @@ void TestLoops::frameTimes()
         QVERIFY(throughput.stop());
     }
     QVERIFY(throughput.data.frameList.size() >= 2);
-}
-
-void TestLoops::oddFrames_data()
-{
-    QTest::addColumn<quint32>("width");
-    QTest::addColumn<quint32>("height");
-    QTest::addColumn<quint64>("bytes"); // that are there
-    QTest::addColumn<quint64>("blocks");
-    QTest::newRow("usual") << 1024U << 512U << quint64(1 << 20) << quint64(256);
-    QTest::newRow("smaller than a block") << 45U << 45U << quint64(1 << 20) << quint64(0);
-    QTest::newRow("one block") << 2048U << 1U << quint64(1 << 20) << quint64(1);
-    QTest::newRow("nothing") << 0U << 0U << quint64(1 << 20) << quint64(0);
-    QTest::newRow("more than is there") << 65535U << 65535U << quint64(1 << 20) << quint64(256);
-    QTest::newRow("size wraps to little") << 65536U << 32769U << quint64(1 << 20) << quint64(32);
-    QTest::newRow("short data") << 1024U << 512U << quint64(8191) << quint64(1);
-    QTest::newRow("too short data") << 1024U << 512U << quint64(4095) << quint64(0);
-}
-
-void TestLoops::oddFrames()
-{
-    QFETCH(quint32, width);
-    QFETCH(quint32, height);
-    QFETCH(quint64, bytes);
-    QFETCH(quint64, blocks);
-    sim::CameraScenario scenario;
-    scenario.faults.oddSize = {0, 1000, 0};
-    scenario.faults.oddWidth = width;
-    scenario.faults.oddHeight = height;
-    if (bytes < 1 << 20) {
-        scenario.faults.shortData = {0, 1000, 0};
-        scenario.faults.shortBytes = bytes;
-    }
-    LogCapture log;
-    MeasurementBench bench(scenario);
-    QVERIFY(bench.measure(5));
-    QCOMPARE(bench.data.frameList.size(), size_t(blocks == 0 ? 0 : 5));
-    for (const auto& frame : bench.data.frameList)
-        QCOMPARE(frame->blockCount, blocks);
-    QCOMPARE(log.lines().size(), blocks == 0 ? 1 : 0); // one line, however many frames
-    const RunTotals totals = bench.data.runTotals();
-    QCOMPARE(totals.frames, quint64(5));
-    QCOMPARE(totals.skippedFrames, quint64(blocks == 0 ? 5 : 0));
-    QCOMPARE(totals.blocks, 5 * blocks);
 }
 
 void TestLoops::failedWaits()

@@ -43,6 +43,16 @@ public:
         return stopped;
     }
 
+    /// Gives the camera values that all differ from those of a measurement.
+    void setOwnValues()
+    {
+        const QMap<QString, int> own{{"imgdataformat", VN_FRM_MONO16}, {"output_bit_depth", 12},
+                                     {"output_bit_packing", 1},        {"LUTEnable", 1},
+                                     {"test_pattern[0]", 1},           {"test_pattern[1]", 1}};
+        for (auto value = own.begin(); value != own.end(); ++value)
+            camera->setParameter(value.key(), value.value());
+    }
+
     std::shared_ptr<sim::HandDrivenCamera> camera;
     CxCameraLineData data;
 };
