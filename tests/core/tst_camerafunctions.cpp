@@ -9,6 +9,7 @@
 
 #include "CameraRegistry.h"
 #include "StubDevice.h"
+#include "Table.h"
 
 namespace {
 
@@ -44,11 +45,10 @@ private Q_SLOTS:
 
     void deadHandles_data()
     {
-        QTest::addColumn<quint64>("number");
-        QTest::addColumn<bool>("closed");
-        QTest::newRow("null") << quint64(0) << false;
-        QTest::newRow("unknown") << (quint64(1) << 40) << false;
-        QTest::newRow("closed") << quint64(0) << true;
+        const Table<quint64, bool> row("number", "closed");
+        row("null", 0, false);
+        row("unknown", (quint64(1) << 40), false);
+        row("closed", 0, true);
     }
 
     void deadHandles()
@@ -77,19 +77,15 @@ private Q_SLOTS:
 
     void parameters_data()
     {
-        QTest::addColumn<QByteArray>("name");
-        QTest::addColumn<int>("value");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<int>("error");
-        QTest::addColumn<int>("gainAfter");
-        QTest::newRow("write") << QByteArray("gain") << 5 << true << int(VN_ERR_NONE) << 5;
-        QTest::newRow("refused") << QByteArray("gain") << 13 << false << int(VN_ERR_REFUSED) << 1;
-        QTest::newRow("no such") << QByteArray("gian") << 5 << false << int(VN_ERR_NO_PARAM) << 1;
-        QTest::newRow("ask") << QByteArray("gain:settable") << 5 << true << int(VN_ERR_NONE) << 1;
-        QTest::newRow("ask refused") << QByteArray("gain:settable") << 13 << false << int(VN_ERR_REFUSED) << 1;
-        QTest::newRow("ask no such") << QByteArray("gian:settable") << 5 << false << int(VN_ERR_NO_PARAM) << 1;
-        QTest::newRow("suffix alone") << QByteArray(":settable") << 5 << false << int(VN_ERR_NO_PARAM) << 1;
-        QTest::newRow("no name") << QByteArray() << 5 << false << int(VN_ERR_NO_PARAM) << 1;
+        const Table<QByteArray, int, bool, int, int> row("name", "value", "accepted", "error", "gainAfter");
+        row("write", "gain", 5, true, VN_ERR_NONE, 5);
+        row("refused", "gain", 13, false, VN_ERR_REFUSED, 1);
+        row("no such", "gian", 5, false, VN_ERR_NO_PARAM, 1);
+        row("ask", "gain:settable", 5, true, VN_ERR_NONE, 1);
+        row("ask refused", "gain:settable", 13, false, VN_ERR_REFUSED, 1);
+        row("ask no such", "gian:settable", 5, false, VN_ERR_NO_PARAM, 1);
+        row("suffix alone", ":settable", 5, false, VN_ERR_NO_PARAM, 1);
+        row("no name", {}, 5, false, VN_ERR_NO_PARAM, 1);
     }
 
     void parameters()
@@ -172,9 +168,9 @@ private Q_SLOTS:
 
     void waitersAreWoken_data()
     {
-        QTest::addColumn<bool>("byClose");
-        QTest::newRow("stop") << false;
-        QTest::newRow("close") << true;
+        const Table<bool> row("byClose");
+        row("stop", false);
+        row("close", true);
     }
 
     void waitersAreWoken()
@@ -194,11 +190,11 @@ private Q_SLOTS:
 
     void memoryOutlives_data()
     {
-        QTest::addColumn<int>("event");
-        QTest::newRow("loss") << 0;
-        QTest::newRow("stop by another thread") << 1;
-        QTest::newRow("close") << 2;
-        QTest::newRow("the device itself") << 3;
+        const Table<int> row("event");
+        row("loss", 0);
+        row("stop by another thread", 1);
+        row("close", 2);
+        row("the device itself", 3);
     }
 
     void memoryOutlives()

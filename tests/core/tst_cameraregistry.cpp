@@ -8,6 +8,7 @@
 
 #include "CameraRegistry.h"
 #include "StubDevice.h"
+#include "Table.h"
 
 class TestCameraRegistry : public QObject
 {
@@ -147,9 +148,9 @@ private Q_SLOTS:
 
     void formatChangesAreQueued_data()
     {
-        QTest::addColumn<bool>("byParameterSet");
-        QTest::newRow("camera function") << false;
-        QTest::newRow("parameter set") << true;
+        const Table<bool> row("byParameterSet");
+        row("camera function", false);
+        row("parameter set", true);
     }
 
     void formatChangesAreQueued()

@@ -16,6 +16,7 @@
 #include "MeasurementClock.h"
 #include "NaiveEvaluator.h"
 #include "RandomRecord.h"
+#include "Table.h"
 #include "TestScale.h"
 #include "ThreadCount.h"
 
@@ -79,12 +80,12 @@ private:
 
 void TestLoops::figuresEqualTheLedger_data()
 {
-    QTest::addColumn<qint32>("period");
-    QTest::addColumn<quint64>("stride"); // words
-    QTest::newRow("a page") << 4096 << quint64(512);
-    QTest::newRow("no whole number of words") << 4100 << quint64(512);
-    QTest::newRow("a word") << 8 << quint64(1);
-    QTest::newRow("largest of the dialog") << 51200 << quint64(6400);
+    // The stride is in words.
+    const Table<qint32, quint64> row("period", "stride");
+    row("a page", 4096, 512);
+    row("no whole number of words", 4100, 512);
+    row("a word", 8, 1);
+    row("largest of the dialog", 51200, 6400);
 }
 
 void TestLoops::figuresEqualTheLedger()
@@ -246,11 +247,10 @@ void TestLoops::stopBeforeTheFirstFrame()
 
 void TestLoops::outOfMemory_data()
 {
-    QTest::addColumn<int>("allocation");
-    QTest::addColumn<QString>("message");
+    const Table<int, QString> row("allocation", "message");
     const QString prefix = QStringLiteral("CxCameraLineData::runMeasureLoop(): Cannot allocate array for frame ");
-    QTest::newRow("record") << 3 << prefix + "data";
-    QTest::newRow("ticks") << 4 << prefix + "time stamps";
+    row("record", 3, prefix + "data");
+    row("ticks", 4, prefix + "time stamps");
 }
 
 void TestLoops::outOfMemory()

@@ -13,6 +13,7 @@
 #include "LogLine.h"
 #include "MeasurementClock.h"
 #include "RandomRecord.h"
+#include "Table.h"
 
 namespace {
 
@@ -103,12 +104,11 @@ void TestRecord::workArrays()
 
 void TestRecord::failedWorkArrays_data()
 {
-    QTest::addColumn<int>("allowed");
-    QTest::addColumn<QString>("message");
+    const Table<int, QString> row("allowed", "message");
     const QString prefix = QStringLiteral("CxCameraLineData::AlloCateBuffers(): Cannot allocate ");
-    QTest::newRow("speeds") << 0 << prefix + "frame speeds array";
-    QTest::newRow("deltas") << 1 << prefix + "buffer occupancy array";
-    QTest::newRow("offsets") << 2 << prefix + "time stamp difference array";
+    row("speeds", 0, prefix + "frame speeds array");
+    row("deltas", 1, prefix + "buffer occupancy array");
+    row("offsets", 2, prefix + "time stamp difference array");
 }
 
 void TestRecord::failedWorkArrays()
@@ -170,13 +170,12 @@ void TestRecord::totalsAddUp()
 
 void TestRecord::frameNumbers_data()
 {
-    QTest::addColumn<QVector<quint32>>("numbers");
-    QTest::addColumn<quint64>("missing");
-    QTest::newRow("complete") << QVector<quint32>{5, 6, 7} << quint64(0);
-    QTest::newRow("gaps") << QVector<quint32>{0, 2, 3, 7} << quint64(4);
-    QTest::newRow("wrap with a gap") << QVector<quint32>{0xFFFFFFFE, 1} << quint64(2);
-    QTest::newRow("starts again") << QVector<quint32>{1000, 1001, 0, 2} << quint64(1);
-    QTest::newRow("stands still") << QVector<quint32>{4, 4, 4} << quint64(0);
+    const Table<QVector<quint32>, quint64> row("numbers", "missing");
+    row("complete", {5, 6, 7}, 0);
+    row("gaps", {0, 2, 3, 7}, 4);
+    row("wrap with a gap", {0xFFFFFFFE, 1}, 2);
+    row("starts again", {1000, 1001, 0, 2}, 1);
+    row("stands still", {4, 4, 4}, 0);
 }
 
 void TestRecord::frameNumbers()
@@ -191,11 +190,10 @@ void TestRecord::frameNumbers()
 
 void TestRecord::memoryOfFrames_data()
 {
-    QTest::addColumn<int>("blocks");
-    QTest::addColumn<double>("bytesPerFrame");
+    const Table<int, double> row("blocks", "bytesPerFrame");
     // 8.5 for a block and 1 for its share of the aggregates, or 64 for those of a frame.
-    QTest::newRow("256 blocks") << 256 << 256 * (8.5 + 1.0);
-    QTest::newRow("few blocks") << 14 << 14 * 8.5 + 72 + 64;
+    row("256 blocks", 256, 256 * (8.5 + 1.0));
+    row("few blocks", 14, 14 * 8.5 + 72 + 64);
 }
 
 void TestRecord::memoryOfFrames()

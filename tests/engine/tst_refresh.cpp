@@ -10,6 +10,7 @@
 
 #include "NaiveEvaluator.h"
 #include "RandomRecord.h"
+#include "Table.h"
 #include "TestScale.h"
 
 namespace {
@@ -117,9 +118,9 @@ void TestRefresh::change(CxCameraLineData& data, Dice& dice, bool large)
 
 void TestRefresh::equalAtEveryStep_data()
 {
-    QTest::addColumn<bool>("large");
-    QTest::newRow("any ticks") << false;
-    QTest::newRow("large frames in order") << true;
+    const Table<bool> row("large");
+    row("any ticks", false);
+    row("large frames in order", true);
 }
 
 void TestRefresh::equalAtEveryStep()

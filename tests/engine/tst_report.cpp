@@ -10,6 +10,7 @@
 #include "LogCapture.h"
 #include "NaiveEvaluator.h"
 #include "RandomRecord.h"
+#include "Table.h"
 #include "TestScale.h"
 
 namespace {
@@ -86,28 +87,26 @@ private Q_SLOTS:
 
 void TestReport::numbers_data()
 {
-    QTest::addColumn<double>("value");
-    QTest::addColumn<QByteArray>("text");
-    const auto row = [](double value, const char* text) { QTest::newRow(text) << value << QByteArray(text); };
-    row(1024, "1024");
-    row(33.33333, "33.3333");
-    row(1234567.0, "1.23457e+06");
-    row(97.65625, "97.6563"); // a tie goes away from zero
-    row(-97.65625, "-97.6563");
-    row(999999.5, "1e+06");
-    row(999999.49, "999999");
-    row(0.0001, "0.0001");
-    row(0.00001, "1e-05");
-    row(1e100, "1e+100");
-    row(-0.0, "0");
-    row(-std::nan(""), "nan");
-    row(-HUGE_VAL, "-inf");
+    const Table<double> row("value"); // its text is the row's name
+    row("1024", 1024);
+    row("33.3333", 33.33333);
+    row("1.23457e+06", 1234567.0);
+    row("97.6563", 97.65625); // a tie goes away from zero
+    row("-97.6563", -97.65625);
+    row("1e+06", 999999.5);
+    row("999999", 999999.49);
+    row("0.0001", 0.0001);
+    row("1e-05", 0.00001);
+    row("1e+100", 1e100);
+    row("0", -0.0);
+    row("nan", -std::nan(""));
+    row("-inf", -HUGE_VAL);
 }
 
 void TestReport::numbers()
 {
     QFETCH(double, value);
-    QTEST(number(value), "text");
+    QCOMPARE(number(value), QByteArray(QTest::currentDataTag()));
 }
 
 void TestReport::numbersLikeQt()
@@ -125,16 +124,14 @@ void TestReport::numbersLikeQt()
 
 void TestReport::lines_data()
 {
-    QTest::addColumn<qint64>("fromUs");
-    QTest::addColumn<qint64>("toUs");
-    QTest::addColumn<QByteArray>("text");
+    const Table<qint64, qint64, QByteArray> row("fromUs", "toUs", "text");
     const QByteArray first = "7,4,4096,4000,1000,1024,0,0\n";
     const QByteArray second = "7,12,4096,12000,1000,512,1000,100\n";
-    QTest::newRow("all") << qint64(0) << qint64(2000000) << first + second;
-    QTest::newRow("to the first interval") << qint64(0) << qint64(1000004) << first;
-    QTest::newRow("between the intervals") << qint64(0) << qint64(1000005) << first;
-    QTest::newRow("from the second interval") << qint64(1000012) << qint64(1000012) << second;
-    QTest::newRow("behind") << qint64(2000000) << qint64(3000000) << QByteArray();
+    row("all", 0, 2000000, first + second);
+    row("to the first interval", 0, 1000004, first);
+    row("between the intervals", 0, 1000005, first);
+    row("from the second interval", 1000012, 1000012, second);
+    row("behind", 2000000, 3000000, {});
 }
 
 void TestReport::lines()

@@ -8,6 +8,7 @@
 
 #include "NaiveEvaluator.h"
 #include "RandomRecord.h"
+#include "Table.h"
 #include "TestScale.h"
 
 namespace {
@@ -77,19 +78,15 @@ void TestStatistics::frameSpeeds()
 
 void TestStatistics::figures_data()
 {
-    QTest::addColumn<QVector<quint64>>("ticks");
-    QTest::addColumn<int>("bufferSize");
-    QTest::addColumn<double>("average");
-    QTest::addColumn<double>("slowest");
-    QTest::addColumn<double>("highest");
-    QTest::addColumn<quint64>("overflows");
+    const Table<QVector<quint64>, int, double, double, double, quint64> row("ticks", "bufferSize", "average",
+                                                                            "slowest", "highest", "overflows");
     using Ticks = QVector<quint64>;
-    QTest::newRow("example") << Ticks{0, 1000, 3000} << 1000 << 1024.0 << 512.0 << 100.0 << quint64(1);
-    QTest::newRow("fits") << Ticks{0, 1000, 3000} << 7808 << 1024.0 << 512.0 << 50.0 << quint64(0);
-    QTest::newRow("stays full") << Ticks{0, 2000, 2500} << 1000 << 3 * 4096 / 10.0 << 512.0 << 100.0 << quint64(1);
-    QTest::newRow("one block") << Ticks{5} << 1000 << inf << DBL_MAX << 0.0 << quint64(0);
-    QTest::newRow("standing ticks") << Ticks{5, 5, 5} << 1000 << inf << DBL_MAX << 0.0 << quint64(0);
-    QTest::newRow("no buffer") << Ticks{0, 1000, 3000} << 0 << 1024.0 << 512.0 << 100.0 << quint64(1);
+    row("example", Ticks{0, 1000, 3000}, 1000, 1024.0, 512.0, 100.0, 1);
+    row("fits", Ticks{0, 1000, 3000}, 7808, 1024.0, 512.0, 50.0, 0);
+    row("stays full", Ticks{0, 2000, 2500}, 1000, 3 * 4096 / 10.0, 512.0, 100.0, 1);
+    row("one block", Ticks{5}, 1000, inf, DBL_MAX, 0.0, 0);
+    row("standing ticks", Ticks{5, 5, 5}, 1000, inf, DBL_MAX, 0.0, 0);
+    row("no buffer", Ticks{0, 1000, 3000}, 0, 1024.0, 512.0, 100.0, 1);
 }
 
 void TestStatistics::figures()
@@ -136,11 +133,10 @@ void TestStatistics::nothingToEvaluate()
 
 void TestStatistics::margins_data()
 {
-    QTest::addColumn<double>("frameTime");
-    QTest::addColumn<qint64>("margin");
-    QTest::newRow("frames longer than half the range") << 800.7 << qint64(800);
-    QTest::newRow("short frames") << 400.0 << qint64(1000);
-    QTest::newRow("beyond all integers") << 1e300 << std::numeric_limits<qint64>::max();
+    const Table<double, qint64> row("frameTime", "margin");
+    row("frames longer than half the range", 800.7, 800);
+    row("short frames", 400.0, 1000);
+    row("beyond all integers", 1e300, std::numeric_limits<qint64>::max());
 }
 
 void TestStatistics::margins()

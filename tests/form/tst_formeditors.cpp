@@ -7,6 +7,7 @@
 #include <vnCore/vnApi.h>
 
 #include "FormBench.h"
+#include "Table.h"
 
 using ThroughputColumn::RequiredThroughput;
 using ThroughputColumn::YAxisScaling;
@@ -36,12 +37,10 @@ static void oddFormats(sim::CameraScenario& scenario)
 
 void FormEditorsTest::formatIsFoundByItsValue_data()
 {
-    QTest::addColumn<int>("value");
-    QTest::addColumn<bool>("readable");
-    QTest::addColumn<int>("entry");
-    QTest::newRow("0 is the last entry") << 0 << true << 2;
-    QTest::newRow("7 is the second entry") << 7 << true << 1;
-    QTest::newRow("an unreadable value counts as 0") << 7 << false << 2;
+    const Table<int, bool, int> row("value", "readable", "entry");
+    row("0 is the last entry", 0, true, 2);
+    row("7 is the second entry", 7, true, 1);
+    row("an unreadable value counts as 0", 7, false, 2);
 }
 
 void FormEditorsTest::formatIsFoundByItsValue()
@@ -87,16 +86,12 @@ void FormEditorsTest::reportedFormat()
 
 void FormEditorsTest::typedThroughput_data()
 {
-    QTest::addColumn<QString>("keys"); // < is the backspace key
-    QTest::addColumn<QString>("values");
-    QTest::newRow("every keystroke counts") << "250"
-                                            << "2 25 250";
-    QTest::newRow("empty counts as 0") << "7<"
-                                       << "7 0";
-    QTest::newRow("only whole numbers") << "1x-.2"
-                                        << "1 1 1 1 12";
-    QTest::newRow("up to 10000") << "100009"
-                                 << "1 10 100 1000 10000 10000";
+    // In the keys, < is the backspace key.
+    const Table<QString, QString> row("keys", "values");
+    row("every keystroke counts", "250", "2 25 250");
+    row("empty counts as 0", "7<", "7 0");
+    row("only whole numbers", "1x-.2", "1 1 1 1 12");
+    row("up to 10000", "100009", "1 10 100 1000 10000 10000");
 }
 
 void FormEditorsTest::typedThroughput()
@@ -121,10 +116,10 @@ void FormEditorsTest::typedThroughput()
 
 void FormEditorsTest::automaticThroughput_data()
 {
-    QTest::addColumn<int>("reported"); // 0: the camera has no such register
-    QTest::addColumn<int>("expected");
-    QTest::newRow("as the camera reports") << 380 << 380;
-    QTest::newRow("a camera that reports none keeps it") << 0 << 44;
+    // 0: the camera has no such register
+    const Table<int, int> row("reported", "expected");
+    row("as the camera reports", 380, 380);
+    row("a camera that reports none keeps it", 0, 44);
 }
 
 void FormEditorsTest::automaticThroughput()

@@ -19,6 +19,7 @@
 #include "DialogRobot.h"
 #include "form/Columns.h"
 #include "FormBench.h"
+#include "Table.h"
 
 class FormEventsTest : public QObject
 {
@@ -47,9 +48,9 @@ static int eventCount()
 
 void FormEventsTest::anythingAtAnyTime_data()
 {
-    QTest::addColumn<int>("seed");
+    const Table<int> row("seed");
     for (int seed = 1; seed <= 4; ++seed)
-        QTest::addRow("seed %d", seed) << seed;
+        row(QByteArray::number(seed), seed);
 }
 
 void FormEventsTest::anythingAtAnyTime()

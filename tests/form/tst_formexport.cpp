@@ -14,6 +14,7 @@
 #include "DialogRobot.h"
 #include "FormBench.h"
 #include "RandomRecord.h"
+#include "Table.h"
 
 using Action = std::function<void(FormBench&)>;
 Q_DECLARE_METATYPE(Action)
@@ -77,15 +78,14 @@ private:
 
 void FormExportTest::picture_data()
 {
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("start"); // of the file
-    QTest::newRow("clipboard") << 1 << QString() << QByteArray();
-    QTest::newRow("png") << 2 << "graph.png" << QByteArray("\x89PNG");
-    QTest::newRow("jpeg") << 2 << "graph.jpg" << QByteArray("\xff\xd8\xff");
-    QTest::newRow("bitmap") << 2 << "graph.bmp" << QByteArray("BM");
-    QTest::newRow("no suffix") << 2 << "graph" << QByteArray();
-    QTest::newRow("unknown type") << 3 << QString() << QByteArray();
+    // start: what the file begins with
+    const Table<int, QString, QByteArray> row("type", "name", "start");
+    row("clipboard", 1, {}, {});
+    row("png", 2, "graph.png", "\x89PNG");
+    row("jpeg", 2, "graph.jpg", "\xff\xd8\xff");
+    row("bitmap", 2, "graph.bmp", "BM");
+    row("no suffix", 2, "graph", {});
+    row("unknown type", 3, {}, {});
 }
 
 void FormExportTest::picture()
@@ -122,16 +122,13 @@ void FormExportTest::picture()
 
 void FormExportTest::reportOfTheVisibleRange_data()
 {
-    QTest::addColumn<double>("lower");
-    QTest::addColumn<double>("upper");
-    QTest::addColumn<QByteArray>("lines");
+    const Table<double, double, QByteArray> row("lower", "upper", "lines");
     const QByteArray first = "7,4,4096,4000,1000,1024,0,0\n";
     const QByteArray second = "7,12,4096,12000,1000,512,1000,100\n";
-    QTest::newRow("all") << -20.0 << 0.0 << first + second;
-    QTest::newRow("upper bound within the frame") << -20.0 << -9.999995 << first;
-    QTest::newRow("lower bound within the frame")
-        << -9.999995 << 0.0 << QByteArray("7,12,4096,12000,1000,512,1000,100\n");
-    QTest::newRow("frame in the margin only") << -9.0 << 0.0 << QByteArray();
+    row("all", -20.0, 0.0, first + second);
+    row("upper bound within the frame", -20.0, -9.999995, first);
+    row("lower bound within the frame", -9.999995, 0.0, "7,12,4096,12000,1000,512,1000,100\n");
+    row("frame in the margin only", -9.0, 0.0, {});
 }
 
 void FormExportTest::reportOfTheVisibleRange()
@@ -178,13 +175,8 @@ void FormExportTest::nothingToExport()
 
 void FormExportTest::eventsWhileDialogsAreOpen_data()
 {
-    QTest::addColumn<Action>("action");
-    QTest::addColumn<bool>("recordStays");
-    QTest::addColumn<QStringList>("rowsAfter");
+    const Table<bool, QStringList, Action> row("recordStays", "rowsAfter", "action");
     const QStringList both{"A Stopped", "B Stopped"};
-    const auto row = [](const char* name, bool stays, const QStringList& after, const Action& action) {
-        QTest::newRow(name) << action << stays << after;
-    };
     row("timer", true, both, [](FormBench& bench) { bench.tick(); });
     row("its camera closes", false, {"B Stopped"}, [](FormBench& bench) { bench.close(0); });
     row("its camera closes and is opened again", false, {"B Stopped", "A Stopped"}, [](FormBench& bench) {
@@ -252,14 +244,12 @@ void FormExportTest::closingTheProgressCancels()
 
 void FormExportTest::reportThatCannotBeWritten_data()
 {
-    QTest::addColumn<QString>("fileName");
-    QTest::addColumn<QStringList>("told");
-    QTest::addColumn<QStringList>("logged");
-    QTest::newRow("full disk") << "/dev/full"
-                               << QStringList{"Export Measured Data|The report is not complete.\n"
-                                              "/dev/full: No space left on device"}
-                               << QStringList{"CsvReportWriter::write(): Cannot write the report"};
-    QTest::newRow("no such directory") << "/no/such/directory/report.csv" << QStringList() << QStringList();
+    const Table<QString, QStringList, QStringList> row("fileName", "told", "logged");
+    row("full disk", "/dev/full",
+        {"Export Measured Data|The report is not complete.\n"
+         "/dev/full: No space left on device"},
+        {"CsvReportWriter::write(): Cannot write the report"});
+    row("no such directory", "/no/such/directory/report.csv", {}, {});
 }
 
 void FormExportTest::reportThatCannotBeWritten()

@@ -9,6 +9,7 @@
 
 #include "DialogRobot.h"
 #include "FormBench.h"
+#include "Table.h"
 
 class FormMeasurementTest : public QObject
 {
@@ -48,9 +49,9 @@ static QString failedText(const char* camera)
 
 void FormMeasurementTest::oneCamera_data()
 {
-    QTest::addColumn<int>("mode");
-    QTest::newRow("throughput") << int(MeasModeDataThroughput);
-    QTest::newRow("counters") << int(MeasModeStandardAcq);
+    const Table<int> row("mode");
+    row("throughput", MeasModeDataThroughput);
+    row("counters", MeasModeStandardAcq);
 }
 
 void FormMeasurementTest::oneCamera()
@@ -129,13 +130,13 @@ void FormMeasurementTest::startAllLeavesRunningOnesAlone()
 
 void FormMeasurementTest::startAllWithoutTheDialogsCamera_data()
 {
-    QTest::addColumn<QString>("events"); // in the failure dialog: o opens, c closes a camera
-    QTest::addColumn<QStringList>("rows");
-    QTest::newRow("the failing one closes") << "c1" << QStringList{"A (1)", "C (3)"};
-    QTest::newRow("a started one closes") << "c0" << QStringList{"B (2)", "C (3)"};
-    QTest::newRow("a waiting one closes") << "c2" << QStringList{"A (1)", "B (2)"};
-    QTest::newRow("all close") << "c0 c1 c2" << QStringList();
-    QTest::newRow("all are opened anew") << "c0 c1 c2 o0 o1 o2" << QStringList{"A (1)", "B (2)", "C (3)"};
+    // Events in the failure dialog: o opens, c closes a camera.
+    const Table<QString, QStringList> row("events", "rows");
+    row("the failing one closes", "c1", {"A (1)", "C (3)"});
+    row("a started one closes", "c0", {"B (2)", "C (3)"});
+    row("a waiting one closes", "c2", {"A (1)", "B (2)"});
+    row("all close", "c0 c1 c2", {});
+    row("all are opened anew", "c0 c1 c2 o0 o1 o2", {"A (1)", "B (2)", "C (3)"});
 }
 
 void FormMeasurementTest::startAllWithoutTheDialogsCamera()

@@ -5,6 +5,7 @@
 #include <QtWidgets/QLineEdit>
 
 #include "FormBench.h"
+#include "Table.h"
 
 static constexpr qint64 second = 1000000;
 
@@ -32,14 +33,13 @@ private Q_SLOTS:
 
 void FormPlotTest::curves_data()
 {
-    QTest::addColumn<int>("detailLevel");
-    QTest::addColumn<int>("uncheckedCurve"); // -1: none
-    QTest::addColumn<QStringList>("expected");
-    QTest::newRow("both") << 3 << -1 << QStringList{"Min throughput", "Max buffer level"};
-    QTest::newRow("less detail") << 2 << -1 << QStringList{"Max buffer level"};
-    QTest::newRow("minimum unchecked") << 5 << 0 << QStringList{"Max buffer level"};
-    QTest::newRow("level unchecked") << 3 << 1 << QStringList{"Min throughput"};
-    QTest::newRow("neither") << 2 << 1 << QStringList();
+    // -1: no curve is unchecked
+    const Table<int, int, QStringList> row("detailLevel", "uncheckedCurve", "expected");
+    row("both", 3, -1, {"Min throughput", "Max buffer level"});
+    row("less detail", 2, -1, {"Max buffer level"});
+    row("minimum unchecked", 5, 0, {"Max buffer level"});
+    row("level unchecked", 3, 1, {"Min throughput"});
+    row("neither", 2, 1, {});
 }
 
 void FormPlotTest::curves()
@@ -75,14 +75,12 @@ void FormPlotTest::valueAxisFollowsItsCurves()
 
 void FormPlotTest::counterAxis_data()
 {
-    QTest::addColumn<int>("first");
-    QTest::addColumn<int>("last");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("from 0") << 0 << 250 << "-0.8..300";
-    QTest::newRow("from 100") << 100 << 250 << "80..300";
-    QTest::newRow("all 0") << 0 << 0 << "-0.8..1.2";
-    QTest::newRow("no sample in range") << -1 << -1 << "-0.8..1.2";
-    QTest::newRow("no curve") << -2 << -2 << "1.2..1.71799e+09";
+    const Table<int, int, QString> row("first", "last", "expected");
+    row("from 0", 0, 250, "-0.8..300");
+    row("from 100", 100, 250, "80..300");
+    row("all 0", 0, 0, "-0.8..1.2");
+    row("no sample in range", -1, -1, "-0.8..1.2");
+    row("no curve", -2, -2, "1.2..1.71799e+09");
 }
 
 void FormPlotTest::counterAxis()
@@ -102,18 +100,11 @@ void FormPlotTest::counterAxis()
 
 void FormPlotTest::timeRanges_data()
 {
-    QTest::addColumn<double>("lower");
-    QTest::addColumn<double>("upper");
-    QTest::addColumn<QString>("zoomed");
-    QTest::addColumn<QString>("panReset");
-    QTest::newRow("zoom") << -8.0 << -3.0 << "-8..-3"
-                          << "-5..0";
-    QTest::newRow("pan") << -50.0 << -30.0 << "-50..-30"
-                         << "-20..0";
-    QTest::newRow("2 ms") << -3.002 << -3.0 << "-3.002..-3"
-                          << "-0.002..0";
-    QTest::newRow("too deep") << -3.0005 << -3.0 << "-20..0"
-                              << "-20..0";
+    const Table<double, double, QString, QString> row("lower", "upper", "zoomed", "panReset");
+    row("zoom", -8.0, -3.0, "-8..-3", "-5..0");
+    row("pan", -50.0, -30.0, "-50..-30", "-20..0");
+    row("2 ms", -3.002, -3.0, "-3.002..-3", "-0.002..0");
+    row("too deep", -3.0005, -3.0, "-20..0", "-20..0");
 }
 
 void FormPlotTest::timeRanges()

@@ -17,6 +17,7 @@
 #include "FormBench.h"
 #include "RandomRecord.h"
 #include "setup/CapacityHint.h"
+#include "Table.h"
 
 using Change = std::function<void(FormBench&, QDialog*)>;
 Q_DECLARE_METATYPE(Change)
@@ -97,24 +98,14 @@ private Q_SLOTS:
 
 void FormSetupTest::opensAndStores_data()
 {
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<int>("period");
-    QTest::addColumn<int>("capacity");
-    QTest::addColumn<int>("intervalMs");
-    QTest::addColumn<QString>("opensAs");
-    QTest::addColumn<QString>("accepted");
-    QTest::newRow("defaults") << 0 << 1024 << 10000000 << 1000 << "0 4096 10 1"
-                              << "0 4096 10000000 1000";
-    QTest::newRow("rounded down") << 0 << 8192 << 2499999 << 1999 << "0 8192 2 1"
-                                  << "0 8192 2000000 1000";
-    QTest::newRow("rounded up") << 1 << 51200 << 2500000 << 1000000 << "1 (51200) 3 1000"
-                                << "1 51200 3000000 1000000";
-    QTest::newRow("odd period") << 0 << 4100 << 1 << 999 << "0 4100 1 1"
-                                << "0 4100 1000000 1000";
-    QTest::newRow("far too high") << highest << highest << highest << highest << "0 51200 2000 1000"
-                                  << "0 51200 2000000000 1000000";
-    QTest::newRow("far too low") << lowest << lowest << lowest << 0 << "0 4096 1 1"
-                                 << "0 4096 1000000 1000";
+    const Table<int, int, int, int, QString, QString> row("mode", "period", "capacity", "intervalMs", "opensAs",
+                                                          "accepted");
+    row("defaults", 0, 1024, 10000000, 1000, "0 4096 10 1", "0 4096 10000000 1000");
+    row("rounded down", 0, 8192, 2499999, 1999, "0 8192 2 1", "0 8192 2000000 1000");
+    row("rounded up", 1, 51200, 2500000, 1000000, "1 (51200) 3 1000", "1 51200 3000000 1000000");
+    row("odd period", 0, 4100, 1, 999, "0 4100 1 1", "0 4100 1000000 1000");
+    row("far too high", highest, highest, highest, highest, "0 51200 2000 1000", "0 51200 2000000000 1000000");
+    row("far too low", lowest, lowest, lowest, 0, "0 4096 1 1", "0 4096 1000000 1000");
 }
 
 void FormSetupTest::opensAndStores()
@@ -159,30 +150,26 @@ void FormSetupTest::controls()
 
 void FormSetupTest::reaction_data()
 {
-    QTest::addColumn<Change>("change");
-    QTest::addColumn<int>("framesKept");
-    QTest::addColumn<QString>("rowsAfter"); // "names: columns period interval"
-    const auto row = [](const char* name, int frames, const char* after, const Change& change) {
-        QTest::newRow(name) << change << frames << after;
-    };
-    row("nothing", 1, "AB: 12 4096 1000", [](FormBench&, QDialog*) {});
-    row("capacity", 1, "AB: 12 4096 1000",
+    // rowsAfter: "names: columns period interval"
+    const Table<bool, QString, Change> row("framesKept", "rowsAfter", "change");
+    row("nothing", true, "AB: 12 4096 1000", [](FormBench&, QDialog*) {});
+    row("capacity", true, "AB: 12 4096 1000",
         [](FormBench&, QDialog* dialog) { spin(dialog, "spinCapacity")->stepUp(); });
-    row("sample period", 0, "AB: 12 5120 1000",
+    row("sample period", false, "AB: 12 5120 1000",
         [](FormBench&, QDialog* dialog) { spin(dialog, "spinSamplePeriod")->stepUp(); });
-    row("mode", 0, "AB: 11 4096 1000", [](FormBench&, QDialog* dialog) { modes(dialog)->setCurrentIndex(1); });
-    row("mode there and back", 1, "AB: 12 4096 1000", [](FormBench&, QDialog* dialog) {
+    row("mode", false, "AB: 11 4096 1000", [](FormBench&, QDialog* dialog) { modes(dialog)->setCurrentIndex(1); });
+    row("mode there and back", true, "AB: 12 4096 1000", [](FormBench&, QDialog* dialog) {
         modes(dialog)->setCurrentIndex(1);
         modes(dialog)->setCurrentIndex(0);
     });
-    row("mode, cameras come and go", 0, "BC: 11 4096 1000", [](FormBench& bench, QDialog* dialog) {
+    row("mode, cameras come and go", false, "BC: 11 4096 1000", [](FormBench& bench, QDialog* dialog) {
         modes(dialog)->setCurrentIndex(1);
         bench.tick();
         bench.addCamera();
         bench.close(0);
         bench.tick();
     });
-    row("mode, but a program started", 1, "AB: 12 4096 1000", [](FormBench& bench, QDialog* dialog) {
+    row("mode, but a program started", true, "AB: 12 4096 1000", [](FormBench& bench, QDialog* dialog) {
         modes(dialog)->setCurrentIndex(1);
         bench.press("btnStartAll");
     });
@@ -191,7 +178,7 @@ void FormSetupTest::reaction_data()
 void FormSetupTest::reaction()
 {
     QFETCH(Change, change);
-    QFETCH(int, framesKept);
+    QFETCH(bool, framesKept);
     FormBench bench(2);
     bench.form->samplePeriod = 4096;
     for (CxCameraLineData* record : qAsConst(bench.form->lineDataMap))
@@ -207,7 +194,7 @@ void FormSetupTest::reaction()
                       .arg(bench.form->refreshTimer.interval()),
           "rowsAfter");
     for (const CxCameraLineData* record : qAsConst(bench.form->lineDataMap)) {
-        QCOMPARE(record->hasFrames(), framesKept != 0);
+        QCOMPARE(record->hasFrames(), framesKept);
         QCOMPARE(record->measMode, bench.form->measMode);
     }
     if (bench.form->measMode == MeasModeDataThroughput) // captions have got their units
@@ -241,17 +228,14 @@ void FormSetupTest::settingsReachTheNextRun()
 
 void FormSetupTest::capacityHint_data()
 {
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<int>("required");
-    QTest::addColumn<double>("average");
-    QTest::addColumn<double>("frameIntervalUs"); // of a standard measurement
-    QTest::addColumn<QString>("lasts");
-    QTest::newRow("average rate") << 0 << 1000 << 512.0 << 0.0 << "lasts 80 s";
-    QTest::newRow("required rate") << 0 << 1024 << 0.0 << 0.0 << "lasts 40 s";
-    QTest::newRow("no finite average") << 0 << 1 << HUGE_VAL << 0.0 << "lasts 11 h";
-    QTest::newRow("no rate at all") << 0 << 0 << 0.0 << 0.0 << "not known before its first measurement";
-    QTest::newRow("frames") << 1 << 1000 << 500.0 << 1000.0 << "lasts 2.8 h";
-    QTest::newRow("no frames") << 1 << 1000 << 500.0 << 0.0 << "not known before its first measurement";
+    // frameIntervalUs: of a standard measurement
+    const Table<int, int, double, double, QString> row("mode", "required", "average", "frameIntervalUs", "lasts");
+    row("average rate", 0, 1000, 512.0, 0.0, "lasts 80 s");
+    row("required rate", 0, 1024, 0.0, 0.0, "lasts 40 s");
+    row("no finite average", 0, 1, HUGE_VAL, 0.0, "lasts 11 h");
+    row("no rate at all", 0, 0, 0.0, 0.0, "not known before its first measurement");
+    row("frames", 1, 1000, 500.0, 1000.0, "lasts 2.8 h");
+    row("no frames", 1, 1000, 500.0, 0.0, "not known before its first measurement");
 }
 
 void FormSetupTest::capacityHint()

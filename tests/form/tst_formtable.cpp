@@ -12,6 +12,7 @@
 #include <vnCoreGui/CxExportToolButton.h>
 
 #include "FormBench.h"
+#include "Table.h"
 
 using namespace ThroughputColumn;
 
@@ -37,8 +38,8 @@ private Q_SLOTS:
 
 void FormTableTest::loadsSettings_data()
 {
-    QTest::addColumn<QVariantMap>("stored");
-    QTest::addColumn<QString>("expected"); // period, capacity, export type, mode, live
+    // expected: period, capacity, export type, mode, live
+    const Table<QVariantMap, QString> row("stored", "expected");
     const auto all = [](const char* period, const char* live, const char* mode) {
         return QVariantMap{{"DTGTSamplePeriod", period},
                            {"DTGTMaxSamples", "7"},
@@ -46,10 +47,10 @@ void FormTableTest::loadsSettings_data()
                            {"DTGTMeasMode", mode},
                            {"DTGTLiveGraph", live}};
     };
-    QTest::newRow("empty") << QVariantMap() << "1024 10000000 1 0 1";
-    QTest::newRow("all") << all("8192", "0", "1") << "8192 7 2 1 0";
-    QTest::newRow("any other number is checked") << all("8192", "-3", "1") << "8192 7 2 1 1";
-    QTest::newRow("no number counts as 0") << all("many", "x", "counters") << "0 7 2 0 0";
+    row("empty", QVariantMap(), "1024 10000000 1 0 1");
+    row("all", all("8192", "0", "1"), "8192 7 2 1 0");
+    row("any other number is checked", all("8192", "-3", "1"), "8192 7 2 1 1");
+    row("no number counts as 0", all("many", "x", "counters"), "0 7 2 0 0");
 }
 
 void FormTableTest::loadsSettings()
@@ -76,11 +77,10 @@ void FormTableTest::loadsSettings()
 
 void FormTableTest::rowsFollowTheOpenedCameras_data()
 {
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<int>("cameras");
-    QTest::newRow("throughput, none") << int(MeasModeDataThroughput) << 0;
-    QTest::newRow("throughput, four") << int(MeasModeDataThroughput) << 4;
-    QTest::newRow("counters, four") << int(MeasModeStandardAcq) << 4;
+    const Table<int, int> row("mode", "cameras");
+    row("throughput, none", MeasModeDataThroughput, 0);
+    row("throughput, four", MeasModeDataThroughput, 4);
+    row("counters, four", MeasModeStandardAcq, 4);
 }
 
 void FormTableTest::rowsFollowTheOpenedCameras()
@@ -102,16 +102,14 @@ void FormTableTest::rowsFollowTheOpenedCameras()
 
 void FormTableTest::figures_data()
 {
-    QTest::addColumn<double>("throughput");
-    QTest::addColumn<double>("level");
-    QTest::addColumn<int>("bufferBytes");
-    QTest::addColumn<QString>("expected"); // average, minimum, level, buffer in kB
-    QTest::newRow("truncated") << 812.97 << 99.99 << 32768 << "812 812 99 % 32";
-    QTest::newRow("small") << 0.9 << 0.0 << 999 << "0 0 0 % 0";
-    QTest::newRow("no frame in range") << DBL_MAX << 0.0 << 1000 << "- - 0 % 1";
-    QTest::newRow("infinite") << double(INFINITY) << double(NAN) << 1000 << "- - - 1";
-    QTest::newRow("largest") << 2147483647.9 << -0.5 << 1000 << "2147483647 2147483647 0 % 1";
-    QTest::newRow("too large") << 2147483648.0 << 1e99 << 1000 << "- - - 1";
+    // expected: average, minimum, level, buffer in kB
+    const Table<double, double, int, QString> row("throughput", "level", "bufferBytes", "expected");
+    row("truncated", 812.97, 99.99, 32768, "812 812 99 % 32");
+    row("small", 0.9, 0.0, 999, "0 0 0 % 0");
+    row("no frame in range", DBL_MAX, 0.0, 1000, "- - 0 % 1");
+    row("infinite", double(INFINITY), double(NAN), 1000, "- - - 1");
+    row("largest", 2147483647.9, -0.5, 1000, "2147483647 2147483647 0 % 1");
+    row("too large", 2147483648.0, 1e99, 1000, "- - - 1");
 }
 
 void FormTableTest::figures()

@@ -5,6 +5,7 @@
 #include <QtWidgets/QToolButton>
 
 #include "FormBench.h"
+#include "Table.h"
 
 namespace {
 
@@ -41,15 +42,10 @@ private Q_SLOTS:
 
 void FormToolTipsTest::range_data()
 {
-    QTest::addColumn<double>("lower");
-    QTest::addColumn<double>("upper");
-    QTest::addColumn<double>("avgFrameTime");
-    QTest::addColumn<QString>("line");
-    QTest::newRow("twenty seconds") << -20.0 << 0.0 << 400.0 << ::range("-40", "20", "-20", "0", "20");
-    QTest::newRow("short frames") << -0.003 << -0.001 << 400.0
-                                  << ::range("-0.005", "0.001", "-0.003", "-0.001", "0.002");
-    QTest::newRow("long frames") << -0.0021 << -0.001 << 800.0
-                                 << ::range("-0.0029", "-0.0002", "-0.0021", "-0.001", "0.0008");
+    const Table<double, double, double, QString> row("lower", "upper", "avgFrameTime", "line");
+    row("twenty seconds", -20.0, 0.0, 400.0, ::range("-40", "20", "-20", "0", "20"));
+    row("short frames", -0.003, -0.001, 400.0, ::range("-0.005", "0.001", "-0.003", "-0.001", "0.002"));
+    row("long frames", -0.0021, -0.001, 800.0, ::range("-0.0029", "-0.0002", "-0.0021", "-0.001", "0.0008"));
 }
 
 void FormToolTipsTest::range()

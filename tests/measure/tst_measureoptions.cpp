@@ -4,8 +4,11 @@
 
 #include "Options.h"
 #include "Selection.h"
+#include "Table.h"
 
 using Action = Options::Action;
+Q_DECLARE_METATYPE(Options::Action)
+Q_DECLARE_METATYPE(Selection::Fault)
 
 namespace {
 
@@ -29,16 +32,16 @@ class TestMeasureOptions : public QObject
 private Q_SLOTS:
     void times_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<qint64>("ms"); // -1: refused
-        QTest::newRow("seconds") << "10s" << qint64(10000);
-        QTest::newRow("no unit") << "10" << qint64(10000);
-        QTest::newRow("fraction") << "0.25s" << qint64(250);
-        QTest::newRow("milliseconds") << "1500ms" << qint64(1500);
-        QTest::newRow("days, beyond 32 bits") << "100d" << qint64(8640000000);
+        // -1: refused
+        const Table<QString, qint64> row("text", "ms");
+        row("seconds", "10s", 10000);
+        row("no unit", "10", 10000);
+        row("fraction", "0.25s", 250);
+        row("milliseconds", "1500ms", 1500);
+        row("days, beyond 32 bits", "100d", 8640000000);
         for (const char* bad :
              {"", "0", "0.0001s", "-1s", "ten", "1x", "1e3", "nan", "inf", "10 s", "99999999d", "1.s"})
-            QTest::newRow(bad) << bad << qint64(-1);
+            row(bad, bad, -1);
     }
 
     void times()
@@ -65,13 +68,12 @@ private Q_SLOTS:
 
     void actions_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<int>("action");
-        QTest::newRow("unknown option") << "--help --frob" << int(Action::Refuse);
-        QTest::newRow("help with others") << "--all --min-average x --help" << int(Action::Help);
-        QTest::newRow("version") << "--version" << int(Action::Version);
-        QTest::newRow("list") << "--list --cameras f.json" << int(Action::List);
-        QTest::newRow("required auto") << "--all --required auto" << int(Action::Measure);
+        const Table<QString, Action> row("line", "action");
+        row("unknown option", "--help --frob", Action::Refuse);
+        row("help with others", "--all --min-average x --help", Action::Help);
+        row("version", "--version", Action::Version);
+        row("list", "--list --cameras f.json", Action::List);
+        row("required auto", "--all --required auto", Action::Measure);
         for (const char* wrong :
              {"", "--all extra", "--all --camera a", "--all --mode fast", "--all --required -5",
               "--all --required 1.5", "--all --required 0", "--all --sample-period 7", "--all --capacity 0",
@@ -79,31 +81,29 @@ private Q_SLOTS:
               "--all --min-average nan", "--all --max-overflows -1", "--all --max-skips 1",
               "--all --mode counters --max-level 5", "--all --mode counters --min-throughput 5",
               "--all --mode counters --csv f"})
-            QTest::newRow(wrong) << wrong << int(Action::Refuse);
+            row(wrong, wrong, Action::Refuse);
     }
 
     void actions()
     {
         QFETCH(QString, line);
         const Options options = parse(line);
-        QTEST(int(options.action), "action");
+        QTEST(options.action, "action");
         QCOMPARE(options.text.isEmpty(), options.action == Action::Measure || options.action == Action::List);
     }
 
     void camerasAreFound_data()
     {
-        QTest::addColumn<QStringList>("names");
-        QTest::addColumn<QVector<int>>("found");
-        QTest::addColumn<int>("fault");
-        const int none = int(Selection::Fault::None);
-        QTest::newRow("by ID") << QStringList{"2"} << QVector<int>{1} << none;
-        QTest::newRow("by name") << QStringList{"Other"} << QVector<int>{2} << none;
-        QTest::newRow("by own name") << QStringList{"Left"} << QVector<int>{0} << none;
-        QTest::newRow("an ID goes before a name") << QStringList{"3"} << QVector<int>{2} << none;
-        QTest::newRow("each once, in their order") << QStringList{"3", "Left", "1"} << QVector<int>{0, 2} << none;
-        QTest::newRow("missing") << QStringList{"1", "left"} << QVector<int>{} << int(Selection::Fault::Missing);
-        QTest::newRow("an ID that no name is") << QStringList{"4"} << QVector<int>{3} << none;
-        QTest::newRow("ambiguous") << QStringList{"Same"} << QVector<int>{} << int(Selection::Fault::Ambiguous);
+        const Table<QStringList, QVector<int>, Selection::Fault> row("names", "found", "fault");
+        const auto none = Selection::Fault::None;
+        row("by ID", {"2"}, {1}, none);
+        row("by name", {"Other"}, {2}, none);
+        row("by own name", {"Left"}, {0}, none);
+        row("an ID goes before a name", {"3"}, {2}, none);
+        row("each once, in their order", {"3", "Left", "1"}, {0, 2}, none);
+        row("missing", {"1", "left"}, {}, Selection::Fault::Missing);
+        row("an ID that no name is", {"4"}, {3}, none);
+        row("ambiguous", {"Same"}, {}, Selection::Fault::Ambiguous);
     }
 
     void camerasAreFound()
@@ -113,7 +113,7 @@ private Q_SLOTS:
                                               info("3", "4")};
         const Selection selection = selectCameras(known, names);
         QTEST(QVector<int>(selection.cameras.begin(), selection.cameras.end()), "found");
-        QTEST(int(selection.fault), "fault");
+        QTEST(selection.fault, "fault");
     }
 
     void reportNamesAreSafeAndApart()

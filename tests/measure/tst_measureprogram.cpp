@@ -8,6 +8,8 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
+#include "Table.h"
+
 namespace {
 
 constexpr int longest = 60000; // ms
@@ -76,43 +78,26 @@ private Q_SLOTS:
 
     void exitCodes_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QString>("out");
-        QTest::addColumn<QString>("error");
-        QTest::newRow("help") << "--help" << 0 << "--max-overflows"
-                              << "";
-        QTest::newRow("version") << "--version" << 0 << "^kestrova-measure \\d+\\.\\d+\\.\\d+\n$"
-                                 << "";
-        QTest::newRow("list") << "--list" << 0 << "^1 +Good\n2 +Plain\n3 +Stubborn\n4 +Goes\n5 +Mute\n$"
-                              << "";
-        QTest::newRow("within limits")
-            << "--camera 1 --duration 300ms --min-average 1 --max-level 50 --max-overflows 0" << 0 << "Summary"
-            << "";
-        QTest::newRow("limit broken") << "--camera 1 --duration 300ms --min-average 100000" << 1
-                                      << "limit broken: --min-average 100000: "
-                                      << "";
-        QTest::newRow("limit that cannot be judged")
-            << "--camera 2 --duration 300ms --max-overflows 0" << 1 << "--max-overflows 0: n/a"
-            << "";
-        QTest::newRow("no cameras named") << "" << 2 << ""
-                                          << "Usage: ";
-        QTest::newRow("bad scenario") << "--cameras @nothing.json --all" << 2 << ""
-                                      << "nothing\\.json";
-        QTest::newRow("reports of one name") << "--camera 1 --camera 2 --csv @r.csv" << 2 << ""
-                                             << "\\{camera\\}";
-        QTest::newRow("report nowhere") << "--camera 1 --csv @no/r.csv" << 2 << ""
-                                        << "no/r\\.csv";
-        QTest::newRow("missing") << "--camera Nobody --duration 300ms" << 3 << ""
-                                 << "Nobody";
-        QTest::newRow("refused to start, worse than a broken limit")
-            << "--camera 1 --camera 3 --duration 300ms --min-average 100000" << 3
-            << "(?s)^(?=.*limit broken).*Stubborn \\(3\\): did not start"
-            << "Stubborn";
-        QTest::newRow("lost") << "--camera 4" << 3 << "Goes \\(4\\): was lost"
-                              << "was lost";
-        QTest::newRow("no frame") << "--camera 5 --duration 300ms" << 3 << "Mute \\(5\\): sent no frame"
-                                  << "";
+        const Table<QString, int, QString, QString> row("line", "exitCode", "out", "error");
+        row("help", "--help", 0, "--max-overflows", "");
+        row("version", "--version", 0, "^kestrova-measure \\d+\\.\\d+\\.\\d+\n$", "");
+        row("list", "--list", 0, "^1 +Good\n2 +Plain\n3 +Stubborn\n4 +Goes\n5 +Mute\n$", "");
+        row("within limits", "--camera 1 --duration 300ms --min-average 1 --max-level 50 --max-overflows 0", 0,
+            "Summary", "");
+        row("limit broken", "--camera 1 --duration 300ms --min-average 100000", 1,
+            "limit broken: --min-average 100000: ", "");
+        row("limit that cannot be judged", "--camera 2 --duration 300ms --max-overflows 0", 1,
+            "--max-overflows 0: n/a", "");
+        row("no cameras named", "", 2, "", "Usage: ");
+        row("bad scenario", "--cameras @nothing.json --all", 2, "", "nothing\\.json");
+        row("reports of one name", "--camera 1 --camera 2 --csv @r.csv", 2, "", "\\{camera\\}");
+        row("report nowhere", "--camera 1 --csv @no/r.csv", 2, "", "no/r\\.csv");
+        row("missing", "--camera Nobody --duration 300ms", 3, "", "Nobody");
+        row("refused to start, worse than a broken limit",
+            "--camera 1 --camera 3 --duration 300ms --min-average 100000", 3,
+            "(?s)^(?=.*limit broken).*Stubborn \\(3\\): did not start", "Stubborn");
+        row("lost", "--camera 4", 3, "Goes \\(4\\): was lost", "was lost");
+        row("no frame", "--camera 5 --duration 300ms", 3, "Mute \\(5\\): sent no frame", "");
     }
 
     void exitCodes()
@@ -163,10 +148,10 @@ private Q_SLOTS:
 
     void signalsEndTheRun_data()
     {
-        QTest::addColumn<int>("signal");
-        QTest::newRow("Ctrl-C") << SIGINT;
-        QTest::newRow("SIGTERM") << SIGTERM;
-        QTest::newRow("hang-up") << SIGHUP;
+        const Table<int> row("signal");
+        row("Ctrl-C", SIGINT);
+        row("SIGTERM", SIGTERM);
+        row("hang-up", SIGHUP);
     }
 
     void signalsEndTheRun()

@@ -12,6 +12,7 @@
 #include "Report.h"
 #include "ReportDescription.h"
 #include "sim/HandDrivenCamera.h"
+#include "Table.h"
 
 namespace {
 
@@ -104,9 +105,9 @@ class TestMeasureRun : public QObject
 private Q_SLOTS:
     void intervalsAddUp_data()
     {
-        QTest::addColumn<int>("mode");
-        QTest::newRow("throughput") << int(MeasModeDataThroughput);
-        QTest::newRow("counters") << int(MeasModeStandardAcq);
+        const Table<int> row("mode");
+        row("throughput", MeasModeDataThroughput);
+        row("counters", MeasModeStandardAcq);
     }
 
     void intervalsAddUp()
@@ -149,10 +150,9 @@ private Q_SLOTS:
 
     void unknownIsNotZero_data()
     {
-        QTest::addColumn<bool>("throughputMode");
-        QTest::addColumn<QStringList>("unknown");
-        QTest::newRow("no required throughput") << true << QStringList{"maxBufferLevelPercent", "overflows"};
-        QTest::newRow("no such counters") << false << QStringList{"missedTriggersOverlap", "missedTriggersOverflow"};
+        const Table<bool, QStringList> row("throughputMode", "unknown");
+        row("no required throughput", true, {"maxBufferLevelPercent", "overflows"});
+        row("no such counters", false, {"missedTriggersOverlap", "missedTriggersOverflow"});
     }
 
     void unknownIsNotZero()
@@ -187,18 +187,15 @@ private Q_SLOTS:
 
     void limits_data()
     {
-        QTest::addColumn<QString>("figure");
-        QTest::addColumn<bool>("isMinimum");
-        QTest::addColumn<double>("limit");
-        QTest::addColumn<bool>("kept");
-        QTest::newRow("minimum itself") << "known" << true << 10.0 << true;
-        QTest::newRow("minimum broken") << "known" << true << 10.001 << false;
-        QTest::newRow("maximum itself") << "known" << false << 10.0 << true;
-        QTest::newRow("maximum broken") << "known" << false << 9.999 << false;
-        QTest::newRow("zero allowed") << "zero" << false << 0.0 << true;
-        QTest::newRow("unknown, minimum") << "unknown" << true << 0.0 << false;
-        QTest::newRow("unknown, maximum") << "unknown" << false << 1e9 << false;
-        QTest::newRow("not a number") << "nan" << false << 1e9 << false;
+        const Table<QString, bool, double, bool> row("figure", "isMinimum", "limit", "kept");
+        row("minimum itself", "known", true, 10.0, true);
+        row("minimum broken", "known", true, 10.001, false);
+        row("maximum itself", "known", false, 10.0, true);
+        row("maximum broken", "known", false, 9.999, false);
+        row("zero allowed", "zero", false, 0.0, true);
+        row("unknown, minimum", "unknown", true, 0.0, false);
+        row("unknown, maximum", "unknown", false, 1e9, false);
+        row("not a number", "nan", false, 1e9, false);
     }
 
     void limits()

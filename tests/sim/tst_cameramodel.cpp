@@ -4,6 +4,7 @@
 
 #include "sim/CameraModel.h"
 #include "SimTesting.h"
+#include "Table.h"
 
 using namespace sim;
 
@@ -68,12 +69,12 @@ private Q_SLOTS:
 
 void TestCameraModel::nothingIsLostUncounted_data()
 {
-    QTest::addColumn<bool>("pattern");
-    QTest::addColumn<int>("fetchEvery"); // ms
-    QTest::newRow("sensor, host keeps up") << false << 1;
-    QTest::newRow("sensor, host too slow") << false << 40;
-    QTest::newRow("pattern, host keeps up") << true << 1;
-    QTest::newRow("pattern, host too slow") << true << 40;
+    // fetchEvery: milliseconds
+    const Table<bool, int> row("pattern", "fetchEvery");
+    row("sensor, host keeps up", false, 1);
+    row("sensor, host too slow", false, 40);
+    row("pattern, host keeps up", true, 1);
+    row("pattern, host too slow", true, 40);
 }
 
 void TestCameraModel::nothingIsLostUncounted()

@@ -4,11 +4,10 @@
 
 #include "sim/HandDrivenCamera.h"
 #include "SimTesting.h"
+#include "Table.h"
 
 using namespace sim;
 using namespace simtest;
-
-Q_DECLARE_METATYPE(sim::CameraScenario)
 
 namespace {
 
@@ -46,14 +45,7 @@ private Q_SLOTS:
 
 void TestCounterPattern::wordsLeaveAtLinkRate_data()
 {
-    QTest::addColumn<CameraScenario>("scenario");
-    const auto row = [](const char* name, double rate, double gapUs, double driftPpm) {
-        CameraScenario camera = smallCamera();
-        camera.link.rate = rate;
-        camera.link.gapUs = gapUs;
-        camera.faults.driftPpm = driftPpm;
-        QTest::newRow(name) << camera;
-    };
+    const Table<double, double, double> row("rate", "gapUs", "driftPpm");
     row("a word every 5.7 ticks", 350.0, 1.0, 0.0);
     row("every other tick", 1000.0, 0.4, 0.0);
     row("several a tick", 5000.0, 0.0, 0.0);
@@ -62,13 +54,19 @@ void TestCounterPattern::wordsLeaveAtLinkRate_data()
 
 void TestCounterPattern::wordsLeaveAtLinkRate()
 {
-    QFETCH(CameraScenario, scenario);
+    QFETCH(double, rate);
+    QFETCH(double, gapUs);
+    QFETCH(double, driftPpm);
+    CameraScenario scenario = smallCamera();
+    scenario.link.rate = rate;
+    scenario.link.gapUs = gapUs;
+    scenario.faults.driftPpm = driftPpm;
     HandDrivenCamera camera(scenario);
     QVERIFY(prepare(camera));
     QVERIFY(camera.start());
-    const double clock = 1.0 + scenario.faults.driftPpm * 1e-6;
-    const double ticksPerWord = 8.0 / scenario.link.rate * 250.0 * clock;
-    const double gapTicks = scenario.link.gapUs * 250.0 * clock;
+    const double clock = 1.0 + driftPpm * 1e-6;
+    const double ticksPerWord = 8.0 / rate * 250.0 * clock;
+    const double gapTicks = gapUs * 250.0 * clock;
     const size_t perPacket = scenario.link.packetBytes / 8;
     quint64 before = 0;
     for (int n = 0; n < 20; ++n) {
@@ -96,13 +94,11 @@ void TestCounterPattern::wordsLeaveAtLinkRate()
 
 void TestCounterPattern::counterMisbehaves_data()
 {
-    QTest::addColumn<quint64>("start");
-    QTest::addColumn<int>("bits");
-    QTest::addColumn<int>("direction");
-    QTest::newRow("wraps at 64 bits") << ~0ULL - 20000 << 64 << 1;
-    QTest::newRow("wraps at 16 bits") << 0ULL << 16 << 1;
-    QTest::newRow("stands still") << 77ULL << 64 << 0;
-    QTest::newRow("runs backwards") << 1000ULL << 64 << -1;
+    const Table<quint64, int, int> row("start", "bits", "direction");
+    row("wraps at 64 bits", ~0ULL - 20000, 64, 1);
+    row("wraps at 16 bits", 0ULL, 16, 1);
+    row("stands still", 77ULL, 64, 0);
+    row("runs backwards", 1000ULL, 64, -1);
 }
 
 void TestCounterPattern::counterMisbehaves()

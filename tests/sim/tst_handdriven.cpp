@@ -7,6 +7,7 @@
 
 #include "sim/HandDrivenCamera.h"
 #include "SimTesting.h"
+#include "Table.h"
 
 using namespace sim;
 using namespace simtest;
@@ -41,9 +42,9 @@ void TestHandDriven::waitMovesTime()
 
 void TestHandDriven::blockedWaitEnds_data()
 {
-    QTest::addColumn<bool>("byReturn");
-    QTest::newRow("by stop") << false;
-    QTest::newRow("by return") << true;
+    const Table<bool> row("byReturn");
+    row("by stop", false);
+    row("by return", true);
 }
 
 void TestHandDriven::blockedWaitEnds()

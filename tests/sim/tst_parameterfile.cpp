@@ -4,6 +4,7 @@
 
 #include "sim/HandDrivenCamera.h"
 #include "SimTesting.h"
+#include "Table.h"
 
 using namespace sim;
 using namespace simtest;
@@ -21,14 +22,12 @@ private Q_SLOTS:
 
 void TestParameterFile::valuesThatAreTaken_data()
 {
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<int>("value");
-    QTest::addColumn<int>("format");
-    QTest::addColumn<bool>("plain"); // on a camera without any extras
-    QTest::addColumn<bool>("full");
-    const auto row = [](const char* name, int value, bool plain, bool full, int format = 0) {
-        QTest::addRow("%s = %d in format %d", name, value, format)
-            << QByteArray(name) << value << format << plain << full;
+    // plain: on a camera without any extras
+    const Table<QByteArray, int, int, bool, bool> table("name", "value", "format", "plain", "full");
+    const auto row = [&table](const char* name, int value, bool plain, bool full, int format = 0) {
+        const QByteArray key = name;
+        table(key + '=' + QByteArray::number(value) + " in format " + QByteArray::number(format), key, value, format,
+              plain, full);
     };
     row("imgdataformat", 7, true, true);
     row("imgdataformat", 2, false, false);
@@ -82,13 +81,14 @@ void TestParameterFile::valuesThatAreTaken()
 
 void TestParameterFile::measurementLeavesTheCameraAsItWas_data()
 {
-    QTest::addColumn<QStringList>("user"); // what the user had set, in this order
-    QTest::newRow("power-up") << QStringList();
-    QTest::newRow("12 bit packed") << QStringList{"imgdataformat=1", "output_bit_depth=12", "output_bit_packing=1"};
-    QTest::newRow("left over from another format")
-        << QStringList{"imgdataformat=1", "output_bit_depth=12", "output_bit_packing=1", "imgdataformat=0"};
-    QTest::newRow("own patterns") << QStringList{"test_pattern=1", "test_pattern_generator_selector=1",
-                                                 "test_pattern=1", "LUTEnable=1", "row_fpn_correction=0"};
+    // user: what the user had set, in this order
+    const Table<QStringList> row("user");
+    row("power-up", {});
+    row("12 bit packed", {"imgdataformat=1", "output_bit_depth=12", "output_bit_packing=1"});
+    row("left over from another format",
+        {"imgdataformat=1", "output_bit_depth=12", "output_bit_packing=1", "imgdataformat=0"});
+    row("own patterns", {"test_pattern=1", "test_pattern_generator_selector=1", "test_pattern=1", "LUTEnable=1",
+                         "row_fpn_correction=0"});
 }
 
 void TestParameterFile::measurementLeavesTheCameraAsItWas()

@@ -4,6 +4,7 @@
 
 #include "sim/ScenarioReader.h"
 #include "sim/SimCameras.h"
+#include "Table.h"
 
 using namespace sim;
 
@@ -21,11 +22,7 @@ private Q_SLOTS:
 
 void TestScenarioReader::mistakesAreRefused_data()
 {
-    QTest::addColumn<QByteArray>("json");
-    QTest::addColumn<QString>("error");
-    const auto row = [](const char* name, const QByteArray& json, const char* error) {
-        QTest::newRow(name) << json << QString(error);
-    };
+    const Table<QByteArray, QString> row("json", "error");
     const auto camera = [&row](const char* name, const QByteArray& fields, const char* error) {
         row(name, "{\"cameras\": [{\"id\": \"1\"}, {\"id\": \"2\", " + fields + "}]}", error);
     };

@@ -7,6 +7,7 @@
 
 #include "sim/HandDrivenCamera.h"
 #include "SimTesting.h"
+#include "Table.h"
 
 using namespace sim;
 using namespace simtest;
@@ -30,11 +31,8 @@ private Q_SLOTS:
 
 void TestSimulatedCamera::callsAreRefused_data()
 {
-    QTest::addColumn<Refusal>("refusal");
-    QTest::addColumn<QByteArray>("results"); // get, set to 0, set to 1, "can set to 1", start, stop, wait; thrice
-    const auto row = [](const char* name, const Refusal& refusal, const char* results) {
-        QTest::newRow(name) << refusal << QByteArray(results);
-    };
+    // results: get, set to 0, set to 1, "can set to 1", start, stop, wait; thrice
+    const Table<Refusal, QByteArray> row("refusal", "results");
     row("nothing", {Call::Set, "LUTEnabled", {}, 0}, "1111111 1111111 1111111");
     row("a parameter always", {Call::Set, "LUTEnable", {}, 0}, "1001111 1001111 1001111");
     row("a value", {Call::Set, "LUTEnable", 1, 0}, "1101111 1101111 1101111");
@@ -172,15 +170,12 @@ void TestSimulatedCamera::lossAndReturn()
 
 void TestSimulatedCamera::imagesHaveTheirFormat_data()
 {
-    QTest::addColumn<int>("format");
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<int>("packing");
-    QTest::addColumn<quint64>("bytes");
-    QTest::newRow("mono 8") << 0 << 8 << 0 << quint64(256 * 128);
-    QTest::newRow("mono 16, 12 bit") << 1 << 12 << 0 << quint64(256 * 128 * 2);
-    QTest::newRow("mono 16, packed on the link") << 1 << 12 << 1 << quint64(256 * 128 * 2);
-    QTest::newRow("transport data, packed") << 7 << 12 << 1 << quint64(256 * 128 * 3 / 2);
-    QTest::newRow("transport data, 8 bit") << 7 << 8 << 0 << quint64(256 * 128);
+    const Table<int, int, int, quint64> row("format", "depth", "packing", "bytes");
+    row("mono 8", 0, 8, 0, quint64(256 * 128));
+    row("mono 16, 12 bit", 1, 12, 0, quint64(256 * 128 * 2));
+    row("mono 16, packed on the link", 1, 12, 1, quint64(256 * 128 * 2));
+    row("transport data, packed", 7, 12, 1, quint64(256 * 128 * 3 / 2));
+    row("transport data, 8 bit", 7, 8, 0, quint64(256 * 128));
 }
 
 void TestSimulatedCamera::imagesHaveTheirFormat()

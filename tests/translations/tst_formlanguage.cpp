@@ -13,6 +13,7 @@
 #include "FormBench.h"
 #include "Language.h"
 #include "setup/DataGraphSetupDlg.h"
+#include "Table.h"
 
 class FormLanguageTest : public QObject
 {
@@ -51,11 +52,9 @@ void FormLanguageTest::startAllAndStopAll()
 
 void FormLanguageTest::curveBoxes_data()
 {
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<int>("box");
-    QTest::addColumn<QString>("curve");
-    QTest::newRow("throughput") << int(MeasModeDataThroughput) << 1 << "Max buffer level";
-    QTest::newRow("counters") << int(MeasModeStandardAcq) << 4 << "Buffer overflow";
+    const Table<int, int, QString> row("mode", "box", "curve");
+    row("throughput", MeasModeDataThroughput, 1, "Max buffer level");
+    row("counters", MeasModeStandardAcq, 4, "Buffer overflow");
 }
 
 void FormLanguageTest::curveBoxes()
@@ -91,12 +90,11 @@ void FormLanguageTest::counterAxis()
 
 void FormLanguageTest::nothingIsCutOff_data()
 {
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<int>("mode");
-    for (const char* language : {"de", "zh_CN"}) {
-        QTest::addRow("%s, throughput", language) << language << int(MeasModeDataThroughput);
-        QTest::addRow("%s, counters", language) << language << int(MeasModeStandardAcq);
-    }
+    const Table<QString, int> row("language", "mode");
+    row("German, throughput", "de", MeasModeDataThroughput);
+    row("German, counters", "de", MeasModeStandardAcq);
+    row("Chinese, throughput", "zh_CN", MeasModeDataThroughput);
+    row("Chinese, counters", "zh_CN", MeasModeStandardAcq);
 }
 
 void FormLanguageTest::nothingIsCutOff()

@@ -3,6 +3,8 @@
 #include <QtCore/QXmlStreamReader>
 #include <QtTest/QtTest>
 
+#include "Table.h"
+
 struct Message
 {
     QString source;
@@ -29,12 +31,11 @@ private:
 
 void TestTranslations::files()
 {
-    QTest::addColumn<QStringList>("folders");
+    const Table<QStringList> row("folders");
     for (const char* language : {"de", "zh_CN"}) {
-        QTest::newRow(qPrintable(QStringLiteral("kestrova_%1.ts").arg(language)))
-            << QStringList{"host/core", "host/gui", "host/viewer"};
-        QTest::newRow(qPrintable(QStringLiteral("qlpDataThroughputGraph_%1.ts").arg(language)))
-            << QStringList{"plugins/qlpDataThroughputGraph"};
+        row(qPrintable(QStringLiteral("kestrova_%1.ts").arg(language)), {"host/core", "host/gui", "host/viewer"});
+        row(qPrintable(QStringLiteral("qlpDataThroughputGraph_%1.ts").arg(language)),
+            {"plugins/qlpDataThroughputGraph"});
     }
 }
 

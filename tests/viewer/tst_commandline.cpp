@@ -3,6 +3,7 @@
 #include <QtTest/QtTest>
 
 #include "CommandLine.h"
+#include "Table.h"
 
 using namespace std::chrono_literals;
 using Outcome = CommandLine::Outcome;
@@ -37,14 +38,13 @@ private Q_SLOTS:
 
     void wrongUsageNamesTheFault_data()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QString>("named");
-        QTest::newRow("unknown option") << QStringList{"--colour"} << "colour";
-        QTest::newRow("value missing") << QStringList{"--cameras"} << "cameras";
-        QTest::newRow("value empty") << QStringList{"--screenshot", ""} << "screenshot";
-        QTest::newRow("stray argument") << QStringList{"--start", "now"} << "now";
-        QTest::newRow("no time") << QStringList{"--quit-after", "soon"} << "soon";
-        QTest::newRow("no time at all") << QStringList{"--quit-after", "0s"} << "0s";
+        const Table<QStringList, QString> row("arguments", "named");
+        row("unknown option", {"--colour"}, "colour");
+        row("value missing", {"--cameras"}, "cameras");
+        row("value empty", {"--screenshot", ""}, "screenshot");
+        row("stray argument", {"--start", "now"}, "now");
+        row("no time", {"--quit-after", "soon"}, "soon");
+        row("no time at all", {"--quit-after", "0s"}, "0s");
     }
     void wrongUsageNamesTheFault()
     {
@@ -57,12 +57,13 @@ private Q_SLOTS:
 
     void durations_data()
     {
-        QTest::addColumn<qint64>("milliseconds"); // -1: none
+        // -1: no duration
+        const Table<qint64> row("milliseconds");
         const std::pair<const char*, qint64> rows[] = {
             {"10s", 10'000}, {"250ms", 250}, {"2", 2000}, {"0.5min", 30'000}, {"1h", 3'600'000}, {"", -1},
             {"-1s", -1},     {"1 s", -1},    {"1d", -1},  {"nan", -1},        {"99999999h", -1}};
         for (const auto& [text, milliseconds] : rows) {
-            QTest::newRow(text) << milliseconds;
+            row(text, milliseconds);
         }
     }
     void durations()

@@ -4,6 +4,7 @@
 
 #include "FrameRate.h"
 #include "ImageRenderer.h"
+#include "Table.h"
 
 class TestImageRenderer : public QObject
 {
@@ -12,16 +13,13 @@ class TestImageRenderer : public QObject
 private Q_SLOTS:
     void greyLevels_data()
     {
-        QTest::addColumn<int>("format");
-        QTest::addColumn<int>("bitDepth");
-        QTest::addColumn<QByteArray>("data");
-        QTest::addColumn<int>("grey");
-        QTest::newRow("8 bit") << int(VN_FRM_MONO8) << 8 << QByteArray("\x9a", 1) << 0x9a;
-        QTest::newRow("16 bit") << int(VN_FRM_MONO16) << 16 << QByteArray("\x34\x12", 2) << 0x12;
-        QTest::newRow("12 of 16 bit") << int(VN_FRM_MONO16) << 12 << QByteArray("\x34\x0a", 2) << 0xa3;
-        QTest::newRow("more than its 12 bit") << int(VN_FRM_MONO16) << 12 << QByteArray("\x34\x1a", 2) << 255;
-        QTest::newRow("depth not given") << int(VN_FRM_MONO16) << 0 << QByteArray("\x34\x12", 2) << 0x12;
-        QTest::newRow("transport data") << int(VN_FRM_TRANSPORT_DATA) << 8 << QByteArray("\x34\x12", 2) << 0x12;
+        const Table<int, int, QByteArray, int> row("format", "bitDepth", "data", "grey");
+        row("8 bit", VN_FRM_MONO8, 8, QByteArray("\x9a", 1), 0x9a);
+        row("16 bit", VN_FRM_MONO16, 16, QByteArray("\x34\x12", 2), 0x12);
+        row("12 of 16 bit", VN_FRM_MONO16, 12, QByteArray("\x34\x0a", 2), 0xa3);
+        row("more than its 12 bit", VN_FRM_MONO16, 12, QByteArray("\x34\x1a", 2), 255);
+        row("depth not given", VN_FRM_MONO16, 0, QByteArray("\x34\x12", 2), 0x12);
+        row("transport data", VN_FRM_TRANSPORT_DATA, 8, QByteArray("\x34\x12", 2), 0x12);
     }
     void greyLevels()
     {
@@ -43,15 +41,12 @@ private Q_SLOTS:
 
     void oddImagesAreSafe_data()
     {
-        QTest::addColumn<quint32>("width");
-        QTest::addColumn<quint32>("height");
-        QTest::addColumn<int>("bytes");
-        QTest::addColumn<bool>("hasPixels");
-        QTest::newRow("0 x 4") << 0U << 4U << 16 << false;
-        QTest::newRow("65535 x 65535 in 16 bytes") << 65535U << 65535U << 16 << true;
-        QTest::newRow("largest numbers") << 0xffffffffU << 0xffffffffU << 16 << true;
-        QTest::newRow("no byte") << 4U << 4U << 0 << true;
-        QTest::newRow("null data") << 4U << 4U << -1 << false;
+        const Table<quint32, quint32, int, bool> row("width", "height", "bytes", "hasPixels");
+        row("0 x 4", 0U, 4U, 16, false);
+        row("65535 x 65535 in 16 bytes", 65535U, 65535U, 16, true);
+        row("largest numbers", 0xffffffffU, 0xffffffffU, 16, true);
+        row("no byte", 4U, 4U, 0, true);
+        row("null data", 4U, 4U, -1, false);
     }
     void oddImagesAreSafe()
     {

@@ -3,6 +3,7 @@
 #include <QtTest/QtTest>
 
 #include "Language.h"
+#include "Table.h"
 
 class TestLanguage : public QObject
 {
@@ -11,13 +12,12 @@ class TestLanguage : public QObject
 private Q_SLOTS:
     void byLocale_data()
     {
-        QTest::addColumn<QStringList>("wanted");
-        QTest::addColumn<QString>("chosen");
-        QTest::newRow("country") << QStringList{"de-AT", "de"} << "de";
-        QTest::newRow("next best") << QStringList{"fr-FR", "fr", "zh-CN", "de"} << "zh_CN";
-        QTest::newRow("English before others") << QStringList{"en-GB", "en", "de"} << "en";
-        QTest::newRow("traditional Chinese is another") << QStringList{"zh-TW", "zh-Hant-TW", "zh"} << "";
-        QTest::newRow("none of ours") << QStringList{"fr-FR", "C"} << "";
+        const Table<QStringList, QString> row("wanted", "chosen");
+        row("country", {"de-AT", "de"}, "de");
+        row("next best", {"fr-FR", "fr", "zh-CN", "de"}, "zh_CN");
+        row("English before others", {"en-GB", "en", "de"}, "en");
+        row("traditional Chinese is another", {"zh-TW", "zh-Hant-TW", "zh"}, "");
+        row("none of ours", {"fr-FR", "C"}, "");
     }
     void byLocale()
     {
@@ -27,15 +27,15 @@ private Q_SLOTS:
 
     void byName_data()
     {
-        QTest::addColumn<QString>("chosen");
-        QTest::newRow("de") << "de";
-        QTest::newRow("de_CH") << "de";
-        QTest::newRow("en") << "en";
-        QTest::newRow("zh") << "zh_CN";
-        QTest::newRow("zh-Hans") << "zh_CN";
-        QTest::newRow("fr") << "";
-        QTest::newRow("nonsense") << "";
-        QTest::newRow("../de") << "";
+        const Table<QString> row("chosen");
+        row("de", "de");
+        row("de_CH", "de");
+        row("en", "en");
+        row("zh", "zh_CN");
+        row("zh-Hans", "zh_CN");
+        row("fr", "");
+        row("nonsense", "");
+        row("../de", "");
     }
     void byName() { QTEST(chooseLanguage(QString(QTest::currentDataTag())), "chosen"); }
 

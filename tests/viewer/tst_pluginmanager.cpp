@@ -8,6 +8,7 @@
 
 #include "PluginDocks.h"
 #include "PluginManager.h"
+#include "Table.h"
 #include "TakeOvers.h"
 #include "ViewerDelegate.h"
 
@@ -47,16 +48,12 @@ private Q_SLOTS:
 
     void wrongFilesAreRefusedWithAReason_data()
     {
-        QTest::addColumn<QString>("directory");
-        QTest::addColumn<QString>("reason");
-        QTest::addColumn<QStringList>("expectedDiary");
-        QTest::newRow("another program's") << module("otherprogram") << "another program" << QStringList();
-        QTest::newRow("without the interface") << module("nointerface") << "CxPlugin" << QStringList();
-        QTest::newRow("init fails") << module("initfails") << "initialised"
-                                    << QStringList{"init", "widget destroyed", "plug-in destroyed"};
-        QTest::newRow("text") << fileWith("text.so", "no library") << "no plug-in" << QStringList();
-        QTest::newRow("torn off") << fileWith("torn.so", contents(module("good") + "/good.so").left(30'000)) << "."
-                                  << QStringList();
+        const Table<QString, QString, QStringList> row("directory", "reason", "expectedDiary");
+        row("another program's", module("otherprogram"), "another program", {});
+        row("without the interface", module("nointerface"), "CxPlugin", {});
+        row("init fails", module("initfails"), "initialised", {"init", "widget destroyed", "plug-in destroyed"});
+        row("text", fileWith("text.so", "no library"), "no plug-in", {});
+        row("torn off", fileWith("torn.so", contents(module("good") + "/good.so").left(30'000)), ".", {});
     }
     void wrongFilesAreRefusedWithAReason()
     {

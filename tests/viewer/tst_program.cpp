@@ -4,6 +4,8 @@
 
 #include <QtTest/QtTest>
 
+#include "Table.h"
+
 class TestProgram : public QObject
 {
     Q_OBJECT
@@ -23,13 +25,11 @@ private Q_SLOTS:
 
     void withoutADisplay_data()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("help") << QStringList{"--help"} << 0 << "--screenshot";
-        QTest::newRow("version") << QStringList{"--version"} << 0 << "kestrova ";
-        QTest::newRow("wrong usage") << QStringList{"--nonsense"} << 2 << "nonsense";
-        QTest::newRow("viewer") << QStringList() << 1 << "no display";
+        const Table<QStringList, int, QString> row("arguments", "exitCode", "text");
+        row("help", {"--help"}, 0, "--screenshot");
+        row("version", {"--version"}, 0, "kestrova ");
+        row("wrong usage", {"--nonsense"}, 2, "nonsense");
+        row("viewer", {}, 1, "no display");
     }
     void withoutADisplay()
     {
@@ -47,15 +47,12 @@ private Q_SLOTS:
 
     void exitCodes_data()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("no such file") << QStringList{"--cameras", "/no/such/file.json"} << 2 << "/no/such/file.json";
-        QTest::newRow("no such camera") << QStringList{"--open", "Nobody"} << 2 << "Nobody";
-        QTest::newRow("in German") << QStringList{"--open", "Niemand", "--language", "de"} << 2 << "keine Kamera";
-        QTest::newRow("no such language") << QStringList{"--language", "tlh"} << 2 << "no language \"tlh\"";
-        QTest::newRow("no such place") << QStringList{"--quit-after", "200ms", "--screenshot", "/proc/no/such.png"}
-                                       << 1 << "/proc/no/such.png";
+        const Table<QStringList, int, QString> row("arguments", "exitCode", "text");
+        row("no such file", {"--cameras", "/no/such/file.json"}, 2, "/no/such/file.json");
+        row("no such camera", {"--open", "Nobody"}, 2, "Nobody");
+        row("in German", {"--open", "Niemand", "--language", "de"}, 2, "keine Kamera");
+        row("no such language", {"--language", "tlh"}, 2, "no language \"tlh\"");
+        row("no such place", {"--quit-after", "200ms", "--screenshot", "/proc/no/such.png"}, 1, "/proc/no/such.png");
     }
     void exitCodes()
     {
@@ -83,11 +80,12 @@ private Q_SLOTS:
 
     void quitsInGoodOrderPastAnOpenBox_data()
     {
-        QTest::addColumn<int>("signal"); // 0: by time
-        QTest::newRow("--quit-after") << 0;
-        QTest::newRow("SIGTERM") << SIGTERM;
-        QTest::newRow("SIGINT") << SIGINT;
-        QTest::newRow("SIGHUP") << SIGHUP;
+        // No signal: by time.
+        const Table<int> row("signal");
+        row("--quit-after", 0);
+        row("SIGTERM", SIGTERM);
+        row("SIGINT", SIGINT);
+        row("SIGHUP", SIGHUP);
     }
     void quitsInGoodOrderPastAnOpenBox()
     {

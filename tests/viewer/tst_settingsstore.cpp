@@ -3,6 +3,7 @@
 #include <QtTest/QtTest>
 
 #include "SettingsStore.h"
+#include "Table.h"
 
 class TestSettingsStore : public QObject
 {
@@ -46,10 +47,10 @@ private Q_SLOTS:
 
     void damagedFileIsSetAside_data()
     {
-        QTest::addColumn<QByteArray>("content");
-        QTest::newRow("text") << QByteArray("this is not\nan ini file\n");
-        QTest::newRow("zeros, as after a power cut") << QByteArray(4096, '\0');
-        QTest::newRow("half a section") << QByteArray("[Viewer]\ndetailLevel=4\n[Data");
+        const Table<QByteArray> row("content");
+        row("text", "this is not\nan ini file\n");
+        row("zeros, as after a power cut", QByteArray(4096, '\0'));
+        row("half a section", "[Viewer]\ndetailLevel=4\n[Data");
     }
     void damagedFileIsSetAside()
     {
