@@ -9,15 +9,21 @@
 #include <benchmark/benchmark.h>
 #include <qcustomplot.h>
 
-#include "BenchData.h"
+#include <QtCore/QFile>
+
+#include <vnCore/vnTypes.h>
+
 #include "FormBench.h"
+#include "sim/CameraModel.h"
+#include "sim/ScenarioReader.h"
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr quint64 frames10M = 4000;
-constexpr quint64 framesPerTick = 20; ///< a fifth of a second of 1 GB/s
+constexpr quint64 keptBlocks = 10'000'000; ///< of each camera
+constexpr qint64 tickUs = 1'000'000;
+constexpr qint32 wordsPerBlock = 512;
 
 double secondsSince(Clock::time_point start)
 {
@@ -53,34 +59,110 @@ private:
     std::thread m_thread;
 };
 
-void tick(benchmark::State& state, int cameras)
+/// The default cameras in turn, each with an id and a seed of its own.
+std::vector<sim::CameraScenario> someCameras(std::size_t count)
 {
-    FormBench bench(cameras);
-    bench.form->resize(1920, 1080);
-    const qint64 baseUs = bench.nowUs;
-    std::vector<FrameSource> sources(static_cast<std::size_t>(cameras));
-    const auto arrive = [&](quint64 frames) {
-        for (int camera = 0; camera < cameras; ++camera) {
-            FrameSource& source = sources[static_cast<std::size_t>(camera)];
-            CxCameraLineData& record = bench.record(camera);
-            QMutexLocker lock(&record.mutex);
-            for (quint64 i = 0; i < frames; ++i) {
-                std::unique_ptr<FrameRecord> frame = source.next();
-                frame->timestampUs += baseUs;
-                FrameAggregates aggregates = makeAggregates(*frame, record.evaluationSettings());
-                record.frameList.push_back(std::move(frame), std::move(aggregates), record.evaluationSettings());
-                if (record.frameList.size() > frames10M)
-                    record.frameList.pop_front();
-            }
-        }
-        bench.nowUs = baseUs + sources[0].timeUs();
-    };
-    for (int camera = 0; camera < cameras; ++camera) {
-        CxCameraLineData& record = bench.record(camera);
-        fillRecord(record, sources[static_cast<std::size_t>(camera)], 0);
-        record.measuring = true; // the samples come from here, so no worker runs
+    QFile file(QStringLiteral(":/kestrova/scenarios/default.json"));
+    QString error;
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const std::vector<sim::CameraScenario> kinds = sim::readScenario(file.readAll(), error);
+    std::vector<sim::CameraScenario> cameras;
+    for (std::size_t i = 0; i < count; ++i) {
+        cameras.push_back(kinds.at(i % kinds.size()));
+        cameras.back().id = QString::number(i);
+        cameras.back().seed += i;
     }
-    arrive(frames10M);
+    return cameras;
+}
+
+/// What a simulated camera would deliver to a measurement, without the time that this takes.
+class MeasuredFrames
+{
+public:
+    explicit MeasuredFrames(const sim::CameraScenario& camera)
+        : m_model(camera, std::make_shared<sim::SharedLink>(camera.link), 1)
+    {
+        m_model.set(QStringLiteral(VN_PRM_IMAGE_DATA_FORMAT), VN_FRM_TRANSPORT_DATA, 0);
+        m_model.set(QStringLiteral(VN_PRM_OUTPUT_DATA_BIT_DEPTH), 16, 0);
+        m_model.set(QStringLiteral(VN_PRM_TEST_PATTERN_GENERATOR_SELECTOR), VN_TESTPAT_GEN_FPGA, 0);
+        m_model.set(QStringLiteral(VN_PRM_TEST_PATTERN), VN_TESTPAT_DEVICE_SPEC_COUNTER, 0);
+        m_model.start(0);
+    }
+
+    std::unique_ptr<FrameRecord> next()
+    {
+        while (!m_model.hasFrame())
+            m_model.advanceTo(*m_model.nextEventNs());
+        const sim::Frame frame = m_model.takeFrame();
+        auto record = std::make_unique<FrameRecord>();
+        record->frameNumber = frame.number;
+        record->timestampUs = static_cast<qint64>(frame.stampUs);
+        record->blockCount = frame.times->words / wordsPerBlock;
+        record->blockTicks.reset(new quint64[record->blockCount]);
+        for (quint64 i = 0; i < record->blockCount; ++i)
+            record->blockTicks[i] = frame.times->written(i * wordsPerBlock);
+        record->durationTicks = record->blockTicks[record->blockCount - 1] - record->blockTicks[0];
+        return record;
+    }
+
+private:
+    sim::CameraModel m_model;
+};
+
+/// A camera of the form that measures without a worker: frames come when they are told to.
+class MeasuringCamera
+{
+public:
+    /// Its record is full at that time.
+    MeasuringCamera(const sim::CameraScenario& camera, CxCameraLineData& record, qint64 nowUs)
+        : m_frames(camera), m_record(record), m_settings(record.evaluationSettings()), m_next(m_frames.next())
+    {
+        std::vector<std::unique_ptr<FrameRecord>> frames;
+        for (quint64 blocks = 0; blocks < keptBlocks; blocks += frames.back()->blockCount)
+            frames.push_back(std::exchange(m_next, m_frames.next()));
+        m_offsetUs = nowUs - frames.back()->timestampUs;
+        m_record.avgFrameTime = static_cast<double>(m_next->timestampUs) / static_cast<double>(frames.size());
+        m_record.measuring = true;
+        for (auto& frame : frames)
+            append(std::move(frame));
+    }
+    ~MeasuringCamera() { m_record.measuring = false; }
+
+    void arriveUntil(qint64 nowUs)
+    {
+        const QMutexLocker lock(&m_record.mutex);
+        for (; m_next->timestampUs + m_offsetUs <= nowUs; m_record.frameList.pop_front())
+            append(std::exchange(m_next, m_frames.next()));
+    }
+
+private:
+    void append(std::unique_ptr<FrameRecord> frame)
+    {
+        frame->timestampUs += m_offsetUs;
+        FrameAggregates aggregates = makeAggregates(*frame, m_settings);
+        m_record.frameList.push_back(std::move(frame), std::move(aggregates), m_settings);
+    }
+
+    MeasuredFrames m_frames;
+    CxCameraLineData& m_record;
+    EvaluationSettings m_settings;
+    std::unique_ptr<FrameRecord> m_next;
+    qint64 m_offsetUs = 0;
+};
+
+void tick(benchmark::State& state, std::size_t cameras)
+{
+    const std::vector<sim::CameraScenario> scenarios = someCameras(cameras);
+    FormBench bench;
+    for (const sim::CameraScenario& scenario : scenarios)
+        bench.addCamera([&scenario](sim::CameraScenario& camera) { camera = scenario; });
+    bench.form->resize(1920, 1080);
+    std::vector<std::unique_ptr<MeasuringCamera>> measuring;
+    for (const sim::CameraScenario& scenario : scenarios) {
+        CxCameraLineData& record = bench.record(static_cast<int>(measuring.size()));
+        measuring.push_back(std::make_unique<MeasuringCamera>(scenario, record, bench.nowUs));
+    }
     bench.tick();
     QCoreApplication::processEvents();
 
@@ -95,7 +177,9 @@ void tick(benchmark::State& state, int cameras)
     double longestLock = 0.0;
     for (auto _ : state) {
         state.PauseTiming();
-        arrive(framesPerTick);
+        bench.nowUs += tickUs;
+        for (const auto& camera : measuring)
+            camera->arriveUntil(bench.nowUs);
         LockProbe probe(bench.record(0).mutex);
         state.ResumeTiming();
         bench.tick();
@@ -106,15 +190,13 @@ void tick(benchmark::State& state, int cameras)
     state.counters["with_replot_ms"] = withReplot * 1e3;
     state.counters["longest_lock_us"] = longestLock * 1e6;
     state.counters["curves"] = bench.plot()->graphCount();
-    for (int camera = 0; camera < cameras; ++camera)
-        bench.record(camera).measuring = false;
 }
 
 } // namespace
 
 void registerFormBenchmarks()
 {
-    for (const int cameras : {4, 8}) {
+    for (const std::size_t cameras : {4, 8}) {
         benchmark::RegisterBenchmark(("form_tick/" + std::to_string(cameras)).c_str(), tick, cameras)
             ->Unit(benchmark::kMillisecond);
     }
