@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr qint64 lead = 4; ///< points
+
 struct Place
 {
     quint64 frame;
@@ -39,6 +41,20 @@ public:
             from = {m_frames.ends().find(from.frame + 1, fromUs), 0};
         }
         return from;
+    }
+
+    /// Asks the caches for what a look at that time will need, in two steps since the second one needs the first.
+    void prefetchFrame(quint64 from, qint64 timeUs) const
+    {
+        const quint64 frame = m_frames.ends().find(from, timeUs);
+        if (frame < m_end)
+            __builtin_prefetch(m_frames[frame].get());
+    }
+    void prefetchIntervals(quint64 from, qint64 timeUs) const
+    {
+        const quint64 frame = m_frames.ends().find(from, timeUs);
+        if (frame < m_end)
+            ::prefetchIntervals(*m_frames[frame], m_frames.aggregates(frame), timeUs);
     }
 
     /// Of the intervals from..to, both included. Whole frames first: often they make it needless to look into the
@@ -85,6 +101,8 @@ std::vector<ScanPoint> scanCurve(const FrameList& frames, quint64 begin, quint64
 
     qint64 lastUs = intervalTimeUs(*frames[from.frame], 0);
     for (;;) {
+        scan.prefetchFrame(from.frame, saturatingAdd(lastUs, saturatingMul(stepUs, 2 * lead)));
+        scan.prefetchIntervals(from.frame, saturatingAdd(lastUs, saturatingMul(stepUs, lead)));
         const qint64 earliestUs = std::max(fromUs, saturatingAdd(lastUs, stepUs));
         if (earliestUs > toUs)
             return points;

@@ -235,6 +235,25 @@ quint64 findInterval(const FrameRecord& frame, const FrameAggregates& aggregates
     return isVisible(low) ? low : count;
 }
 
+void prefetchIntervals(const FrameRecord& frame, const FrameAggregates& aggregates, qint64 timeUs)
+{
+    constexpr quint64 lineTicks = 8;
+    const quint64 offsetTicks =
+        static_cast<quint64>(std::max<qint64>(saturatingSub(timeUs, frame.timestampUs), 0)) * ticksPerUs;
+    const quint64 count = intervalCount(frame);
+    if (!aggregates.groups || offsetTicks >= frame.durationTicks)
+        return;
+    // Where an even spacing puts the time.
+    const double share = static_cast<double>(offsetTicks) / static_cast<double>(frame.durationTicks);
+    const quint64 group = static_cast<quint64>(share * static_cast<double>(count)) / BlockGroup::intervals;
+    const quint64* ticks = frame.blockTicks.get();
+    __builtin_prefetch(ticks);
+    __builtin_prefetch(ticks + count);
+    __builtin_prefetch(&aggregates.groups[group]);
+    for (quint64 i = 0; i < BlockGroup::intervals; i += lineTicks)
+        __builtin_prefetch(ticks + group * BlockGroup::intervals + i);
+}
+
 qint64 intervalTimeUs(const FrameRecord& frame, quint64 interval)
 {
     const quint64 offsetUs = (frame.blockTicks[interval + 1] - frame.blockTicks[0]) / ticksPerUs;

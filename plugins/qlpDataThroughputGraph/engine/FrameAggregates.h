@@ -100,6 +100,9 @@ private:
 quint64 findInterval(const FrameRecord& frame, const FrameAggregates& aggregates, quint64 begin, qint64 fromUs,
                      qint64 toUs);
 
+/// Asks the caches for what findInterval() and FramePartEvaluator will look at for that time.
+void prefetchIntervals(const FrameRecord& frame, const FrameAggregates& aggregates, qint64 timeUs);
+
 /// When an interval ends.
 qint64 intervalTimeUs(const FrameRecord& frame, quint64 interval);
 

@@ -23,6 +23,14 @@ inline qint64 saturatingSub(qint64 a, qint64 b)
     return b < 0 ? std::numeric_limits<qint64>::max() : std::numeric_limits<qint64>::min();
 }
 
+inline qint64 saturatingMul(qint64 a, qint64 b)
+{
+    qint64 product = 0;
+    if (!__builtin_mul_overflow(a, b, &product))
+        return product;
+    return (a < 0) == (b < 0) ? std::numeric_limits<qint64>::max() : std::numeric_limits<qint64>::min();
+}
+
 /// Truncates toward zero; beyond the range its end, not a number is 0.
 inline qint64 truncatedToInt64(double value)
 {
