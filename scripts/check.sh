@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# What must hold before a change is done: format, warnings and clang-tidy, tests under sanitizers, races.
-#   scripts/check.sh [STEP...]    steps: format warnings tidy asan races; all without arguments
+# What must hold before a change is done: format, warnings and clang-tidy, tests under sanitizers, races, load.
+#   scripts/check.sh [STEP...]    steps: format warnings tidy asan races load; all without arguments
 # clang-tidy looks at the files changed since $CHECK_BASE, by default since the upstream branch, else at all.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -48,7 +48,14 @@ step_races() {
   done
 }
 
-[ $# -gt 0 ] || set -- format warnings tidy asan races
+# The viewer with 64 cameras that all measure; it wants the computer for itself.
+step_load() {
+  cmake --preset release >/dev/null
+  cmake --build --preset release --target tst_load
+  KESTROVA_LOAD_CAMERAS=64 KESTROVA_LOAD_SECONDS=30 QT_QPA_PLATFORM=offscreen build/release/bin/tst_load
+}
+
+[ $# -gt 0 ] || set -- format warnings tidy asan races load
 for step in "$@"; do
   echo "== $step"
   "step_$step"

@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Many cameras in the real viewer: the window answers in time, and no frame that a camera handed out is missing in
+// its record. KESTROVA_LOAD_CAMERAS and KESTROVA_LOAD_SECONDS ask for another load than the usual one.
+#include <atomic>
+#include <ctime>
+#include <functional>
+#include <thread>
+
+#include <qcustomplot.h>
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QAbstractButton>
+
+#include "CameraRegistry.h"
+#include "engine/CameraLineData.h"
+#include "form/DataGraphForm.h"
+#include "MainWindow.h"
+#include "sim/SimulatedCamera.h"
+#include "Viewer.h"
+
+namespace {
+
+constexpr int answersWithinMs = 100;
+constexpr int framesPerSecond = 5;
+constexpr auto probeEvery = std::chrono::milliseconds(5);
+
+int setting(const char* name, int usual)
+{
+    bool given = false;
+    const int value = qEnvironmentVariableIntValue(name, &given);
+    return given ? value : usual;
+}
+
+double threadCpuMs()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
+}
+
+/// Asks the event loop for an answer again and again, as a person who clicks all the time would.
+class AnswerProbe
+{
+public:
+    AnswerProbe() : m_lastCpuMs(threadCpuMs()), m_thread([this] { run(); }) {}
+    ~AnswerProbe()
+    {
+        m_stop = true;
+        m_thread.join();
+        QCoreApplication::sendPostedEvents(&m_receiver);
+    }
+
+    double longestMs = 0.0;    ///< from question to answer
+    double longestCpuMs = 0.0; ///< of it, what the window's thread computed itself: other programs do not count
+
+private:
+    void run()
+    {
+        while (!m_stop) {
+            if (!m_asked.exchange(true)) {
+                const auto asked = std::chrono::steady_clock::now();
+                QMetaObject::invokeMethod(
+                    &m_receiver, [this, asked] { answer(asked); }, Qt::QueuedConnection);
+            }
+            std::this_thread::sleep_for(probeEvery);
+        }
+    }
+    void answer(std::chrono::steady_clock::time_point asked)
+    {
+        const std::chrono::duration<double, std::milli> waited = std::chrono::steady_clock::now() - asked;
+        longestMs = std::max(longestMs, waited.count());
+        const double cpuMs = threadCpuMs();
+        longestCpuMs = std::max(longestCpuMs, cpuMs - std::exchange(m_lastCpuMs, cpuMs));
+        m_asked = false;
+    }
+
+    QObject m_receiver;
+    double m_lastCpuMs;
+    std::atomic<bool> m_asked{false};
+    std::atomic<bool> m_stop{false};
+    std::thread m_thread;
+};
+
+} // namespace
+
+class TestLoad : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void windowAnswersAndNoFrameIsLost_data();
+    void windowAnswersAndNoFrameIsLost();
+
+private:
+    QString scenario(int cameras);
+    void zoomUntil(CxDataGraphForm* form, const char* state, const std::function<bool()>& done);
+    static sim::Ledger ledgerOf(int device)
+    {
+        return std::dynamic_pointer_cast<sim::SimulatedCamera>(CameraRegistry::instance().device(device))->ledger();
+    }
+
+    QTemporaryDir m_directory;
+};
+
+/// A quarter of a megabyte, five times a second, in both modes.
+QString TestLoad::scenario(int cameras)
+{
+    QJsonArray list;
+    for (int i = 0; i < cameras; ++i) {
+        list.append(QJsonObject{
+            {"name", "CAM"},
+            {"id", QString::number(1000 + i)},
+            {"sensor", QJsonObject{{"width", 512}, {"height", 512}, {"rateHz", framesPerSecond}}},
+            {"link", QJsonObject{{"rate", 400}, {"frameGapUs", 199'000}, {"stallEveryMs", 50}, {"stallUs", 200}}}});
+    }
+    QFile file(m_directory.filePath("cameras.json"));
+    if (file.open(QIODevice::WriteOnly))
+        file.write(QJsonDocument(QJsonObject{{"cameras", list}}).toJson());
+    return file.fileName();
+}
+
+/// A turn of the wheel every 100 ms, in and out.
+void TestLoad::zoomUntil(CxDataGraphForm* form, const char* state, const std::function<bool()>& done)
+{
+    QCoreApplication::processEvents(); // what a start or stop left to do
+    auto* plot = form->findChild<QCustomPlot*>("plot");
+    const QPoint at = plot->axisRect(0)->center();
+    int angle = 120;
+    QTimer wheel;
+    connect(&wheel, &QTimer::timeout, this, [&] {
+        QWheelEvent event(at, at, {}, QPoint(0, angle = -angle), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(plot, &event);
+    });
+    const AnswerProbe probe;
+    wheel.start(100);
+    QTRY_VERIFY_WITH_TIMEOUT(done(), 200'000);
+    qInfo("%d cameras, %s: longest answer %.1f ms, of it %.1f ms computed", form->lineDataMap.size(), state,
+          probe.longestMs, probe.longestCpuMs);
+    // The usual run shares its computer with other tests.
+    const bool alone = qEnvironmentVariableIsSet("KESTROVA_LOAD_CAMERAS");
+    QVERIFY((alone ? probe.longestMs : probe.longestCpuMs) < answersWithinMs);
+}
+
+void TestLoad::windowAnswersAndNoFrameIsLost_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("throughput") << int(MeasModeDataThroughput);
+    QTest::newRow("counters") << int(MeasModeStandardAcq);
+}
+
+void TestLoad::windowAnswersAndNoFrameIsLost()
+{
+    QFETCH(int, mode);
+    const int cameras = setting("KESTROVA_LOAD_CAMERAS", 16);
+    ViewerOptions options;
+    options.settingsFile = m_directory.filePath("settings.ini");
+    options.camerasFile = scenario(cameras);
+    QSettings(options.settingsFile, QSettings::IniFormat).setValue("DataThroughputGraphPlugin/DTGTMeasMode", mode);
+    Viewer viewer(options);
+    QCOMPARE(viewer.start(), QString());
+    QVERIFY(QTest::qWaitForWindowExposed(&viewer.window()));
+    auto* form = static_cast<CxDataGraphForm*>(viewer.window().findChild<QWidget*>("CxDataGraphForm"));
+    QVERIFY(form);
+    QCOMPARE(form->lineDataMap.size(), cameras);
+    auto* startAll = form->findChild<QAbstractButton*>("btnStartAll");
+    startAll->click();
+    const quint64 frames = quint64(setting("KESTROVA_LOAD_SECONDS", 3) * framesPerSecond);
+    zoomUntil(form, "measuring", [&] { return ledgerOf(cameras - 1).total(sim::Fate::Received).frames > frames; });
+    startAll->click();
+    zoomUntil(form, "stopped", [rest = 20]() mutable { return --rest < 0; });
+
+    for (int i = 0; i < cameras; ++i) {
+        const CxCameraLineData* record = form->lineDataMap.value(CameraRegistry::instance().openedHandle(i));
+        QCOMPARE(record->runTotals().frames, ledgerOf(i).total(sim::Fate::Received).frames);
+    }
+}
+
+QTEST_MAIN(TestLoad)
+#include "tst_load.moc"
