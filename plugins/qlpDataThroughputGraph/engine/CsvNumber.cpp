@@ -23,6 +23,14 @@ constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                   1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr int largestPower = 22;
 
+/// Of a normal number, rounded down.
+int binaryExponent(double size)
+{
+    quint64 bits = 0;
+    std::memcpy(&bits, &size, sizeof bits);
+    return static_cast<int>(bits >> 52) - 1023;
+}
+
 /// value x 10^power, and on demand the part that rounding took from it (its sign is exact).
 struct Scaled
 {
@@ -49,31 +57,46 @@ char* writeSlowly(char* out, double value)
     return std::copy(text.begin(), text.end(), out);
 }
 
-/// The digits with the point after `pointAfter` of them; zeros at the end go, with the point if nothing follows it.
-char* writeFixed(char* out, const char* digits, int count, int pointAfter)
+/// Six digits, and room behind them for append().
+struct Digits
+{
+    explicit Digits(quint32 mantissa)
+    {
+        for (int i = significantDigits - 1; i >= 0; --i, mantissa /= 10)
+            text[i] = static_cast<char>('0' + mantissa % 10);
+        while (text[count - 1] == '0')
+            --count;
+    }
+    /// Copies more than it appends: a copy of fixed size needs no loop.
+    char* append(char* out, int from, int to) const
+    {
+        std::memcpy(out, text + from, significantDigits);
+        return out + (to - from);
+    }
+
+    char text[2 * significantDigits] = {};
+    int count = significantDigits; ///< without the zeros at the end
+};
+
+/// With the point after `pointAfter` digits; without digits behind it there is no point.
+char* writeFixed(char* out, const Digits& digits, int pointAfter)
 {
     if (pointAfter <= 0) {
         *out++ = '0';
         *out++ = '.';
         out = std::fill_n(out, -pointAfter, '0');
-        return std::copy_n(digits, count, out);
+        return digits.append(out, 0, digits.count);
     }
-    if (count <= pointAfter) {
-        out = std::copy_n(digits, count, out);
-        return std::fill_n(out, pointAfter - count, '0');
-    }
-    out = std::copy_n(digits, pointAfter, out);
+    out = digits.append(out, 0, pointAfter);
+    if (digits.count <= pointAfter)
+        return out;
     *out++ = '.';
-    return std::copy_n(digits + pointAfter, count - pointAfter, out);
+    return digits.append(out, pointAfter, digits.count);
 }
 
-char* writeExponential(char* out, const char* digits, int count, int exponent)
+char* writeExponential(char* out, const Digits& digits, int exponent)
 {
-    *out++ = digits[0];
-    if (count > 1) {
-        *out++ = '.';
-        out = std::copy_n(digits + 1, count - 1, out);
-    }
+    out = writeFixed(out, digits, 1);
     *out++ = 'e';
     *out++ = exponent < 0 ? '-' : '+';
     const int size = std::abs(exponent); // the fast path's range has two digits at most
@@ -104,8 +127,8 @@ char* writeCsvNumber(char* out, double value)
     if (!(size >= 1e-16 && size < 1e27)) // outside, the power of ten would not be exact; also what is no number
         return writeSlowly(out, value);
 
-    // The decimal exponent, at most one too small: log10(2) is a little more than 30102/100000.
-    int exponent = static_cast<int>(std::floor(std::ilogb(size) * 0.30102));
+    // The decimal exponent, at most one too small: log10(2) is a little more than 315652 / 2^20.
+    int exponent = binaryExponent(size) * 315652 >> 20;
     Scaled scaled(size, significantDigits - 1 - exponent);
     if (scaled.result >= mantissaEnd)
         scaled = Scaled(size, significantDigits - 1 - ++exponent);
@@ -121,14 +144,9 @@ char* writeCsvNumber(char* out, double value)
         ++exponent;
     }
 
-    char digits[significantDigits + 1];
-    std::to_chars(digits, digits + sizeof digits, mantissa);
-    int count = significantDigits;
-    while (digits[count - 1] == '0')
-        --count;
-
     if (value < 0)
         *out++ = '-';
-    return exponent < -4 || exponent >= significantDigits ? writeExponential(out, digits, count, exponent)
-                                                          : writeFixed(out, digits, count, exponent + 1);
+    const Digits digits(mantissa);
+    return exponent < -4 || exponent >= significantDigits ? writeExponential(out, digits, exponent)
+                                                          : writeFixed(out, digits, exponent + 1);
 }
