@@ -143,6 +143,10 @@
         <translation>Diese Messung: %1 fehlende Bilder, längste Zeit ohne Bild %2 s.</translation>
     </message>
     <message>
+        <source>The camera&apos;s clock is %1 ppm fast against this computer&apos;s.</source>
+        <translation>Die Uhr der Kamera geht gegen die dieses Rechners um %1 ppm vor.</translation>
+    </message>
+    <message>
         <source>no frame for %1 s</source>
         <translation>seit %1 s kein Bild</translation>
     </message>

@@ -143,6 +143,10 @@
         <translation>本次测量：缺失 %1 帧，最长无帧时间 %2 s。</translation>
     </message>
     <message>
+        <source>The camera&apos;s clock is %1 ppm fast against this computer&apos;s.</source>
+        <translation>相机时钟比本机时钟快 %1 ppm。</translation>
+    </message>
+    <message>
         <source>no frame for %1 s</source>
         <translation>已有 %1 s 没有帧</translation>
     </message>

@@ -57,6 +57,8 @@ public:
             QJsonObject object = cameraObject(camera.camera);
             object.insert(QStringLiteral("durationS"), camera.run.lengthS);
             addFigures(object, camera.run.figures);
+            object.insert(QStringLiteral("clockDriftPpm"),
+                          camera.clockDriftPpm ? QJsonValue(*camera.clockDriftPpm) : QJsonValue());
             object.insert(QStringLiteral("problems"), QJsonArray::fromStringList(camera.problems));
             object.insert(QStringLiteral("brokenLimits"), QJsonArray::fromStringList(camera.brokenLimits));
             object.insert(QStringLiteral("report"), reportObject(camera.report));

@@ -48,6 +48,7 @@ public:
     /// What came since the last call. Each frame is in exactly one stretch.
     Stretch takeInterval();
     Stretch wholeRun() const;
+    std::optional<double> clockDriftPpm() const { return m_record.clockDriftPpm(); }
 
 private:
     Figures figures(const RunTotals& totals) const;

@@ -4,6 +4,7 @@
 #define KESTROVA_MEASURE_OUTPUT_H
 
 #include <memory>
+#include <optional>
 
 #include <QtCore/QDateTime>
 #include <QtCore/QIODevice>
@@ -32,6 +33,7 @@ struct CameraSummary
 {
     SxCameraInfo camera;
     Stretch run;
+    std::optional<double> clockDriftPpm; ///< nothing: not known
     QStringList problems;
     QStringList brokenLimits;
     std::optional<ReportSummary> report;

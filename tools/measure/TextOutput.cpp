@@ -55,6 +55,8 @@ public:
             row(camera.camera, camera.run);
         for (const CameraSummary& camera : summary.cameras) {
             const QString title = cameraTitle(camera.camera);
+            const Figure drift{nullptr, nullptr, 1, camera.clockDriftPpm};
+            writeLine(QStringLiteral("%1: clock drift (ppm): %2").arg(title, figureText(drift)));
             if (camera.report)
                 writeLine(reportText(title, *camera.report));
             for (const QString& problem : camera.problems)

@@ -102,7 +102,7 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
     Summary summary{options.mode, 0, {}};
     for (int i = 0; i < static_cast<int>(cameras.size()); ++i) {
         const MeasuredCamera& camera = *cameras[static_cast<size_t>(i)];
-        CameraSummary line{camera.info(), camera.wholeRun(), camera.problems(), {}, {}};
+        CameraSummary line{camera.info(), camera.wholeRun(), camera.clockDriftPpm(), camera.problems(), {}, {}};
         line.brokenLimits = brokenLimits(options.limits, line.run.figures);
         if (!files.isEmpty()) {
             line.report = writeReport(camera.record(), files[i], &error);

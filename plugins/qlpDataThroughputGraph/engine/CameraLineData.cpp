@@ -131,3 +131,9 @@ RunCounters CxCameraLineData::runCounters() const
     QMutexLocker lock(&mutex);
     return countersOfRun;
 }
+
+std::optional<double> CxCameraLineData::clockDriftPpm() const
+{
+    QMutexLocker lock(&mutex);
+    return driftPpm;
+}

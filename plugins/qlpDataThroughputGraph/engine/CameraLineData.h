@@ -82,6 +82,8 @@ public:
     /// Totals since the last call or the measurement's start; consecutive ones add up to runTotals().
     RunTotals takeIntervalTotals();
     RunCounters runCounters() const;
+    /// By how much the camera's clock is fast, of the present or last measurement; unknown in its first minutes.
+    std::optional<double> clockDriftPpm() const;
 
     // --- camera preparation and restore (CameraPreparation.cpp), user interface thread ---
     /// Prepares the camera, starts its acquisition and the worker. `period` in bytes (at least 8), `capacity` in
@@ -210,6 +212,7 @@ private:
     std::optional<qint32> preparedMode; ///< what setupCameraParameters() was called for and is not yet restored
     RunTotalsCounter totals;            ///< guarded by `mutex`
     RunCounters countersOfRun;          ///< guarded by `mutex`
+    std::optional<double> driftPpm;     ///< of the run, guarded by `mutex`
 };
 
 #endif

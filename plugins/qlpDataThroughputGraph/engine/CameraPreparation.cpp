@@ -74,6 +74,7 @@ bool CxCameraLineData::startMeasurement(qint32 period, qint32 capacity)
     stopRequested = false;
     totals.begin(nowUs);
     countersOfRun = RunCounters();
+    driftPpm.reset();
     thread = std::make_unique<CxAcquisitionThread>(this, measMode);
     thread->start();
     return true;

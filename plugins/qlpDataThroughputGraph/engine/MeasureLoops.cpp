@@ -12,6 +12,7 @@
 #include "Allocation.h"
 #include "BlockModel.h"
 #include "BlockReader.h"
+#include "ClockDrift.h"
 #include "LogLine.h"
 #include "MeasurementClock.h"
 
@@ -68,21 +69,24 @@ qint64 CxCameraLineData::beginLoop()
 void CxCameraLineData::runMeasureLoop()
 {
     const qint64 baseUs = beginLoop();
+    ClockDrift drift;
     bool skipLogged = false;
     while (!stopRequested) {
         VN_IMG image;
         if (!waitForImage(image, throughputLoop))
             continue;
+        const qint64 nowUs = measurementClockUs();
         const quint64 blockCount = wholeBlocks(image, wordsPerBlock(samplePeriod));
         if (blockCount == 0) {
             if (!std::exchange(skipLogged, true))
                 LOG_FAILURE(throughputLoop, "Frame holds no whole sample block, such frames are skipped");
-            const qint64 nowUs = measurementClockUs();
             QMutexLocker lock(&mutex);
             totals.addFrame(image.frameNumber, FrameFigures(), true, nowUs);
             continue;
         }
-        std::unique_ptr<FrameRecord> frame = makeFrameRecord(image, blockCount, cameraTimeUs(image) + baseUs);
+        const qint64 stampUs = cameraTimeUs(image) + baseUs;
+        const qint64 timestampUs = stampUs + drift.correctionUs(stampUs, nowUs);
+        std::unique_ptr<FrameRecord> frame = makeFrameRecord(image, blockCount, timestampUs);
         if (!frame) {
             endForLackOfMemory();
             return;
@@ -91,12 +95,12 @@ void CxCameraLineData::runMeasureLoop()
         FrameAggregates aggregates = makeAggregates(*frame, settings);
         const FrameFigures figures = frameFigures(*frame, aggregates, settings);
         const quint64 frameLimit = static_cast<quint64>(maxSamples) / blockCount + 1;
-        const qint64 nowUs = measurementClockUs();
 
         std::vector<FrameList::Frame> removed; // outlives the lock
         QMutexLocker lock(&mutex);
         updateFrameTimeLocked(ticksToUs(frame->durationTicks));
         totals.addFrame(image.frameNumber, figures, false, nowUs);
+        driftPpm = drift.ppm();
         frameList.push_back(std::move(frame), std::move(aggregates), settings);
         removed = trimLocked(frameList, frameLimit);
     }
@@ -105,33 +109,35 @@ void CxCameraLineData::runMeasureLoop()
 void CxCameraLineData::runMeasureLoopAcquisition()
 {
     const qint64 baseUs = beginLoop();
+    ClockDrift drift;
     qint64 previousUs = 0;
     while (!stopRequested) {
         VN_IMG image;
         if (!waitForImage(image, standardLoop))
             continue;
+        const qint64 nowUs = measurementClockUs();
+        const qint64 stampUs = cameraTimeUs(image) + baseUs;
         readCounters();
         auto sample = std::make_unique<CounterSample>();
         sample->frameNumber = image.frameNumber;
-        sample->timestampUs = cameraTimeUs(image) + baseUs;
+        sample->timestampUs = stampUs + drift.correctionUs(stampUs, nowUs);
         sample->transportSkip = counterValue(VN_COUNTER_TRANSPORT_SKIP);
         sample->apiSkip = counterValue(VN_COUNTER_API_SKIP);
         sample->missedTrgOverlap = counterValue(VN_COUNTER_MISSED_TRG_OVERLAP);
         sample->missedTrgOverflow = counterValue(VN_COUNTER_MISSED_TRG_OVERFLOW);
         sample->bufferOverflow = counterValue(VN_COUNTER_BUFFER_OVERFLOW);
-        const qint64 timestampUs = sample->timestampUs;
-        const qint64 nowUs = measurementClockUs();
 
         std::vector<std::unique_ptr<CounterSample>> removed; // outlives the lock
         QMutexLocker lock(&mutex);
         totals.addFrame(image.frameNumber, FrameFigures(), false, nowUs);
+        driftPpm = drift.ppm();
         if (!countersOfRun.first)
             countersOfRun.first = *sample;
         countersOfRun.last = *sample;
         counterSampleList.push_back(std::move(sample));
         if (previousUs > 0)
-            updateFrameTimeLocked(static_cast<double>(timestampUs) - static_cast<double>(previousUs));
-        previousUs = timestampUs;
+            updateFrameTimeLocked(static_cast<double>(stampUs) - static_cast<double>(previousUs));
+        previousUs = stampUs;
         removed = trimLocked(counterSampleList, static_cast<quint64>(maxSamples) + 1);
     }
 }
