@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Starting and stopping by the real buttons: texts, what the host is told, roll-back, and cameras that come and go while
-// a box is open.
+// Starting and stopping by the real buttons: texts, what the host is told, roll-back.
 #include <QtTest/QTest>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
@@ -21,9 +20,6 @@ private Q_SLOTS:
     void failedStart();
     void startAllRollsBack();
     void startAllLeavesRunningOnesAlone();
-    void startAllWithoutTheDialogsCamera_data();
-    void startAllWithoutTheDialogsCamera();
-    void cameraReturnsUnderItsHandle();
     void formGoesInTheDialog();
     void endedByItself();
     void requiredThroughput();
@@ -126,57 +122,6 @@ void FormMeasurementTest::startAllLeavesRunningOnesAlone()
     QCOMPARE(bench.hostControl(), QStringLiteral("2- 1- 1+ 2+"));
     QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Stopped", "Stopped"}));
     QCOMPARE(startAllText(bench), QStringLiteral("Start All"));
-}
-
-void FormMeasurementTest::startAllWithoutTheDialogsCamera_data()
-{
-    // Events in the failure dialog: o opens, c closes a camera.
-    const Table<QString, QStringList> row("events", "rows");
-    row("the failing one closes", "c1", {"A (1)", "C (3)"});
-    row("a started one closes", "c0", {"B (2)", "C (3)"});
-    row("a waiting one closes", "c2", {"A (1)", "B (2)"});
-    row("all close", "c0 c1 c2", {});
-    row("all are opened anew", "c0 c1 c2 o0 o1 o2", {"A (1)", "B (2)", "C (3)"});
-}
-
-void FormMeasurementTest::startAllWithoutTheDialogsCamera()
-{
-    QFETCH(QString, events);
-    FormBench bench(3);
-    bench.failStarts(1);
-    DialogRobot robot;
-    robot.inside = [&](QDialog*) {
-        for (const QString& event : events.split(QLatin1Char(' '))) {
-            const int camera = event.at(1).digitValue();
-            event.at(0) == QLatin1Char('c') ? bench.close(camera) : bench.open(camera);
-            bench.tick();
-        }
-    };
-    bench.press("btnStartAll");
-    QCOMPARE(robot.seen.size(), 1);
-    QTEST(bench.columnTexts(cameraColumn), "rows");
-    for (const auto& camera : bench.cameras)
-        QVERIFY(!camera->isAcquiring());
-    QCOMPARE(buttons(bench).removeDuplicates(), std::max(0, bench.table()->rowCount() - 1)); // all "Start"
-    QCOMPARE(startAllText(bench), QStringLiteral("Start All"));
-    QVERIFY(bench.child("btnSetup")->isEnabled());
-}
-
-/// The camera that was to be started is closed and opened while the progress box is painted: it is another one then.
-void FormMeasurementTest::cameraReturnsUnderItsHandle()
-{
-    FormBench bench(1);
-    QMetaObject::invokeMethod(
-        qApp,
-        [&] {
-            bench.close(0);
-            bench.open(0);
-        },
-        Qt::QueuedConnection);
-    bench.measureButton(0)->click();
-    QCOMPARE(bench.status(0), QStringLiteral("Stopped"));
-    QVERIFY(!bench.cameras[0]->isAcquiring());
-    QCOMPARE(bench.hostControl(), QString());
 }
 
 void FormMeasurementTest::formGoesInTheDialog()
