@@ -1,9 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The record without a camera: defaults, work arrays, totals, log lines and the clock.
-#include <numeric>
-
-#include <malloc.h>
-
 #include <QtCore/QRegularExpression>
 #include <QtCore/QThread>
 #include <QtTest/QtTest>
@@ -44,8 +40,6 @@ private Q_SLOTS:
     void totalsAddUp();
     void frameNumbers_data();
     void frameNumbers();
-    void memoryOfFrames_data();
-    void memoryOfFrames();
     void logLine();
     void clock();
 };
@@ -186,32 +180,6 @@ void TestRecord::frameNumbers()
     for (quint32 number : numbers)
         counter.addFrame(number, FrameFigures(), false, 0);
     QTEST(counter.run(0).missingFrames, "missing");
-}
-
-void TestRecord::memoryOfFrames_data()
-{
-    const Table<int, double> row("blocks", "bytesPerFrame");
-    // 8.5 for a block and 1 for its share of the aggregates, or 64 for those of a frame.
-    row("256 blocks", 256, 256 * (8.5 + 1.0));
-    row("few blocks", 14, 14 * 8.5 + 72 + 64);
-}
-
-void TestRecord::memoryOfFrames()
-{
-#ifdef __SANITIZE_ADDRESS__
-    QSKIP("the sanitizer's heap is another one");
-#endif
-    QFETCH(int, blocks);
-    QFETCH(double, bytesPerFrame);
-    constexpr size_t frames = 20000;
-    CxCameraLineData data;
-    std::vector<quint64> ticks(static_cast<size_t>(blocks));
-    std::iota(ticks.begin(), ticks.end(), 0);
-    const size_t before = mallinfo2().uordblks;
-    for (size_t i = 0; i < frames; ++i)
-        appendFrame(data, 0, ticks);
-    const double used = static_cast<double>(mallinfo2().uordblks - before) / frames;
-    QVERIFY2(used <= bytesPerFrame, qPrintable(QString::number(used)));
 }
 
 void TestRecord::logLine()

@@ -1,27 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Figures and curves: worked examples, edges, and equality with the plain formulas on random records.
-#include <cmath>
+// Figures and curves: worked examples and edges.
 #include <limits>
 
 #include <qcustomplot.h>
 #include <QtTest/QtTest>
 
-#include "NaiveEvaluator.h"
 #include "RandomRecord.h"
 #include "Table.h"
-#include "TestScale.h"
 
 namespace {
 
 constexpr double inf = std::numeric_limits<double>::infinity();
-
-std::vector<CurvePoint> points(const QCPGraph& graph)
-{
-    std::vector<CurvePoint> result;
-    for (const QCPGraphData& point : *graph.data())
-        result.push_back({point.key, point.value});
-    return result;
-}
 
 } // namespace
 
@@ -50,7 +39,6 @@ private Q_SLOTS:
     void margins();
     void relativeTimes();
     void counterCurves();
-    void equalToTheFormulas();
 
 private:
     QCustomPlot plot;
@@ -177,74 +165,19 @@ void TestStatistics::counterCurves()
                                       QCPRange(-1, 0), fromUs, toUs, 1.5);
     };
     QVERIFY(!fill(0, 1000));
-    for (int i = 0; i < 100; ++i) {
-        auto sample = std::make_unique<CounterSample>();
-        sample->timestampUs = i * 1000;
-        sample->transportSkip = i;
-        sample->apiSkip = 2 * i;
-        sample->missedTrgOverlap = 3 * i;
-        sample->missedTrgOverflow = -i;
-        data.counterSampleList.push_back(std::move(sample));
-    }
+    for (int i = 0; i < 100; ++i)
+        appendSample(data, {0, i * 1000, i, 2 * i, 3 * i, -i});
     QVERIFY(fill(1'000'000, 1'001'000)); // samples, but none there
     QCOMPARE(plot.graph(0)->dataCount(), 0);
 
     // Margins of ten frame times, plotted too; every second sample is far enough from the last.
     data.avgFrameTime = 1000.9;
     QVERIFY(fill(50'000, 52'000));
-    QCOMPARE(points(*plot.graph(0)).size(), size_t(10)); // 40 is the reference, then 42, 44 ... 60
+    QCOMPARE(plot.graph(0)->dataCount(), 10); // 40 is the reference, then 42, 44 ... 60
     QCOMPARE(plot.graph(0)->dataMainKey(0), -0.01);
     QCOMPARE(plot.graph(1)->dataMainValue(0), 84.0);
     QCOMPARE(plot.graph(2)->dataMainValue(1), 132.0);
     QCOMPARE(plot.graph(3)->dataMainValue(9), -60.0);
-}
-
-void TestStatistics::equalToTheFormulas()
-{
-    constexpr qint64 ranges[] = {1'000, 20'000, 1'000'000, 60'000'000, 86'400'000'000};
-    constexpr int buffers[] = {0, 1000, 32768, 1'000'000};
-    const int records = testCount(2000);
-    int evaluated = 0;
-    qint64 plotted = 0;
-    for (int seed = 0; seed < records; ++seed) {
-        Dice dice(static_cast<quint64>(seed));
-        CxCameraLineData data;
-        data.samplePeriod = static_cast<qint32>(8 * dice.between(1, 6400));
-        data.requiredThroughput = static_cast<qint32>(dice.between(0, 3000));
-        data.cameraBufferSize = dice.pick(buffers);
-        data.avgFrameTime = static_cast<double>(dice.between(0, 3000)) / 3.0;
-        for (qint64 measurement = dice.between(1, 3); measurement > 0; --measurement)
-            appendRandomMeasurement(data, dice, static_cast<int>(dice.between(1, 25)));
-
-        for (int view = 0; view < 4; ++view) {
-            const auto& anchor = *data.frameList[dice.bits() % data.frameList.size()];
-            const qint64 range = dice.pick(ranges);
-            const qint64 toUs = anchor.timestampUs + (dice.oneIn(6) ? -3 * range : dice.between(0, range));
-            const double spacing = dice.oneIn(3) ? 0.0 : static_cast<double>(range) / 514.0 / 1000.0;
-            const QCPRange keys(-static_cast<double>(range) / 1e6, dice.oneIn(2) ? 0.0 : 0.25);
-            init();
-            const bool result = data.calculateStats(&minimum, &level, &keys, toUs - range, toUs, spacing);
-            const NaiveFigures naive = naiveFigures(data, keys.upper, toUs - range, toUs, spacing);
-            QCOMPARE(result, naive.evaluated);
-            QVERIFY(data.minThroughput == naive.minThroughput);
-            if (!result)
-                continue;
-            const QByteArray where = "seed " + QByteArray::number(seed) + " view " + QByteArray::number(view);
-            // The frames are not summed up in the order of their arrival.
-            QVERIFY2(data.avgThroughput == naive.avgThroughput ||
-                         std::abs(data.avgThroughput / naive.avgThroughput - 1.0) < 1e-12,
-                     where);
-            QVERIFY2(data.maxBufferLevel == naive.maxBufferLevel, where);
-            QVERIFY2(data.bufferOverflowCount == naive.bufferOverflowCount, where);
-            QVERIFY2(points(minimum) == naive.minimum, where);
-            QVERIFY2(points(level) == naive.level, where);
-            QCOMPARE(data.workArrayLength, data.frameList.front()->blockCount - 1);
-            ++evaluated;
-            plotted += minimum.dataCount();
-        }
-    }
-    // The comparison is worth something only if most views showed something.
-    QVERIFY(evaluated > 2 * records && plotted > 20 * records);
 }
 
 QTEST_MAIN(TestStatistics)

@@ -1,18 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DialogRobot.h"
 
-#include <QtCore/QPointer>
-#include <QtCore/QTimer>
-#include <QtTest/QTest>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QDialogButtonBox>
-#include <QtWidgets/QFileDialog>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QMessageBox>
-#include <QtWidgets/QProgressBar>
-#include <QtWidgets/QProgressDialog>
-#include <QtWidgets/QPushButton>
+#include <QtTest/QtTest>
+#include <QtWidgets/QtWidgets>
 
 DialogRobot::DialogRobot()
 {

@@ -1,18 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FormBench.h"
 
-#include <qcustomplot.h>
-
-#include <QtCore/QSettings>
-#include <QtCore/QTemporaryDir>
-#include <QtCore/QThread>
-#include <QtTest/QTest>
-#include <QtWidgets/QCheckBox>
-#include <QtWidgets/QToolButton>
-
-#include "CameraRegistry.h"
 #include "engine/MeasurementClock.h"
-#include "form/Columns.h"
+#include "RandomRecord.h"
 
 FormBench::FormBench(int cameraCount, int mode)
 {
@@ -167,22 +157,11 @@ QString rangeText(const QCPAxis* axis)
 void addFrames(CxCameraLineData& record, qint64 firstUs, qint64 lastUs, qint64 stepUs, quint64 ticks)
 {
     record.samplePeriod = 4096;
-    for (qint64 time = firstUs; time <= lastUs; time += stepUs) {
-        auto frame = std::make_unique<FrameRecord>();
-        frame->timestampUs = time;
-        frame->blockCount = 2;
-        frame->blockTicks = std::make_unique<quint64[]>(2);
-        frame->blockTicks[1] = ticks;
-        frame->durationTicks = ticks;
-        record.frameList.push_back(std::move(frame));
-    }
+    for (qint64 time = firstUs; time <= lastUs; time += stepUs)
+        appendFrame(record, time, {0, ticks});
 }
 
 void addSample(CxCameraLineData& record, qint64 timeUs, qint32 value)
 {
-    auto sample = std::make_unique<CounterSample>();
-    sample->timestampUs = timeUs;
-    sample->transportSkip = sample->apiSkip = sample->missedTrgOverlap = value;
-    sample->missedTrgOverflow = sample->bufferOverflow = value;
-    record.counterSampleList.push_back(std::move(sample));
+    appendSample(record, {0, timeUs, value, value, value, value, value});
 }

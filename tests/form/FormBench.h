@@ -9,11 +9,10 @@
 #include <memory>
 #include <vector>
 
-#include <QtCore/QStringList>
-#include <QtWidgets/QCheckBox>
-#include <QtWidgets/QTableWidget>
-
 #include <qcustomplot.h>
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QtWidgets>
 
 #include "AppDelegate.h"
 #include "CameraRegistry.h"
@@ -22,8 +21,6 @@
 #include "form/DataGraphForm.h"
 #include "LogCapture.h"
 #include "sim/HandDrivenCamera.h"
-
-class QToolButton;
 
 class FakeHost : public IxAppDelegate
 {

@@ -1,9 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The editors of a row, worked by keystrokes: data format, required throughput, range of the value axis.
-#include <QtTest/QTest>
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QLineEdit>
-
 #include <vnCore/vnApi.h>
 
 #include "FormBench.h"

@@ -3,21 +3,10 @@
 // camera, and in the end every camera has its parameters back.
 #include <random>
 
-#include <QtCore/QTemporaryDir>
-#include <QtTest/QTest>
-#include <QtWidgets/QCheckBox>
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QDialog>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QPushButton>
-#include <QtWidgets/QToolButton>
-
 #include <vnCore/CxCameraManager.h>
 #include <vnCore/vnApi.h>
 
-#include "CameraRegistry.h"
 #include "DialogRobot.h"
-#include "form/Columns.h"
 #include "FormBench.h"
 #include "Table.h"
 

@@ -1,18 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The exports by the real buttons: pictures, reports, dialogs, full disks, and cameras that come and go meanwhile.
-#include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
-#include <QtGui/QClipboard>
-#include <QtTest/QTest>
-#include <QtWidgets/QFileDialog>
-#include <QtWidgets/QProgressDialog>
-#include <QtWidgets/QPushButton>
-#include <QtWidgets/QToolButton>
-
 #include <vnCoreGui/CxExportToolButton.h>
 
 #include "DialogRobot.h"
 #include "FormBench.h"
+#include "NaiveEvaluator.h"
 #include "RandomRecord.h"
 #include "Table.h"
 
@@ -22,24 +14,11 @@ Q_DECLARE_METATYPE(Action)
 namespace {
 
 constexpr qint64 second = 1000000; // microseconds
-const QByteArray header = "Frame number,Frame Time [ns], Offset [B], Data Time Stamp [ns], Req. throughput [MB/s], "
-                          "Link throughput [MB/s], Buffer filled [B], Max buffer level [%]\n";
 
 QByteArray contents(const QString& fileName)
 {
     QFile file(fileName);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-}
-
-QByteArray plainReport(const CxCameraLineData& record, qint64 fromUs, qint64 toUs)
-{
-    QByteArray text;
-    CsvReportWriter writer([&text](const char* piece, std::size_t size) {
-        text.append(piece, static_cast<int>(size));
-        return true;
-    });
-    writer.write(record, fromUs, toUs);
-    return text;
 }
 
 /// The rows of the table as "name status".
@@ -154,7 +133,7 @@ void FormExportTest::reportOfTheVisibleRange()
         QCOMPARE(dialog->findChild<QLabel*>()->textFormat(), Qt::PlainText);
     };
     QTest::mouseClick(bench.exportButton(0), Qt::LeftButton);
-    QCOMPARE(contents(robot.fileName), header + lines);
+    QCOMPARE(contents(robot.fileName), reportHeader + lines);
     QVERIFY(reported);
     QCOMPARE(robot.seen.value(1),
              QStringLiteral("Data throughput monitor|Exporting <b>%1</b>, \"x\"\n&amp; (%2) data"));
@@ -202,7 +181,7 @@ void FormExportTest::eventsWhileDialogsAreOpen()
         for (int i = 0; i < 100; ++i)
             appendFrame(record, bench.nowUs - i, {0, 1000, 3000, 3500}, quint64(i));
         const quint64 serial = record.serial;
-        const QByteArray whole = plainReport(record, bench.nowUs - 20 * second, bench.nowUs);
+        const QByteArray whole = writtenReport(record, bench.nowUs - 20 * second, bench.nowUs);
         DialogRobot robot;
         robot.fileName = path("events.csv");
         QFile::remove(robot.fileName);
@@ -238,7 +217,7 @@ void FormExportTest::closingTheProgressCancels()
     robot.fileName = path("cancelled.csv");
     robot.duringReport = [](QProgressDialog* dialog) { dialog->close(); };
     QTest::mouseClick(bench.exportButton(0), Qt::LeftButton);
-    QCOMPARE(contents(robot.fileName), header);
+    QCOMPARE(contents(robot.fileName), QByteArray(reportHeader));
     QCOMPARE(robot.seen.size(), 2); // file dialog and progress, no complaint
 }
 

@@ -1,11 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Starting and stopping by the real buttons: texts, what the host is told, roll-back.
-#include <QtTest/QTest>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QMessageBox>
-#include <QtWidgets/QPushButton>
-#include <QtWidgets/QToolButton>
-
 #include "DialogRobot.h"
 #include "FormBench.h"
 #include "Table.h"

@@ -1,9 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The plots: areas and axes, which curves there are and what they hold, scaling, the shared time range, replots.
-#include <QtTest/QSignalSpy>
-#include <QtTest/QTest>
-#include <QtWidgets/QLineEdit>
-
 #include "FormBench.h"
 #include "Table.h"
 
@@ -27,7 +23,6 @@ private Q_SLOTS:
     void referenceTimeFollowsMeasurements();
     void frozenGraph();
     void graphBoxes();
-    void removedArea();
     void replots();
 };
 
@@ -216,18 +211,6 @@ void FormPlotTest::graphBoxes()
     QVERIFY(bench.plot()->isHidden());
     CameraRegistry::instance().closeAll();
     QVERIFY(bench.plot()->isVisible());
-}
-
-void FormPlotTest::removedArea()
-{
-    FormBench bench(3);
-    bench.area(0)->axis(QCPAxis::atBottom)->setRange(-8, -2);
-    bench.area(2)->axis(QCPAxis::atLeft)->setRange(10, 20);
-    bench.tick();
-    bench.close(1);
-    QCOMPARE(bench.areas(), (QStringList{"A (1):-8..-2", "C (3):-8..-2"}));
-    QCOMPARE(rangeText(bench.area(1)->axis(QCPAxis::atLeft)), QStringLiteral("10..20"));
-    QCOMPARE(bench.plot()->graphCount(), 4);
 }
 
 void FormPlotTest::replots()

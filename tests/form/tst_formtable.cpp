@@ -3,12 +3,6 @@
 #include <cfloat>
 #include <cmath>
 
-#include <QtCore/QSettings>
-#include <QtCore/QTemporaryDir>
-#include <QtTest/QTest>
-#include <QtWidgets/QHeaderView>
-#include <QtWidgets/QToolButton>
-
 #include <vnCoreGui/CxExportToolButton.h>
 
 #include "FormBench.h"
@@ -21,8 +15,8 @@ class FormTableTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void loadsSettings_data();
-    void loadsSettings();
+    void settings_data();
+    void settings();
     void rowsFollowTheOpenedCameras_data();
     void rowsFollowTheOpenedCameras();
     void figures_data();
@@ -36,7 +30,7 @@ private Q_SLOTS:
     void rebuildsLeaveNothingBehind();
 };
 
-void FormTableTest::loadsSettings_data()
+void FormTableTest::settings_data()
 {
     // expected: period, capacity, export type, mode, live
     const Table<QVariantMap, QString> row("stored", "expected");
@@ -53,26 +47,33 @@ void FormTableTest::loadsSettings_data()
     row("no number counts as 0", all("many", "x", "counters"), "0 7 2 0 0");
 }
 
-void FormTableTest::loadsSettings()
+void FormTableTest::settings()
 {
     QFETCH(QVariantMap, stored);
     FormBench bench(1);
+    const auto inForce = [&bench] {
+        return QStringLiteral("%1 %2 %3 %4 %5")
+            .arg(bench.form->samplePeriod)
+            .arg(bench.form->maxSamples)
+            .arg(bench.child<CxExportToolButton>("btnExport")->exportType())
+            .arg(bench.form->measMode)
+            .arg(int(bench.child<QCheckBox>("checkBoxLiveGraph")->isChecked()));
+    };
     const QTemporaryDir dir;
     QSettings settings(dir.filePath(QStringLiteral("s.ini")), QSettings::IniFormat);
     for (auto it = stored.cbegin(); it != stored.cend(); ++it)
         settings.setValue(it.key(), it.value());
     bench.form->measMode = MeasModeStandardAcq; // an absent key puts it back
     bench.form->loadSettings(settings);
-
-    QTEST(QStringLiteral("%1 %2 %3 %4 %5")
-              .arg(bench.form->samplePeriod)
-              .arg(bench.form->maxSamples)
-              .arg(bench.child<CxExportToolButton>("btnExport")->exportType())
-              .arg(bench.form->measMode)
-              .arg(int(bench.child<QCheckBox>("checkBoxLiveGraph")->isChecked())),
-          "expected");
+    QTEST(inForce(), "expected");
     QCOMPARE(bench.record(0).samplePeriod, bench.form->samplePeriod);
     QCOMPARE(bench.record(0).maxSamples, bench.form->maxSamples);
+
+    settings.clear();
+    bench.form->saveSettings(settings);
+    bench.loadMode(MeasModeDataThroughput); // and all else as at first
+    bench.form->loadSettings(settings);
+    QTEST(inForce(), "expected");
 }
 
 void FormTableTest::rowsFollowTheOpenedCameras_data()
@@ -189,6 +190,9 @@ void FormTableTest::rebuildKeepsRecordsAndMeasurements()
 void FormTableTest::closedCamera()
 {
     FormBench bench(3);
+    bench.area(0)->axis(QCPAxis::atBottom)->setRange(-8, -2);
+    bench.area(2)->axis(QCPAxis::atLeft)->setRange(10, 20);
+    bench.tick();
     QTest::mouseClick(bench.measureButton(1), Qt::LeftButton);
     const auto before = bench.cameras[1]->parameters();
     QVERIFY(!bench.child("btnSetup")->isEnabled());
@@ -197,7 +201,9 @@ void FormTableTest::closedCamera()
 
     bench.close(1);
     QCOMPARE(bench.columnTexts(cameraColumn), (QStringList{"A (1)", "C (3)"}));
-    QCOMPARE(bench.areas(), (QStringList{"A (1):-20..0", "C (3):-20..0"}));
+    QCOMPARE(bench.areas(), (QStringList{"A (1):-8..-2", "C (3):-8..-2"}));
+    QCOMPARE(rangeText(bench.area(1)->axis(QCPAxis::atLeft)), QStringLiteral("10..20"));
+    QCOMPARE(bench.plot()->graphCount(), 4);
     QVERIFY(bench.child("btnSetup")->isEnabled());
     QCOMPARE(static_cast<const QToolButton*>(bench.measureButton(1)), keptButton);
     QVERIFY(!bench.cameras[1]->isAcquiring());

@@ -1,13 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The built module as a host loads it: metadata, instance, interface, form and settings.
-#include <QtCore/QJsonObject>
-#include <QtCore/QPluginLoader>
-#include <QtCore/QPointer>
-#include <QtCore/QProcess>
-#include <QtCore/QSettings>
-#include <QtCore/QTemporaryDir>
-#include <QtTest/QTest>
-
 #include <vnCore/CxPlugin.h>
 
 #include "FormBench.h"

@@ -111,6 +111,19 @@ NaiveCounters naiveCounters(const CxCameraLineData& data, double keyUpper, qint6
     return counters;
 }
 
+const char reportHeader[] = "Frame number,Frame Time [ns], Offset [B], Data Time Stamp [ns], Req. throughput [MB/s], "
+                            "Link throughput [MB/s], Buffer filled [B], Max buffer level [%]\n";
+
+QByteArray writtenReport(const CxCameraLineData& data, qint64 fromUs, qint64 toUs)
+{
+    QByteArray text;
+    CsvReportWriter writer([&text](const char* piece, std::size_t size) {
+        text.append(piece, static_cast<int>(size));
+        return true;
+    });
+    return writer.write(data, fromUs, toUs) == CsvReportResult::Written ? text : QByteArray("not written");
+}
+
 QByteArray naiveReport(const CxCameraLineData& data, qint64 fromUs, qint64 toUs)
 {
     QString text;

@@ -40,6 +40,9 @@ struct NaiveCounters
 NaiveCounters naiveCounters(const CxCameraLineData& data, double keyUpper, qint64 fromUs, qint64 toUs,
                             double minKeySpacing);
 
+extern const char reportHeader[];
+/// What the writer under test makes of a record; an error is told instead.
+QByteArray writtenReport(const CxCameraLineData& data, qint64 fromUs, qint64 toUs);
 /// The data lines of the report.
 QByteArray naiveReport(const CxCameraLineData& data, qint64 fromUs, qint64 toUs);
 

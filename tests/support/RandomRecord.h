@@ -21,6 +21,11 @@ inline void appendFrame(CxCameraLineData& data, qint64 timestampUs, const std::v
     data.frameList.push_back(std::move(frame));
 }
 
+inline void appendSample(CxCameraLineData& data, const CounterSample& sample)
+{
+    data.counterSampleList.push_back(std::make_unique<CounterSample>(sample));
+}
+
 /// The distributions of the standard library differ between implementations; the engine below them does not.
 class Dice
 {

@@ -1,15 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The form in other languages: what compares or looks up texts still works, and nothing is cut off.
-#include <qcustomplot.h>
-
-#include <QtTest/QTest>
-#include <QtWidgets/QCheckBox>
-#include <QtWidgets/QHeaderView>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QPushButton>
-#include <QtWidgets/QToolButton>
-
-#include "form/Columns.h"
 #include "FormBench.h"
 #include "Language.h"
 #include "setup/DataGraphSetupDlg.h"
