@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Faults, loss and return, and the images that a host receives.
+// Faults, loss and return, the images that a host receives, and the drive for tests: model time and gated waits.
 #include <QtTest>
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
+#include <thread>
 
 #include "sim/HandDrivenCamera.h"
 #include "SimTesting.h"
@@ -21,12 +23,14 @@ class TestSimulatedCamera : public QObject
 private Q_SLOTS:
     void callsAreRefused_data();
     void callsAreRefused();
-    void framesAreOdd();
     void noImageForAWhile();
     void lossAndReturn();
     void imagesHaveTheirFormat_data();
     void imagesHaveTheirFormat();
     void memoryIsUsedAgainWhenNobodyHoldsIt();
+    void waitMovesTime();
+    void blockedWaitEnds_data();
+    void blockedWaitEnds();
 };
 
 void TestSimulatedCamera::callsAreRefused_data()
@@ -67,35 +71,6 @@ void TestSimulatedCamera::callsAreRefused()
         note(waited);
         QCOMPARE(got, expected);
     }
-}
-
-void TestSimulatedCamera::framesAreOdd()
-{
-    CameraScenario scenario = smallCamera();
-    scenario.faults.nullData = {1, 1, 0};
-    scenario.faults.shortData = {2, 2, 5};
-    scenario.faults.shortBytes = 24;
-    scenario.faults.oddSize = {4, 1, 0};
-    scenario.faults.oddWidth = scenario.faults.oddHeight = 65535;
-    scenario.faults.numberJump = {5, 1, 0};
-    scenario.faults.numberJumpBy = -3;
-    HandDrivenCamera camera(scenario);
-    QVERIFY(camera.start());
-    QByteArray seen;
-    for (quint32 n = 0; n < 9; ++n) {
-        DeviceImage image;
-        QVERIFY(camera.waitForImage(1s, image));
-        const VN_IMG& got = image.descriptor;
-        seen += QStringLiteral("%1:%2x%3/%4%5 ")
-                    .arg(got.frameNumber)
-                    .arg(got.width)
-                    .arg(got.height)
-                    .arg(got.dataBytes)
-                    .arg(got.data ? QString() : QStringLiteral("null"))
-                    .toLatin1();
-    }
-    QCOMPARE(seen, QByteArray("0:256x128/32768 1:256x128/0null 2:256x128/24 3:256x128/24 4:65535x65535/32768 "
-                              "2:256x128/32768 3:256x128/32768 4:256x128/24 5:256x128/24 "));
 }
 
 void TestSimulatedCamera::noImageForAWhile()
@@ -221,6 +196,59 @@ void TestSimulatedCamera::memoryIsUsedAgainWhenNobodyHoldsIt()
     QVERIFY(memory.size() <= 2);
     QVERIFY(camera.stop());
     QVERIFY(std::memcmp(copy.constData(), held.descriptor.data, size_t(copy.size())) == 0);
+}
+
+void TestSimulatedCamera::waitMovesTime()
+{
+    CameraScenario scenario = smallCamera();
+    scenario.sensor.rateHz = 10.0;
+    HandDrivenCamera camera(scenario);
+    DeviceImage image;
+    QVERIFY(!camera.waitForImage(5s, image)); // not acquiring
+    QCOMPARE(camera.now(), 0ns);
+    QVERIFY(camera.start());
+    QVERIFY(camera.waitForImage(5s, image));
+    QVERIFY(camera.now() < 1ms);
+    const auto before = camera.now();
+    QVERIFY(!camera.waitForImage(50ms, image));
+    QCOMPARE(camera.now(), before + 50ms);
+    QVERIFY(camera.waitForImage(50ms, image));
+    QCOMPARE(camera.now(), before + 100ms);
+}
+
+void TestSimulatedCamera::blockedWaitEnds_data()
+{
+    const Table<bool> row("byReturn");
+    row("by stop", false);
+    row("by return", true);
+}
+
+void TestSimulatedCamera::blockedWaitEnds()
+{
+    QFETCH(bool, byReturn);
+    HandDrivenCamera camera(smallCamera());
+    camera.setGated(true);
+    QVERIFY(camera.start());
+    std::atomic<int> ended{0};
+    std::vector<std::thread> hosts;
+    for (int i = 0; i < 3; ++i) {
+        hosts.emplace_back([&] {
+            DeviceImage image;
+            if (!camera.waitForImage(5s, image))
+                ++ended;
+        });
+    }
+    QVERIFY(camera.settle());
+    if (byReturn) {
+        camera.lose();
+        camera.comeBack();
+        camera.setGated(false); // whoever came later: its wait lasts the limit
+    } else {
+        camera.stop();
+    }
+    for (std::thread& host : hosts)
+        host.join();
+    QCOMPARE(ended.load(), 3);
 }
 
 QTEST_APPLESS_MAIN(TestSimulatedCamera)
