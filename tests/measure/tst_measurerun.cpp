@@ -173,18 +173,6 @@ private Q_SLOTS:
         }
     }
 
-    void requiredThroughputFillsTheBuffer()
-    {
-        Options options = byHand();
-        options.required = 100000; // no link is as fast
-        Bench bench({}, options);
-        bench.run->start();
-        QVERIFY(bench.take(4));
-        bench.stop();
-        QCOMPARE(bench.total("maxBufferLevelPercent"), 100.0);
-        QCOMPARE(bench.total("overflows"), bench.total("frames"));
-    }
-
     void limits_data()
     {
         const Table<QString, bool, double, bool> row("figure", "isMinimum", "limit", "kept");
@@ -211,37 +199,12 @@ private Q_SLOTS:
         QVERIFY(kept || broken[0].startsWith(QLatin1String("--x ")));
     }
 
-    void aLostCameraEndsTheRun()
-    {
-        Bench bench;
-        QSignalSpy finished(bench.run.get(), &MeasureRun::finished);
-        bench.run->start();
-        QVERIFY(bench.take(3));
-        bench.camera->setGated(false);
-        bench.camera->lose();
-        QTRY_COMPARE(finished.count(), 1);
-        QCOMPARE(bench.cameras[0]->problems(), QStringList{"was lost"});
-        QVERIFY(bench.total("frames") >= 3);
-    }
-
-    void aRefusedStartEndsTheRun()
-    {
-        Bench bench;
-        const auto before = bench.camera->parameters();
-        bench.camera->setHook([](const sim::HostCall& call) { return call.kind != sim::Call::Start; });
-        bench.run->start();
-        QVERIFY(bench.run->isOver());
-        QCOMPARE(bench.cameras[0]->problems(), QStringList{"did not start"});
-        QCOMPARE(bench.camera->parameters(), before);
-        QVERIFY(bench.lines().empty());
-    }
-
     void theReportHoldsWhatIsKeptAndIsDescribed()
     {
         Options options = byHand();
         options.capacity = 1000; // blocks; some frames of the run
         options.samplePeriod = 8192;
-        options.required = 123;
+        options.required = 100000; // no link is as fast: every frame overflows the buffer
         Bench bench({}, options);
         bench.run->start();
         QVERIFY(bench.take(40));
@@ -254,6 +217,8 @@ private Q_SLOTS:
         QVERIFY(report.has_value());
         QCOMPARE(double(report->frames + report->droppedFrames), bench.total("frames"));
         QVERIFY(report->droppedFrames > 0);
+        QCOMPARE(bench.total("maxBufferLevelPercent"), 100.0);
+        QCOMPARE(bench.total("overflows"), bench.total("frames"));
         QVERIFY(report->fromUs < report->toUs);
         QFile written(file);
         QVERIFY(written.open(QIODevice::ReadOnly));
@@ -268,7 +233,7 @@ private Q_SLOTS:
         QCOMPARE(description["camera"]["id"].toString(), bench.cameras[0]->info().id);
         QCOMPARE(description["mode"].toString(), QStringLiteral("throughput"));
         QCOMPARE(description["samplePeriodBytes"].toInt(), 8192);
-        QCOMPARE(description["requiredThroughputMBps"].toInt(), 123);
+        QCOMPARE(description["requiredThroughputMBps"].toInt(), 100000);
         QCOMPARE(description["droppedFrames"].toDouble(), double(report->droppedFrames));
         QVERIFY(description["bufferSizeBytes"].toInt() > 0);
         const QString startTime = description["startTime"].toString();

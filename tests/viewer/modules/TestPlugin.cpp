@@ -43,37 +43,22 @@ public:
 
 } // namespace
 
-class TestPlugin : public QObject
-#ifndef TEST_NO_INTERFACE
-    ,
-                   public CxPlugin
-#endif
+class TestPlugin : public QObject, public CxPlugin
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID TEST_IID)
-#ifndef TEST_NO_INTERFACE
     Q_INTERFACES(CxPlugin)
 
 public:
-    ~TestPlugin() override
-    {
-        note(QStringLiteral("plug-in destroyed"));
-    }
+    ~TestPlugin() override { note(QStringLiteral("plug-in destroyed")); }
 
     bool init() override
     {
         note(QStringLiteral("init"));
         IxAppDelegate::instance()->addPluginWidget(new TestWidget, 8, 12, false);
-#ifdef TEST_INIT_FAILS
-        return false;
-#else
-        return true;
-#endif
+        return !TEST_INIT_FAILS;
     }
-    void finish() override
-    {
-        note(QStringLiteral("finish"));
-    }
+    void finish() override { note(QStringLiteral("finish")); }
     void loadSettings(QSettings& settings) override
     {
         note(QStringLiteral("load %1").arg(settings.value(QStringLiteral("TestPlugin/number")).toInt()));
@@ -83,27 +68,11 @@ public:
         note(QStringLiteral("save"));
         settings.setValue(QStringLiteral("TestPlugin/number"), 7);
     }
-    QString name() override
-    {
-        return QStringLiteral("Test plug-in");
-    }
-    QString author() override
-    {
-        return QStringLiteral("A. Tester");
-    }
-    QString description() override
-    {
-        return QStringLiteral("Tests <plug-ins>");
-    }
-    QString website() override
-    {
-        return QStringLiteral("https://kestrova.example/test");
-    }
-    void coreVersion(int& major, int& minor, int& revision) override
-    {
-        major = minor = revision = 0;
-    }
-#endif
+    QString name() override { return QStringLiteral("Test plug-in"); }
+    QString author() override { return QStringLiteral("A. Tester"); }
+    QString description() override { return QStringLiteral("Tests <plug-ins>"); }
+    QString website() override { return QStringLiteral("https://kestrova.example/test"); }
+    void coreVersion(int& major, int& minor, int& revision) override { major = minor = revision = 0; }
 };
 
 #include "TestPlugin.moc"
