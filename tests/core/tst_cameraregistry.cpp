@@ -134,11 +134,7 @@ private Q_SLOTS:
         QVERIFY(!manager->isCameraRunning(camera));
         QCOMPARE(started.count(), 1);
         QCOMPARE(finished.count(), 1);
-    }
 
-    void closingEndsTheHostsAcquisition()
-    {
-        const VNCORE_HANDLE camera = openFirst();
         QVERIFY(registry.startHostAcquisition(camera));
         QTRY_COMPARE(devices[0]->waiters.load(), 1);
         QVERIFY(registry.close(camera));

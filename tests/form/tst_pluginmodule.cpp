@@ -11,8 +11,7 @@ class PluginModuleTest : public QObject
 private Q_SLOTS:
     void metaData();
     void exportsTwoFunctions();
-    void formBelongsToTheHost();
-    void settingsGroup();
+    void lifeWithAHost();
 };
 
 static const QString module = QStringLiteral(PLUGIN_FILE);
@@ -37,48 +36,39 @@ void PluginModuleTest::exportsTwoFunctions()
     QCOMPARE(nm.readAll().simplified(), QByteArray("qt_plugin_instance qt_plugin_query_metadata"));
 }
 
-void PluginModuleTest::formBelongsToTheHost()
+void PluginModuleTest::lifeWithAHost()
 {
     QPluginLoader loader(module);
     auto* plugin = qobject_cast<CxPlugin*>(loader.instance());
     QVERIFY2(plugin, qPrintable(loader.errorString()));
+    const QTemporaryDir dir;
+    QSettings settings(dir.filePath(QStringLiteral("s.ini")), QSettings::IniFormat);
+    plugin->loadSettings(settings); // before init
+    plugin->saveSettings(settings);
+    QVERIFY(settings.allKeys().isEmpty());
     QVERIFY(!plugin->init()); // without a host
     FakeHost host;
     QVERIFY(plugin->init());
     const QPointer<QWidget> form = host.widget.get();
+
+    const QString key = QStringLiteral("DataThroughputGraphPlugin/DTGTSamplePeriod");
+    settings.setValue(key, 5120);
+    plugin->loadSettings(settings);
+    settings.clear();
+    plugin->saveSettings(settings);
+    QCOMPARE(settings.group(), QString());
+    QCOMPARE(settings.value(key).toInt(), 5120);
+    QCOMPARE(settings.childGroups(), QStringList{"DataThroughputGraphPlugin"});
+
     delete loader.instance();
     QVERIFY(form);
     auto* second = qobject_cast<CxPlugin*>(loader.instance());
     QVERIFY(second->init());
     QVERIFY(!form); // the host had one place only
     host.widget.reset();
-    const QTemporaryDir dir;
-    QSettings settings(dir.filePath(QStringLiteral("s.ini")), QSettings::IniFormat);
+    settings.clear();
     second->saveSettings(settings); // after the form's end
     QVERIFY(settings.allKeys().isEmpty());
-    QVERIFY(loader.unload());
-}
-
-void PluginModuleTest::settingsGroup()
-{
-    FakeHost host;
-    const QTemporaryDir dir;
-    QSettings settings(dir.filePath(QStringLiteral("s.ini")), QSettings::IniFormat);
-    QPluginLoader loader(module);
-    auto* plugin = qobject_cast<CxPlugin*>(loader.instance());
-    plugin->loadSettings(settings); // before init
-    plugin->saveSettings(settings);
-    QVERIFY(settings.allKeys().isEmpty());
-
-    settings.setValue(QStringLiteral("DataThroughputGraphPlugin/DTGTSamplePeriod"), 5120);
-    QVERIFY(plugin->init());
-    plugin->loadSettings(settings);
-    settings.clear();
-    plugin->saveSettings(settings);
-    QCOMPARE(settings.group(), QString());
-    QCOMPARE(settings.value(QStringLiteral("DataThroughputGraphPlugin/DTGTSamplePeriod")).toInt(), 5120);
-    QCOMPARE(settings.childGroups(), QStringList{"DataThroughputGraphPlugin"});
-    host.widget.reset();
     QVERIFY(loader.unload());
 }
 

@@ -16,7 +16,6 @@ private Q_SLOTS:
     void mistakesAreRefused_data();
     void mistakesAreRefused();
     void everythingIsRead();
-    void filesAreNamed();
     void shippedOnesAreRead();
 };
 
@@ -86,15 +85,6 @@ void TestScenarioReader::everythingIsRead()
     QVERIFY(b.faults.oddSize.contains(14) && !b.faults.oddSize.contains(15));
     QVERIFY(!b.faults.nullData.contains(0));
     QCOMPARE(b.faults.tickStart, ~0ULL);
-}
-
-void TestScenarioReader::filesAreNamed()
-{
-    QTemporaryDir folder;
-    const QString path = folder.filePath("missing.json");
-    QString error;
-    QVERIFY(createCameras(path, &error).empty());
-    QVERIFY2(error.startsWith(path + ": "), qPrintable(error));
 }
 
 void TestScenarioReader::shippedOnesAreRead()
