@@ -66,7 +66,6 @@ private Q_SLOTS:
     void figuresEqualTheLedger();
     void countersEqualTheLedger();
     void frameTimes();
-    void failedWaits();
     void stopBeforeTheFirstFrame();
     void outOfMemory_data();
     void outOfMemory();
@@ -180,38 +179,6 @@ void TestLoops::frameTimes()
         QVERIFY(throughput.stop());
     }
     QVERIFY(throughput.data.frameList.size() >= 2);
-}
-
-void TestLoops::failedWaits()
-{
-    for (int mode : {0, 1}) {
-        std::atomic<qint64> now{0};
-        setMeasurementClock([&now] { return now.load(); });
-        sim::CameraScenario scenario;
-        scenario.faults.nullData = {1, 1, 0};
-        scenario.faults.noImage = {{30.0, 12000.0}};
-        MeasurementBench bench(scenario, mode);
-        LogCapture log;
-        QVERIFY(bench.measure(1));
-        now = 30'000'000;
-        QVERIFY(bench.take(20));
-        const int failures = log.lines().size();
-        const QString loop =
-            mode == 0 ? QStringLiteral("runMeasureLoop") : QStringLiteral("runMeasureLoopAcquisition");
-        const QString line =
-            QStringLiteral("CxCameraLineData::%1(): vnApi_GetImage failed to capture image").arg(loop);
-        for (const QString& text : log.texts())
-            QCOMPARE(text, line);
-        QVERIFY(failures >= 3); // one frame without data, two time limits
-        const RunTotals totals = bench.data.runTotals();
-        QCOMPARE(totals.failedWaits, quint64(failures));
-        QCOMPARE(totals.frames, quint64(21 - failures));
-        QCOMPARE(totals.longestGapUs, qint64(30'000'000));
-        now = 75'000'000; // a gap that is not over yet counts
-        QCOMPARE(bench.data.takeIntervalTotals().longestGapUs, qint64(45'000'000));
-        QVERIFY(bench.stop());
-        setMeasurementClock({});
-    }
 }
 
 void TestLoops::stopBeforeTheFirstFrame()

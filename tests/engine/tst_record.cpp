@@ -137,6 +137,9 @@ void TestRecord::totalsAddUp()
     Dice dice(7);
     qint64 nowUs = 1000;
     counter.begin(nowUs);
+    nowUs += 50'000;
+    sum += counter.takeInterval(nowUs);
+    QCOMPARE(sum.longestGapUs, qint64(50'000)); // a gap that is not over yet counts
     for (int interval = 0; interval < 50; ++interval) {
         for (qint64 frame = dice.between(0, 5); frame > 0; --frame) {
             FrameFigures figures;

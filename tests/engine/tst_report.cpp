@@ -66,7 +66,6 @@ private Q_SLOTS:
     void numbersLikeQt();
     void lines_data();
     void lines();
-    void occupancyCarriesOver();
     void equalToTheFormulas();
     void endsEarly();
     void toAFile();
@@ -133,19 +132,6 @@ void TestReport::lines()
     QCOMPARE(writtenReport(data, fromUs, toUs), reportHeader + text);
 }
 
-void TestReport::occupancyCarriesOver()
-{
-    CxCameraLineData data;
-    data.samplePeriod = 400;
-    data.requiredThroughput = 1000;
-    data.cameraBufferSize = 1000;
-    for (qint64 i = 0; i < 2; ++i)
-        appendFrame(data, i * 1000, {0, 250}, static_cast<quint64>(i)); // 1 us: 1000 bytes made, 400 taken
-    appendFrame(data, 2000, {9}, 2);
-    QCOMPARE(writtenReport(data, 0, 10000),
-             QByteArray(reportHeader) + "0,1,400,1000,1000,400,600,60\n1,1,400,1000,1000,400,1000,100\n");
-}
-
 void TestReport::equalToTheFormulas()
 {
     for (int seed = 0; seed < testCount(200); ++seed) {
@@ -202,13 +188,6 @@ void TestReport::toAFile()
     QCOMPARE(data.exportToCsv(path, nullptr, 0, end), CsvReportResult::Written);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), writtenReport(data, 0, end));
-
-    LogCapture log;
-    QCOMPARE(data.exportToCsv(folder.filePath(QStringLiteral("no/such/folder.csv")), nullptr, 0, end),
-             CsvReportResult::NotOpened);
-    QCOMPARE(log.lines(), QStringList());
-    QCOMPARE(data.exportToCsv(QStringLiteral("/dev/full"), nullptr, 0, end), CsvReportResult::Failed);
-    QCOMPARE(log.lines().size(), 1);
 
     data.measMode = MeasModeStandardAcq;
     const QString none = folder.filePath(QStringLiteral("none.csv"));

@@ -37,7 +37,6 @@ private Q_SLOTS:
     void nothingToEvaluate();
     void margins_data();
     void margins();
-    void relativeTimes();
     void counterCurves();
 
 private:
@@ -143,18 +142,6 @@ void TestStatistics::margins()
     appendFrame(data, behind, {0, 40});
     QVERIFY(data.calculateStats(nullptr, nullptr, nullptr, fromUs, toUs, 0));
     QCOMPARE(data.minThroughput, 4096 / ((margin > fromUs ? 40 : 30) / 250.0));
-}
-
-void TestStatistics::relativeTimes()
-{
-    CxCameraLineData data;
-    for (qint64 hour = 0; hour < 24; ++hour)
-        appendFrame(data, hour * 3'600'000'000, {0, 1000, 2000});
-    const QCPRange keys(-86400.0, 0.0);
-    QVERIFY(data.calculateStats(&minimum, &level, &keys, 0, 86'400'000'000, 1.0));
-    QCOMPARE(minimum.dataCount(), 23); // all but the reference of the spacing, an hour apart
-    QCOMPARE(minimum.dataMainKey(0), 3600.000004 - 86400.0);
-    QCOMPARE(level.dataMainKey(22), 23 * 3600.000000 + 0.000004 - 86400.0);
 }
 
 void TestStatistics::counterCurves()
