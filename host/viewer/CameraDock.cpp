@@ -3,6 +3,7 @@
 #include "CameraDock.h"
 
 #include <QtGui/QPainter>
+#include <QtGui/QTextDocument>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QHeaderView>
@@ -16,6 +17,7 @@
 #include "CameraNames.h"
 #include "CameraRegistry.h"
 #include "EventLog.h"
+#include "PlainText.h"
 #include "TakeOvers.h"
 
 namespace {
@@ -53,6 +55,12 @@ CameraState stateOf(int device, const TakeOvers& takeOvers)
         return {CameraDock::tr("live"), QColor(0, 200, 160)};
     }
     return {CameraDock::tr("open"), QColor(200, 206, 212)};
+}
+
+/// Tool tips take for markup what looks like it.
+QString plainToolTip(const QString& text)
+{
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
 
 QIcon dot(const QColor& color)
@@ -178,10 +186,10 @@ void CameraDock::refreshList()
         const SxCameraInfo info = registry.deviceInfo(device);
         const CameraState state = stateOf(device, m_takeOvers);
         QTreeWidgetItem* item = m_list->topLevelItem(device);
-        item->setText(NameColumn, info.name);
-        item->setToolTip(NameColumn, cameraDisplayName(info));
-        item->setText(IdColumn, info.customId.isEmpty() ? info.id : info.customId);
-        item->setToolTip(IdColumn, info.id);
+        item->setText(NameColumn, singleLine(info.name));
+        item->setToolTip(NameColumn, plainToolTip(cameraDisplayName(info)));
+        item->setText(IdColumn, singleLine(info.customId.isEmpty() ? info.id : info.customId));
+        item->setToolTip(IdColumn, plainToolTip(info.id));
         item->setText(StateColumn, state.text);
         item->setIcon(StateColumn, dot(state.color));
     }

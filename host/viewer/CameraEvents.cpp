@@ -66,9 +66,9 @@ void CameraEvents::checkFrames(TimePoint now)
             watch = {image.memory, image.descriptor.frameNumber, now, false};
         } else if (!watch.reported && now - watch.since >= longestSilence) {
             watch.reported = true;
-            m_log.append(
-                EventLog::Severity::Warning,
-                tr("%1 is measured but has sent no frame for %2 s").arg(nameOf(camera)).arg(longestSilence.count()));
+            m_log.append(EventLog::Severity::Warning,
+                         tr("%1 is measured but has sent no frame for %2 s")
+                             .arg(nameOf(camera), QString::number(longestSilence.count())));
         }
     }
 }

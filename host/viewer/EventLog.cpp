@@ -7,14 +7,17 @@
 #include <QtCore/QIODevice>
 #include <QtGui/QColor>
 
+#include "PlainText.h"
+
 namespace {
 
 constexpr int repeatDistance = 16; // lines: more sources than cameras that are usually measured together
 
 } // namespace
 
-void EventLog::append(Severity severity, const QString& text)
+void EventLog::append(Severity severity, const QString& event)
 {
+    const QString text = singleLine(event);
     int count = 1;
     const auto end = m_lines.rbegin() + std::min<std::ptrdiff_t>(repeatDistance, std::ptrdiff_t(m_lines.size()));
     const auto former = std::find_if(
@@ -46,11 +49,10 @@ void EventLog::clear()
 bool EventLog::writeTo(QIODevice& device) const
 {
     return std::all_of(m_lines.begin(), m_lines.end(), [&](const Line& line) {
-        QString text = line.text;
-        text.replace(QLatin1Char('\n'), QLatin1Char(' '));
-        const QByteArray bytes = QStringLiteral("%1\t%2\t%3\n")
-                                     .arg(line.time.toString(Qt::ISODateWithMs), QString::number(line.count), text)
-                                     .toUtf8();
+        const QByteArray bytes =
+            QStringLiteral("%1\t%2\t%3\n")
+                .arg(line.time.toString(Qt::ISODateWithMs), QString::number(line.count), line.text)
+                .toUtf8();
         return device.write(bytes) == bytes.size();
     });
 }

@@ -34,7 +34,7 @@ public:
 
     using QAbstractTableModel::QAbstractTableModel;
 
-    void append(Severity severity, const QString& text);
+    void append(Severity severity, const QString& event);
     void clear();
     /// Writes one line of text per entry. False on a write error.
     bool writeTo(QIODevice& device) const;

@@ -18,7 +18,7 @@ void PluginDocks::add(QWidget* widget, int area, int allowedAreas, bool floating
 {
     auto* dock = new QDockWidget(widget->windowTitle(), &m_window);
     // The name finds the dock again in stored settings.
-    dock->setObjectName(QStringLiteral("dock%1_%2").arg(widget->objectName()).arg(m_docks.size()));
+    dock->setObjectName(QStringLiteral("dock%1_%2").arg(widget->objectName(), QString::number(m_docks.size())));
     dock->setAccessibleName(widget->windowTitle());
     dock->setAllowedAreas(Qt::DockWidgetAreas(allowedAreas));
 

@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+#include "PlainText.h"
+
 namespace {
 
 QByteArray header(ExMeasMode mode)
@@ -20,11 +22,7 @@ QByteArray header(ExMeasMode mode)
 /// A camera's text as a field: nothing is promised about its characters.
 QByteArray quoted(QString text)
 {
-    return '"' +
-           text.replace(QLatin1Char('"'), QStringLiteral("\"\""))
-               .replace(QLatin1Char('\n'), QLatin1Char(' '))
-               .toUtf8() +
-           '"';
+    return '"' + singleLine(text.replace(QLatin1Char('"'), QStringLiteral("\"\""))).toUtf8() + '"';
 }
 
 } // namespace

@@ -8,8 +8,11 @@
 #include <QtCore/QRegularExpression>
 
 #include "Options.h"
+#include "PlainText.h"
 
 namespace {
+
+constexpr int longestName = 100; ///< of a camera within a file's, of which file systems take 255 bytes
 
 std::vector<int> matches(const std::vector<SxCameraInfo>& known, const QString& name)
 {
@@ -46,7 +49,7 @@ Selection selectCameras(const std::vector<SxCameraInfo>& known, const QStringLis
 QString cameraTitle(const SxCameraInfo& info)
 {
     const QString name = info.customId.isEmpty() ? info.name : info.customId;
-    return QStringLiteral("%1 (%2)").arg(name, info.id);
+    return singleLine(QStringLiteral("%1 (%2)").arg(name, info.id));
 }
 
 QStringList reportFiles(const QString& pattern, const std::vector<SxCameraInfo>& cameras)
@@ -54,7 +57,8 @@ QStringList reportFiles(const QString& pattern, const std::vector<SxCameraInfo>&
     static const QRegularExpression unsafe(QStringLiteral("[^A-Za-z0-9._-]+"));
     QStringList files;
     for (const SxCameraInfo& info : cameras) {
-        const QString plain = QStringLiteral("%1-%2").arg(info.name, info.id).replace(unsafe, QStringLiteral("_"));
+        const QString plain =
+            QStringLiteral("%1-%2").arg(info.name, info.id).replace(unsafe, QStringLiteral("_")).right(longestName);
         const auto fileOf = [&pattern](const QString& camera) {
             return QString(pattern).replace(cameraPlaceholder, camera);
         };

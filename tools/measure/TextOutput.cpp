@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "PlainText.h"
 #include "Selection.h"
 
 namespace {
@@ -69,10 +70,9 @@ public:
     void cameraList(const std::vector<SxCameraInfo>& cameras) override
     {
         for (const SxCameraInfo& camera : cameras)
-            writeLine(QStringLiteral("%1 %2 %3")
-                          .arg(camera.id, -figureWidth)
-                          .arg(camera.name, camera.customId.isEmpty() ? 0 : -cameraWidth)
-                          .arg(camera.customId)
+            writeLine(singleLine(camera.id.leftJustified(figureWidth) + QLatin1Char(' ') +
+                                 camera.name.leftJustified(camera.customId.isEmpty() ? 0 : cameraWidth) +
+                                 QLatin1Char(' ') + camera.customId)
                           .trimmed());
     }
 
@@ -100,11 +100,9 @@ private:
         if (report.frames == 0)
             return QStringLiteral("%1: report %2 holds no frame").arg(title, report.file);
         return QStringLiteral("%1: report %2 holds %3 frames from %4 to %5 (%6 s), %7 frames dropped by the capacity")
-            .arg(title, report.file)
-            .arg(report.frames)
-            .arg(clockText(report.fromUs), clockText(report.toUs))
-            .arg(static_cast<double>(report.toUs - report.fromUs) / 1e6, 0, 'f', 3)
-            .arg(report.droppedFrames);
+            .arg(title, report.file, QString::number(report.frames), clockText(report.fromUs), clockText(report.toUs),
+                 QString::number(static_cast<double>(report.toUs - report.fromUs) / 1e6, 'f', 3),
+                 QString::number(report.droppedFrames));
     }
 
     qint64 m_lines = 0;

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Texts of others, such as the name that somebody gave a camera: nothing is promised about their characters.
+#ifndef KESTROVA_PLAINTEXT_H
+#define KESTROVA_PLAINTEXT_H
+
+#include <algorithm>
+
+#include <QtCore/QString>
+
+/// For one line of a list, a table or a file: line breaks, tabs and other characters that nobody sees are blanks.
+inline QString singleLine(QString text)
+{
+    std::replace_if(
+        text.begin(), text.end(),
+        [](QChar c) {
+            const auto kind = c.category();
+            return kind == QChar::Other_Control || kind == QChar::Other_Format || kind == QChar::Separator_Line ||
+                   kind == QChar::Separator_Paragraph;
+        },
+        QLatin1Char(' '));
+    return text;
+}
+
+#endif
