@@ -351,6 +351,10 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
         <source>It could not be initialised.</source>
         <translation>Es konnte nicht initialisiert werden.</translation>
     </message>
+    <message>
+        <source>Others can change what this plug-in does: they can write to %1.</source>
+        <translation>Andere können ändern, was dieses Plug-in tut: Sie dürfen in %1 schreiben.</translation>
+    </message>
 </context>
 <context>
     <name>PluginsDialog</name>
@@ -405,6 +409,10 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
     <message>
         <source>No plug-in was found.</source>
         <translation>Es wurde kein Plug-in gefunden.</translation>
+    </message>
+    <message>
+        <source>Caution</source>
+        <translation>Vorsicht</translation>
     </message>
 </context>
 <context>

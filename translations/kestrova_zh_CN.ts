@@ -351,6 +351,10 @@ Enter or a double click opens a camera.</source>
         <source>It could not be initialised.</source>
         <translation>无法初始化。</translation>
     </message>
+    <message>
+        <source>Others can change what this plug-in does: they can write to %1.</source>
+        <translation>其他用户可以改变此插件的行为：他们可以写入 %1。</translation>
+    </message>
 </context>
 <context>
     <name>PluginsDialog</name>
@@ -405,6 +409,10 @@ Enter or a double click opens a camera.</source>
     <message>
         <source>No plug-in was found.</source>
         <translation>未找到插件。</translation>
+    </message>
+    <message>
+        <source>Caution</source>
+        <translation>注意</translation>
     </message>
 </context>
 <context>

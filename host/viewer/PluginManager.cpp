@@ -10,6 +10,7 @@
 
 #include <vnCore/CxPlugin.h>
 
+#include "FileTrust.h"
 #include "PluginDocks.h"
 
 namespace {
@@ -71,6 +72,11 @@ PluginInfo PluginManager::loadFile(const QString& file)
     if (!identifier.startsWith(QLatin1String("example.kestrova.Kestrova."))) {
         info.error = Text::tr("It is a plug-in for another program (%1).").arg(identifier);
         return info;
+    }
+
+    const QString writable = writableByOthers(file);
+    if (!writable.isEmpty()) {
+        info.warning = Text::tr("Others can change what this plug-in does: they can write to %1.").arg(writable);
     }
 
     QObject* object = loader->instance();

@@ -22,7 +22,8 @@ struct PluginInfo
     QString version;
     QString author;
     QString website;
-    QString error; ///< why it is not used; empty if it is
+    QString error;   ///< why it is not used; empty if it is
+    QString warning; ///< others can change what it does; it is used all the same
 };
 
 /// The order of its calls is the life of a plug-in: load(), loadSettings(), any number of saveSettings(), finish(),

@@ -17,6 +17,7 @@ QString details(const PluginInfo& info)
 {
     const std::pair<QString, QString> rows[] = {
         {PluginsDialog::tr("Not used"), info.error.toHtmlEscaped()},
+        {PluginsDialog::tr("Caution"), info.warning.toHtmlEscaped()},
         {PluginsDialog::tr("Name"), info.name.toHtmlEscaped()},
         {PluginsDialog::tr("Description"), info.description.toHtmlEscaped()},
         {PluginsDialog::tr("Version"), info.version.toHtmlEscaped()},

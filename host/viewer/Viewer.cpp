@@ -66,6 +66,11 @@ QString Viewer::start()
         return fault;
     }
     m_plugins->load(QStringList{PluginManager::installedDirectory()} + m_options.pluginDirs);
+    for (const PluginInfo& info : m_plugins->plugins()) {
+        if (!info.warning.isEmpty()) {
+            m_events.append(EventLog::Severity::Warning, info.file + QStringLiteral(": ") + info.warning);
+        }
+    }
     for (const QString& directory : qAsConst(m_options.pluginDirs)) {
         if (!QDir(directory).exists()) {
             m_events.append(EventLog::Severity::Warning, tr("There is no plug-in directory %1").arg(directory));

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Right and wrong plug-ins: what is refused, why, and the order of a right one's life.
+#include <sys/stat.h>
+
 #include <QtTest/QtTest>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QMainWindow>
@@ -68,6 +70,37 @@ private Q_SLOTS:
         QCOMPARE(entries.takeLast(), QStringLiteral("init"));
         QTEST(entries, "expectedDiary");
         QCOMPARE(m_docks->widgets().size(), 1);
+    }
+
+    void whatOthersCanChangeIsTold_data()
+    {
+        // of the directory above, the plug-in's directory and its file
+        const Table<int, int, int, QString> row("above", "directory", "file", "told");
+        row("the user's own", 0755, 0755, 0644, {});
+        row("file of a group", 0755, 0755, 0664, "/safe/plugins/good.so");
+        row("directory of all", 0755, 0757, 0644, "/safe/plugins");
+        row("others can add to it", 0755, 01757, 0644, "/safe/plugins");
+        row("all can replace the directory", 0757, 0755, 0644, "/safe");
+        row("only their own, as in /tmp", 01777, 0755, 0644, {});
+    }
+    void whatOthersCanChangeIsTold()
+    {
+        QFETCH(QString, told);
+        const QTemporaryDir place;
+        const QString top = QFileInfo(place.path()).canonicalFilePath();
+        const QString plugins = top + "/safe/plugins";
+        QVERIFY(QDir().mkpath(plugins));
+        QVERIFY(QFile::copy(module("good") + "/good.so", plugins + "/good.so"));
+        QFETCH(int, above);
+        QFETCH(int, directory);
+        QFETCH(int, file);
+        QCOMPARE(::chmod(qPrintable(plugins + "/good.so"), mode_t(file)), 0);
+        QCOMPARE(::chmod(qPrintable(plugins), mode_t(directory)), 0);
+        QCOMPARE(::chmod(qPrintable(top + "/safe"), mode_t(above)), 0);
+        m_manager->load({plugins});
+        QCOMPARE(m_manager->plugins()[0].error, QString()); // it is used all the same
+        const QString warning = m_manager->plugins()[0].warning;
+        QVERIFY2(told.isEmpty() ? warning.isEmpty() : warning.contains(' ' + top + told + '.'), qPrintable(warning));
     }
 
     void dockIsReopenedFromTheMenuAndScrolls()
