@@ -3,6 +3,7 @@
 #include <vnCore/vnApi.h>
 
 #include <cstring>
+#include <new>
 #include <optional>
 
 #include "CameraTable.h"
@@ -36,6 +37,17 @@ std::optional<QByteArray> askedParameter(const char* name)
     return QByteArray(name, static_cast<int>(length - suffixLength));
 }
 
+/// Devices may run out of memory; whoever calls a camera function gets no exceptions.
+template<typename Call>
+bool guarded(int* error, Call call) noexcept
+{
+    try {
+        return call();
+    } catch (const std::bad_alloc&) {
+        return report(error, VN_ERR_NO_MEMORY);
+    }
+}
+
 /// What keeps the memory of this thread's last image: until its next wait, whatever becomes of the camera.
 thread_local std::shared_ptr<const void> imageLease;
 
@@ -43,54 +55,64 @@ thread_local std::shared_ptr<const void> imageLease;
 
 bool vnApi_GetParamInt(VNCORE_HANDLE camera, const char* name, int& value, int* error)
 {
-    const auto opened = CameraTable::instance().find(camera);
-    if (!opened)
-        return report(error, VN_ERR_NO_CAMERA);
-    if (name == nullptr)
-        return report(error, VN_ERR_NO_PARAM);
-    return reportParameter(error, opened->device(), name, opened->device().getInt(name, value));
+    return guarded(error, [&] {
+        const auto opened = CameraTable::instance().find(camera);
+        if (!opened)
+            return report(error, VN_ERR_NO_CAMERA);
+        if (name == nullptr)
+            return report(error, VN_ERR_NO_PARAM);
+        return reportParameter(error, opened->device(), name, opened->device().getInt(name, value));
+    });
 }
 
 bool vnApi_SetParamInt(VNCORE_HANDLE camera, const char* name, int value, int* error)
 {
-    const auto opened = CameraTable::instance().find(camera);
-    if (!opened)
-        return report(error, VN_ERR_NO_CAMERA);
-    if (name == nullptr)
-        return report(error, VN_ERR_NO_PARAM);
-    CameraDevice& device = opened->device();
-    if (const auto asked = askedParameter(name))
-        return reportParameter(error, device, asked->constData(), device.canSet(asked->constData(), value));
-    return reportParameter(error, device, name, opened->setInt(name, value));
+    return guarded(error, [&] {
+        const auto opened = CameraTable::instance().find(camera);
+        if (!opened)
+            return report(error, VN_ERR_NO_CAMERA);
+        if (name == nullptr)
+            return report(error, VN_ERR_NO_PARAM);
+        CameraDevice& device = opened->device();
+        if (const auto asked = askedParameter(name))
+            return reportParameter(error, device, asked->constData(), device.canSet(asked->constData(), value));
+        return reportParameter(error, device, name, opened->setInt(name, value));
+    });
 }
 
 bool vnApi_GetImage(VNCORE_HANDLE camera, unsigned int timeoutMs, VN_IMG* image, int* error, bool /*newest*/)
 {
-    imageLease.reset();
-    const auto opened = CameraTable::instance().find(camera);
-    if (!opened)
-        return report(error, VN_ERR_NO_CAMERA);
-    if (image == nullptr || image->size != sizeof(VN_IMG))
-        return report(error, VN_ERR_REFUSED);
-    if (!opened->isAcquiring(Acquirer::Plugin))
-        return report(error, VN_ERR_NOT_RUNNING);
-    DeviceImage received;
-    if (!opened->waitForImage(Acquirer::Plugin, std::chrono::milliseconds(timeoutMs), received))
-        return report(error, opened->isAcquiring(Acquirer::Plugin) ? VN_ERR_TIMEOUT : VN_ERR_NOT_RUNNING);
-    *image = received.descriptor;
-    image->size = sizeof(VN_IMG);
-    imageLease = std::move(received.memory);
-    return report(error, VN_ERR_NONE);
+    return guarded(error, [&] {
+        imageLease.reset();
+        const auto opened = CameraTable::instance().find(camera);
+        if (!opened)
+            return report(error, VN_ERR_NO_CAMERA);
+        if (image == nullptr || image->size != sizeof(VN_IMG))
+            return report(error, VN_ERR_REFUSED);
+        if (!opened->isAcquiring(Acquirer::Plugin))
+            return report(error, VN_ERR_NOT_RUNNING);
+        DeviceImage received;
+        if (!opened->waitForImage(Acquirer::Plugin, std::chrono::milliseconds(timeoutMs), received))
+            return report(error, opened->isAcquiring(Acquirer::Plugin) ? VN_ERR_TIMEOUT : VN_ERR_NOT_RUNNING);
+        *image = received.descriptor;
+        image->size = sizeof(VN_IMG);
+        imageLease = std::move(received.memory);
+        return report(error, VN_ERR_NONE);
+    });
 }
 
 bool vnApi_StartAcquisition(VNCORE_HANDLE camera)
 {
-    const auto opened = CameraTable::instance().find(camera);
-    return opened && opened->startAcquisition(Acquirer::Plugin);
+    return guarded(nullptr, [&] {
+        const auto opened = CameraTable::instance().find(camera);
+        return opened && opened->startAcquisition(Acquirer::Plugin);
+    });
 }
 
 bool vnApi_StopAcquisition(VNCORE_HANDLE camera)
 {
-    const auto opened = CameraTable::instance().find(camera);
-    return opened && opened->stopAcquisition(Acquirer::Plugin);
+    return guarded(nullptr, [&] {
+        const auto opened = CameraTable::instance().find(camera);
+        return opened && opened->stopAcquisition(Acquirer::Plugin);
+    });
 }

@@ -3,6 +3,7 @@
 #include "OpenedCamera.h"
 
 #include <cstring>
+#include <new>
 
 #include <QtCore/QMetaObject>
 
@@ -12,6 +13,17 @@ namespace {
 
 /// How long the end of the host's acquisition may take with a camera that does not obey a stop.
 constexpr std::chrono::milliseconds hostWait{200};
+
+/// A device that runs out of memory has not done what it was asked for.
+template<typename Call>
+bool succeeds(Call call) noexcept
+{
+    try {
+        return call();
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
 
 /// Never at once: the writer may hold a lock that a slot takes too.
 void announceFormatLater(VNCORE_HANDLE camera)
@@ -56,8 +68,8 @@ bool OpenedCamera::startAcquisition(Acquirer acquirer)
     if (!m_acquirer.compare_exchange_strong(state, Acquirer::Changing))
         return false;
     if (m_stopRefused.exchange(false))
-        m_device->stop();
-    const bool started = m_device->start();
+        succeeds([this] { return m_device->stop(); });
+    const bool started = succeeds([this] { return m_device->start(); });
     state = Acquirer::Changing;
     if (m_acquirer.compare_exchange_strong(state, started ? acquirer : Acquirer::None))
         return started;
@@ -71,7 +83,7 @@ bool OpenedCamera::stopAcquisition(Acquirer acquirer)
     auto state = acquirer;
     if (!m_acquirer.compare_exchange_strong(state, Acquirer::Changing))
         return false;
-    const bool stopped = m_device->stop();
+    const bool stopped = succeeds([this] { return m_device->stop(); });
     m_stopRefused = !stopped;
     state = Acquirer::Changing;
     m_acquirer.compare_exchange_strong(state, Acquirer::None);
@@ -80,7 +92,7 @@ bool OpenedCamera::stopAcquisition(Acquirer acquirer)
 
 bool OpenedCamera::waitForImage(Acquirer acquirer, std::chrono::milliseconds limit, DeviceImage& image)
 {
-    if (m_acquirer != acquirer || !m_device->waitForImage(limit, image))
+    if (m_acquirer != acquirer || !succeeds([&] { return m_device->waitForImage(limit, image); }))
         return false;
     if (image.descriptor.data != nullptr) {
         DeviceImage latest = image;

@@ -17,6 +17,7 @@ struct FramePool::Shelf
     };
     static constexpr size_t capacity = 4; ///< more than a consumer and a view hold at a time
 
+    Shelf() { unused.reserve(capacity); } // giving back must need no memory
     /// With the lock, so that race checkers see the order of what other threads gave back and its end.
     ~Shelf()
     {

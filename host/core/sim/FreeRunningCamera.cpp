@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FreeRunningCamera.h"
 
+#include <new>
+
 namespace sim {
 
 namespace {
@@ -41,15 +43,26 @@ qint64 FreeRunningCamera::modelTime()
 
 void FreeRunningCamera::run()
 {
-    for (;;) {
-        Turn turn(*this); // a new one each time, so that the listener hears of a loss at once
-        if (ending)
-            return;
-        if (const auto next = nextEventLocked())
-            changed.wait_until(turn.lock, origin + skipped + std::chrono::nanoseconds(*next));
-        else
-            changed.wait(turn.lock);
+    for (bool over = false; !over;) {
+        try {
+            over = runToNextEvent();
+        } catch (const std::bad_alloc&) {
+            std::this_thread::yield(); // the frame is lost, the camera goes on
+        }
     }
+}
+
+/// True at the camera's end.
+bool FreeRunningCamera::runToNextEvent()
+{
+    Turn turn(*this); // a new one each time, so that the listener hears of a loss at once
+    if (ending)
+        return true;
+    if (const auto next = nextEventLocked())
+        changed.wait_until(turn.lock, origin + skipped + std::chrono::nanoseconds(*next));
+    else
+        changed.wait(turn.lock);
+    return false;
 }
 
 bool FreeRunningCamera::waitForImage(std::chrono::milliseconds limit, DeviceImage& image)

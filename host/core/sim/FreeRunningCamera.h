@@ -21,6 +21,7 @@ public:
 
 private:
     void run();
+    bool runToNextEvent();
     qint64 modelTime();
 
     const std::chrono::steady_clock::time_point origin = std::chrono::steady_clock::now();

@@ -37,7 +37,8 @@ enum VN_ERROR : int
     VN_ERR_NO_PARAM = 2,   ///< the camera has no such parameter
     VN_ERR_REFUSED = 3,    ///< the camera refused the value, the read or the start
     VN_ERR_TIMEOUT = 4,    ///< no image within the time limit
-    VN_ERR_NOT_RUNNING = 5 ///< image wait without an acquisition of this side
+    VN_ERR_NOT_RUNNING = 5, ///< image wait without an acquisition of this side
+    VN_ERR_NO_MEMORY = 6
 };
 
 #endif
