@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The measurement loops on hand-driven cameras: figures against the camera's own ledger, lack of memory,
-// trimming, many cameras, many starts.
+// The measurement loops on hand-driven cameras: figures against the camera's own ledger, trimming, many cameras, many starts.
 #include <cmath>
 
 #include <malloc.h>
@@ -10,7 +9,6 @@
 #include <QtTest/QtTest>
 
 #include "AcquisitionThread.h"
-#include "Allocation.h"
 #include "LogCapture.h"
 #include "MeasurementBench.h"
 #include "MeasurementClock.h"
@@ -23,13 +21,6 @@
 namespace {
 
 constexpr qint64 always = std::numeric_limits<qint64>::max() / 4;
-
-std::atomic<int> failingAllocation{0};
-
-bool failOne(std::size_t)
-{
-    return --failingAllocation != 0;
-}
 
 sim::CameraScenario lossyCamera()
 {
@@ -58,7 +49,6 @@ private Q_SLOTS:
     void initTestCase() { m_idleThreads = threadCount(); }
     void cleanup()
     {
-        setAllocationHook(nullptr);
         setMeasurementClock({});
         CameraRegistry::instance().removeAllDevices();
     }
@@ -67,8 +57,6 @@ private Q_SLOTS:
     void countersEqualTheLedger();
     void frameTimes();
     void stopBeforeTheFirstFrame();
-    void outOfMemory_data();
-    void outOfMemory();
     void trimming();
     void manyCameras();
     void manyStarts();
@@ -210,38 +198,6 @@ void TestLoops::stopBeforeTheFirstFrame()
     QVERIFY(data->startMeasurement(4096, 10));
     data.reset();
     QTRY_COMPARE(threadCount(), m_idleThreads);
-}
-
-void TestLoops::outOfMemory_data()
-{
-    const Table<int, QString> row("allocation", "message");
-    const QString prefix = QStringLiteral("CxCameraLineData::runMeasureLoop(): Cannot allocate array for frame ");
-    row("record", 3, prefix + "data");
-    row("ticks", 4, prefix + "time stamps");
-}
-
-void TestLoops::outOfMemory()
-{
-    QFETCH(int, allocation);
-    QFETCH(QString, message);
-    MeasurementBench bench;
-    const auto before = bench.camera->parameters();
-    LogCapture log;
-    failingAllocation = allocation; // of the second frame
-    setAllocationHook(failOne);
-    QVERIFY(bench.data.startMeasurement(4096, 1000));
-    bench.camera->release(2);
-    QTRY_VERIFY(!bench.data.isMeasuring());
-    QCOMPARE(log.texts(), QStringList(message));
-    QCOMPARE(bench.data.frameList.size(), size_t(1));
-    QCOMPARE(bench.camera->parameters(), before);
-    QVERIFY(!bench.camera->isAcquiring());
-    QVERIFY(bench.data.thread);
-    QVERIFY(!bench.data.stopMeasurement());
-
-    QVERIFY(bench.measure(1)); // releases the finished thread
-    QVERIFY(bench.stop());
-    QVERIFY(!bench.data.thread);
 }
 
 void TestLoops::trimming()

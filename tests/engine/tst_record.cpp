@@ -4,34 +4,19 @@
 #include <QtCore/QThread>
 #include <QtTest/QtTest>
 
-#include "Allocation.h"
+#include "FailingNew.h"
 #include "LogCapture.h"
 #include "LogLine.h"
 #include "MeasurementClock.h"
 #include "RandomRecord.h"
 #include "Table.h"
 
-namespace {
-
-int allocationsAllowed = 0;
-
-bool allowSome(std::size_t)
-{
-    return allocationsAllowed-- > 0;
-}
-
-} // namespace
-
 class TestRecord : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup()
-    {
-        setAllocationHook(nullptr);
-        setMeasurementClock({});
-    }
+    void cleanup() { setMeasurementClock({}); }
     void newRecord();
     void idleOperations();
     void workArrays();
@@ -89,41 +74,35 @@ void TestRecord::workArrays()
     QVERIFY(data.AlloCateBuffers(1000));
     QVERIFY(!data.linkSpeeds);
     data.measMode = MeasModeDataThroughput;
-    setAllocationHook(allowSome);
-    allocationsAllowed = 3;
     QVERIFY(data.AlloCateBuffers(1000));
+    failAllocation(1);
     QVERIFY(data.AlloCateBuffers(1000)); // again without an allocation
+    failAllocation(0);
     QCOMPARE(data.workArrayLength, quint64(1000));
 }
 
 void TestRecord::failedWorkArrays_data()
 {
-    const Table<int, QString> row("allowed", "message");
+    const Table<int, QString> row("failing", "message");
     const QString prefix = QStringLiteral("CxCameraLineData::AlloCateBuffers(): Cannot allocate ");
-    row("speeds", 0, prefix + "frame speeds array");
-    row("deltas", 1, prefix + "buffer occupancy array");
-    row("offsets", 2, prefix + "time stamp difference array");
+    row("speeds", 1, prefix + "frame speeds array");
+    row("deltas", 2, prefix + "buffer occupancy array");
+    row("offsets", 3, prefix + "time stamp difference array");
 }
 
 void TestRecord::failedWorkArrays()
 {
-    QFETCH(int, allowed);
-    QFETCH(QString, message);
+    QFETCH(int, failing);
     CxCameraLineData data;
-    appendFrame(data, 0, std::vector<quint64>(2001));
     QVERIFY(data.AlloCateBuffers(500));
-    data.avgThroughput = data.minThroughput = data.maxBufferLevel = 5.0;
-
-    LogCapture log;
-    setAllocationHook(allowSome);
-    allocationsAllowed = allowed;
-    QVERIFY(!data.calculateStats(nullptr, nullptr, nullptr, 0, 1000, 0));
-    QCOMPARE(log.texts(), QStringList({message, "CxCameraLineData::calculateStats(): Failed to allocate temporary "
-                                                "buffers for internal calculations"}));
-    QCOMPARE(data.minThroughput, 5.0);
+    const LogCapture log;
+    failAllocation(failing);
+    QVERIFY(!data.AlloCateBuffers(2000));
+    QVERIFY(failAllocation(0));
+    QTEST(log.texts().join(QLatin1Char('\n')), "message");
     QCOMPARE(data.workArrayLength, quint64(500));
 
-    allocationsAllowed = 100; // the former length is not taken for success while arrays are missing
+    // The former length is not taken for success while arrays are missing.
     QVERIFY(data.AlloCateBuffers(500));
     QVERIFY(data.linkSpeeds && data.bufferDeltas && data.blockTimeOffsets);
     data.linkSpeeds[499] = data.bufferDeltas[499] = 1.0;

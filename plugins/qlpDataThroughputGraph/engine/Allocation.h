@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Allocations whose failure is part of what the engine handles, with a place where tests make them fail.
+// Allocations whose failure is handled on the spot.
 #ifndef KESTROVA_ALLOCATION_H
 #define KESTROVA_ALLOCATION_H
 
@@ -7,24 +7,18 @@
 #include <memory>
 #include <new>
 
-/// Asked before each of these allocations, on its thread and perhaps with a record's mutex held; false makes it fail.
-/// Null, as it is outside of tests, allows all.
-using AllocationHook = bool (*)(std::size_t bytes);
-void setAllocationHook(AllocationHook hook);
-bool mayAllocate(std::size_t bytes);
-
 /// An array without initial values, or null.
 template<typename T>
 std::unique_ptr<T[]> allocateArray(std::size_t count)
 {
-    return std::unique_ptr<T[]>(mayAllocate(count * sizeof(T)) ? new (std::nothrow) T[count] : nullptr);
+    return std::unique_ptr<T[]>(new (std::nothrow) T[count]);
 }
 
 /// One object with its defaults, or null.
 template<typename T>
 std::unique_ptr<T> allocateOne()
 {
-    return std::unique_ptr<T>(mayAllocate(sizeof(T)) ? new (std::nothrow) T : nullptr);
+    return std::unique_ptr<T>(new (std::nothrow) T);
 }
 
 #endif

@@ -4,6 +4,7 @@
 #ifndef KESTROVA_CAMERALINEDATA_H
 #define KESTROVA_CAMERALINEDATA_H
 
+#include <array>
 #include <atomic>
 #include <cfloat>
 #include <memory>
@@ -20,6 +21,7 @@
 #include "RunTotals.h"
 #include "SampleList.h"
 
+class ClockDrift;
 class CxAcquisitionThread;
 class QCPGraph;
 class QCPRange;
@@ -200,14 +202,34 @@ private:
     bool setupDataThroughput();
     bool setupStandardAcq();
     bool switchFrameBufferOff();
+    bool startWorkerLocked();
     void finishMeasurementLocked();
 
+    // Statistics.cpp
+    bool evaluate(QCPGraph* minGraph, QCPGraph* levelGraph, const QCPRange* keyRange, qint64 fromUs, qint64 toUs,
+                  double minKeySpacing);
+
+    // CounterGraphs.cpp
+    bool fillGraphs(const std::array<QCPGraph*, 5>& graphs, const QCPRange& keyRange, qint64 fromUs, qint64 toUs,
+                    double minKeySpacing);
+
     // MeasureLoops.cpp
+    /// Times of a frame, microseconds on the measurement clock's scale.
+    struct FrameTimes
+    {
+        qint64 arrivalUs;   ///< by the host's clock
+        qint64 cameraUs;    ///< by the camera's
+        qint64 timestampUs; ///< to be recorded: the camera's, with its drift corrected
+        std::optional<double> driftPpm;
+    };
     qint64 beginLoop();
+    static FrameTimes frameTimes(const VN_IMG& image, qint64 baseUs, ClockDrift& drift);
     bool waitForImage(VN_IMG& image, const char* where);
     std::unique_ptr<FrameRecord> makeFrameRecord(const VN_IMG& image, quint64 blockCount, qint64 timestampUs) const;
+    bool keepFrame(const VN_IMG& image, quint64 blockCount, const FrameTimes& times);
+    bool keepSample(const VN_IMG& image, const FrameTimes& times, qint64 previousUs);
     void updateFrameTimeLocked(double timeUs);
-    void endForLackOfMemory();
+    void endForLackOfMemory(const VN_IMG& image, const FrameTimes& times);
 
     std::optional<qint32> preparedMode; ///< what setupCameraParameters() was called for and is not yet restored
     RunTotalsCounter totals;            ///< guarded by `mutex`

@@ -4,6 +4,7 @@
 #include "CameraLineData.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include <QtCore/QMutexLocker>
@@ -75,9 +76,26 @@ bool CxCameraLineData::startMeasurement(qint32 period, qint32 capacity)
     totals.begin(nowUs);
     countersOfRun = RunCounters();
     driftPpm.reset();
-    thread = std::make_unique<CxAcquisitionThread>(this, measMode);
-    thread->start();
-    return true;
+    return startWorkerLocked();
+}
+
+/// The system may have no room for one more thread.
+bool CxCameraLineData::startWorkerLocked()
+{
+    try {
+        thread = std::make_unique<CxAcquisitionThread>(this, measMode);
+        thread->start();
+    } catch (const std::bad_alloc&) {
+        thread.reset();
+    }
+    if (thread && (thread->isRunning() || thread->isFinished()))
+        return true;
+    LOG_FAILURE(setupName, "Cannot start the acquisition thread");
+    thread.reset();
+    stopRequested = true;
+    totals = RunTotalsCounter();
+    finishMeasurementLocked();
+    return false;
 }
 
 bool CxCameraLineData::stopMeasurement()

@@ -2,14 +2,30 @@
 // Curves of the standard acquisition mode.
 #include "CameraLineData.h"
 
+#include <array>
+#include <new>
+
 #include <QtCore/QMutexLocker>
 
+#include "LogLine.h"
 #include "PlotPoints.h"
 #include "TimeMath.h"
 
 bool CxCameraLineData::fillCounterGraphs(QCPGraph* transportSkip, QCPGraph* apiSkip, QCPGraph* missedTrgOverlap,
                                          QCPGraph* missedTrgOverflow, QCPGraph* bufferOverflow,
                                          const QCPRange& keyRange, qint64 fromUs, qint64 toUs, double minKeySpacing)
+{
+    try {
+        return fillGraphs({transportSkip, apiSkip, missedTrgOverlap, missedTrgOverflow, bufferOverflow}, keyRange,
+                          fromUs, toUs, minKeySpacing);
+    } catch (const std::bad_alloc&) {
+        LOG_FAILURE("CxCameraLineData::fillCounterGraphs", "Failed to allocate points of the graphs");
+        return false;
+    }
+}
+
+bool CxCameraLineData::fillGraphs(const std::array<QCPGraph*, 5>& graphs, const QCPRange& keyRange, qint64 fromUs,
+                                  qint64 toUs, double minKeySpacing)
 {
     QMutexLocker lock(&mutex);
     if (counterSampleList.empty())
@@ -36,11 +52,10 @@ bool CxCameraLineData::fillCounterGraphs(QCPGraph* transportSkip, QCPGraph* apiS
         lastUs = times[next];
         const CounterSample& sample = *counterSampleList[next];
         const double key = plotKey(saturatingSub(lastUs, toUs), keyRange);
-        addPoint(transportSkip, key, sample.transportSkip);
-        addPoint(apiSkip, key, sample.apiSkip);
-        addPoint(missedTrgOverlap, key, sample.missedTrgOverlap);
-        addPoint(missedTrgOverflow, key, sample.missedTrgOverflow);
-        addPoint(bufferOverflow, key, sample.bufferOverflow);
+        const std::array<qint32, 5> values{sample.transportSkip, sample.apiSkip, sample.missedTrgOverlap,
+                                           sample.missedTrgOverflow, sample.bufferOverflow};
+        for (std::size_t i = 0; i < graphs.size(); ++i)
+            addPoint(graphs[i], key, values[i]);
         ++next;
     }
 }

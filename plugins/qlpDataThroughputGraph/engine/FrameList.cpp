@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -32,6 +33,7 @@ void FrameList::push_back(std::unique_ptr<FrameRecord> record)
 void FrameList::push_back(std::unique_ptr<FrameRecord> record, FrameAggregates aggregates,
                           const EvaluationSettings& settings)
 {
+    makeRoom(0);
     if (settings != m_settings && empty()) {
         m_settings = settings;
         m_staleBegin = m_staleEnd = endNumber();
@@ -49,6 +51,23 @@ void FrameList::push_back(std::unique_ptr<FrameRecord> record, FrameAggregates a
         complete /= fanOut;
         setNode(level, complete - 1);
     }
+}
+
+void FrameList::makeRoom(quint64 leaving)
+{
+    m_starts.makeRoom();
+    m_ends.makeRoom();
+    m_frames.makeRoom();
+    quint64 complete = endNumber() + 1;
+    for (std::size_t level = 0; complete % fanOut == 0; ++level) {
+        complete /= fanOut;
+        if (level == m_levels.size())
+            m_levels.emplace_back();
+        m_levels[level].makeRoom();
+    }
+    const std::size_t retired = m_retired.size() + leaving;
+    if (m_remaking && retired > m_retired.capacity())
+        m_retired.reserve(2 * retired);
 }
 
 FrameList::Frame FrameList::takeFront()
@@ -149,6 +168,8 @@ FrameList::Remake FrameList::beginRemake(const EvaluationSettings& settings)
     remake.m_first = std::max(m_staleBegin, firstNumber());
     quint64 blocks = 0;
     const quint64 end = std::min(m_staleEnd, remake.m_first + framesPerRemake);
+    remake.m_records.reserve(end - remake.m_first);
+    remake.m_aggregates.reserve(end - remake.m_first);
     for (quint64 number = remake.m_first; number < end && blocks < blocksPerRemake; ++number) {
         remake.m_records.push_back(m_frames[number - firstNumber()].record.get());
         blocks += remake.m_records.back()->blockCount;
@@ -157,26 +178,20 @@ FrameList::Remake FrameList::beginRemake(const EvaluationSettings& settings)
     return remake;
 }
 
-void FrameList::Remake::run()
+void FrameList::Remake::run() noexcept
 {
-    m_aggregates.reserve(m_records.size());
     for (const FrameRecord* record : m_records)
         m_aggregates.push_back(makeAggregates(*record, m_settings));
 }
 
-std::vector<FrameList::Frame> FrameList::endRemake(Remake remake)
+std::vector<FrameList::Frame> FrameList::endRemake(Remake& remake) noexcept
 {
     m_remaking = false;
-    std::vector<Frame> old = std::move(m_retired);
-    m_retired.clear();
     const quint64 end = remake.m_first + remake.m_records.size();
     const quint64 begin = std::min(std::max(remake.m_first, firstNumber()), end);
-    for (quint64 number = begin; number < end; ++number) {
-        FrameAggregates& present = m_frames[number - firstNumber()].aggregates;
-        std::swap(present, remake.m_aggregates[number - remake.m_first]);
-        old.push_back({nullptr, std::move(remake.m_aggregates[number - remake.m_first])});
-    }
+    for (quint64 number = begin; number < end; ++number)
+        std::swap(m_frames[number - firstNumber()].aggregates, remake.m_aggregates[number - remake.m_first]);
     setNodesOver(begin, end);
     m_staleBegin = end;
-    return old;
+    return std::exchange(m_retired, {});
 }

@@ -35,12 +35,12 @@ public:
         FrameAggregates aggregates;
     };
 
-    /// Aggregates being made for other settings. run() needs no lock: between beginRemake() and endRemake() no frame
-    /// is freed.
+    /// Aggregates being made for other settings. run() needs no lock, as between beginRemake() and endRemake() no frame
+    /// is freed, and no memory that it could not do without.
     class Remake
     {
     public:
-        void run();
+        void run() noexcept;
 
     private:
         friend class FrameList;
@@ -60,6 +60,8 @@ public:
     const_iterator begin() const { return {*this, 0}; }
     const_iterator end() const { return {*this, size()}; }
 
+    /// Afterwards push_back() and that many takeFront() need no memory, so that each of them happens wholly or not.
+    void makeRoom(quint64 leaving);
     /// The frame does not change any more. Without given aggregates they are made here.
     void push_back(std::unique_ptr<FrameRecord> record);
     void push_back(std::unique_ptr<FrameRecord> record, FrameAggregates aggregates,
@@ -80,8 +82,8 @@ public:
     bool isStale(const EvaluationSettings& settings) const;
     /// Some of the frames whose aggregates are stale.
     Remake beginRemake(const EvaluationSettings& settings);
-    /// Puts the new aggregates in place. Returns what is to be freed outside the lock.
-    std::vector<Frame> endRemake(Remake remake);
+    /// Puts the new aggregates in place. What is returned and what `remake` holds then is to be freed outside the lock.
+    std::vector<Frame> endRemake(Remake& remake) noexcept;
 
 private:
     static constexpr quint64 fanOut = 16;

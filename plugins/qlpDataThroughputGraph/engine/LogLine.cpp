@@ -2,13 +2,21 @@
 // Writing of failure messages.
 #include "LogLine.h"
 
+#include <cstdio>
+#include <new>
+
 #include <QtCore/QDebug>
 #include <QtCore/QThread>
 
 void logFailure(const char* file, int line, const char* where, const QString& text)
 {
-    const QString message = (QLatin1String(where) + QStringLiteral("(): %1")).arg(text, 0, QLatin1Char(' '));
-    // The line carries its own place, so the logger gets none.
-    QMessageLogger().critical() << QThread::currentThreadId() << file << "L" << line << ":"
-                                << "" << message;
+    try {
+        const QString message = (QLatin1String(where) + QStringLiteral("(): %1")).arg(text, 0, QLatin1Char(' '));
+        // The line carries its own place, so the logger gets none.
+        QMessageLogger().critical() << QThread::currentThreadId() << file << "L" << line << ":"
+                                    << "" << message;
+    } catch (const std::bad_alloc&) {
+        // What is told of a lack of memory must not end in it: without Qt, and so without memory.
+        std::fprintf(stderr, "%s L %d : %s failed, and there is no memory to say how\n", file, line, where);
+    }
 }

@@ -3,6 +3,7 @@
 #include "CameraLineData.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include <QtCore/QMutexLocker>
@@ -22,7 +23,9 @@ constexpr const char* throughputLoop = "CxCameraLineData::runMeasureLoop";
 constexpr const char* standardLoop = "CxCameraLineData::runMeasureLoopAcquisition";
 
 constexpr unsigned int imageTimeoutMs = 5000; ///< a stop is noticed at least this often
-constexpr quint32 bytesPerPixel = 2;          ///< transport data, whatever the camera says of its format
+/// Kept free for what is still to be done when memory has run out: restoring the camera, telling the user.
+constexpr std::size_t reserveBytes = std::size_t{4} << 20;
+constexpr quint32 bytesPerPixel = 2; ///< transport data, whatever the camera says of its format
 
 quint32 wordsPerBlock(qint32 samplePeriod)
 {
@@ -37,21 +40,24 @@ quint64 wholeBlocks(const VN_IMG& image, quint32 blockWords)
     return bytes / wordBytes / blockWords;
 }
 
-qint64 cameraTimeUs(const VN_IMG& image)
+/// For `list` to take one more record under this limit, the oldest ones leave: how many. Afterwards all that takes no
+/// memory.
+template<typename List, typename Removed>
+quint64 makeRoomLocked(List& list, quint64 limit, Removed& removed)
 {
-    return static_cast<qint64>(image.tsSec) * 1000000 + image.tsUSec;
+    const quint64 size = list.size() + 1;
+    const quint64 excess = size > limit ? size - limit : 0;
+    removed.reserve(excess);
+    list.makeRoom(excess);
+    return excess;
 }
 
-/// Unlinks the oldest records beyond the limit. The caller frees them after it has released the mutex.
-template<typename List>
-auto trimLocked(List& list, quint64 limit)
+/// Unlinks the oldest records. The caller frees them after it has released the mutex.
+template<typename List, typename Removed>
+void trimLocked(List& list, quint64 excess, Removed& removed)
 {
-    std::vector<decltype(list.takeFront())> removed;
-    const quint64 excess = list.size() > limit ? list.size() - limit : 0;
-    removed.reserve(excess);
     for (quint64 i = 0; i < excess; ++i)
         removed.push_back(list.takeFront());
-    return removed;
 }
 
 } // namespace
@@ -66,61 +72,93 @@ qint64 CxCameraLineData::beginLoop()
     return baseUs;
 }
 
+CxCameraLineData::FrameTimes CxCameraLineData::frameTimes(const VN_IMG& image, qint64 baseUs, ClockDrift& drift)
+{
+    const qint64 arrivalUs = measurementClockUs();
+    const qint64 cameraUs = static_cast<qint64>(image.tsSec) * 1000000 + image.tsUSec + baseUs;
+    const qint64 timestampUs = cameraUs + drift.correctionUs(cameraUs, arrivalUs);
+    return {arrivalUs, cameraUs, timestampUs, drift.ppm()};
+}
+
 void CxCameraLineData::runMeasureLoop()
 {
     const qint64 baseUs = beginLoop();
+    auto reserve = allocateArray<char>(reserveBytes);
     ClockDrift drift;
     bool skipLogged = false;
     while (!stopRequested) {
         VN_IMG image;
         if (!waitForImage(image, throughputLoop))
             continue;
-        const qint64 nowUs = measurementClockUs();
+        const FrameTimes times = frameTimes(image, baseUs, drift);
         const quint64 blockCount = wholeBlocks(image, wordsPerBlock(samplePeriod));
         if (blockCount == 0) {
             if (!std::exchange(skipLogged, true))
                 LOG_FAILURE(throughputLoop, "Frame holds no whole sample block, such frames are skipped");
             QMutexLocker lock(&mutex);
-            totals.addFrame(image.frameNumber, FrameFigures(), true, nowUs);
+            totals.addFrame(image.frameNumber, FrameFigures(), true, times.arrivalUs);
             continue;
         }
-        const qint64 stampUs = cameraTimeUs(image) + baseUs;
-        const qint64 timestampUs = stampUs + drift.correctionUs(stampUs, nowUs);
-        std::unique_ptr<FrameRecord> frame = makeFrameRecord(image, blockCount, timestampUs);
-        if (!frame) {
-            endForLackOfMemory();
+        if (!keepFrame(image, blockCount, times)) {
+            reserve.reset();
+            endForLackOfMemory(image, times);
             return;
         }
-        const EvaluationSettings settings = evaluationSettings();
-        FrameAggregates aggregates = makeAggregates(*frame, settings);
-        const FrameFigures figures = frameFigures(*frame, aggregates, settings);
-        const quint64 frameLimit = static_cast<quint64>(maxSamples) / blockCount + 1;
+    }
+}
 
+bool CxCameraLineData::keepFrame(const VN_IMG& image, quint64 blockCount, const FrameTimes& times)
+{
+    std::unique_ptr<FrameRecord> frame = makeFrameRecord(image, blockCount, times.timestampUs);
+    if (!frame)
+        return false;
+    const EvaluationSettings settings = evaluationSettings();
+    FrameAggregates aggregates = makeAggregates(*frame, settings);
+    const FrameFigures figures = frameFigures(*frame, aggregates, settings);
+    const quint64 frameLimit = static_cast<quint64>(maxSamples) / blockCount + 1;
+    try {
         std::vector<FrameList::Frame> removed; // outlives the lock
         QMutexLocker lock(&mutex);
+        const quint64 excess = makeRoomLocked(frameList, frameLimit, removed);
         updateFrameTimeLocked(ticksToUs(frame->durationTicks));
-        totals.addFrame(image.frameNumber, figures, false, nowUs);
-        driftPpm = drift.ppm();
+        totals.addFrame(image.frameNumber, figures, false, times.arrivalUs);
+        driftPpm = times.driftPpm;
         frameList.push_back(std::move(frame), std::move(aggregates), settings);
-        removed = trimLocked(frameList, frameLimit);
+        trimLocked(frameList, excess, removed);
+        return true;
+    } catch (const std::bad_alloc&) {
+        LOG_FAILURE(throughputLoop, "Cannot allocate array for frame data");
+        return false;
     }
 }
 
 void CxCameraLineData::runMeasureLoopAcquisition()
 {
     const qint64 baseUs = beginLoop();
+    auto reserve = allocateArray<char>(reserveBytes);
     ClockDrift drift;
     qint64 previousUs = 0;
     while (!stopRequested) {
         VN_IMG image;
         if (!waitForImage(image, standardLoop))
             continue;
-        const qint64 nowUs = measurementClockUs();
-        const qint64 stampUs = cameraTimeUs(image) + baseUs;
+        const FrameTimes times = frameTimes(image, baseUs, drift);
         readCounters();
+        if (!keepSample(image, times, previousUs)) {
+            reserve.reset();
+            endForLackOfMemory(image, times);
+            return;
+        }
+        previousUs = times.cameraUs;
+    }
+}
+
+bool CxCameraLineData::keepSample(const VN_IMG& image, const FrameTimes& times, qint64 previousUs)
+{
+    try {
         auto sample = std::make_unique<CounterSample>();
         sample->frameNumber = image.frameNumber;
-        sample->timestampUs = stampUs + drift.correctionUs(stampUs, nowUs);
+        sample->timestampUs = times.timestampUs;
         sample->transportSkip = counterValue(VN_COUNTER_TRANSPORT_SKIP);
         sample->apiSkip = counterValue(VN_COUNTER_API_SKIP);
         sample->missedTrgOverlap = counterValue(VN_COUNTER_MISSED_TRG_OVERLAP);
@@ -129,16 +167,20 @@ void CxCameraLineData::runMeasureLoopAcquisition()
 
         std::vector<std::unique_ptr<CounterSample>> removed; // outlives the lock
         QMutexLocker lock(&mutex);
-        totals.addFrame(image.frameNumber, FrameFigures(), false, nowUs);
-        driftPpm = drift.ppm();
+        const quint64 excess = makeRoomLocked(counterSampleList, static_cast<quint64>(maxSamples) + 1, removed);
+        totals.addFrame(image.frameNumber, FrameFigures(), false, times.arrivalUs);
+        driftPpm = times.driftPpm;
         if (!countersOfRun.first)
             countersOfRun.first = *sample;
         countersOfRun.last = *sample;
         counterSampleList.push_back(std::move(sample));
         if (previousUs > 0)
-            updateFrameTimeLocked(static_cast<double>(stampUs) - static_cast<double>(previousUs));
-        previousUs = stampUs;
-        removed = trimLocked(counterSampleList, static_cast<quint64>(maxSamples) + 1);
+            updateFrameTimeLocked(static_cast<double>(times.cameraUs) - static_cast<double>(previousUs));
+        trimLocked(counterSampleList, excess, removed);
+        return true;
+    } catch (const std::bad_alloc&) {
+        LOG_FAILURE(standardLoop, "Cannot allocate array for frame data");
+        return false;
     }
 }
 
@@ -198,13 +240,14 @@ void CxCameraLineData::updateFrameTimeLocked(double timeUs)
         minFrameTime = timeUs;
 }
 
-/// Ends the measurement from inside. The thread object stays for the next start or the record's end to release.
-void CxCameraLineData::endForLackOfMemory()
+/// Ends the measurement from inside, with the frame that could not be kept. The thread object stays for the next start
+/// or the record's end to release.
+void CxCameraLineData::endForLackOfMemory(const VN_IMG& image, const FrameTimes& times)
 {
+    QMutexLocker lock(&mutex);
+    totals.addFrame(image.frameNumber, FrameFigures(), true, times.arrivalUs);
     if (stopRequested.exchange(true))
         return; // a stop is under way and does the rest
-    const qint64 nowUs = measurementClockUs();
-    QMutexLocker lock(&mutex);
-    totals.end(nowUs);
+    totals.end(times.arrivalUs);
     finishMeasurementLocked(); // the last that needs the mutex: whoever sees it idle may join this thread at once
 }

@@ -29,7 +29,7 @@ FrameFigures frameFigures(const FrameRecord& frame, const FrameAggregates& aggre
 struct RunTotals
 {
     quint64 frames = 0;        ///< frames kept or skipped
-    quint64 skippedFrames = 0; ///< of these, frames without a whole block
+    quint64 skippedFrames = 0; ///< of these, frames without a whole block, and one for which there was no memory
     quint64 blocks = 0;
     quint64 missingFrames = 0; ///< gaps of the frame number
     quint64 failedWaits = 0;   ///< image waits that failed or gave no data

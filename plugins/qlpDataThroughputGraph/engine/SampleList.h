@@ -21,6 +21,12 @@ public:
     const_iterator end() const { return {*this, size()}; }
     const TimeIndex& times() const { return m_times; }
 
+    /// Afterwards push_back() needs no memory; takeFront() never does.
+    void makeRoom(quint64 /*leaving*/)
+    {
+        m_times.makeRoom();
+        m_samples.makeRoom();
+    }
     void push_back(std::unique_ptr<CounterSample> sample)
     {
         m_times.push_back(sample->timestampUs);

@@ -11,7 +11,7 @@
 struct FrameRecord
 {
     quint64 frameNumber = 0;
-    qint64 timestampUs = 0;                ///< camera time stamp plus the clock's time when the loop began, drift corrected
+    qint64 timestampUs = 0; ///< camera time stamp plus the clock's time when the loop began, drift corrected
     std::unique_ptr<quint64[]> blockTicks; ///< first word of every block, in ticks of 4 ns
     quint64 blockCount = 0;
     quint64 durationTicks = 0; ///< last entry minus first, modulo 2^64

@@ -3,6 +3,9 @@
 // keeps their figures.
 #include "CameraLineData.h"
 
+#include <new>
+#include <utility>
+
 #include <QtCore/QMutexLocker>
 
 #include "BlockModel.h"
@@ -36,27 +39,38 @@ EvaluationSettings CxCameraLineData::evaluationSettings() const
 bool CxCameraLineData::calculateStats(QCPGraph* minGraph, QCPGraph* levelGraph, const QCPRange* keyRange,
                                       qint64 fromUs, qint64 toUs, double minKeySpacing)
 {
+    try {
+        return evaluate(minGraph, levelGraph, keyRange, fromUs, toUs, minKeySpacing);
+    } catch (const std::bad_alloc&) {
+        LOG_FAILURE("CxCameraLineData::calculateStats",
+                    "Failed to allocate temporary buffers for internal calculations");
+        return false;
+    }
+}
+
+bool CxCameraLineData::evaluate(QCPGraph* minGraph, QCPGraph* levelGraph, const QCPRange* keyRange, qint64 fromUs,
+                                qint64 toUs, double minKeySpacing)
+{
     const EvaluationSettings settings = evaluationSettings();
-    std::vector<FrameList::Frame> outdated; // freed without the lock
+    FrameList::Remake remake;
+    std::vector<FrameList::Frame> outdated; // as what the remake replaced, freed without the lock
     QMutexLocker lock(&mutex);
     // After a change of settings. The worker goes on meanwhile; what it appends is mostly for the new ones.
     while (frameList.isStale(settings)) {
-        FrameList::Remake remake = frameList.beginRemake(settings);
+        FrameList::Remake next = frameList.beginRemake(settings);
         lock.unlock();
         outdated.clear();
+        remake = std::move(next);
         remake.run();
         lock.relock();
-        outdated = frameList.endRemake(std::move(remake));
+        outdated = frameList.endRemake(remake);
     }
 
     if (frameList.empty())
         return false;
     const quint64 oldestBlocks = std::max<quint64>(frameList.front()->blockCount, 1);
-    if (!resizeWorkArrays(static_cast<quint32>(oldestBlocks - 1))) {
-        LOG_FAILURE("CxCameraLineData::calculateStats",
-                    "Failed to allocate temporary buffers for internal calculations");
-        return false;
-    }
+    if (!resizeWorkArrays(static_cast<quint32>(oldestBlocks - 1)))
+        throw std::bad_alloc();
     maxBufferLevel = 0.0;
     bufferOverflowCount = 0;
     minThroughput = DBL_MAX;

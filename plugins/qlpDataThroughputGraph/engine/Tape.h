@@ -28,12 +28,17 @@ public:
     T& operator[](quint64 index) { return at(m_dropped % chunkItems + index); }
     const T& operator[](quint64 index) const { return const_cast<Tape*>(this)->at(m_dropped % chunkItems + index); }
 
+    /// The next push_back() needs no memory.
+    void makeRoom()
+    {
+        if (endPlace() / chunkItems == m_chunks.size())
+            m_chunks.push_back(std::make_unique<T[]>(chunkItems));
+    }
+
     void push_back(T item)
     {
-        const quint64 place = m_dropped % chunkItems + m_size;
-        if (place / chunkItems == m_chunks.size())
-            m_chunks.push_back(std::make_unique<T[]>(chunkItems));
-        at(place) = std::move(item);
+        makeRoom();
+        at(endPlace()) = std::move(item);
         ++m_size;
     }
 
@@ -51,6 +56,7 @@ public:
 private:
     static constexpr quint64 chunkItems = 512;
 
+    quint64 endPlace() const { return m_dropped % chunkItems + m_size; }
     T& at(quint64 place) { return m_chunks[place / chunkItems][place % chunkItems]; }
 
     std::deque<std::unique_ptr<T[]>> m_chunks;

@@ -14,6 +14,7 @@ public:
     /// No time is earlier than the one before it.
     bool isOrdered() const { return m_stepsBack == 0; }
 
+    void makeRoom() { m_times.makeRoom(); }
     void push_back(qint64 timeUs);
     void pop_front();
     /// The first index from `from` on with at least this time; size() if there is none. An ordered index costs the
