@@ -2,10 +2,12 @@
 // Memory runs out: each allocation of a worker and of the figures fails, no thread can be had, the address space is
 // full. The measurement ends at most, keeps what it has, and gives the camera back.
 #include <dlfcn.h>
+#include <malloc.h>
 #include <pthread.h>
 #include <sys/resource.h>
 
 #include <cerrno>
+#include <numeric>
 
 #include <qcustomplot.h>
 
@@ -65,6 +67,7 @@ private Q_SLOTS:
     void worker();
     void figures();
     void noThread();
+    void shrinkingFrames();
     void fullAddressSpace();
     void fullAddressSpaceOfTheProgram();
 };
@@ -184,6 +187,41 @@ void TestMemory::noThread()
         QStringLiteral("CxCameraLineData::setupCameraParameters(): Cannot start the acquisition thread");
     QVERIFY(log.texts().contains(text)); // beside one of Qt's
     QVERIFY(bench.measure(1));
+}
+
+/// The worst that sizes of frames can do to the capacity: the newest one's block count decides how many are kept, so
+/// frames that halve leave the larger ones in place. The bound is that of docs/measurements.md.
+void TestMemory::shrinkingFrames()
+{
+    constexpr int capacity = 100000;
+    constexpr int mostBlocks = 1024;
+    constexpr double mostKept = mostBlocks + capacity * (1.0 + 6.93); // ln 1024
+    MeasurementBench bench(camera(64, 64));
+    const size_t before = mallinfo2().uordblks;
+    QVERIFY(bench.data.startMeasurement(8, capacity));
+    sim::Faults faults;
+    faults.oddSize = {0, 1, 1};
+    faults.oddHeight = 1;
+    double blocks = 0.0;
+    const auto take = [&](int size, int frames) {
+        faults.oddWidth = static_cast<quint32>(size) * 4; // pixels
+        bench.camera->setFaults(faults);
+        QVERIFY(bench.take(frames));
+        const auto& list = bench.data.frameList;
+        blocks = std::accumulate(list.begin(), list.end(), 0.0, [](double sum, const auto& frame) {
+            return sum + static_cast<double>(frame->blockCount);
+        });
+        QVERIFY(blocks <= mostKept);
+    };
+    for (int size = mostBlocks; size > 0; size /= 2)
+        take(size,
+             capacity / size + 1 - static_cast<int>(bench.data.frameList.size())); // as many as push nothing out
+    QVERIFY(blocks > 5.0 * capacity);                                              // it is as bad as that
+    const auto frames = static_cast<double>(bench.data.frameList.size());
+    const double reserve = 4 << 20; // of the worker
+    QVERIFY(static_cast<double>(mallinfo2().uordblks - before) < 8.5 * blocks + 200.0 * frames + reserve);
+    take(mostBlocks, 1);
+    QCOMPARE(bench.data.frameList.size(), size_t(capacity / mostBlocks + 1));
 }
 
 void TestMemory::fullAddressSpace()
