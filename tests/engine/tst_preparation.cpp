@@ -20,102 +20,96 @@ class TestPreparation : public QObject
 
 private Q_SLOTS:
     void cleanup() { CameraRegistry::instance().removeAllDevices(); }
-    void faultless_data();
-    void faultless();
-    void unknownMode();
-    void whatTheCameraTells();
-    void settingsAreClamped();
-};
 
-void TestPreparation::faultless_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<int>("modeAtStop");
-    QTest::addColumn<int>("bufferMode");
-    QTest::addColumn<bool>("control");
-    QTest::newRow("throughput") << 0 << 0 << 9 << true;
-    QTest::newRow("standard") << 1 << 1 << 10 << true;
-    QTest::newRow("throughput, mode changed meanwhile") << 0 << 1 << 9 << true;
-    QTest::newRow("standard, mode changed meanwhile") << 1 << 0 << 10 << true;
-    QTest::newRow("no frame-buffer control") << 0 << 0 << -1 << false;
-}
-
-void TestPreparation::faultless()
-{
-    QFETCH(int, mode);
-    QFETCH(int, modeAtStop);
-    QFETCH(int, bufferMode);
-    QFETCH(bool, control);
-    sim::CameraScenario scenario;
-    scenario.frameBufferControl = control;
-    MeasurementBench bench(scenario, mode);
-    bench.setOwnValues();
-    const Values before = bench.camera->parameters();
-
-    LogCapture log;
-    for (int run = 0; run < 2; ++run) {
-        bench.data.measMode = mode;
-        QVERIFY(bench.measure(3));
-        QVERIFY(bench.data.isMeasuring() && bench.camera->isAcquiring());
-        QCOMPARE(bench.camera->parameter("buffer_policy"), 0);
-        QCOMPARE(bench.camera->parameter("dp_param_value[1/5/6]"), bufferMode);
-        QCOMPARE(bench.data.frameBufferModeChanged, control && mode == MeasModeDataThroughput);
-        int calls = 0; // of this thread
-        bench.camera->setHook([&calls, user = QThread::currentThread()](const sim::HostCall&) {
-            calls += QThread::currentThread() == user ? 1 : 0;
-            return true;
-        });
-        QVERIFY(!bench.data.startMeasurement(8, 1));
-        bench.camera->setHook({});
-        QCOMPARE(calls, 0);
-        bench.data.measMode = modeAtStop;
-        QVERIFY(bench.stop());
-        QVERIFY(!bench.data.stopMeasurement());
-        QVERIFY(!bench.data.isMeasuring() && !bench.data.thread && !bench.camera->isAcquiring());
-        QCOMPARE(bench.camera->parameters(), before);
+    void faultless_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<int>("modeAtStop");
+        QTest::addColumn<int>("bufferMode");
+        QTest::addColumn<bool>("control");
+        QTest::newRow("throughput") << 0 << 0 << 9 << true;
+        QTest::newRow("standard") << 1 << 1 << 10 << true;
+        QTest::newRow("throughput, mode changed meanwhile") << 0 << 1 << 9 << true;
+        QTest::newRow("standard, mode changed meanwhile") << 1 << 0 << 10 << true;
+        QTest::newRow("no frame-buffer control") << 0 << 0 << -1 << false;
     }
-    QCOMPARE(log.texts(), QStringList());
-}
+    void faultless()
+    {
+        QFETCH(int, mode);
+        QFETCH(int, modeAtStop);
+        QFETCH(int, bufferMode);
+        QFETCH(bool, control);
+        sim::CameraScenario scenario;
+        scenario.frameBufferControl = control;
+        MeasurementBench bench(scenario, mode);
+        bench.setOwnValues();
+        const Values before = bench.camera->parameters();
 
-void TestPreparation::unknownMode()
-{
-    MeasurementBench bench({}, 5);
-    const LogCapture log;
-    QVERIFY(!bench.data.startMeasurement(4096, 1000));
-    QCOMPARE(log.texts(), QStringList("CxCameraLineData::setupCameraParameters(): Unknown measurement mode"));
-}
+        LogCapture log;
+        for (int run = 0; run < 2; ++run) {
+            bench.data.measMode = mode;
+            QVERIFY(bench.measure(3));
+            QVERIFY(bench.data.isMeasuring() && bench.camera->isAcquiring());
+            QCOMPARE(bench.camera->parameter("buffer_policy"), 0);
+            QCOMPARE(bench.camera->parameter("dp_param_value[1/5/6]"), bufferMode);
+            QCOMPARE(bench.data.frameBufferModeChanged, control && mode == MeasModeDataThroughput);
+            int calls = 0; // of this thread
+            bench.camera->setHook([&calls, user = QThread::currentThread()](const sim::HostCall&) {
+                calls += QThread::currentThread() == user ? 1 : 0;
+                return true;
+            });
+            QVERIFY(!bench.data.startMeasurement(8, 1));
+            bench.camera->setHook({});
+            QCOMPARE(calls, 0);
+            bench.data.measMode = modeAtStop;
+            QVERIFY(bench.stop());
+            QVERIFY(!bench.data.stopMeasurement());
+            QVERIFY(!bench.data.isMeasuring() && !bench.data.thread && !bench.camera->isAcquiring());
+            QCOMPARE(bench.camera->parameters(), before);
+        }
+        QCOMPARE(log.texts(), QStringList());
+    }
 
-void TestPreparation::whatTheCameraTells()
-{
-    sim::CameraScenario scenario;
-    scenario.transportSpeed = 640;
-    MeasurementBench bench(scenario);
-    const Values before = bench.camera->parameters(true);
-    bench.data.readDefaultAvgTransportSpeed();
-    QCOMPARE(bench.data.requiredThroughput.load(), 640);
-    QCOMPARE(bench.camera->parameters(true), before);
-    QCOMPARE(bench.data.readCameraBufferSize(), static_cast<qint32>(scenario.bufferBytes));
-    for (int speed : {0, -5}) {
-        bench.camera->setParameter("device_unit_register_value[8/4096]", speed);
+    void unknownMode()
+    {
+        MeasurementBench bench({}, 5);
+        const LogCapture log;
+        QVERIFY(!bench.data.startMeasurement(4096, 1000));
+        QCOMPARE(log.texts(), QStringList("CxCameraLineData::setupCameraParameters(): Unknown measurement mode"));
+    }
+
+    void whatTheCameraTells()
+    {
+        sim::CameraScenario scenario;
+        scenario.transportSpeed = 640;
+        MeasurementBench bench(scenario);
+        const Values before = bench.camera->parameters(true);
         bench.data.readDefaultAvgTransportSpeed();
         QCOMPARE(bench.data.requiredThroughput.load(), 640);
+        QCOMPARE(bench.camera->parameters(true), before);
+        QCOMPARE(bench.data.readCameraBufferSize(), static_cast<qint32>(scenario.bufferBytes));
+        for (int speed : {0, -5}) {
+            bench.camera->setParameter("device_unit_register_value[8/4096]", speed);
+            bench.data.readDefaultAvgTransportSpeed();
+            QCOMPARE(bench.data.requiredThroughput.load(), 640);
+        }
+        bench.data.autoRequiredThroughput = false;
+        bench.camera->setHook([](const sim::HostCall& call) { return call.parameter != "dp_param_selector"; });
+        QCOMPARE(bench.data.readCameraBufferSize(), 32768);
     }
-    bench.data.autoRequiredThroughput = false;
-    bench.camera->setHook([](const sim::HostCall& call) { return call.parameter != "dp_param_selector"; });
-    QCOMPARE(bench.data.readCameraBufferSize(), 32768);
-}
 
-void TestPreparation::settingsAreClamped()
-{
-    MeasurementBench bench;
-    QVERIFY(bench.measure(2, -4096, 0));
-    QCOMPARE(bench.data.samplePeriod, 8);
-    QCOMPARE(bench.data.maxSamples, 1);
-    QCOMPARE(bench.data.frameList.size(), size_t(1));
-    QVERIFY(bench.stop());
-    QVERIFY(bench.measure(1, 7, 1));
-    QCOMPARE(bench.data.samplePeriod, 8);
-}
+    void settingsAreClamped()
+    {
+        MeasurementBench bench;
+        QVERIFY(bench.measure(2, -4096, 0));
+        QCOMPARE(bench.data.samplePeriod, 8);
+        QCOMPARE(bench.data.maxSamples, 1);
+        QCOMPARE(bench.data.frameList.size(), size_t(1));
+        QVERIFY(bench.stop());
+        QVERIFY(bench.measure(1, 7, 1));
+        QCOMPARE(bench.data.samplePeriod, 8);
+    }
+};
 
 QTEST_GUILESS_MAIN(TestPreparation)
 #include "tst_preparation.moc"

@@ -59,14 +59,155 @@ public:
     TestRefresh() : minimum(*plot.addGraph()), level(*plot.addGraph()) {}
 
 private Q_SLOTS:
-    void equalAtEveryStep_data();
-    void equalAtEveryStep();
-    void countersEqualAtEveryStep();
-    void remadeWhileTheWorkerTrims();
+    void equalAtEveryStep_data()
+    {
+        const Table<bool> row("large");
+        row("any ticks", false);
+        row("large frames in order", true);
+    }
+    void equalAtEveryStep()
+    {
+        QFETCH(bool, large);
+        constexpr qint64 ranges[] = {1'000, 50'000, 1'000'000, 60'000'000, 86'400'000'000};
+        const int records = testCount(large ? 120 : 400);
+        plottedPoints = 0;
+        for (int seed = 0; seed < records; ++seed) {
+            Dice dice(static_cast<quint64>(seed));
+            CxCameraLineData data;
+            data.cameraBufferSize = 32768;
+            nextFrame = 1000;
+            for (int step = 0; step < 12; ++step) {
+                change(data, dice, large);
+                data.avgFrameTime = static_cast<double>(dice.between(0, 6000)) / 3.0;
+                for (int view = 0; view < 3 && !data.frameList.empty(); ++view) {
+                    const qint64 range = dice.pick(ranges);
+                    const qint64 anchorUs = data.frameList[dice.bits() % data.frameList.size()]->timestampUs;
+                    // Now and then the view has left the frames.
+                    const qint64 toUs = anchorUs + (dice.oneIn(6) ? -3 * range : dice.between(0, range));
+                    compare(data, toUs - range, toUs, dice.oneIn(4) ? 0.0 : static_cast<double>(range) / 514e3);
+                    if (QTest::currentTestFailed())
+                        qFatal("seed %d, step %d, view %d", seed, step, view);
+                }
+            }
+        }
+        QVERIFY(plottedPoints > 100 * records); // else there was little to compare
+    }
+
+    void countersEqualAtEveryStep()
+    {
+        while (plot.graphCount() < 5)
+            plot.addGraph();
+        qint64 plotted = 0;
+        for (int seed = 0; seed < testCount(120); ++seed) {
+            Dice dice(static_cast<quint64>(seed));
+            CxCameraLineData data;
+            data.avgFrameTime = static_cast<double>(dice.between(0, 3000)) / 3.0;
+            const bool backwards = dice.oneIn(3); // now and then
+            qint64 timeUs = 0;
+            for (int step = 0; step < 8; ++step) {
+                for (qint64 samples = dice.between(1, 400); samples > 0; --samples) {
+                    timeUs += backwards && dice.oneIn(20) ? -dice.between(0, 5000) : dice.between(0, 2000);
+                    const auto skips = static_cast<qint32>(dice.between(0, 1000));
+                    const auto triggers = static_cast<qint32>(samples);
+                    appendSample(data, {0, timeUs, skips, skips, triggers, triggers, -1});
+                }
+                while (data.counterSampleList.size() > 900)
+                    data.counterSampleList.pop_front();
+                const qint64 range = dice.between(1, 300'000);
+                const qint64 toUs = timeUs - dice.between(-1000, 200'000);
+                const double spacing = dice.oneIn(4) ? 0.0 : static_cast<double>(range) / 50e3;
+                for (int i = 0; i < 5; ++i)
+                    plot.graph(i)->data()->clear();
+                const bool result =
+                    data.fillCounterGraphs(plot.graph(0), plot.graph(1), plot.graph(2), plot.graph(3), plot.graph(4),
+                                           QCPRange(-1.0, 0.5), toUs - range, toUs, spacing);
+                const NaiveCounters naive = naiveCounters(data, 0.5, toUs - range, toUs, spacing);
+                QCOMPARE(result, naive.evaluated);
+                for (int i = 0; i < 5; ++i)
+                    QVERIFY2(points(*plot.graph(i)) == naive.curves[i], qPrintable(QString::number(seed)));
+                plotted += plot.graph(0)->dataCount();
+            }
+        }
+        QVERIFY(plotted > 10 * testCount(120));
+    }
+
+    void remadeWhileTheWorkerTrims()
+    {
+        constexpr quint64 kept = 300;
+        CxCameraLineData data;
+        data.cameraBufferSize = 1'000'000;
+        Dice dice(1);
+        std::vector<std::unique_ptr<FrameRecord>> frames;
+        for (quint64 number = 0; number < kept + static_cast<quint64>(testCount(3000)); ++number)
+            frames.push_back(steadyFrame(dice, number, number % 7 == 0 ? 1000 : 300));
+        for (quint64 number = 0; number < kept; ++number)
+            appendFinished(data, std::move(frames[number]), data.evaluationSettings());
+
+        std::atomic<bool> done{false};
+        std::thread worker([&] {
+            for (quint64 number = kept; number < frames.size(); ++number) {
+                const EvaluationSettings settings = data.evaluationSettings();
+                appendFinished(data, std::move(frames[number]), settings);
+                FrameList::Frame removed; // outlives the lock
+                QMutexLocker lock(&data.mutex);
+                removed = data.frameList.takeFront();
+            }
+            done = true;
+        });
+        const QCPRange keys(-1.0, 0.0);
+        constexpr qint64 always = 1'000'000'000'000;
+        for (int required = 500; !done; required = 500 + (required + 1) % 700) {
+            data.requiredThroughput = required;
+            data.calculateStats(&minimum, &level, &keys, 0, always, 1.0);
+        }
+        worker.join();
+        QCOMPARE(data.frameList.size(), kept);
+        compare(data, 0, always, 1.0);
+    }
 
 private:
-    void change(CxCameraLineData& data, Dice& dice, bool large);
-    void compare(CxCameraLineData& data, qint64 fromUs, qint64 toUs, double spacing);
+    /// What may happen between two refreshes.
+    void change(CxCameraLineData& data, Dice& dice, bool large)
+    {
+        const EvaluationSettings before = data.evaluationSettings();
+        if (dice.oneIn(3))
+            data.requiredThroughput = static_cast<qint32>(dice.between(0, 3000));
+        if (dice.oneIn(4))
+            data.cameraBufferSize = static_cast<qint32>(dice.oneIn(4) ? 0 : dice.between(1, 3'000'000));
+        if (dice.oneIn(8))
+            data.samplePeriod = static_cast<qint32>(8 * dice.between(1, 6400));
+        if (large) {
+            // Some of them were in the worker's hands when the settings changed.
+            for (qint64 frames = dice.between(0, 40); frames > 0; --frames)
+                appendFinished(data, steadyFrame(dice, nextFrame++, static_cast<quint64>(dice.between(1, 1500))),
+                               dice.oneIn(5) ? before : data.evaluationSettings());
+        } else {
+            appendRandomMeasurement(data, dice, static_cast<int>(dice.between(1, 40)));
+        }
+        const quint64 room = static_cast<quint64>(dice.between(1, 300));
+        while (data.frameList.size() > room && dice.oneIn(2))
+            for (quint64 i = data.frameList.size() - room; i > 0; --i)
+                data.frameList.pop_front();
+    }
+
+    void compare(CxCameraLineData& data, qint64 fromUs, qint64 toUs, double spacing)
+    {
+        minimum.data()->clear();
+        level.data()->clear();
+        const QCPRange keys(-1.0, spacing > 0.0 ? 0.25 : 0.0);
+        const bool result = data.calculateStats(&minimum, &level, &keys, fromUs, toUs, spacing);
+        const NaiveFigures naive = naiveFigures(data, keys.upper, fromUs, toUs, spacing);
+        QCOMPARE(result, naive.evaluated);
+        QVERIFY(data.minThroughput == naive.minThroughput);
+        if (!result)
+            return;
+        QVERIFY(isClose(data.avgThroughput, naive.avgThroughput));
+        QVERIFY(data.maxBufferLevel == naive.maxBufferLevel);
+        QCOMPARE(data.bufferOverflowCount, naive.bufferOverflowCount);
+        QVERIFY(points(minimum) == naive.minimum);
+        QVERIFY(points(level) == naive.level);
+        plottedPoints += minimum.dataCount();
+    }
 
     QCustomPlot plot;
     QCPGraph& minimum;
@@ -74,156 +215,6 @@ private:
     quint64 nextFrame = 0;
     qint64 plottedPoints = 0;
 };
-
-void TestRefresh::compare(CxCameraLineData& data, qint64 fromUs, qint64 toUs, double spacing)
-{
-    minimum.data()->clear();
-    level.data()->clear();
-    const QCPRange keys(-1.0, spacing > 0.0 ? 0.25 : 0.0);
-    const bool result = data.calculateStats(&minimum, &level, &keys, fromUs, toUs, spacing);
-    const NaiveFigures naive = naiveFigures(data, keys.upper, fromUs, toUs, spacing);
-    QCOMPARE(result, naive.evaluated);
-    QVERIFY(data.minThroughput == naive.minThroughput);
-    if (!result)
-        return;
-    QVERIFY(isClose(data.avgThroughput, naive.avgThroughput));
-    QVERIFY(data.maxBufferLevel == naive.maxBufferLevel);
-    QCOMPARE(data.bufferOverflowCount, naive.bufferOverflowCount);
-    QVERIFY(points(minimum) == naive.minimum);
-    QVERIFY(points(level) == naive.level);
-    plottedPoints += minimum.dataCount();
-}
-
-/// What may happen between two refreshes.
-void TestRefresh::change(CxCameraLineData& data, Dice& dice, bool large)
-{
-    const EvaluationSettings before = data.evaluationSettings();
-    if (dice.oneIn(3))
-        data.requiredThroughput = static_cast<qint32>(dice.between(0, 3000));
-    if (dice.oneIn(4))
-        data.cameraBufferSize = static_cast<qint32>(dice.oneIn(4) ? 0 : dice.between(1, 3'000'000));
-    if (dice.oneIn(8))
-        data.samplePeriod = static_cast<qint32>(8 * dice.between(1, 6400));
-    if (large) {
-        // Some of them were in the worker's hands when the settings changed.
-        for (qint64 frames = dice.between(0, 40); frames > 0; --frames)
-            appendFinished(data, steadyFrame(dice, nextFrame++, static_cast<quint64>(dice.between(1, 1500))),
-                           dice.oneIn(5) ? before : data.evaluationSettings());
-    } else {
-        appendRandomMeasurement(data, dice, static_cast<int>(dice.between(1, 40)));
-    }
-    const quint64 room = static_cast<quint64>(dice.between(1, 300));
-    while (data.frameList.size() > room && dice.oneIn(2))
-        for (quint64 i = data.frameList.size() - room; i > 0; --i)
-            data.frameList.pop_front();
-}
-
-void TestRefresh::equalAtEveryStep_data()
-{
-    const Table<bool> row("large");
-    row("any ticks", false);
-    row("large frames in order", true);
-}
-
-void TestRefresh::equalAtEveryStep()
-{
-    QFETCH(bool, large);
-    constexpr qint64 ranges[] = {1'000, 50'000, 1'000'000, 60'000'000, 86'400'000'000};
-    const int records = testCount(large ? 120 : 400);
-    plottedPoints = 0;
-    for (int seed = 0; seed < records; ++seed) {
-        Dice dice(static_cast<quint64>(seed));
-        CxCameraLineData data;
-        data.cameraBufferSize = 32768;
-        nextFrame = 1000;
-        for (int step = 0; step < 12; ++step) {
-            change(data, dice, large);
-            data.avgFrameTime = static_cast<double>(dice.between(0, 6000)) / 3.0;
-            for (int view = 0; view < 3 && !data.frameList.empty(); ++view) {
-                const qint64 range = dice.pick(ranges);
-                const qint64 anchorUs = data.frameList[dice.bits() % data.frameList.size()]->timestampUs;
-                // Now and then the view has left the frames.
-                const qint64 toUs = anchorUs + (dice.oneIn(6) ? -3 * range : dice.between(0, range));
-                compare(data, toUs - range, toUs, dice.oneIn(4) ? 0.0 : static_cast<double>(range) / 514e3);
-                if (QTest::currentTestFailed())
-                    qFatal("seed %d, step %d, view %d", seed, step, view);
-            }
-        }
-    }
-    QVERIFY(plottedPoints > 100 * records); // else there was little to compare
-}
-
-void TestRefresh::countersEqualAtEveryStep()
-{
-    while (plot.graphCount() < 5)
-        plot.addGraph();
-    qint64 plotted = 0;
-    for (int seed = 0; seed < testCount(120); ++seed) {
-        Dice dice(static_cast<quint64>(seed));
-        CxCameraLineData data;
-        data.avgFrameTime = static_cast<double>(dice.between(0, 3000)) / 3.0;
-        const bool backwards = dice.oneIn(3); // now and then
-        qint64 timeUs = 0;
-        for (int step = 0; step < 8; ++step) {
-            for (qint64 samples = dice.between(1, 400); samples > 0; --samples) {
-                timeUs += backwards && dice.oneIn(20) ? -dice.between(0, 5000) : dice.between(0, 2000);
-                const auto skips = static_cast<qint32>(dice.between(0, 1000));
-                const auto triggers = static_cast<qint32>(samples);
-                appendSample(data, {0, timeUs, skips, skips, triggers, triggers, -1});
-            }
-            while (data.counterSampleList.size() > 900)
-                data.counterSampleList.pop_front();
-            const qint64 range = dice.between(1, 300'000);
-            const qint64 toUs = timeUs - dice.between(-1000, 200'000);
-            const double spacing = dice.oneIn(4) ? 0.0 : static_cast<double>(range) / 50e3;
-            for (int i = 0; i < 5; ++i)
-                plot.graph(i)->data()->clear();
-            const bool result =
-                data.fillCounterGraphs(plot.graph(0), plot.graph(1), plot.graph(2), plot.graph(3), plot.graph(4),
-                                       QCPRange(-1.0, 0.5), toUs - range, toUs, spacing);
-            const NaiveCounters naive = naiveCounters(data, 0.5, toUs - range, toUs, spacing);
-            QCOMPARE(result, naive.evaluated);
-            for (int i = 0; i < 5; ++i)
-                QVERIFY2(points(*plot.graph(i)) == naive.curves[i], qPrintable(QString::number(seed)));
-            plotted += plot.graph(0)->dataCount();
-        }
-    }
-    QVERIFY(plotted > 10 * testCount(120));
-}
-
-void TestRefresh::remadeWhileTheWorkerTrims()
-{
-    constexpr quint64 kept = 300;
-    CxCameraLineData data;
-    data.cameraBufferSize = 1'000'000;
-    Dice dice(1);
-    std::vector<std::unique_ptr<FrameRecord>> frames;
-    for (quint64 number = 0; number < kept + static_cast<quint64>(testCount(3000)); ++number)
-        frames.push_back(steadyFrame(dice, number, number % 7 == 0 ? 1000 : 300));
-    for (quint64 number = 0; number < kept; ++number)
-        appendFinished(data, std::move(frames[number]), data.evaluationSettings());
-
-    std::atomic<bool> done{false};
-    std::thread worker([&] {
-        for (quint64 number = kept; number < frames.size(); ++number) {
-            const EvaluationSettings settings = data.evaluationSettings();
-            appendFinished(data, std::move(frames[number]), settings);
-            FrameList::Frame removed; // outlives the lock
-            QMutexLocker lock(&data.mutex);
-            removed = data.frameList.takeFront();
-        }
-        done = true;
-    });
-    const QCPRange keys(-1.0, 0.0);
-    constexpr qint64 always = 1'000'000'000'000;
-    for (int required = 500; !done; required = 500 + (required + 1) % 700) {
-        data.requiredThroughput = required;
-        data.calculateStats(&minimum, &level, &keys, 0, always, 1.0);
-    }
-    worker.join();
-    QCOMPARE(data.frameList.size(), kept);
-    compare(data, 0, always, 1.0);
-}
 
 QTEST_MAIN(TestRefresh)
 #include "tst_refresh.moc"

@@ -10,23 +10,6 @@
 #include "FormBench.h"
 #include "Table.h"
 
-class FormEventsTest : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void anythingAtAnyTime_data();
-    void anythingAtAnyTime();
-
-private:
-    void doAnything(FormBench& bench);
-    void pressAny(FormBench& bench);
-    void checkRecords(const FormBench& bench);
-    int below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(m_random); }
-
-    std::mt19937 m_random;
-};
-
 /// 10,000 events in all; KESTROVA_TEST_SCALE is a percentage.
 static int eventCount()
 {
@@ -35,140 +18,150 @@ static int eventCount()
     return 2500 * (given ? percent : 100) / 100;
 }
 
-void FormEventsTest::anythingAtAnyTime_data()
+class FormEventsTest : public QObject
 {
-    const Table<int> row("seed");
-    for (int seed = 1; seed <= 4; ++seed)
-        row(QByteArray::number(seed), seed);
-}
+    Q_OBJECT
 
-void FormEventsTest::anythingAtAnyTime()
-{
-    QFETCH(int, seed);
-    m_random.seed(unsigned(seed));
-    CriticalLines quiet;
-    FormBench bench(3);
-    std::vector<QMap<QString, int>> before;
-    bench.form->maxSamples = 1000;
-    for (const auto& camera : bench.cameras)
-        before.push_back(camera->parameters());
-    const QTemporaryDir reports;
-    DialogRobot robot;
-    robot.fileName = reports.filePath(QStringLiteral("report.csv"));
-    robot.inside = [&](QDialog*) { doAnything(bench); };
-    robot.duringReport = [&](QProgressDialog*) { doAnything(bench); };
-    robot.answer = [this](QDialog* setup) { below(2) ? setup->accept() : setup->reject(); };
-    for (int i = 0; i < eventCount(); ++i) {
-        // Now, or inside whatever processes events next: a progress box, a dialog, the loop below.
-        if (below(2))
-            doAnything(bench);
-        else
-            QMetaObject::invokeMethod(
-                bench.form.get(), [&] { doAnything(bench); }, Qt::QueuedConnection);
-        if (below(4) == 0)
-            QCoreApplication::processEvents();
-        checkRecords(bench);
-        if (QTest::currentTestFailed())
-            return;
+private Q_SLOTS:
+    void anythingAtAnyTime_data()
+    {
+        const Table<int> row("seed");
+        for (int seed = 1; seed <= 4; ++seed)
+            row(QByteArray::number(seed), seed);
     }
-    QCoreApplication::processEvents();
-    for (const auto& camera : bench.cameras)
-        camera->comeBack();
-    for (const VNCORE_HANDLE hCam : bench.handles)
-        CameraRegistry::instance().stopHostAcquisition(hCam);
-    bench.form.reset();
-    for (size_t i = 0; i < before.size(); ++i) {
-        QVERIFY(!bench.cameras[i]->isAcquiring());
-        auto now = bench.cameras[i]->parameters();
-        for (auto* parameters : {&now, &before[i]})
-            parameters->remove(QStringLiteral(VN_PRM_IMAGE_DATA_FORMAT)); // chosen by the user
-        QCOMPARE(now, before[i]);
-    }
-}
-
-void FormEventsTest::doAnything(FormBench& bench)
-{
-    const int camera = below(3);
-    auto& registry = CameraRegistry::instance();
-    switch (below(17)) {
-    case 0:
-    case 1:
-        bench.open(camera);
-        break;
-    case 2:
-        bench.close(camera);
-        break;
-    case 3:
-        below(2) ? bench.cameras[size_t(camera)]->lose() : bench.cameras[size_t(camera)]->comeBack();
-        break;
-    case 4:
-        below(2) ? registry.startHostAcquisition(bench.handle(camera))
-                 : registry.stopHostAcquisition(bench.handle(camera));
-        break;
-    case 5:
-        vnApi_SetParamInt(bench.handle(camera), VN_PRM_IMAGE_DATA_FORMAT, below(2), nullptr);
-        break;
-    case 6:
-        bench.loadMode(below(10) ? below(2) : 7);
-        break;
-    case 7:
-        bench.form->setVisible(below(2));
-        break;
-    case 8:
-        bench.form->resize(below(1500), below(1000));
-        bench.child("plot")->resize(below(3), below(3));
-        break;
-    case 9:
-        bench.host.options.detailLevel = 1 + below(5);
-        bench.nowUs += below(3000000);
-        bench.deliverFrames(camera, below(20));
-        break;
-    case 10:
-    case 11:
-        bench.tick();
-        break;
-    case 12: // a camera opens while no plot is wanted
-        for (int row = 0; row < bench.table()->rowCount(); ++row) {
-            QCheckBox* box = bench.graphBox(row);
-            if (box && box->isChecked())
-                box->click();
+    void anythingAtAnyTime()
+    {
+        QFETCH(int, seed);
+        m_random.seed(unsigned(seed));
+        CriticalLines quiet;
+        FormBench bench(3);
+        std::vector<QMap<QString, int>> before;
+        bench.form->maxSamples = 1000;
+        for (const auto& camera : bench.cameras)
+            before.push_back(camera->parameters());
+        const QTemporaryDir reports;
+        DialogRobot robot;
+        robot.fileName = reports.filePath(QStringLiteral("report.csv"));
+        robot.inside = [&](QDialog*) { doAnything(bench); };
+        robot.duringReport = [&](QProgressDialog*) { doAnything(bench); };
+        robot.answer = [this](QDialog* setup) { below(2) ? setup->accept() : setup->reject(); };
+        for (int i = 0; i < eventCount(); ++i) {
+            // Now, or inside whatever processes events next: a progress box, a dialog, the loop below.
+            if (below(2))
+                doAnything(bench);
+            else
+                QMetaObject::invokeMethod(
+                    bench.form.get(), [&] { doAnything(bench); }, Qt::QueuedConnection);
+            if (below(4) == 0)
+                QCoreApplication::processEvents();
+            checkRecords(bench);
+            if (QTest::currentTestFailed())
+                return;
         }
-        bench.open(camera);
-        break;
-    default:
-        pressAny(bench);
+        QCoreApplication::processEvents();
+        for (const auto& camera : bench.cameras)
+            camera->comeBack();
+        for (const VNCORE_HANDLE hCam : bench.handles)
+            CameraRegistry::instance().stopHostAcquisition(hCam);
+        bench.form.reset();
+        for (size_t i = 0; i < before.size(); ++i) {
+            QVERIFY(!bench.cameras[i]->isAcquiring());
+            auto now = bench.cameras[i]->parameters();
+            for (auto* parameters : {&now, &before[i]})
+                parameters->remove(QStringLiteral(VN_PRM_IMAGE_DATA_FORMAT)); // chosen by the user
+            QCOMPARE(now, before[i]);
+        }
     }
-}
 
-/// Any button, box or editor of the form, whether or not a person could reach it now.
-void FormEventsTest::pressAny(FormBench& bench)
-{
-    const auto widgets = bench.form->findChildren<QWidget*>();
-    auto* widget = widgets.at(below(widgets.size()));
-    if (widget->window() != bench.form.get())
-        return; // the robot's business
-    if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
-        button->click();
-    } else if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
-        edit->setFocus();
-        QTest::keyClick(edit, char('0' + below(10)));
-    } else if (auto* formats = qobject_cast<QComboBox*>(widget)) {
-        formats->setCurrentIndex(below(3));
-    } else if (widget == bench.child("plot")) {
-        const QPoint at(below(400), below(300));
-        QTest::mousePress(widget, Qt::LeftButton, {}, at);
-        QTest::mouseMove(widget, at + QPoint(below(50), 0));
-        if (below(2)) // else it is still being dragged when the next event comes
-            QTest::mouseRelease(widget, Qt::LeftButton, {}, at);
+private:
+    void doAnything(FormBench& bench)
+    {
+        const int camera = below(3);
+        auto& registry = CameraRegistry::instance();
+        switch (below(17)) {
+        case 0:
+        case 1:
+            bench.open(camera);
+            break;
+        case 2:
+            bench.close(camera);
+            break;
+        case 3:
+            below(2) ? bench.cameras[size_t(camera)]->lose() : bench.cameras[size_t(camera)]->comeBack();
+            break;
+        case 4:
+            below(2) ? registry.startHostAcquisition(bench.handle(camera))
+                     : registry.stopHostAcquisition(bench.handle(camera));
+            break;
+        case 5:
+            vnApi_SetParamInt(bench.handle(camera), VN_PRM_IMAGE_DATA_FORMAT, below(2), nullptr);
+            break;
+        case 6:
+            bench.loadMode(below(10) ? below(2) : 7);
+            break;
+        case 7:
+            bench.form->setVisible(below(2));
+            break;
+        case 8:
+            bench.form->resize(below(1500), below(1000));
+            bench.child("plot")->resize(below(3), below(3));
+            break;
+        case 9:
+            bench.host.options.detailLevel = 1 + below(5);
+            bench.nowUs += below(3000000);
+            bench.deliverFrames(camera, below(20));
+            break;
+        case 10:
+        case 11:
+            bench.tick();
+            break;
+        case 12: // a camera opens while no plot is wanted
+            for (int row = 0; row < bench.table()->rowCount(); ++row) {
+                QCheckBox* box = bench.graphBox(row);
+                if (box && box->isChecked())
+                    box->click();
+            }
+            bench.open(camera);
+            break;
+        default:
+            pressAny(bench);
+        }
     }
-}
 
-void FormEventsTest::checkRecords(const FormBench& bench)
-{
-    const auto opened = CxCameraManager::instance()->openedCameras();
-    for (const VNCORE_HANDLE hCam : bench.form->lineDataMap.keys())
-        QVERIFY(opened.contains(hCam));
-}
+    /// Any button, box or editor of the form, whether or not a person could reach it now.
+    void pressAny(FormBench& bench)
+    {
+        const auto widgets = bench.form->findChildren<QWidget*>();
+        auto* widget = widgets.at(below(widgets.size()));
+        if (widget->window() != bench.form.get())
+            return; // the robot's business
+        if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+            button->click();
+        } else if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
+            edit->setFocus();
+            QTest::keyClick(edit, char('0' + below(10)));
+        } else if (auto* formats = qobject_cast<QComboBox*>(widget)) {
+            formats->setCurrentIndex(below(3));
+        } else if (widget == bench.child("plot")) {
+            const QPoint at(below(400), below(300));
+            QTest::mousePress(widget, Qt::LeftButton, {}, at);
+            QTest::mouseMove(widget, at + QPoint(below(50), 0));
+            if (below(2)) // else it is still being dragged when the next event comes
+                QTest::mouseRelease(widget, Qt::LeftButton, {}, at);
+        }
+    }
+
+    void checkRecords(const FormBench& bench)
+    {
+        const auto opened = CxCameraManager::instance()->openedCameras();
+        for (const VNCORE_HANDLE hCam : bench.form->lineDataMap.keys())
+            QVERIFY(opened.contains(hCam));
+    }
+
+    int below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(m_random); }
+
+    std::mt19937 m_random;
+};
 
 QTEST_MAIN(FormEventsTest)
 #include "tst_formevents.moc"

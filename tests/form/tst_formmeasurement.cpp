@@ -4,20 +4,144 @@
 #include "FormBench.h"
 #include "Table.h"
 
+static QString failedText(const char* camera)
+{
+    return QStringLiteral(
+               "Failed to start measurement|Camera %1 does not support \n data throughput analysis in Kestrova.")
+        .arg(QLatin1String(camera));
+}
+
 class FormMeasurementTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void oneCamera_data();
-    void oneCamera();
-    void failedStart();
-    void startAllRollsBack();
-    void startAllLeavesRunningOnesAlone();
-    void formGoesInTheDialog();
-    void endedByItself();
-    void requiredThroughput();
-    void boxesDoNotPileUp();
+    void oneCamera_data()
+    {
+        const Table<int> row("mode");
+        row("throughput", MeasModeDataThroughput);
+        row("counters", MeasModeStandardAcq);
+    }
+    void oneCamera()
+    {
+        QFETCH(int, mode);
+        FormBench bench(2, mode);
+        const auto before = bench.cameras[0]->parameters();
+        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+        QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Testing", "Stopped"}));
+        QCOMPARE(buttons(bench), (QStringList{"Stop", "Start"}));
+        QCOMPARE(bench.hostControl(), QStringLiteral("1-"));
+        QVERIFY(!bench.child("btnSetup")->isEnabled());
+        QVERIFY(bench.cameras[0]->isAcquiring());
+        if (mode == MeasModeDataThroughput)
+            QVERIFY(!bench.exportButton(0)->isEnabled() && bench.exportButton(1)->isEnabled());
+
+        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+        QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Stopped", "Stopped"}));
+        QCOMPARE(buttons(bench), (QStringList{"Start", "Start"}));
+        QCOMPARE(bench.hostControl(), QStringLiteral("1- 1+"));
+        QVERIFY(bench.child("btnSetup")->isEnabled());
+        QCOMPARE(bench.cameras[0]->parameters(), before);
+        if (mode == MeasModeDataThroughput)
+            QVERIFY(bench.exportButton(0)->isEnabled());
+    }
+
+    void failedStart()
+    {
+        FormBench bench(1);
+        bench.failStarts(0);
+        DialogRobot robot;
+        robot.inside = [&](QDialog* dialog) {
+            for (auto* box : bench.form->findChildren<QMessageBox*>())
+                QVERIFY(!box->isVisible() || box == dialog); // the progress box does not stay behind the dialog
+        };
+        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+        QCOMPARE(robot.seen, QStringList{failedText("A (1)")});
+        QCOMPARE(bench.status(0), QStringLiteral("Stopped"));
+        QCOMPARE(buttons(bench), QStringList{"Start"});
+        QCOMPARE(bench.hostControl(), QString());
+        QVERIFY(bench.child("btnSetup")->isEnabled());
+    }
+
+    void startAllRollsBack()
+    {
+        FormBench bench(3);
+        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton); // measures before the click
+        bench.failStarts(1);
+        DialogRobot robot;
+        bench.press("btnStartAll");
+        QCOMPARE(robot.seen, QStringList{failedText("B (2)")});
+        QCOMPARE(bench.hostControl(), QStringLiteral("1- 3- 1+ 3+"));
+        QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Stopped", "Stopped", "Stopped"}));
+        QCOMPARE(buttons(bench), (QStringList{"Start", "Start", "Start"}));
+        QCOMPARE(startAllText(bench), QStringLiteral("Start All"));
+        QVERIFY(bench.exportButton(2)->isEnabled());
+        QVERIFY(bench.child("btnSetup")->isEnabled());
+    }
+
+    void startAllLeavesRunningOnesAlone()
+    {
+        FormBench bench(2, MeasModeStandardAcq);
+        QTest::mouseClick(bench.measureButton(1), Qt::LeftButton);
+        bench.press("btnStartAll");
+        QCOMPARE(bench.hostControl(), QStringLiteral("2- 1-"));
+        QCOMPARE(buttons(bench), (QStringList{"Stop", "Stop"}));
+        QCOMPARE(startAllText(bench), QStringLiteral("Stop All"));
+
+        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton); // its text follows only its own clicks
+        QCOMPARE(startAllText(bench), QStringLiteral("Stop All"));
+        bench.press("btnStartAll");
+        QCOMPARE(bench.hostControl(), QStringLiteral("2- 1- 1+ 2+"));
+        QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Stopped", "Stopped"}));
+        QCOMPARE(startAllText(bench), QStringLiteral("Start All"));
+    }
+
+    void formGoesInTheDialog()
+    {
+        FormBench bench(3);
+        bench.failStarts(1);
+        DialogRobot robot;
+        robot.inside = [&](QDialog*) { bench.form.reset(); };
+        QMetaObject::invokeMethod(bench.form.get(), "on_btnStartAll_clicked");
+        QVERIFY(!bench.form);
+        QVERIFY(!bench.cameras[0]->isAcquiring());
+    }
+
+    void endedByItself()
+    {
+        FormBench bench(1);
+        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+        bench.record(0).stopMeasurement();
+        bench.form->updateCameraListRow(bench.handle(0));
+        QCOMPARE(bench.status(0), QStringLiteral("Stopped"));
+        QCOMPARE(bench.measureButton(0)->text(), QStringLiteral("Stop"));
+        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton); // the state counts, not the text
+        QCOMPARE(bench.status(0), QStringLiteral("Testing"));
+    }
+
+    void requiredThroughput()
+    {
+        FormBench bench(2);
+        bench.inCell<QCheckBox>(1, ThroughputColumn::RequiredThroughput)->click();
+        bench.inCell<QLineEdit>(1, ThroughputColumn::RequiredThroughput)->setText(QStringLiteral("250"));
+        for (const auto& camera : bench.cameras)
+            camera->setParameter(QStringLiteral("device_unit_register_value[8/4096]"), 222);
+        bench.press("btnStartAll");
+        for (const auto& [row, expected] :
+             {std::pair{0, 222}, {1, 250}}) { // automatic: as it says now; manual: as typed
+            QCOMPARE(int(bench.record(row).requiredThroughput), expected);
+            QCOMPARE(bench.inCell<QLineEdit>(row, ThroughputColumn::RequiredThroughput)->text().toInt(), expected);
+        }
+    }
+
+    void boxesDoNotPileUp()
+    {
+        FormBench bench(1, MeasModeStandardAcq);
+        for (int i = 0; i < 1000; ++i)
+            bench.measureButton(0)->click();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(bench.form->findChildren<QMessageBox*>().size(), 0);
+    }
 
 private:
     static QString startAllText(const FormBench& bench) { return bench.child<QPushButton>("btnStartAll")->text(); }
@@ -29,140 +153,6 @@ private:
         return texts;
     }
 };
-
-static QString failedText(const char* camera)
-{
-    return QStringLiteral(
-               "Failed to start measurement|Camera %1 does not support \n data throughput analysis in Kestrova.")
-        .arg(QLatin1String(camera));
-}
-
-void FormMeasurementTest::oneCamera_data()
-{
-    const Table<int> row("mode");
-    row("throughput", MeasModeDataThroughput);
-    row("counters", MeasModeStandardAcq);
-}
-
-void FormMeasurementTest::oneCamera()
-{
-    QFETCH(int, mode);
-    FormBench bench(2, mode);
-    const auto before = bench.cameras[0]->parameters();
-    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
-    QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Testing", "Stopped"}));
-    QCOMPARE(buttons(bench), (QStringList{"Stop", "Start"}));
-    QCOMPARE(bench.hostControl(), QStringLiteral("1-"));
-    QVERIFY(!bench.child("btnSetup")->isEnabled());
-    QVERIFY(bench.cameras[0]->isAcquiring());
-    if (mode == MeasModeDataThroughput)
-        QVERIFY(!bench.exportButton(0)->isEnabled() && bench.exportButton(1)->isEnabled());
-
-    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
-    QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Stopped", "Stopped"}));
-    QCOMPARE(buttons(bench), (QStringList{"Start", "Start"}));
-    QCOMPARE(bench.hostControl(), QStringLiteral("1- 1+"));
-    QVERIFY(bench.child("btnSetup")->isEnabled());
-    QCOMPARE(bench.cameras[0]->parameters(), before);
-    if (mode == MeasModeDataThroughput)
-        QVERIFY(bench.exportButton(0)->isEnabled());
-}
-
-void FormMeasurementTest::failedStart()
-{
-    FormBench bench(1);
-    bench.failStarts(0);
-    DialogRobot robot;
-    robot.inside = [&](QDialog* dialog) {
-        for (auto* box : bench.form->findChildren<QMessageBox*>())
-            QVERIFY(!box->isVisible() || box == dialog); // the progress box does not stay behind the dialog
-    };
-    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
-    QCOMPARE(robot.seen, QStringList{failedText("A (1)")});
-    QCOMPARE(bench.status(0), QStringLiteral("Stopped"));
-    QCOMPARE(buttons(bench), QStringList{"Start"});
-    QCOMPARE(bench.hostControl(), QString());
-    QVERIFY(bench.child("btnSetup")->isEnabled());
-}
-
-void FormMeasurementTest::startAllRollsBack()
-{
-    FormBench bench(3);
-    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton); // measures before the click
-    bench.failStarts(1);
-    DialogRobot robot;
-    bench.press("btnStartAll");
-    QCOMPARE(robot.seen, QStringList{failedText("B (2)")});
-    QCOMPARE(bench.hostControl(), QStringLiteral("1- 3- 1+ 3+"));
-    QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Stopped", "Stopped", "Stopped"}));
-    QCOMPARE(buttons(bench), (QStringList{"Start", "Start", "Start"}));
-    QCOMPARE(startAllText(bench), QStringLiteral("Start All"));
-    QVERIFY(bench.exportButton(2)->isEnabled());
-    QVERIFY(bench.child("btnSetup")->isEnabled());
-}
-
-void FormMeasurementTest::startAllLeavesRunningOnesAlone()
-{
-    FormBench bench(2, MeasModeStandardAcq);
-    QTest::mouseClick(bench.measureButton(1), Qt::LeftButton);
-    bench.press("btnStartAll");
-    QCOMPARE(bench.hostControl(), QStringLiteral("2- 1-"));
-    QCOMPARE(buttons(bench), (QStringList{"Stop", "Stop"}));
-    QCOMPARE(startAllText(bench), QStringLiteral("Stop All"));
-
-    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton); // its text follows only its own clicks
-    QCOMPARE(startAllText(bench), QStringLiteral("Stop All"));
-    bench.press("btnStartAll");
-    QCOMPARE(bench.hostControl(), QStringLiteral("2- 1- 1+ 2+"));
-    QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Stopped", "Stopped"}));
-    QCOMPARE(startAllText(bench), QStringLiteral("Start All"));
-}
-
-void FormMeasurementTest::formGoesInTheDialog()
-{
-    FormBench bench(3);
-    bench.failStarts(1);
-    DialogRobot robot;
-    robot.inside = [&](QDialog*) { bench.form.reset(); };
-    QMetaObject::invokeMethod(bench.form.get(), "on_btnStartAll_clicked");
-    QVERIFY(!bench.form);
-    QVERIFY(!bench.cameras[0]->isAcquiring());
-}
-
-void FormMeasurementTest::endedByItself()
-{
-    FormBench bench(1);
-    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
-    bench.record(0).stopMeasurement();
-    bench.form->updateCameraListRow(bench.handle(0));
-    QCOMPARE(bench.status(0), QStringLiteral("Stopped"));
-    QCOMPARE(bench.measureButton(0)->text(), QStringLiteral("Stop"));
-    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton); // the state counts, not the text
-    QCOMPARE(bench.status(0), QStringLiteral("Testing"));
-}
-
-void FormMeasurementTest::requiredThroughput()
-{
-    FormBench bench(2);
-    bench.inCell<QCheckBox>(1, ThroughputColumn::RequiredThroughput)->click();
-    bench.inCell<QLineEdit>(1, ThroughputColumn::RequiredThroughput)->setText(QStringLiteral("250"));
-    for (const auto& camera : bench.cameras)
-        camera->setParameter(QStringLiteral("device_unit_register_value[8/4096]"), 222);
-    bench.press("btnStartAll");
-    for (const auto& [row, expected] : {std::pair{0, 222}, {1, 250}}) { // automatic: as it says now; manual: as typed
-        QCOMPARE(int(bench.record(row).requiredThroughput), expected);
-        QCOMPARE(bench.inCell<QLineEdit>(row, ThroughputColumn::RequiredThroughput)->text().toInt(), expected);
-    }
-}
-
-void FormMeasurementTest::boxesDoNotPileUp()
-{
-    FormBench bench(1, MeasModeStandardAcq);
-    for (int i = 0; i < 1000; ++i)
-        bench.measureButton(0)->click();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCOMPARE(bench.form->findChildren<QMessageBox*>().size(), 0);
-}
 
 QTEST_MAIN(FormMeasurementTest)
 #include "tst_formmeasurement.moc"

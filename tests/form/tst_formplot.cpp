@@ -10,231 +10,215 @@ class FormPlotTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void curves_data();
-    void curves();
-    void valueAxisFollowsItsCurves();
-    void counterAxis_data();
-    void counterAxis();
-    void timeRanges_data();
-    void timeRanges();
-    void wheelZoomsTimeOnly();
-    void deepZoomShowsEverySample();
-    void hugeRanges();
-    void referenceTimeFollowsMeasurements();
-    void frozenGraph();
-    void graphBoxes();
-    void replots();
-};
-
-void FormPlotTest::curves_data()
-{
-    // -1: no curve is unchecked
-    const Table<int, int, QStringList> row("detailLevel", "uncheckedCurve", "expected");
-    row("both", 3, -1, {"Min throughput", "Max buffer level"});
-    row("less detail", 2, -1, {"Max buffer level"});
-    row("minimum unchecked", 5, 0, {"Max buffer level"});
-    row("level unchecked", 3, 1, {"Min throughput"});
-    row("neither", 2, 1, {});
-}
-
-void FormPlotTest::curves()
-{
-    QFETCH(int, detailLevel);
-    QFETCH(int, uncheckedCurve);
-    FormBench bench(1);
-    bench.host.options.detailLevel = detailLevel;
-    if (uncheckedCurve >= 0)
-        bench.curveBox(uncheckedCurve)->click();
-    addFrames(bench.record(0), bench.nowUs - 10 * second, bench.nowUs, second, 2000);
-    bench.tick();
-    QTEST(bench.curveNames(), "expected");
-    QCOMPARE(bench.cell(0, ThroughputColumn::AvgThroughput), QStringLiteral("1024")); // the figures come all the same
-    for (int i = 0; i < bench.plot()->graphCount(); ++i) {
-        const auto points = bench.plot()->graph(i)->data();
-        QCOMPARE(points->size(), 9); // all but the first and the last, which ends after now
-        QCOMPARE(points->constBegin()->key, -9.0 + 8e-6);
+    void curves_data()
+    {
+        // -1: no curve is unchecked
+        const Table<int, int, QStringList> row("detailLevel", "uncheckedCurve", "expected");
+        row("both", 3, -1, {"Min throughput", "Max buffer level"});
+        row("less detail", 2, -1, {"Max buffer level"});
+        row("minimum unchecked", 5, 0, {"Max buffer level"});
+        row("level unchecked", 3, 1, {"Min throughput"});
+        row("neither", 2, 1, {});
     }
-}
-
-void FormPlotTest::valueAxisFollowsItsCurves()
-{
-    FormBench bench(1);
-    auto& record = bench.record(0);
-    addFrames(record, bench.nowUs - 10 * second, bench.nowUs - 5 * second, second, 1260);  // 812.7 MB/s
-    addFrames(record, bench.nowUs - 4 * second, bench.nowUs - 1 * second, second, 276760); // 3.7 MB/s
-    bench.tick();
-    QCOMPARE(bench.inCell<QLineEdit>(0, ThroughputColumn::YAxisScaling, 0)->text(), QStringLiteral("3"));
-    QCOMPARE(bench.inCell<QLineEdit>(0, ThroughputColumn::YAxisScaling, 1)->text(), QStringLiteral("812"));
-    QCOMPARE(rangeText(bench.area(0)->axis(QCPAxis::atLeft)), QStringLiteral("3..812"));
-}
-
-void FormPlotTest::counterAxis_data()
-{
-    const Table<int, int, QString> row("first", "last", "expected");
-    row("from 0", 0, 250, "-0.8..300");
-    row("from 100", 100, 250, "80..300");
-    row("all 0", 0, 0, "-0.8..1.2");
-    row("no sample in range", -1, -1, "-0.8..1.2");
-    row("no curve", -2, -2, "1.2..1.71799e+09");
-}
-
-void FormPlotTest::counterAxis()
-{
-    QFETCH(int, first);
-    QFETCH(int, last);
-    FormBench bench(1, MeasModeStandardAcq);
-    for (const auto& kind : bench.record(0).counterList)
-        kind->supported = first != -2;
-    const qint64 at = bench.nowUs - (first < 0 ? 3600 : 10) * second;
-    addSample(bench.record(0), at - second, 7); // the first one is never a point
-    addSample(bench.record(0), at, first);
-    addSample(bench.record(0), at + second, last);
-    bench.tick();
-    QTEST(rangeText(bench.area(0)->axis(QCPAxis::atLeft)), "expected");
-}
-
-void FormPlotTest::timeRanges_data()
-{
-    const Table<double, double, QString, QString> row("lower", "upper", "zoomed", "panReset");
-    row("zoom", -8.0, -3.0, "-8..-3", "-5..0");
-    row("pan", -50.0, -30.0, "-50..-30", "-20..0");
-    row("2 ms", -3.002, -3.0, "-3.002..-3", "-0.002..0");
-    row("too deep", -3.0005, -3.0, "-20..0", "-20..0");
-}
-
-void FormPlotTest::timeRanges()
-{
-    QFETCH(double, lower);
-    QFETCH(double, upper);
-    QFETCH(QString, zoomed);
-    FormBench bench(2);
-    const auto shown = [](const QString& range) { return QStringList{"A (1):" + range, "B (2):" + range}; };
-    bench.area(1)->axis(QCPAxis::atBottom)->setRange(lower, upper);
-    QCOMPARE(bench.areas(), shown(zoomed));
-    bench.press("resetPan");
-    QFETCH(QString, panReset);
-    QCOMPARE(bench.areas(), shown(panReset));
-}
-
-void FormPlotTest::wheelZoomsTimeOnly()
-{
-    FormBench bench(2);
-    bench.plot()->replot(QCustomPlot::rpImmediateRefresh);
-    const QPointF position = bench.area(1)->center();
-    QWheelEvent wheel(position, bench.plot()->mapToGlobal(position.toPoint()), {}, QPoint(0, 120), Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(bench.plot(), &wheel);
-    QVERIFY(bench.form->timeRangeUpper - bench.form->timeRangeLower < 19.0);
-    QCOMPARE(rangeText(bench.area(0)->axis(QCPAxis::atBottom)), rangeText(bench.area(1)->axis(QCPAxis::atBottom)));
-    QCOMPARE(rangeText(bench.area(1)->axis(QCPAxis::atLeft)), QStringLiteral("0..1000"));
-
-    bench.press("btnResetZoom");
-    QCOMPARE(bench.areas(), (QStringList{"A (1):-20..0", "B (2):-20..0"}));
-}
-
-void FormPlotTest::deepZoomShowsEverySample()
-{
-    FormBench bench(1);
-    addFrames(bench.record(0), bench.nowUs - 4 * second, bench.nowUs - 2 * second, 100, 2000);
-    bench.tick();
-    QVERIFY(bench.plot()->graph(0)->data()->size() <= bench.plot()->width()); // a point per pixel at most
-    bench.area(0)->axis(QCPAxis::atBottom)->setRange(-3.002, -3.0);           // nothing measures: read again at once
-    const auto points = bench.plot()->graph(0)->data();
-    QCOMPARE(points->size(), 20);
-    for (const auto& point : *points)
-        QVERIFY(point.key >= -3.002 && point.key <= -3.0);
-}
-
-void FormPlotTest::hugeRanges()
-{
-    FormBench bench(2);
-    addFrames(bench.record(0), bench.nowUs - second, bench.nowUs, second / 10, 2000);
-    for (const double bound : {1e5, 1e15, 1e100, 1e249}) {
-        bench.area(0)->axis(QCPAxis::atBottom)->setRange(-bound, bound);
-        QCOMPARE(bench.form->timeRangeUpper, bound);
-        QCOMPARE(bench.cell(0, ThroughputColumn::AvgThroughput), QStringLiteral("1024"));
-    }
-}
-
-void FormPlotTest::referenceTimeFollowsMeasurements()
-{
-    FormBench bench(2);
-    const auto tickAt = [&bench](int seconds) {
-        bench.nowUs = 36000000000 + seconds * second;
+    void curves()
+    {
+        QFETCH(int, detailLevel);
+        QFETCH(int, uncheckedCurve);
+        FormBench bench(1);
+        bench.host.options.detailLevel = detailLevel;
+        if (uncheckedCurve >= 0)
+            bench.curveBox(uncheckedCurve)->click();
+        addFrames(bench.record(0), bench.nowUs - 10 * second, bench.nowUs, second, 2000);
         bench.tick();
-        return (bench.form->referenceTime - 36000000000) / second;
-    };
-    QCOMPARE(tickAt(5), 0);
-    QTest::mouseClick(bench.measureButton(1), Qt::LeftButton);
-    QCOMPARE(tickAt(6), 6);
-    bench.child<QCheckBox>("checkBoxLiveGraph")->click();
-    QCOMPARE(tickAt(7), 7);
-    QTest::mouseClick(bench.measureButton(1), Qt::LeftButton);
-    QCOMPARE(tickAt(8), 7);
-}
+        QTEST(bench.curveNames(), "expected");
+        QCOMPARE(bench.cell(0, ThroughputColumn::AvgThroughput),
+                 QStringLiteral("1024")); // the figures come all the same
+        for (int i = 0; i < bench.plot()->graphCount(); ++i) {
+            const auto points = bench.plot()->graph(i)->data();
+            QCOMPARE(points->size(), 9); // all but the first and the last, which ends after now
+            QCOMPARE(points->constBegin()->key, -9.0 + 8e-6);
+        }
+    }
 
-void FormPlotTest::frozenGraph()
-{
-    FormBench bench(1);
-    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
-    bench.deliverFrames(0, 3);
-    QTRY_COMPARE(int(bench.record(0).runTotals().frames), 3);
-    bench.nowUs += second;
-    bench.child<QCheckBox>("checkBoxLiveGraph")->click();
-    bench.tick();
-    QCOMPARE(bench.plot()->graphCount(), 0);
-    QVERIFY(bench.cell(0, ThroughputColumn::AvgThroughput).toInt() > 0);
-    bench.press("refreshGraph");
-    QCOMPARE(bench.plot()->graphCount(), 2);
-}
+    void valueAxisFollowsItsCurves()
+    {
+        FormBench bench(1);
+        auto& record = bench.record(0);
+        addFrames(record, bench.nowUs - 10 * second, bench.nowUs - 5 * second, second, 1260);  // 812.7 MB/s
+        addFrames(record, bench.nowUs - 4 * second, bench.nowUs - 1 * second, second, 276760); // 3.7 MB/s
+        bench.tick();
+        QCOMPARE(bench.inCell<QLineEdit>(0, ThroughputColumn::YAxisScaling, 0)->text(), QStringLiteral("3"));
+        QCOMPARE(bench.inCell<QLineEdit>(0, ThroughputColumn::YAxisScaling, 1)->text(), QStringLiteral("812"));
+        QCOMPARE(rangeText(bench.area(0)->axis(QCPAxis::atLeft)), QStringLiteral("3..812"));
+    }
 
-void FormPlotTest::graphBoxes()
-{
-    FormBench bench(3);
-    const auto click = [&bench](int row) { QTest::mouseClick(bench.graphBox(row), Qt::LeftButton); };
-    bench.tick();
-    click(1);
-    QCOMPARE(bench.areas(), (QStringList{"A (1):-20..0", "C (3):-20..0"}));
-    QCOMPARE(bench.plot()->plotLayout()->rowCount(), 4); // no gap
-    bench.tick();
-    QCOMPARE(bench.plot()->graphCount(), 4);
-    click(0);
-    click(2);
-    QVERIFY(bench.plot()->isHidden());
-    bench.tick(); // only statistics
-    QCOMPARE(bench.plot()->graphCount(), 0);
-    click(1);
-    QVERIFY(bench.plot()->isVisible());
-    QCOMPARE(bench.areas(), QStringList{"B (2):-20..0"});
+    void counterAxis_data()
+    {
+        const Table<int, int, QString> row("first", "last", "expected");
+        row("from 0", 0, 250, "-0.8..300");
+        row("from 100", 100, 250, "80..300");
+        row("all 0", 0, 0, "-0.8..1.2");
+        row("no sample in range", -1, -1, "-0.8..1.2");
+        row("no curve", -2, -2, "1.2..1.71799e+09");
+    }
+    void counterAxis()
+    {
+        QFETCH(int, first);
+        QFETCH(int, last);
+        FormBench bench(1, MeasModeStandardAcq);
+        for (const auto& kind : bench.record(0).counterList)
+            kind->supported = first != -2;
+        const qint64 at = bench.nowUs - (first < 0 ? 3600 : 10) * second;
+        addSample(bench.record(0), at - second, 7); // the first one is never a point
+        addSample(bench.record(0), at, first);
+        addSample(bench.record(0), at + second, last);
+        bench.tick();
+        QTEST(rangeText(bench.area(0)->axis(QCPAxis::atLeft)), "expected");
+    }
 
-    bench.close(1); // the last one that is plotted
-    QVERIFY(bench.plot()->isHidden());
-    CameraRegistry::instance().closeAll();
-    QVERIFY(bench.plot()->isVisible());
-}
+    void timeRanges_data()
+    {
+        const Table<double, double, QString, QString> row("lower", "upper", "zoomed", "panReset");
+        row("zoom", -8.0, -3.0, "-8..-3", "-5..0");
+        row("pan", -50.0, -30.0, "-50..-30", "-20..0");
+        row("2 ms", -3.002, -3.0, "-3.002..-3", "-0.002..0");
+        row("too deep", -3.0005, -3.0, "-20..0", "-20..0");
+    }
+    void timeRanges()
+    {
+        QFETCH(double, lower);
+        QFETCH(double, upper);
+        QFETCH(QString, zoomed);
+        FormBench bench(2);
+        const auto shown = [](const QString& range) { return QStringList{"A (1):" + range, "B (2):" + range}; };
+        bench.area(1)->axis(QCPAxis::atBottom)->setRange(lower, upper);
+        QCOMPARE(bench.areas(), shown(zoomed));
+        bench.press("resetPan");
+        QFETCH(QString, panReset);
+        QCOMPARE(bench.areas(), shown(panReset));
+    }
 
-void FormPlotTest::replots()
-{
-    FormBench bench(2);
-    for (int i : {0, 1})
-        addFrames(bench.record(i), bench.nowUs - second, bench.nowUs, second / 10, 2000);
-    QVERIFY(QTest::qWaitForWindowExposed(bench.form.get()));
-    QCoreApplication::processEvents();
-    QSignalSpy replots(bench.plot(), &QCustomPlot::afterReplot);
-    bench.tick();
-    QCOMPARE(replots.size(), 1);
+    void wheelZoomsTimeOnly()
+    {
+        FormBench bench(2);
+        bench.plot()->replot(QCustomPlot::rpImmediateRefresh);
+        const QPointF position = bench.area(1)->center();
+        QWheelEvent wheel(position, bench.plot()->mapToGlobal(position.toPoint()), {}, QPoint(0, 120), Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(bench.plot(), &wheel);
+        QVERIFY(bench.form->timeRangeUpper - bench.form->timeRangeLower < 19.0);
+        QCOMPARE(rangeText(bench.area(0)->axis(QCPAxis::atBottom)),
+                 rangeText(bench.area(1)->axis(QCPAxis::atBottom)));
+        QCOMPARE(rangeText(bench.area(1)->axis(QCPAxis::atLeft)), QStringLiteral("0..1000"));
 
-    bench.form->hide();
-    replots.clear();
-    bench.tick();
-    bench.tick();
-    QCOMPARE(replots.size(), 0);
-    QCOMPARE(bench.plot()->graph(0)->data()->size(), 9); // but the curves are there
-    bench.form->show();
-    QTRY_COMPARE(replots.size(), 1);
-    QCoreApplication::processEvents();
-    QCOMPARE(replots.size(), 1);
-}
+        bench.press("btnResetZoom");
+        QCOMPARE(bench.areas(), (QStringList{"A (1):-20..0", "B (2):-20..0"}));
+    }
+
+    void deepZoomShowsEverySample()
+    {
+        FormBench bench(1);
+        addFrames(bench.record(0), bench.nowUs - 4 * second, bench.nowUs - 2 * second, 100, 2000);
+        bench.tick();
+        QVERIFY(bench.plot()->graph(0)->data()->size() <= bench.plot()->width()); // a point per pixel at most
+        bench.area(0)->axis(QCPAxis::atBottom)->setRange(-3.002, -3.0); // nothing measures: read again at once
+        const auto points = bench.plot()->graph(0)->data();
+        QCOMPARE(points->size(), 20);
+        for (const auto& point : *points)
+            QVERIFY(point.key >= -3.002 && point.key <= -3.0);
+    }
+
+    void hugeRanges()
+    {
+        FormBench bench(2);
+        addFrames(bench.record(0), bench.nowUs - second, bench.nowUs, second / 10, 2000);
+        for (const double bound : {1e5, 1e15, 1e100, 1e249}) {
+            bench.area(0)->axis(QCPAxis::atBottom)->setRange(-bound, bound);
+            QCOMPARE(bench.form->timeRangeUpper, bound);
+            QCOMPARE(bench.cell(0, ThroughputColumn::AvgThroughput), QStringLiteral("1024"));
+        }
+    }
+
+    void referenceTimeFollowsMeasurements()
+    {
+        FormBench bench(2);
+        const auto tickAt = [&bench](int seconds) {
+            bench.nowUs = 36000000000 + seconds * second;
+            bench.tick();
+            return (bench.form->referenceTime - 36000000000) / second;
+        };
+        QCOMPARE(tickAt(5), 0);
+        QTest::mouseClick(bench.measureButton(1), Qt::LeftButton);
+        QCOMPARE(tickAt(6), 6);
+        bench.child<QCheckBox>("checkBoxLiveGraph")->click();
+        QCOMPARE(tickAt(7), 7);
+        QTest::mouseClick(bench.measureButton(1), Qt::LeftButton);
+        QCOMPARE(tickAt(8), 7);
+    }
+
+    void frozenGraph()
+    {
+        FormBench bench(1);
+        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+        bench.deliverFrames(0, 3);
+        QTRY_COMPARE(int(bench.record(0).runTotals().frames), 3);
+        bench.nowUs += second;
+        bench.child<QCheckBox>("checkBoxLiveGraph")->click();
+        bench.tick();
+        QCOMPARE(bench.plot()->graphCount(), 0);
+        QVERIFY(bench.cell(0, ThroughputColumn::AvgThroughput).toInt() > 0);
+        bench.press("refreshGraph");
+        QCOMPARE(bench.plot()->graphCount(), 2);
+    }
+
+    void graphBoxes()
+    {
+        FormBench bench(3);
+        const auto click = [&bench](int row) { QTest::mouseClick(bench.graphBox(row), Qt::LeftButton); };
+        bench.tick();
+        click(1);
+        QCOMPARE(bench.areas(), (QStringList{"A (1):-20..0", "C (3):-20..0"}));
+        QCOMPARE(bench.plot()->plotLayout()->rowCount(), 4); // no gap
+        bench.tick();
+        QCOMPARE(bench.plot()->graphCount(), 4);
+        click(0);
+        click(2);
+        QVERIFY(bench.plot()->isHidden());
+        bench.tick(); // only statistics
+        QCOMPARE(bench.plot()->graphCount(), 0);
+        click(1);
+        QVERIFY(bench.plot()->isVisible());
+        QCOMPARE(bench.areas(), QStringList{"B (2):-20..0"});
+
+        bench.close(1); // the last one that is plotted
+        QVERIFY(bench.plot()->isHidden());
+        CameraRegistry::instance().closeAll();
+        QVERIFY(bench.plot()->isVisible());
+    }
+
+    void replots()
+    {
+        FormBench bench(2);
+        for (int i : {0, 1})
+            addFrames(bench.record(i), bench.nowUs - second, bench.nowUs, second / 10, 2000);
+        QVERIFY(QTest::qWaitForWindowExposed(bench.form.get()));
+        QCoreApplication::processEvents();
+        QSignalSpy replots(bench.plot(), &QCustomPlot::afterReplot);
+        bench.tick();
+        QCOMPARE(replots.size(), 1);
+
+        bench.form->hide();
+        replots.clear();
+        bench.tick();
+        bench.tick();
+        QCOMPARE(replots.size(), 0);
+        QCOMPARE(bench.plot()->graph(0)->data()->size(), 9); // but the curves are there
+        bench.form->show();
+        QTRY_COMPARE(replots.size(), 1);
+        QCoreApplication::processEvents();
+        QCOMPARE(replots.size(), 1);
+    }
+};
 
 QTEST_MAIN(FormPlotTest)
 #include "tst_formplot.moc"

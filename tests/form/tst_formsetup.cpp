@@ -76,184 +76,171 @@ class FormSetupTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void opensAndStores_data();
-    void opensAndStores();
-    void controls();
-    void reaction_data();
-    void reaction();
-    void capacityHint_data();
-    void capacityHint();
-    void memoryAsMeasured_data();
-    void memoryAsMeasured();
-};
-
-void FormSetupTest::opensAndStores_data()
-{
-    const Table<int, int, int, int, QString, QString> row("mode", "period", "capacity", "intervalMs", "opensAs",
-                                                          "accepted");
-    row("defaults", 0, 1024, 10000000, 1000, "0 4096 10 1", "0 4096 10000000 1000");
-    row("rounded down", 0, 8192, 2499999, 1999, "0 8192 2 1", "0 8192 2000000 1000");
-    row("rounded up", 1, 51200, 2500000, 1000000, "1 (51200) 3 1000", "1 51200 3000000 1000000");
-    row("odd period", 0, 4100, 1, 999, "0 4100 1 1", "0 4100 1000000 1000");
-    row("far too high", highest, highest, highest, highest, "0 51200 2000 1000", "0 51200 2000000000 1000000");
-    row("far too low", lowest, lowest, lowest, 0, "0 4096 1 1", "0 4096 1000000 1000");
-}
-
-void FormSetupTest::opensAndStores()
-{
-    QFETCH(int, mode);
-    QFETCH(int, period);
-    QFETCH(int, capacity);
-    QFETCH(int, intervalMs);
-    QFETCH(QString, opensAs);
-    FormBench bench;
-    bench.form->measMode = mode;
-    bench.form->samplePeriod = period;
-    bench.form->maxSamples = capacity;
-    bench.form->refreshTimer.setInterval(intervalMs);
-    const QString before = kept(*bench.form);
-    const auto look = [&](FormBench&, QDialog* dialog) { QCOMPARE(shown(dialog), opensAs); };
-    visitSetup(bench, look, QDialogButtonBox::Cancel);
-    QCOMPARE(kept(*bench.form), before);
-    visitSetup(bench, look);
-    QTEST(kept(*bench.form), "accepted");
-}
-
-void FormSetupTest::controls()
-{
-    FormBench bench;
-    visitSetup(bench, [](FormBench&, QDialog* dialog) {
-        // The sample period is stepped, never typed.
-        auto* period = spin(dialog, "spinSamplePeriod");
-        period->setFocus();
-        QTest::keyClicks(period, QStringLiteral("9"));
-        QCOMPARE(period->value(), 4096);
-        QTest::keyClick(period, Qt::Key_Up);
-        QCOMPARE(period->value(), 5120);
-
-        modes(dialog)->setFocus();
-        QTest::keyClick(modes(dialog), Qt::Key_Down);
-        QCOMPARE(shown(dialog), QStringLiteral("1 (5120) 10 1"));
-        QTest::keyClick(modes(dialog), Qt::Key_Up);
-        QCOMPARE(shown(dialog), QStringLiteral("0 5120 10 1"));
-    });
-}
-
-void FormSetupTest::reaction_data()
-{
-    // rowsAfter: "names: columns period interval"
-    const Table<bool, QString, Change> row("framesKept", "rowsAfter", "change");
-    row("nothing", true, "AB: 12 4096 1000", [](FormBench&, QDialog*) {});
-    row("capacity", true, "AB: 12 4096 1000",
-        [](FormBench&, QDialog* dialog) { spin(dialog, "spinCapacity")->stepUp(); });
-    row("sample period", false, "AB: 12 5120 1000",
-        [](FormBench&, QDialog* dialog) { spin(dialog, "spinSamplePeriod")->stepUp(); });
-    row("mode", false, "AB: 11 4096 1000", [](FormBench&, QDialog* dialog) { modes(dialog)->setCurrentIndex(1); });
-    row("mode there and back", true, "AB: 12 4096 1000", [](FormBench&, QDialog* dialog) {
-        modes(dialog)->setCurrentIndex(1);
-        modes(dialog)->setCurrentIndex(0);
-    });
-    row("mode, cameras come and go", false, "BC: 11 4096 1000", [](FormBench& bench, QDialog* dialog) {
-        modes(dialog)->setCurrentIndex(1);
-        bench.tick();
-        bench.addCamera();
-        bench.close(0);
-        bench.tick();
-    });
-    row("mode, but a program started", true, "AB: 12 4096 1000", [](FormBench& bench, QDialog* dialog) {
-        modes(dialog)->setCurrentIndex(1);
-        bench.press("btnStartAll");
-    });
-}
-
-void FormSetupTest::reaction()
-{
-    QFETCH(Change, change);
-    QFETCH(bool, framesKept);
-    FormBench bench(2);
-    bench.form->samplePeriod = 4096;
-    for (CxCameraLineData* record : qAsConst(bench.form->lineDataMap))
-        appendFrame(*record, bench.nowUs, {0, 1000});
-    visitSetup(bench, change);
-
-    QString names;
-    for (int row = 0; row < bench.table()->rowCount(); ++row)
-        names += bench.cell(row, cameraColumn).left(1);
-    QTEST(names + QStringLiteral(": %1 %2 %3")
-                      .arg(bench.table()->columnCount())
-                      .arg(bench.form->samplePeriod)
-                      .arg(bench.form->refreshTimer.interval()),
-          "rowsAfter");
-    for (const CxCameraLineData* record : qAsConst(bench.form->lineDataMap)) {
-        QCOMPARE(record->hasFrames(), framesKept);
-        QCOMPARE(record->measMode, bench.form->measMode);
+    void opensAndStores_data()
+    {
+        const Table<int, int, int, int, QString, QString> row("mode", "period", "capacity", "intervalMs", "opensAs",
+                                                              "accepted");
+        row("defaults", 0, 1024, 10000000, 1000, "0 4096 10 1", "0 4096 10000000 1000");
+        row("rounded down", 0, 8192, 2499999, 1999, "0 8192 2 1", "0 8192 2000000 1000");
+        row("rounded up", 1, 51200, 2500000, 1000000, "1 (51200) 3 1000", "1 51200 3000000 1000000");
+        row("odd period", 0, 4100, 1, 999, "0 4100 1 1", "0 4100 1000000 1000");
+        row("far too high", highest, highest, highest, highest, "0 51200 2000 1000", "0 51200 2000000000 1000000");
+        row("far too low", lowest, lowest, lowest, 0, "0 4096 1 1", "0 4096 1000000 1000");
     }
-}
+    void opensAndStores()
+    {
+        QFETCH(int, mode);
+        QFETCH(int, period);
+        QFETCH(int, capacity);
+        QFETCH(int, intervalMs);
+        QFETCH(QString, opensAs);
+        FormBench bench;
+        bench.form->measMode = mode;
+        bench.form->samplePeriod = period;
+        bench.form->maxSamples = capacity;
+        bench.form->refreshTimer.setInterval(intervalMs);
+        const QString before = kept(*bench.form);
+        const auto look = [&](FormBench&, QDialog* dialog) { QCOMPARE(shown(dialog), opensAs); };
+        visitSetup(bench, look, QDialogButtonBox::Cancel);
+        QCOMPARE(kept(*bench.form), before);
+        visitSetup(bench, look);
+        QTEST(kept(*bench.form), "accepted");
+    }
 
-void FormSetupTest::capacityHint_data()
-{
-    // frameIntervalUs: of a standard measurement
-    const Table<int, int, double, double, QString> row("mode", "required", "average", "frameIntervalUs", "lasts");
-    row("average rate", 0, 1000, 512.0, 0.0, "lasts 80 s");
-    row("required rate", 0, 1024, 0.0, 0.0, "lasts 40 s");
-    row("no finite average", 0, 1, HUGE_VAL, 0.0, "lasts 11 h");
-    row("no rate at all", 0, 0, 0.0, 0.0, "not known before its first measurement");
-    row("frames", 1, 1000, 500.0, 1000.0, "lasts 2.8 h");
-    row("no frames", 1, 1000, 500.0, 0.0, "not known before its first measurement");
-}
+    void controls()
+    {
+        FormBench bench;
+        visitSetup(bench, [](FormBench&, QDialog* dialog) {
+            // The sample period is stepped, never typed.
+            auto* period = spin(dialog, "spinSamplePeriod");
+            period->setFocus();
+            QTest::keyClicks(period, QStringLiteral("9"));
+            QCOMPARE(period->value(), 4096);
+            QTest::keyClick(period, Qt::Key_Up);
+            QCOMPARE(period->value(), 5120);
 
-void FormSetupTest::capacityHint()
-{
-    QFETCH(int, mode);
-    QFETCH(int, required);
-    QFETCH(double, average);
-    QFETCH(double, frameIntervalUs);
-    QFETCH(QString, lasts);
-    FormBench bench(1, mode);
-    CxCameraLineData& record = bench.record(0);
-    record.cameraName = QStringLiteral("<b>%1</b> %2");
-    record.requiredThroughput = required;
-    record.avgThroughput = average;
-    record.avgFrameTime = frameIntervalUs;
-    if (frameIntervalUs > 0)
-        addSample(record, bench.nowUs, 0);
-    visitSetup(bench, [&](FormBench&, QDialog* dialog) {
-        QTextDocument text;
-        text.setHtml(spin(dialog, "spinCapacity")->toolTip());
-        const QStringList lines = text.toPlainText().split(QLatin1Char('\n'));
-        QVERIFY2(lines.value(0).contains(mode == 0 ? QStringLiteral(" 86 MB ") : QStringLiteral(" 680 MB ")),
-                 qPrintable(lines.value(0)));
-        QCOMPARE(lines.value(1), QStringLiteral("<b>%1</b> %2: ") + lasts);
-        const QString before = spin(dialog, "spinCapacity")->toolTip();
-        spin(dialog, "spinCapacity")->setValue(2000);
-        QVERIFY(spin(dialog, "spinCapacity")->toolTip() != before);
-    });
-}
+            modes(dialog)->setFocus();
+            QTest::keyClick(modes(dialog), Qt::Key_Down);
+            QCOMPARE(shown(dialog), QStringLiteral("1 (5120) 10 1"));
+            QTest::keyClick(modes(dialog), Qt::Key_Up);
+            QCOMPARE(shown(dialog), QStringLiteral("0 5120 10 1"));
+        });
+    }
 
-/// What the tool tip promises is what the allocator hands out.
-void FormSetupTest::memoryAsMeasured_data()
-{
-    const Table<int> row("blocks");
-    row("usual", usualBlocksPerFrame);
-    row("few", 14);
-}
+    void reaction_data()
+    {
+        // rowsAfter: "names: columns period interval"
+        const Table<bool, QString, Change> row("framesKept", "rowsAfter", "change");
+        row("nothing", true, "AB: 12 4096 1000", [](FormBench&, QDialog*) {});
+        row("capacity", true, "AB: 12 4096 1000",
+            [](FormBench&, QDialog* dialog) { spin(dialog, "spinCapacity")->stepUp(); });
+        row("sample period", false, "AB: 12 5120 1000",
+            [](FormBench&, QDialog* dialog) { spin(dialog, "spinSamplePeriod")->stepUp(); });
+        row("mode", false, "AB: 11 4096 1000",
+            [](FormBench&, QDialog* dialog) { modes(dialog)->setCurrentIndex(1); });
+        row("mode there and back", true, "AB: 12 4096 1000", [](FormBench&, QDialog* dialog) {
+            modes(dialog)->setCurrentIndex(1);
+            modes(dialog)->setCurrentIndex(0);
+        });
+        row("mode, cameras come and go", false, "BC: 11 4096 1000", [](FormBench& bench, QDialog* dialog) {
+            modes(dialog)->setCurrentIndex(1);
+            bench.tick();
+            bench.addCamera();
+            bench.close(0);
+            bench.tick();
+        });
+        row("mode, but a program started", true, "AB: 12 4096 1000", [](FormBench& bench, QDialog* dialog) {
+            modes(dialog)->setCurrentIndex(1);
+            bench.press("btnStartAll");
+        });
+    }
+    void reaction()
+    {
+        QFETCH(Change, change);
+        QFETCH(bool, framesKept);
+        FormBench bench(2);
+        bench.form->samplePeriod = 4096;
+        for (CxCameraLineData* record : qAsConst(bench.form->lineDataMap))
+            appendFrame(*record, bench.nowUs, {0, 1000});
+        visitSetup(bench, change);
 
-void FormSetupTest::memoryAsMeasured()
-{
-    QFETCH(int, blocks);
-    constexpr int frames = 20000;
-    CxCameraLineData record;
-    const std::vector<quint64> ticks(static_cast<size_t>(blocks));
-    const auto before = mallinfo2();
-    for (int i = 0; i < frames; ++i)
-        appendFrame(record, i, ticks);
-    const auto after = mallinfo2();
-    if (after.arena == 0)
-        QSKIP("this allocator does not tell");
-    const double used = double(after.uordblks + after.hblkhd) - double(before.uordblks + before.hblkhd);
-    const double promised = frames * (blocks * bytesPerBlock + bytesPerFrame);
-    QVERIFY2(used <= promised && used > 0.85 * promised, qPrintable(QString::number(used / promised)));
-}
+        QString names;
+        for (int row = 0; row < bench.table()->rowCount(); ++row)
+            names += bench.cell(row, cameraColumn).left(1);
+        QTEST(names + QStringLiteral(": %1 %2 %3")
+                          .arg(bench.table()->columnCount())
+                          .arg(bench.form->samplePeriod)
+                          .arg(bench.form->refreshTimer.interval()),
+              "rowsAfter");
+        for (const CxCameraLineData* record : qAsConst(bench.form->lineDataMap)) {
+            QCOMPARE(record->hasFrames(), framesKept);
+            QCOMPARE(record->measMode, bench.form->measMode);
+        }
+    }
+
+    void capacityHint_data()
+    {
+        // frameIntervalUs: of a standard measurement
+        const Table<int, int, double, double, QString> row("mode", "required", "average", "frameIntervalUs", "lasts");
+        row("average rate", 0, 1000, 512.0, 0.0, "lasts 80 s");
+        row("required rate", 0, 1024, 0.0, 0.0, "lasts 40 s");
+        row("no finite average", 0, 1, HUGE_VAL, 0.0, "lasts 11 h");
+        row("no rate at all", 0, 0, 0.0, 0.0, "not known before its first measurement");
+        row("frames", 1, 1000, 500.0, 1000.0, "lasts 2.8 h");
+        row("no frames", 1, 1000, 500.0, 0.0, "not known before its first measurement");
+    }
+    void capacityHint()
+    {
+        QFETCH(int, mode);
+        QFETCH(int, required);
+        QFETCH(double, average);
+        QFETCH(double, frameIntervalUs);
+        QFETCH(QString, lasts);
+        FormBench bench(1, mode);
+        CxCameraLineData& record = bench.record(0);
+        record.cameraName = QStringLiteral("<b>%1</b> %2");
+        record.requiredThroughput = required;
+        record.avgThroughput = average;
+        record.avgFrameTime = frameIntervalUs;
+        if (frameIntervalUs > 0)
+            addSample(record, bench.nowUs, 0);
+        visitSetup(bench, [&](FormBench&, QDialog* dialog) {
+            QTextDocument text;
+            text.setHtml(spin(dialog, "spinCapacity")->toolTip());
+            const QStringList lines = text.toPlainText().split(QLatin1Char('\n'));
+            QVERIFY2(lines.value(0).contains(mode == 0 ? QStringLiteral(" 86 MB ") : QStringLiteral(" 680 MB ")),
+                     qPrintable(lines.value(0)));
+            QCOMPARE(lines.value(1), QStringLiteral("<b>%1</b> %2: ") + lasts);
+            const QString before = spin(dialog, "spinCapacity")->toolTip();
+            spin(dialog, "spinCapacity")->setValue(2000);
+            QVERIFY(spin(dialog, "spinCapacity")->toolTip() != before);
+        });
+    }
+
+    /// What the tool tip promises is what the allocator hands out.
+    void memoryAsMeasured_data()
+    {
+        const Table<int> row("blocks");
+        row("usual", usualBlocksPerFrame);
+        row("few", 14);
+    }
+    void memoryAsMeasured()
+    {
+        QFETCH(int, blocks);
+        constexpr int frames = 20000;
+        CxCameraLineData record;
+        const std::vector<quint64> ticks(static_cast<size_t>(blocks));
+        const auto before = mallinfo2();
+        for (int i = 0; i < frames; ++i)
+            appendFrame(record, i, ticks);
+        const auto after = mallinfo2();
+        if (after.arena == 0)
+            QSKIP("this allocator does not tell");
+        const double used = double(after.uordblks + after.hblkhd) - double(before.uordblks + before.hblkhd);
+        const double promised = frames * (blocks * bytesPerBlock + bytesPerFrame);
+        QVERIFY2(used <= promised && used > 0.85 * promised, qPrintable(QString::number(used / promised)));
+    }
+};
 
 QTEST_MAIN(FormSetupTest)
 #include "tst_formsetup.moc"

@@ -29,78 +29,72 @@ class FormToolTipsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void range_data();
-    void range();
-    void noFrameInRange();
-    void silentAndMissingFrames();
+    void range_data()
+    {
+        const Table<double, double, double, QString> row("lower", "upper", "avgFrameTime", "line");
+        row("twenty seconds", -20.0, 0.0, 400.0, ::range("-40", "20", "-20", "0", "20"));
+        row("short frames", -0.003, -0.001, 400.0, ::range("-0.005", "0.001", "-0.003", "-0.001", "0.002"));
+        row("long frames", -0.0021, -0.001, 800.0, ::range("-0.0029", "-0.0002", "-0.0021", "-0.001", "0.0008"));
+    }
+    void range()
+    {
+        QFETCH(double, lower);
+        QFETCH(double, upper);
+        QFETCH(double, avgFrameTime);
+        FormBench bench(1);
+        addFrames(bench.record(0), bench.nowUs - 2000, bench.nowUs, 100, 1000);
+        bench.record(0).avgFrameTime = avgFrameTime;
+        bench.area(0)->axis(QCPAxis::atBottom)->setRange(lower, upper);
+        bench.invoke("updateGraph");
+        QTEST(told(bench, 0, ThroughputColumn::AvgThroughput).value(0), "line");
+        QCOMPARE(told(bench, 0, ThroughputColumn::CameraBufferSize), QStringList());
+    }
+
+    /// The average stays on screen when the view has left the frames: its tool tip must not pass it off as theirs.
+    void noFrameInRange()
+    {
+        FormBench bench(1);
+        addFrames(bench.record(0), bench.nowUs - second, bench.nowUs, 1000, 1000);
+        const auto noFrame = [&] {
+            return told(bench, 0, ThroughputColumn::AvgThroughput).contains(QStringLiteral("no frame in this range"));
+        };
+        bench.invoke("updateGraph");
+        const QString average = bench.cell(0, ThroughputColumn::AvgThroughput);
+        QVERIFY(!noFrame());
+        bench.area(0)->axis(QCPAxis::atBottom)->setRange(-120.0, -110.0);
+        QCOMPARE(bench.cell(0, ThroughputColumn::AvgThroughput), average);
+        QVERIFY(noFrame());
+    }
+
+    void silentAndMissingFrames()
+    {
+        FormBench bench;
+        bench.addCamera([](sim::CameraScenario& scenario) {
+            scenario.faults.numberJump = {2, 1, 0};
+            scenario.faults.numberJumpBy = 5;
+        });
+        bench.addCamera();
+        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+        QTRY_VERIFY(bench.record(0).runTotals().failedWaits > 0); // its loop has begun
+        bench.nowUs += 7 * second + 900000;
+        const QStringList silent{"This measurement: 0 missing frames, longest time without a frame 7.9 s.",
+                                 "no frame for 7 s"};
+        QCOMPARE(told(bench, 0, statusColumn), silent);
+        QCOMPARE(told(bench, 0, ThroughputColumn::MinThroughput).mid(0, 2), silent);
+        QCOMPARE(told(bench, 1, statusColumn), QStringList()); // has not been measured
+
+        bench.deliverFrames(0, 4);
+        QTRY_COMPARE(bench.record(0).runTotals().frames, quint64(4));
+        const QStringList back{"This measurement: 5 missing frames, longest time without a frame 7.9 s."};
+        QCOMPARE(told(bench, 0, statusColumn), back);
+        QCOMPARE(told(bench, 0, ThroughputColumn::BufferOverflowCount).mid(0, 1), back);
+        bench.nowUs += 2 * second;
+        QCOMPARE(told(bench, 0, statusColumn).value(1), QStringLiteral("no frame for 2 s"));
+        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+        bench.nowUs += 30 * second;
+        QCOMPARE(told(bench, 0, statusColumn), back);
+    }
 };
-
-void FormToolTipsTest::range_data()
-{
-    const Table<double, double, double, QString> row("lower", "upper", "avgFrameTime", "line");
-    row("twenty seconds", -20.0, 0.0, 400.0, ::range("-40", "20", "-20", "0", "20"));
-    row("short frames", -0.003, -0.001, 400.0, ::range("-0.005", "0.001", "-0.003", "-0.001", "0.002"));
-    row("long frames", -0.0021, -0.001, 800.0, ::range("-0.0029", "-0.0002", "-0.0021", "-0.001", "0.0008"));
-}
-
-void FormToolTipsTest::range()
-{
-    QFETCH(double, lower);
-    QFETCH(double, upper);
-    QFETCH(double, avgFrameTime);
-    FormBench bench(1);
-    addFrames(bench.record(0), bench.nowUs - 2000, bench.nowUs, 100, 1000);
-    bench.record(0).avgFrameTime = avgFrameTime;
-    bench.area(0)->axis(QCPAxis::atBottom)->setRange(lower, upper);
-    bench.invoke("updateGraph");
-    QTEST(told(bench, 0, ThroughputColumn::AvgThroughput).value(0), "line");
-    QCOMPARE(told(bench, 0, ThroughputColumn::CameraBufferSize), QStringList());
-}
-
-/// The average stays on screen when the view has left the frames: its tool tip must not pass it off as theirs.
-void FormToolTipsTest::noFrameInRange()
-{
-    FormBench bench(1);
-    addFrames(bench.record(0), bench.nowUs - second, bench.nowUs, 1000, 1000);
-    const auto noFrame = [&] {
-        return told(bench, 0, ThroughputColumn::AvgThroughput).contains(QStringLiteral("no frame in this range"));
-    };
-    bench.invoke("updateGraph");
-    const QString average = bench.cell(0, ThroughputColumn::AvgThroughput);
-    QVERIFY(!noFrame());
-    bench.area(0)->axis(QCPAxis::atBottom)->setRange(-120.0, -110.0);
-    QCOMPARE(bench.cell(0, ThroughputColumn::AvgThroughput), average);
-    QVERIFY(noFrame());
-}
-
-void FormToolTipsTest::silentAndMissingFrames()
-{
-    FormBench bench;
-    bench.addCamera([](sim::CameraScenario& scenario) {
-        scenario.faults.numberJump = {2, 1, 0};
-        scenario.faults.numberJumpBy = 5;
-    });
-    bench.addCamera();
-    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
-    QTRY_VERIFY(bench.record(0).runTotals().failedWaits > 0); // its loop has begun
-    bench.nowUs += 7 * second + 900000;
-    const QStringList silent{"This measurement: 0 missing frames, longest time without a frame 7.9 s.",
-                             "no frame for 7 s"};
-    QCOMPARE(told(bench, 0, statusColumn), silent);
-    QCOMPARE(told(bench, 0, ThroughputColumn::MinThroughput).mid(0, 2), silent);
-    QCOMPARE(told(bench, 1, statusColumn), QStringList()); // has not been measured
-
-    bench.deliverFrames(0, 4);
-    QTRY_COMPARE(bench.record(0).runTotals().frames, quint64(4));
-    const QStringList back{"This measurement: 5 missing frames, longest time without a frame 7.9 s."};
-    QCOMPARE(told(bench, 0, statusColumn), back);
-    QCOMPARE(told(bench, 0, ThroughputColumn::BufferOverflowCount).mid(0, 1), back);
-    bench.nowUs += 2 * second;
-    QCOMPARE(told(bench, 0, statusColumn).value(1), QStringLiteral("no frame for 2 s"));
-    QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
-    bench.nowUs += 30 * second;
-    QCOMPARE(told(bench, 0, statusColumn), back);
-}
 
 QTEST_MAIN(FormToolTipsTest)
 #include "tst_formtooltips.moc"

@@ -4,73 +4,69 @@
 
 #include "FormBench.h"
 
+static const QString module = QStringLiteral(PLUGIN_FILE);
+
 class PluginModuleTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void metaData();
-    void exportsTwoFunctions();
-    void lifeWithAHost();
+    void metaData()
+    {
+        const QPluginLoader loader(module);
+        const QJsonObject expected{{"IID", "example.kestrova.Kestrova.CxDataThroughputGraphPlugin"},
+                                   {"className", "CxDataThroughputGraphPlugin"},
+                                   {"version", 329217},
+                                   {"debug", false},
+                                   {"MetaData", QJsonObject()}};
+        QCOMPARE(loader.metaData(), expected);
+    }
+
+    void exportsTwoFunctions()
+    {
+        QProcess nm;
+        nm.start(QStringLiteral("nm"), {"-D", "--defined-only", "--format=just-symbols", module});
+        if (!nm.waitForFinished() || nm.exitCode() != 0)
+            QSKIP("nm is not there");
+        QCOMPARE(nm.readAll().simplified(), QByteArray("qt_plugin_instance qt_plugin_query_metadata"));
+    }
+
+    void lifeWithAHost()
+    {
+        QPluginLoader loader(module);
+        auto* plugin = qobject_cast<CxPlugin*>(loader.instance());
+        QVERIFY2(plugin, qPrintable(loader.errorString()));
+        const QTemporaryDir dir;
+        QSettings settings(dir.filePath(QStringLiteral("s.ini")), QSettings::IniFormat);
+        plugin->loadSettings(settings); // before init
+        plugin->saveSettings(settings);
+        QVERIFY(settings.allKeys().isEmpty());
+        QVERIFY(!plugin->init()); // without a host
+        FakeHost host;
+        QVERIFY(plugin->init());
+        const QPointer<QWidget> form = host.widget.get();
+
+        const QString key = QStringLiteral("DataThroughputGraphPlugin/DTGTSamplePeriod");
+        settings.setValue(key, 5120);
+        plugin->loadSettings(settings);
+        settings.clear();
+        plugin->saveSettings(settings);
+        QCOMPARE(settings.group(), QString());
+        QCOMPARE(settings.value(key).toInt(), 5120);
+        QCOMPARE(settings.childGroups(), QStringList{"DataThroughputGraphPlugin"});
+
+        delete loader.instance();
+        QVERIFY(form);
+        auto* second = qobject_cast<CxPlugin*>(loader.instance());
+        QVERIFY(second->init());
+        QVERIFY(!form); // the host had one place only
+        host.widget.reset();
+        settings.clear();
+        second->saveSettings(settings); // after the form's end
+        QVERIFY(settings.allKeys().isEmpty());
+        QVERIFY(loader.unload());
+    }
 };
-
-static const QString module = QStringLiteral(PLUGIN_FILE);
-
-void PluginModuleTest::metaData()
-{
-    const QPluginLoader loader(module);
-    const QJsonObject expected{{"IID", "example.kestrova.Kestrova.CxDataThroughputGraphPlugin"},
-                               {"className", "CxDataThroughputGraphPlugin"},
-                               {"version", 329217},
-                               {"debug", false},
-                               {"MetaData", QJsonObject()}};
-    QCOMPARE(loader.metaData(), expected);
-}
-
-void PluginModuleTest::exportsTwoFunctions()
-{
-    QProcess nm;
-    nm.start(QStringLiteral("nm"), {"-D", "--defined-only", "--format=just-symbols", module});
-    if (!nm.waitForFinished() || nm.exitCode() != 0)
-        QSKIP("nm is not there");
-    QCOMPARE(nm.readAll().simplified(), QByteArray("qt_plugin_instance qt_plugin_query_metadata"));
-}
-
-void PluginModuleTest::lifeWithAHost()
-{
-    QPluginLoader loader(module);
-    auto* plugin = qobject_cast<CxPlugin*>(loader.instance());
-    QVERIFY2(plugin, qPrintable(loader.errorString()));
-    const QTemporaryDir dir;
-    QSettings settings(dir.filePath(QStringLiteral("s.ini")), QSettings::IniFormat);
-    plugin->loadSettings(settings); // before init
-    plugin->saveSettings(settings);
-    QVERIFY(settings.allKeys().isEmpty());
-    QVERIFY(!plugin->init()); // without a host
-    FakeHost host;
-    QVERIFY(plugin->init());
-    const QPointer<QWidget> form = host.widget.get();
-
-    const QString key = QStringLiteral("DataThroughputGraphPlugin/DTGTSamplePeriod");
-    settings.setValue(key, 5120);
-    plugin->loadSettings(settings);
-    settings.clear();
-    plugin->saveSettings(settings);
-    QCOMPARE(settings.group(), QString());
-    QCOMPARE(settings.value(key).toInt(), 5120);
-    QCOMPARE(settings.childGroups(), QStringList{"DataThroughputGraphPlugin"});
-
-    delete loader.instance();
-    QVERIFY(form);
-    auto* second = qobject_cast<CxPlugin*>(loader.instance());
-    QVERIFY(second->init());
-    QVERIFY(!form); // the host had one place only
-    host.widget.reset();
-    settings.clear();
-    second->saveSettings(settings); // after the form's end
-    QVERIFY(settings.allKeys().isEmpty());
-    QVERIFY(loader.unload());
-}
 
 QTEST_MAIN(PluginModuleTest)
 #include "tst_pluginmodule.moc"

@@ -16,113 +16,108 @@ class TestFreeRunning : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void framesKeepToTheSchedule();
-    void stopEndsWaits();
-    void lossIsHeardWithoutAnyCall();
-    void callsFromManyThreads();
-};
-
-void TestFreeRunning::framesKeepToTheSchedule()
-{
-    CameraScenario scenario = smallCamera();
-    scenario.sensor.rateHz = 200.0;
-    scenario.queueFrames = 1000; // whatever else the machine does meanwhile
-    FreeRunningCamera camera(scenario);
-    QVERIFY(camera.start());
-    DeviceImage first;
-    QVERIFY(camera.waitForImage(20s, first));
-    const auto began = std::chrono::steady_clock::now();
-    DeviceImage image;
-    for (quint32 n = 1; n <= 100; ++n) {
-        QVERIFY(camera.waitForImage(20s, image));
-        QCOMPARE(image.descriptor.frameNumber, n);
-    }
-    // Frame 100 is due 0.5 s after frame 0, whenever that was fetched. It never comes early.
-    const auto stamp = [](const VN_IMG& got) { return got.tsSec * 1000000LL + got.tsUSec; };
-    QVERIFY(qAbs(stamp(image.descriptor) - stamp(first.descriptor) - 500000) <= 1);
-    QVERIFY(!camera.waitForImage(0ms, image) || std::chrono::steady_clock::now() - began > 400ms);
-}
-
-void TestFreeRunning::stopEndsWaits()
-{
-    CameraScenario scenario = smallCamera();
-    scenario.faults.noImage = {{0.0, 1e9}};
-    FreeRunningCamera camera(scenario);
-    QVERIFY(camera.start());
-    std::atomic<bool> result{true};
-    std::thread host([&] {
+    void framesKeepToTheSchedule()
+    {
+        CameraScenario scenario = smallCamera();
+        scenario.sensor.rateHz = 200.0;
+        scenario.queueFrames = 1000; // whatever else the machine does meanwhile
+        FreeRunningCamera camera(scenario);
+        QVERIFY(camera.start());
+        DeviceImage first;
+        QVERIFY(camera.waitForImage(20s, first));
+        const auto began = std::chrono::steady_clock::now();
         DeviceImage image;
-        result = camera.waitForImage(std::chrono::hours(1), image);
-    });
-    QVERIFY(camera.stop());
-    host.join(); // whether the wait began before the stop or after it
-    QVERIFY(!result);
-    DeviceImage image;
-    QVERIFY(camera.start());
-    QVERIFY(!camera.waitForImage(1ms, image));
-}
-
-void TestFreeRunning::lossIsHeardWithoutAnyCall()
-{
-    CameraScenario scenario = smallCamera();
-    for (int i = 0; i < 1000; ++i)
-        scenario.faults.loss.push_back({20.0 + i * 40.0, 20.0});
-    FreeRunningCamera camera(scenario);
-    std::atomic<int> lost{0};
-    std::atomic<int> back{0};
-    camera.setLossListener([&](bool gone) { ++(gone ? lost : back); });
-    QTRY_VERIFY(lost >= 2 && back >= 2);
-    camera.setLossListener({});
-    QVERIFY(qAbs(lost - back) <= 1);
-}
-
-/// Nothing to compare but that it ends: for the race and memory checkers.
-void TestFreeRunning::callsFromManyThreads()
-{
-    CameraScenario scenario = smallCamera();
-    scenario.link.rate = 20.0;
-    scenario.faults.loss = {{30.0, 10.0}, {80.0, 10.0}};
-    const auto link = std::make_shared<SharedLink>(scenario.link);
-    FreeRunningCamera camera(scenario, link);
-    FreeRunningCamera neighbour(scenario, link);
-    std::atomic<int> heard{0};
-    std::atomic<bool> ending{false};
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 2; ++i) {
-        threads.emplace_back([&] {
-            DeviceImage image;
-            quint64 sum = 0;
-            while (!ending) {
-                if (camera.waitForImage(2ms, image) && image.descriptor.data)
-                    sum += *static_cast<const quint64*>(image.descriptor.data);
-            }
-            Q_UNUSED(sum);
-        });
-    }
-    threads.emplace_back([&] {
-        while (!ending) {
-            int value = 0;
-            camera.setLossListener([&heard](bool) { ++heard; });
-            camera.getInt("counter_value", value);
-            camera.isLost();
-            camera.setLossListener({});
+        for (quint32 n = 1; n <= 100; ++n) {
+            QVERIFY(camera.waitForImage(20s, image));
+            QCOMPARE(image.descriptor.frameNumber, n);
         }
-    });
-    for (int n = 0; n < 30; ++n) {
-        prepare(camera);
-        camera.start();
-        neighbour.start();
-        DeviceImage image;
-        camera.waitForImage(2ms, image);
-        camera.stop();
-        neighbour.stop();
+        // Frame 100 is due 0.5 s after frame 0, whenever that was fetched. It never comes early.
+        const auto stamp = [](const VN_IMG& got) { return got.tsSec * 1000000LL + got.tsUSec; };
+        QVERIFY(qAbs(stamp(image.descriptor) - stamp(first.descriptor) - 500000) <= 1);
+        QVERIFY(!camera.waitForImage(0ms, image) || std::chrono::steady_clock::now() - began > 400ms);
     }
-    ending = true;
-    for (std::thread& thread : threads)
-        thread.join();
-    const Ledger ledger = camera.ledger();
-    QCOMPARE(ledger.total(Fate::UnderWay).frames, quint64(0));
-}
+
+    void stopEndsWaits()
+    {
+        CameraScenario scenario = smallCamera();
+        scenario.faults.noImage = {{0.0, 1e9}};
+        FreeRunningCamera camera(scenario);
+        QVERIFY(camera.start());
+        std::atomic<bool> result{true};
+        std::thread host([&] {
+            DeviceImage image;
+            result = camera.waitForImage(std::chrono::hours(1), image);
+        });
+        QVERIFY(camera.stop());
+        host.join(); // whether the wait began before the stop or after it
+        QVERIFY(!result);
+        DeviceImage image;
+        QVERIFY(camera.start());
+        QVERIFY(!camera.waitForImage(1ms, image));
+    }
+
+    void lossIsHeardWithoutAnyCall()
+    {
+        CameraScenario scenario = smallCamera();
+        for (int i = 0; i < 1000; ++i)
+            scenario.faults.loss.push_back({20.0 + i * 40.0, 20.0});
+        FreeRunningCamera camera(scenario);
+        std::atomic<int> lost{0};
+        std::atomic<int> back{0};
+        camera.setLossListener([&](bool gone) { ++(gone ? lost : back); });
+        QTRY_VERIFY(lost >= 2 && back >= 2);
+        camera.setLossListener({});
+        QVERIFY(qAbs(lost - back) <= 1);
+    }
+
+    /// Nothing to compare but that it ends: for the race and memory checkers.
+    void callsFromManyThreads()
+    {
+        CameraScenario scenario = smallCamera();
+        scenario.link.rate = 20.0;
+        scenario.faults.loss = {{30.0, 10.0}, {80.0, 10.0}};
+        const auto link = std::make_shared<SharedLink>(scenario.link);
+        FreeRunningCamera camera(scenario, link);
+        FreeRunningCamera neighbour(scenario, link);
+        std::atomic<int> heard{0};
+        std::atomic<bool> ending{false};
+        std::vector<std::thread> threads;
+        for (int i = 0; i < 2; ++i) {
+            threads.emplace_back([&] {
+                DeviceImage image;
+                quint64 sum = 0;
+                while (!ending) {
+                    if (camera.waitForImage(2ms, image) && image.descriptor.data)
+                        sum += *static_cast<const quint64*>(image.descriptor.data);
+                }
+                Q_UNUSED(sum);
+            });
+        }
+        threads.emplace_back([&] {
+            while (!ending) {
+                int value = 0;
+                camera.setLossListener([&heard](bool) { ++heard; });
+                camera.getInt("counter_value", value);
+                camera.isLost();
+                camera.setLossListener({});
+            }
+        });
+        for (int n = 0; n < 30; ++n) {
+            prepare(camera);
+            camera.start();
+            neighbour.start();
+            DeviceImage image;
+            camera.waitForImage(2ms, image);
+            camera.stop();
+            neighbour.stop();
+        }
+        ending = true;
+        for (std::thread& thread : threads)
+            thread.join();
+        const Ledger ledger = camera.ledger();
+        QCOMPARE(ledger.total(Fate::UnderWay).frames, quint64(0));
+    }
+};
 
 QTEST_APPLESS_MAIN(TestFreeRunning)
 #include "tst_freerunning.moc"

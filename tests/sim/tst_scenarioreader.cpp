@@ -13,89 +13,85 @@ class TestScenarioReader : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void mistakesAreRefused_data();
-    void mistakesAreRefused();
-    void everythingIsRead();
-    void shippedOnesAreRead();
-};
-
-void TestScenarioReader::mistakesAreRefused_data()
-{
-    const Table<QByteArray, QString> row("json", "error");
-    const auto camera = [&row](const char* name, const QByteArray& fields, const char* error) {
-        row(name, "{\"cameras\": [{\"id\": \"1\"}, {\"id\": \"2\", " + fields + "}]}", error);
-    };
-    row("no JSON", "{\n\"cameras\": [}\n", "line 2: object is missing after a comma");
-    row("no cameras", "{}", "cameras: there is none");
-    row("unknown key", "{\"camera\": []}", "camera: unknown key");
-    row("cameras is no list", "{\"cameras\": {}}", "cameras: must be a list");
-    row("link without a name", "{\"links\": [{}]}", "links[0].name: must be given and unlike that of other links");
-    camera("same id", "\"id\": \"1\"", "cameras[1].id: another camera has it already");
-    camera("text for a number", "\"queueFrames\": \"8\"",
-           "cameras[1].queueFrames: must be a whole number from 1 to 1000");
-    camera("out of range", "\"link\": {\"rate\": 0}", "cameras[1].link.rate: must be a number from 0.1 to 100000");
-    camera("unknown inside", "\"sensor\": {\"with\": 8}", "cameras[1].sensor.with: unknown key");
-    camera("bit depth between", "\"sensor\": {\"bitDepth\": 9}",
-           "cameras[1].sensor.bitDepth: must be 8, 10, 12 or 16");
-    camera("buffer below a packet", "\"bufferBytes\": 100",
-           "cameras[1].bufferBytes: must be a whole number from 65536 to 2147483647");
-    camera("jitter beyond the period", "\"sensor\": {\"rateHz\": 1000, \"jitterUs\": 1001}",
-           "cameras[1].sensor.jitterUs: must be a number from 0 to 1000");
-    camera("link that is not there", "\"link\": \"hub\"", "cameras[1].link: there is no link \"hub\"");
-    camera("format", "\"formats\": [\"mono8\", \"rgb\"]",
-           "cameras[1].formats: must be a list of mono8, mono16, transport");
-    camera("call", "\"faults\": {\"refuse\": [{}, {\"call\": \"sit\"}]}",
-           "cameras[1].faults.refuse[1].call: must be one of get, set, settable, start, stop, wait");
-    camera("tick as a number", "\"faults\": {\"tickStart\": 5}",
-           "cameras[1].faults.tickStart: must be a text with a whole number of 64 bits, such as "
-           "\"0xffffffff00000000\"");
-}
-
-void TestScenarioReader::mistakesAreRefused()
-{
-    QFETCH(QByteArray, json);
-    QFETCH(QString, error);
-    QString got;
-    QVERIFY(readScenario(json, got).empty());
-    QCOMPARE(got, error);
-}
-
-void TestScenarioReader::everythingIsRead()
-{
-    QString error;
-    const auto cameras = readScenario(R"({"seed": 5, "links": [{"name": "hub", "rate": 77}], "cameras": [
-        {"id": "a", "link": "hub"},
-        {"id": "b", "transportSpeed": null, "formats": ["transport", "mono8"],
-         "faults": {"refuse": [{"call": "stop", "nth": 2}, {"parameter": "x", "value": 3}],
-                    "oddSize": {"first": 4, "every": 10}, "tickStart": "0xffffffffffffffff"}}]})",
-                                      error);
-    QCOMPARE(error, QString());
-    QCOMPARE(cameras.size(), size_t(2));
-    const CameraScenario& a = cameras[0];
-    QCOMPARE(a.link.rate, 77.0);
-    QCOMPARE(a.transportSpeed.value_or(-1), 380);
-    const CameraScenario& b = cameras[1];
-    QVERIFY(a.seed != b.seed);
-    QVERIFY(b.link.name.isEmpty());
-    QVERIFY(!b.transportSpeed);
-    QCOMPARE(b.formats, (std::vector<int>{7, 0}));
-    QCOMPARE(b.faults.refuse.size(), size_t(2));
-    QVERIFY(b.faults.refuse[0].call == Call::Stop && b.faults.refuse[0].nth == 2 && !b.faults.refuse[0].value);
-    QVERIFY(b.faults.refuse[1].call == Call::Set && b.faults.refuse[1].value == 3);
-    QVERIFY(b.faults.oddSize.contains(14) && !b.faults.oddSize.contains(15));
-    QVERIFY(!b.faults.nullData.contains(0));
-    QCOMPARE(b.faults.tickStart, ~0ULL);
-}
-
-void TestScenarioReader::shippedOnesAreRead()
-{
-    QString error;
-    for (const QFileInfo& file : QDir(SCENARIO_DIR).entryInfoList({"*.json"})) {
-        QVERIFY(!createCameras(file.filePath(), &error).empty());
-        QCOMPARE(error, QString());
+    void mistakesAreRefused_data()
+    {
+        const Table<QByteArray, QString> row("json", "error");
+        const auto camera = [&row](const char* name, const QByteArray& fields, const char* error) {
+            row(name, "{\"cameras\": [{\"id\": \"1\"}, {\"id\": \"2\", " + fields + "}]}", error);
+        };
+        row("no JSON", "{\n\"cameras\": [}\n", "line 2: object is missing after a comma");
+        row("no cameras", "{}", "cameras: there is none");
+        row("unknown key", "{\"camera\": []}", "camera: unknown key");
+        row("cameras is no list", "{\"cameras\": {}}", "cameras: must be a list");
+        row("link without a name", "{\"links\": [{}]}",
+            "links[0].name: must be given and unlike that of other links");
+        camera("same id", "\"id\": \"1\"", "cameras[1].id: another camera has it already");
+        camera("text for a number", "\"queueFrames\": \"8\"",
+               "cameras[1].queueFrames: must be a whole number from 1 to 1000");
+        camera("out of range", "\"link\": {\"rate\": 0}",
+               "cameras[1].link.rate: must be a number from 0.1 to 100000");
+        camera("unknown inside", "\"sensor\": {\"with\": 8}", "cameras[1].sensor.with: unknown key");
+        camera("bit depth between", "\"sensor\": {\"bitDepth\": 9}",
+               "cameras[1].sensor.bitDepth: must be 8, 10, 12 or 16");
+        camera("buffer below a packet", "\"bufferBytes\": 100",
+               "cameras[1].bufferBytes: must be a whole number from 65536 to 2147483647");
+        camera("jitter beyond the period", "\"sensor\": {\"rateHz\": 1000, \"jitterUs\": 1001}",
+               "cameras[1].sensor.jitterUs: must be a number from 0 to 1000");
+        camera("link that is not there", "\"link\": \"hub\"", "cameras[1].link: there is no link \"hub\"");
+        camera("format", "\"formats\": [\"mono8\", \"rgb\"]",
+               "cameras[1].formats: must be a list of mono8, mono16, transport");
+        camera("call", "\"faults\": {\"refuse\": [{}, {\"call\": \"sit\"}]}",
+               "cameras[1].faults.refuse[1].call: must be one of get, set, settable, start, stop, wait");
+        camera("tick as a number", "\"faults\": {\"tickStart\": 5}",
+               "cameras[1].faults.tickStart: must be a text with a whole number of 64 bits, such as "
+               "\"0xffffffff00000000\"");
     }
-    QCOMPARE(createCameras(QString(), &error).size(), size_t(4));
-}
+    void mistakesAreRefused()
+    {
+        QFETCH(QByteArray, json);
+        QFETCH(QString, error);
+        QString got;
+        QVERIFY(readScenario(json, got).empty());
+        QCOMPARE(got, error);
+    }
+
+    void everythingIsRead()
+    {
+        QString error;
+        const auto cameras = readScenario(R"({"seed": 5, "links": [{"name": "hub", "rate": 77}], "cameras": [
+            {"id": "a", "link": "hub"},
+            {"id": "b", "transportSpeed": null, "formats": ["transport", "mono8"],
+             "faults": {"refuse": [{"call": "stop", "nth": 2}, {"parameter": "x", "value": 3}],
+                        "oddSize": {"first": 4, "every": 10}, "tickStart": "0xffffffffffffffff"}}]})",
+                                          error);
+        QCOMPARE(error, QString());
+        QCOMPARE(cameras.size(), size_t(2));
+        const CameraScenario& a = cameras[0];
+        QCOMPARE(a.link.rate, 77.0);
+        QCOMPARE(a.transportSpeed.value_or(-1), 380);
+        const CameraScenario& b = cameras[1];
+        QVERIFY(a.seed != b.seed);
+        QVERIFY(b.link.name.isEmpty());
+        QVERIFY(!b.transportSpeed);
+        QCOMPARE(b.formats, (std::vector<int>{7, 0}));
+        QCOMPARE(b.faults.refuse.size(), size_t(2));
+        QVERIFY(b.faults.refuse[0].call == Call::Stop && b.faults.refuse[0].nth == 2 && !b.faults.refuse[0].value);
+        QVERIFY(b.faults.refuse[1].call == Call::Set && b.faults.refuse[1].value == 3);
+        QVERIFY(b.faults.oddSize.contains(14) && !b.faults.oddSize.contains(15));
+        QVERIFY(!b.faults.nullData.contains(0));
+        QCOMPARE(b.faults.tickStart, ~0ULL);
+    }
+
+    void shippedOnesAreRead()
+    {
+        QString error;
+        for (const QFileInfo& file : QDir(SCENARIO_DIR).entryInfoList({"*.json"})) {
+            QVERIFY(!createCameras(file.filePath(), &error).empty());
+            QCOMPARE(error, QString());
+        }
+        QCOMPARE(createCameras(QString(), &error).size(), size_t(4));
+    }
+};
 
 QTEST_APPLESS_MAIN(TestScenarioReader)
 #include "tst_scenarioreader.moc"

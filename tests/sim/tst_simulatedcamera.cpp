@@ -21,235 +21,222 @@ class TestSimulatedCamera : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void callsAreRefused_data();
-    void callsAreRefused();
-    void noImageForAWhile();
-    void lossAndReturn();
-    void imagesHaveTheirFormat_data();
-    void imagesHaveTheirFormat();
-    void memoryIsUsedAgainWhenNobodyHoldsIt();
-    void waitMovesTime();
-    void blockedWaitEnds_data();
-    void blockedWaitEnds();
-};
-
-void TestSimulatedCamera::callsAreRefused_data()
-{
-    // results: get, set to 0, set to 1, "can set to 1", start, stop, wait; thrice
-    const Table<Refusal, QByteArray> row("refusal", "results");
-    row("nothing", {Call::Set, "LUTEnabled", {}, 0}, "1111111 1111111 1111111");
-    row("a parameter always", {Call::Set, "LUTEnable", {}, 0}, "1001111 1001111 1001111");
-    row("a value", {Call::Set, "LUTEnable", 1, 0}, "1101111 1101111 1101111");
-    row("the third write", {Call::Set, "LUTEnable", {}, 3}, "1111111 1011111 1111111");
-    row("the second read of anything", {Call::Get, {}, {}, 2}, "1111111 0111111 1111111");
-    row("the question", {Call::CanSet, "LUTEnable", {}, 1}, "1110111 1111111 1111111");
-    row("the second start", {Call::Start, {}, {}, 2}, "1111111 1111000 1111111");
-    row("the first stop", {Call::Stop, {}, {}, 1}, "1111101 1111111 1111111");
-    row("every wait", {Call::Wait, {}, {}, 0}, "1111110 1111110 1111110");
-}
-
-void TestSimulatedCamera::callsAreRefused()
-{
-    QFETCH(Refusal, refusal);
-    QFETCH(QByteArray, results);
-    CameraScenario scenario = smallCamera();
-    scenario.faults.refuse = {refusal};
-    HandDrivenCamera camera(scenario);
-    for (const QByteArray& expected : results.split(' ')) {
-        int value = 0;
-        DeviceImage image;
-        QByteArray got;
-        const auto note = [&got](bool result) { got += result ? '1' : '0'; };
-        note(camera.getInt("LUTEnable", value));
-        note(camera.setInt("LUTEnable", 0));
-        note(camera.setInt("LUTEnable", 1));
-        note(camera.canSet("LUTEnable", 1));
-        const bool started = camera.start();
-        const bool waited = started && camera.waitForImage(1s, image);
-        note(started);
-        note(camera.stop());
-        note(waited);
-        QCOMPARE(got, expected);
+    void callsAreRefused_data()
+    {
+        // results: get, set to 0, set to 1, "can set to 1", start, stop, wait; thrice
+        const Table<Refusal, QByteArray> row("refusal", "results");
+        row("nothing", {Call::Set, "LUTEnabled", {}, 0}, "1111111 1111111 1111111");
+        row("a parameter always", {Call::Set, "LUTEnable", {}, 0}, "1001111 1001111 1001111");
+        row("a value", {Call::Set, "LUTEnable", 1, 0}, "1101111 1101111 1101111");
+        row("the third write", {Call::Set, "LUTEnable", {}, 3}, "1111111 1011111 1111111");
+        row("the second read of anything", {Call::Get, {}, {}, 2}, "1111111 0111111 1111111");
+        row("the question", {Call::CanSet, "LUTEnable", {}, 1}, "1110111 1111111 1111111");
+        row("the second start", {Call::Start, {}, {}, 2}, "1111111 1111000 1111111");
+        row("the first stop", {Call::Stop, {}, {}, 1}, "1111101 1111111 1111111");
+        row("every wait", {Call::Wait, {}, {}, 0}, "1111110 1111110 1111110");
     }
-}
-
-void TestSimulatedCamera::noImageForAWhile()
-{
-    CameraScenario scenario = smallCamera();
-    scenario.faults.noImage = {{100.0, 7000.0}};
-    HandDrivenCamera camera(scenario);
-    QVERIFY(prepare(camera));
-    camera.advance(1s);
-    QVERIFY(camera.start());
-    DeviceImage image;
-    int before = 0;
-    while (camera.waitForImage(5s, image))
-        ++before;
-    QVERIFY(before > 9);
-    const double waitedMs = std::chrono::duration<double, std::milli>(camera.now()).count();
-    QVERIFY(waitedMs > 6000.0 && waitedMs < 6101.0); // the last image, and the limit
-    QVERIFY(camera.waitForImage(5s, image));
-    QCOMPARE(image.descriptor.frameNumber, quint32(before)); // silence makes no gap
-    QVERIFY(camera.now() >= 8100ms && camera.now() < 8120ms);
-}
-
-void TestSimulatedCamera::lossAndReturn()
-{
-    CameraScenario scenario = smallCamera();
-    scenario.faults.loss = {{50.0, 9000.0}};
-    HandDrivenCamera camera(scenario);
-    std::vector<std::pair<bool, std::chrono::nanoseconds>> heard;
-    camera.setLossListener([&](bool lost) { heard.emplace_back(lost, camera.now()); });
-    const auto fresh = camera.parameters(true);
-    QVERIFY(prepare(camera));
-    QVERIFY(camera.start());
-    DeviceImage image;
-    DeviceImage kept;
-    while (camera.waitForImage(5s, image))
-        kept = image;
-    QCOMPARE(camera.now(), heard.at(0).second);
-    QVERIFY(camera.isLost());
-    QVERIFY(camera.now() > 5040ms && camera.now() < 5050ms + 1ms); // that wait lasted its limit
-    const auto* words = static_cast<const quint64*>(kept.descriptor.data);
-    QVERIFY(words[1] > words[0]); // memory outlives the loss
-
-    int value = 5;
-    QVERIFY(!camera.getInt("imgdataformat", value) && !camera.setInt("imgdataformat", 0));
-    QVERIFY(!camera.canSet("imgdataformat", 0) && camera.hasParameter("imgdataformat"));
-    QCOMPARE(camera.parameter("imgdataformat"), 7);
-
-    // The next wait ends with the return, the one after lasts its limit again: nobody must spin.
-    QVERIFY(!camera.waitForImage(5s, image));
-    QCOMPARE(camera.now(), std::chrono::nanoseconds(9050ms));
-    QVERIFY(!camera.isLost());
-    QVERIFY(!camera.waitForImage(5s, image));
-    QCOMPARE(camera.now(), std::chrono::nanoseconds(14050ms));
-    QCOMPARE(camera.parameters(true), fresh);
-    QVERIFY(!camera.isAcquiring());
-    QVERIFY(!camera.stop()); // there is nothing left to stop properly, but waits are over
-    QVERIFY(!camera.waitForImage(5s, image));
-    QCOMPARE(camera.now(), std::chrono::nanoseconds(14050ms));
-    QVERIFY(camera.start());
-    QVERIFY(camera.waitForImage(5s, image));
-    QCOMPARE(image.descriptor.frameNumber, 0u);
-
-    QCOMPARE(heard.size(), size_t(2));
-    QVERIFY(heard[0].first && !heard[1].first);
-    camera.setLossListener({});
-    camera.lose();
-    QCOMPARE(heard.size(), size_t(2));
-    QVERIFY(!camera.start());
-    camera.comeBack();
-    QVERIFY(camera.start());
-}
-
-void TestSimulatedCamera::imagesHaveTheirFormat_data()
-{
-    const Table<int, int, int, quint64> row("format", "depth", "packing", "bytes");
-    row("mono 8", 0, 8, 0, quint64(256 * 128));
-    row("mono 16, 12 bit", 1, 12, 0, quint64(256 * 128 * 2));
-    row("mono 16, packed on the link", 1, 12, 1, quint64(256 * 128 * 2));
-    row("transport data, packed", 7, 12, 1, quint64(256 * 128 * 3 / 2));
-    row("transport data, 8 bit", 7, 8, 0, quint64(256 * 128));
-}
-
-void TestSimulatedCamera::imagesHaveTheirFormat()
-{
-    QFETCH(int, format);
-    QFETCH(int, depth);
-    QFETCH(int, packing);
-    QFETCH(quint64, bytes);
-    HandDrivenCamera camera(smallCamera());
-    QVERIFY(camera.setInt("imgdataformat", format) && camera.setInt("output_bit_depth", depth) &&
-            camera.setInt("output_bit_packing", packing));
-    QVERIFY(camera.start());
-    DeviceImage image;
-    DeviceImage next;
-    QVERIFY(camera.waitForImage(1s, image) && camera.waitForImage(1s, next));
-    QCOMPARE(image.descriptor.size, 288u);
-    QCOMPARE(image.descriptor.dataFormat, quint32(format));
-    QCOMPARE(image.descriptor.bitDepth, quint32(depth));
-    QCOMPARE(image.descriptor.dataBytes, bytes);
-    QVERIFY(std::memcmp(image.descriptor.data, next.descriptor.data, bytes) != 0); // it moves
-    if (format == 1) {
-        const auto* pixels = static_cast<const quint16*>(image.descriptor.data);
-        QCOMPARE(*std::max_element(pixels, pixels + 256 * 128) >> (depth - 1), 1); // fills its range, and not more
-    }
-    const quint64 onLink = camera.ledger().frames.front().bytes;
-    QCOMPARE(onLink, packing ? quint64(256 * 128 * 3 / 2) : bytes);
-}
-
-void TestSimulatedCamera::memoryIsUsedAgainWhenNobodyHoldsIt()
-{
-    HandDrivenCamera camera(smallCamera());
-    QVERIFY(camera.start());
-    DeviceImage held;
-    QVERIFY(camera.waitForImage(1s, held));
-    const QByteArray copy(static_cast<const char*>(held.descriptor.data), int(held.descriptor.dataBytes));
-    QSet<const void*> memory;
-    for (int i = 0; i < 50; ++i) {
-        DeviceImage image;
-        QVERIFY(camera.waitForImage(1s, image));
-        memory.insert(image.descriptor.data);
-    }
-    QVERIFY(!memory.contains(held.descriptor.data));
-    QVERIFY(memory.size() <= 2);
-    QVERIFY(camera.stop());
-    QVERIFY(std::memcmp(copy.constData(), held.descriptor.data, size_t(copy.size())) == 0);
-}
-
-void TestSimulatedCamera::waitMovesTime()
-{
-    CameraScenario scenario = smallCamera();
-    scenario.sensor.rateHz = 10.0;
-    HandDrivenCamera camera(scenario);
-    DeviceImage image;
-    QVERIFY(!camera.waitForImage(5s, image)); // not acquiring
-    QCOMPARE(camera.now(), 0ns);
-    QVERIFY(camera.start());
-    QVERIFY(camera.waitForImage(5s, image));
-    QVERIFY(camera.now() < 1ms);
-    const auto before = camera.now();
-    QVERIFY(!camera.waitForImage(50ms, image));
-    QCOMPARE(camera.now(), before + 50ms);
-    QVERIFY(camera.waitForImage(50ms, image));
-    QCOMPARE(camera.now(), before + 100ms);
-}
-
-void TestSimulatedCamera::blockedWaitEnds_data()
-{
-    const Table<bool> row("byReturn");
-    row("by stop", false);
-    row("by return", true);
-}
-
-void TestSimulatedCamera::blockedWaitEnds()
-{
-    QFETCH(bool, byReturn);
-    HandDrivenCamera camera(smallCamera());
-    camera.setGated(true);
-    QVERIFY(camera.start());
-    std::atomic<int> ended{0};
-    std::vector<std::thread> hosts;
-    for (int i = 0; i < 3; ++i) {
-        hosts.emplace_back([&] {
+    void callsAreRefused()
+    {
+        QFETCH(Refusal, refusal);
+        QFETCH(QByteArray, results);
+        CameraScenario scenario = smallCamera();
+        scenario.faults.refuse = {refusal};
+        HandDrivenCamera camera(scenario);
+        for (const QByteArray& expected : results.split(' ')) {
+            int value = 0;
             DeviceImage image;
-            if (!camera.waitForImage(5s, image))
-                ++ended;
-        });
+            QByteArray got;
+            const auto note = [&got](bool result) { got += result ? '1' : '0'; };
+            note(camera.getInt("LUTEnable", value));
+            note(camera.setInt("LUTEnable", 0));
+            note(camera.setInt("LUTEnable", 1));
+            note(camera.canSet("LUTEnable", 1));
+            const bool started = camera.start();
+            const bool waited = started && camera.waitForImage(1s, image);
+            note(started);
+            note(camera.stop());
+            note(waited);
+            QCOMPARE(got, expected);
+        }
     }
-    QVERIFY(camera.settle());
-    if (byReturn) {
+
+    void noImageForAWhile()
+    {
+        CameraScenario scenario = smallCamera();
+        scenario.faults.noImage = {{100.0, 7000.0}};
+        HandDrivenCamera camera(scenario);
+        QVERIFY(prepare(camera));
+        camera.advance(1s);
+        QVERIFY(camera.start());
+        DeviceImage image;
+        int before = 0;
+        while (camera.waitForImage(5s, image))
+            ++before;
+        QVERIFY(before > 9);
+        const double waitedMs = std::chrono::duration<double, std::milli>(camera.now()).count();
+        QVERIFY(waitedMs > 6000.0 && waitedMs < 6101.0); // the last image, and the limit
+        QVERIFY(camera.waitForImage(5s, image));
+        QCOMPARE(image.descriptor.frameNumber, quint32(before)); // silence makes no gap
+        QVERIFY(camera.now() >= 8100ms && camera.now() < 8120ms);
+    }
+
+    void lossAndReturn()
+    {
+        CameraScenario scenario = smallCamera();
+        scenario.faults.loss = {{50.0, 9000.0}};
+        HandDrivenCamera camera(scenario);
+        std::vector<std::pair<bool, std::chrono::nanoseconds>> heard;
+        camera.setLossListener([&](bool lost) { heard.emplace_back(lost, camera.now()); });
+        const auto fresh = camera.parameters(true);
+        QVERIFY(prepare(camera));
+        QVERIFY(camera.start());
+        DeviceImage image;
+        DeviceImage kept;
+        while (camera.waitForImage(5s, image))
+            kept = image;
+        QCOMPARE(camera.now(), heard.at(0).second);
+        QVERIFY(camera.isLost());
+        QVERIFY(camera.now() > 5040ms && camera.now() < 5050ms + 1ms); // that wait lasted its limit
+        const auto* words = static_cast<const quint64*>(kept.descriptor.data);
+        QVERIFY(words[1] > words[0]); // memory outlives the loss
+
+        int value = 5;
+        QVERIFY(!camera.getInt("imgdataformat", value) && !camera.setInt("imgdataformat", 0));
+        QVERIFY(!camera.canSet("imgdataformat", 0) && camera.hasParameter("imgdataformat"));
+        QCOMPARE(camera.parameter("imgdataformat"), 7);
+
+        // The next wait ends with the return, the one after lasts its limit again: nobody must spin.
+        QVERIFY(!camera.waitForImage(5s, image));
+        QCOMPARE(camera.now(), std::chrono::nanoseconds(9050ms));
+        QVERIFY(!camera.isLost());
+        QVERIFY(!camera.waitForImage(5s, image));
+        QCOMPARE(camera.now(), std::chrono::nanoseconds(14050ms));
+        QCOMPARE(camera.parameters(true), fresh);
+        QVERIFY(!camera.isAcquiring());
+        QVERIFY(!camera.stop()); // there is nothing left to stop properly, but waits are over
+        QVERIFY(!camera.waitForImage(5s, image));
+        QCOMPARE(camera.now(), std::chrono::nanoseconds(14050ms));
+        QVERIFY(camera.start());
+        QVERIFY(camera.waitForImage(5s, image));
+        QCOMPARE(image.descriptor.frameNumber, 0u);
+
+        QCOMPARE(heard.size(), size_t(2));
+        QVERIFY(heard[0].first && !heard[1].first);
+        camera.setLossListener({});
         camera.lose();
+        QCOMPARE(heard.size(), size_t(2));
+        QVERIFY(!camera.start());
         camera.comeBack();
-        camera.setGated(false); // whoever came later: its wait lasts the limit
-    } else {
-        camera.stop();
+        QVERIFY(camera.start());
     }
-    for (std::thread& host : hosts)
-        host.join();
-    QCOMPARE(ended.load(), 3);
-}
+
+    void imagesHaveTheirFormat_data()
+    {
+        const Table<int, int, int, quint64> row("format", "depth", "packing", "bytes");
+        row("mono 8", 0, 8, 0, quint64(256 * 128));
+        row("mono 16, 12 bit", 1, 12, 0, quint64(256 * 128 * 2));
+        row("mono 16, packed on the link", 1, 12, 1, quint64(256 * 128 * 2));
+        row("transport data, packed", 7, 12, 1, quint64(256 * 128 * 3 / 2));
+        row("transport data, 8 bit", 7, 8, 0, quint64(256 * 128));
+    }
+    void imagesHaveTheirFormat()
+    {
+        QFETCH(int, format);
+        QFETCH(int, depth);
+        QFETCH(int, packing);
+        QFETCH(quint64, bytes);
+        HandDrivenCamera camera(smallCamera());
+        QVERIFY(camera.setInt("imgdataformat", format) && camera.setInt("output_bit_depth", depth) &&
+                camera.setInt("output_bit_packing", packing));
+        QVERIFY(camera.start());
+        DeviceImage image;
+        DeviceImage next;
+        QVERIFY(camera.waitForImage(1s, image) && camera.waitForImage(1s, next));
+        QCOMPARE(image.descriptor.size, 288u);
+        QCOMPARE(image.descriptor.dataFormat, quint32(format));
+        QCOMPARE(image.descriptor.bitDepth, quint32(depth));
+        QCOMPARE(image.descriptor.dataBytes, bytes);
+        QVERIFY(std::memcmp(image.descriptor.data, next.descriptor.data, bytes) != 0); // it moves
+        if (format == 1) {
+            const auto* pixels = static_cast<const quint16*>(image.descriptor.data);
+            QCOMPARE(*std::max_element(pixels, pixels + 256 * 128) >> (depth - 1),
+                     1); // fills its range, and not more
+        }
+        const quint64 onLink = camera.ledger().frames.front().bytes;
+        QCOMPARE(onLink, packing ? quint64(256 * 128 * 3 / 2) : bytes);
+    }
+
+    void memoryIsUsedAgainWhenNobodyHoldsIt()
+    {
+        HandDrivenCamera camera(smallCamera());
+        QVERIFY(camera.start());
+        DeviceImage held;
+        QVERIFY(camera.waitForImage(1s, held));
+        const QByteArray copy(static_cast<const char*>(held.descriptor.data), int(held.descriptor.dataBytes));
+        QSet<const void*> memory;
+        for (int i = 0; i < 50; ++i) {
+            DeviceImage image;
+            QVERIFY(camera.waitForImage(1s, image));
+            memory.insert(image.descriptor.data);
+        }
+        QVERIFY(!memory.contains(held.descriptor.data));
+        QVERIFY(memory.size() <= 2);
+        QVERIFY(camera.stop());
+        QVERIFY(std::memcmp(copy.constData(), held.descriptor.data, size_t(copy.size())) == 0);
+    }
+
+    void waitMovesTime()
+    {
+        CameraScenario scenario = smallCamera();
+        scenario.sensor.rateHz = 10.0;
+        HandDrivenCamera camera(scenario);
+        DeviceImage image;
+        QVERIFY(!camera.waitForImage(5s, image)); // not acquiring
+        QCOMPARE(camera.now(), 0ns);
+        QVERIFY(camera.start());
+        QVERIFY(camera.waitForImage(5s, image));
+        QVERIFY(camera.now() < 1ms);
+        const auto before = camera.now();
+        QVERIFY(!camera.waitForImage(50ms, image));
+        QCOMPARE(camera.now(), before + 50ms);
+        QVERIFY(camera.waitForImage(50ms, image));
+        QCOMPARE(camera.now(), before + 100ms);
+    }
+
+    void blockedWaitEnds_data()
+    {
+        const Table<bool> row("byReturn");
+        row("by stop", false);
+        row("by return", true);
+    }
+    void blockedWaitEnds()
+    {
+        QFETCH(bool, byReturn);
+        HandDrivenCamera camera(smallCamera());
+        camera.setGated(true);
+        QVERIFY(camera.start());
+        std::atomic<int> ended{0};
+        std::vector<std::thread> hosts;
+        for (int i = 0; i < 3; ++i) {
+            hosts.emplace_back([&] {
+                DeviceImage image;
+                if (!camera.waitForImage(5s, image))
+                    ++ended;
+            });
+        }
+        QVERIFY(camera.settle());
+        if (byReturn) {
+            camera.lose();
+            camera.comeBack();
+            camera.setGated(false); // whoever came later: its wait lasts the limit
+        } else {
+            camera.stop();
+        }
+        for (std::thread& host : hosts)
+            host.join();
+        QCOMPARE(ended.load(), 3);
+    }
+};
 
 QTEST_APPLESS_MAIN(TestSimulatedCamera)
 #include "tst_simulatedcamera.moc"

@@ -10,12 +10,95 @@ class FormLanguageTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void startAllAndStopAll();
-    void curveBoxes_data();
-    void curveBoxes();
-    void counterAxis();
-    void nothingIsCutOff_data();
-    void nothingIsCutOff();
+    void startAllAndStopAll()
+    {
+        installLanguage(QStringLiteral("de"));
+        FormBench bench(2);
+        const auto texts = [&bench] {
+            return QStringList{bench.child<QPushButton>("btnStartAll")->text(), bench.measureButton(1)->text(),
+                               bench.status(1)};
+        };
+        const QStringList stopped{"Alle starten", "Start", "Gestoppt"};
+        QCOMPARE(texts(), stopped);
+        bench.press("btnStartAll");
+        QCOMPARE(texts(), (QStringList{"Alle stoppen", "Stopp", "Misst"}));
+        bench.press("btnStartAll");
+        QCOMPARE(texts(), stopped);
+    }
+
+    void curveBoxes_data()
+    {
+        const Table<int, int, QString> row("mode", "box", "curve");
+        row("throughput", MeasModeDataThroughput, 1, "Max buffer level");
+        row("counters", MeasModeStandardAcq, 4, "Buffer overflow");
+    }
+    void curveBoxes()
+    {
+        QFETCH(int, mode);
+        QFETCH(int, box);
+        QFETCH(QString, curve);
+        installLanguage(QStringLiteral("de"));
+        FormBench bench(1, mode);
+        for (const auto& kind : bench.record(0).counterList)
+            kind->supported = true;
+        const auto isShown = [&] { return !bench.curveNames().filter(curve).isEmpty(); };
+        bench.tick();
+        QVERIFY(isShown());
+        bench.curveBox(box)->click();
+        bench.tick();
+        QVERIFY(!isShown());
+    }
+
+    void counterAxis()
+    {
+        installLanguage(QStringLiteral("de"));
+        FormBench bench(1, MeasModeStandardAcq);
+        for (const auto& kind : bench.record(0).counterList)
+            kind->supported = true;
+        qint64 time = bench.nowUs - 11'000'000;
+        for (const int value : {7, 100, 250}) // the first one is never a point
+            addSample(bench.record(0), time += 1'000'000, value);
+        bench.tick();
+        const QCPAxis* axis = bench.area(0)->axis(QCPAxis::atLeft);
+        QCOMPARE(axis->label() + QLatin1Char(' ') + rangeText(axis), QStringLiteral("Zählerstand 80..300"));
+    }
+
+    void nothingIsCutOff_data()
+    {
+        const Table<QString, int> row("language", "mode");
+        row("German, throughput", "de", MeasModeDataThroughput);
+        row("German, counters", "de", MeasModeStandardAcq);
+        row("Chinese, throughput", "zh_CN", MeasModeDataThroughput);
+        row("Chinese, counters", "zh_CN", MeasModeStandardAcq);
+    }
+    void nothingIsCutOff()
+    {
+        QFETCH(QString, language);
+        QFETCH(int, mode);
+        installLanguage(language);
+        FormBench bench(2, mode);
+        CxDataGraphSetupDlg setup(bench.form.get(), nullptr);
+        for (QWidget* window : {static_cast<QWidget*>(bench.form.get()), static_cast<QWidget*>(&setup)}) {
+            window->show();
+            bench.tick();
+            for (const QWidget* widget : window->findChildren<QWidget*>()) {
+                if (widget->isVisible() &&
+                    (qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QLabel*>(widget))) {
+                    QVERIFY2(widget->width() >= widget->minimumSizeHint().width(),
+                             qPrintable(widget->objectName() + widget->property("text").toString()));
+                }
+            }
+        }
+        const QHeaderView* header = bench.table()->horizontalHeader();
+        for (int column = 0; column < header->count(); ++column) {
+            const QTableWidgetItem* item = bench.table()->horizontalHeaderItem(column);
+            const QFont font = item->data(Qt::FontRole).isValid() ? item->font() : header->font();
+            const QSize text = QFontMetrics(font).boundingRect(QRect(0, 0, 1000, 1000), 0, item->text()).size();
+            QVERIFY2(text.width() <= header->sectionSize(column) && text.height() <= header->height() + 2,
+                     qPrintable(
+                         QStringLiteral("%1: %2 in %3").arg(item->text()).arg(text.height()).arg(header->height())));
+        }
+    }
 
     void cleanup()
     {
@@ -23,98 +106,6 @@ private Q_SLOTS:
         qDeleteAll(translators);
     }
 };
-
-void FormLanguageTest::startAllAndStopAll()
-{
-    installLanguage(QStringLiteral("de"));
-    FormBench bench(2);
-    const auto texts = [&bench] {
-        return QStringList{bench.child<QPushButton>("btnStartAll")->text(), bench.measureButton(1)->text(),
-                           bench.status(1)};
-    };
-    const QStringList stopped{"Alle starten", "Start", "Gestoppt"};
-    QCOMPARE(texts(), stopped);
-    bench.press("btnStartAll");
-    QCOMPARE(texts(), (QStringList{"Alle stoppen", "Stopp", "Misst"}));
-    bench.press("btnStartAll");
-    QCOMPARE(texts(), stopped);
-}
-
-void FormLanguageTest::curveBoxes_data()
-{
-    const Table<int, int, QString> row("mode", "box", "curve");
-    row("throughput", MeasModeDataThroughput, 1, "Max buffer level");
-    row("counters", MeasModeStandardAcq, 4, "Buffer overflow");
-}
-
-void FormLanguageTest::curveBoxes()
-{
-    QFETCH(int, mode);
-    QFETCH(int, box);
-    QFETCH(QString, curve);
-    installLanguage(QStringLiteral("de"));
-    FormBench bench(1, mode);
-    for (const auto& kind : bench.record(0).counterList)
-        kind->supported = true;
-    const auto isShown = [&] { return !bench.curveNames().filter(curve).isEmpty(); };
-    bench.tick();
-    QVERIFY(isShown());
-    bench.curveBox(box)->click();
-    bench.tick();
-    QVERIFY(!isShown());
-}
-
-void FormLanguageTest::counterAxis()
-{
-    installLanguage(QStringLiteral("de"));
-    FormBench bench(1, MeasModeStandardAcq);
-    for (const auto& kind : bench.record(0).counterList)
-        kind->supported = true;
-    qint64 time = bench.nowUs - 11'000'000;
-    for (const int value : {7, 100, 250}) // the first one is never a point
-        addSample(bench.record(0), time += 1'000'000, value);
-    bench.tick();
-    const QCPAxis* axis = bench.area(0)->axis(QCPAxis::atLeft);
-    QCOMPARE(axis->label() + QLatin1Char(' ') + rangeText(axis), QStringLiteral("Zählerstand 80..300"));
-}
-
-void FormLanguageTest::nothingIsCutOff_data()
-{
-    const Table<QString, int> row("language", "mode");
-    row("German, throughput", "de", MeasModeDataThroughput);
-    row("German, counters", "de", MeasModeStandardAcq);
-    row("Chinese, throughput", "zh_CN", MeasModeDataThroughput);
-    row("Chinese, counters", "zh_CN", MeasModeStandardAcq);
-}
-
-void FormLanguageTest::nothingIsCutOff()
-{
-    QFETCH(QString, language);
-    QFETCH(int, mode);
-    installLanguage(language);
-    FormBench bench(2, mode);
-    CxDataGraphSetupDlg setup(bench.form.get(), nullptr);
-    for (QWidget* window : {static_cast<QWidget*>(bench.form.get()), static_cast<QWidget*>(&setup)}) {
-        window->show();
-        bench.tick();
-        for (const QWidget* widget : window->findChildren<QWidget*>()) {
-            if (widget->isVisible() &&
-                (qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QLabel*>(widget))) {
-                QVERIFY2(widget->width() >= widget->minimumSizeHint().width(),
-                         qPrintable(widget->objectName() + widget->property("text").toString()));
-            }
-        }
-    }
-    const QHeaderView* header = bench.table()->horizontalHeader();
-    for (int column = 0; column < header->count(); ++column) {
-        const QTableWidgetItem* item = bench.table()->horizontalHeaderItem(column);
-        const QFont font = item->data(Qt::FontRole).isValid() ? item->font() : header->font();
-        const QSize text = QFontMetrics(font).boundingRect(QRect(0, 0, 1000, 1000), 0, item->text()).size();
-        QVERIFY2(
-            text.width() <= header->sectionSize(column) && text.height() <= header->height() + 2,
-            qPrintable(QStringLiteral("%1: %2 in %3").arg(item->text()).arg(text.height()).arg(header->height())));
-    }
-}
 
 QTEST_MAIN(FormLanguageTest)
 #include "tst_formlanguage.moc"

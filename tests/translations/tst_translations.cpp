@@ -18,90 +18,86 @@ class TestTranslations : public QObject
 
 private Q_SLOTS:
     void nothingIsMissing_data() { files(); }
-    void nothingIsMissing();
-    void translationsFit_data() { files(); }
-    void translationsFit();
 
-private:
-    static void files();
-    static QString pathOf(const QString& file) { return QStringLiteral(SOURCE_DIR "/translations/") + file; }
-    /// The texts of a file, each with its context in front.
-    static QMap<QString, Message> read(const QString& path);
-};
+    void nothingIsMissing()
+    {
+        QFETCH(QStringList, folders);
+        const QTemporaryDir directory;
+        const QString found = directory.filePath(QStringLiteral("found.ts"));
+        QProcess lupdate;
+        lupdate.setWorkingDirectory(QStringLiteral(SOURCE_DIR));
+        lupdate.start(QStringLiteral(LUPDATE), folders + QStringList{"-silent", "-ts", found});
+        QVERIFY(lupdate.waitForFinished());
+        QCOMPARE(lupdate.exitCode(), 0);
 
-void TestTranslations::files()
-{
-    const Table<QStringList> row("folders");
-    for (const char* language : {"de", "zh_CN"}) {
-        row(qPrintable(QStringLiteral("kestrova_%1.ts").arg(language)), {"host/core", "host/gui", "host/viewer"});
-        row(qPrintable(QStringLiteral("qlpDataThroughputGraph_%1.ts").arg(language)),
-            {"plugins/qlpDataThroughputGraph"});
+        const QStringList texts = read(found).keys();
+        QVERIFY(texts.size() > 50);
+        const auto translations = read(pathOf(QTest::currentDataTag()));
+        QCOMPARE(QStringList(translations.keys()), texts);
+        for (const Message& message : translations)
+            QVERIFY2(message.finished && !message.translation.isEmpty(), qPrintable(message.source));
     }
-}
 
-QMap<QString, Message> TestTranslations::read(const QString& path)
-{
-    QMap<QString, Message> messages;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return messages;
-    QXmlStreamReader xml(&file);
-    QString context;
-    Message message;
-    while (!xml.atEnd()) {
-        if (!xml.readNextStartElement())
-            continue;
-        if (xml.name() == QLatin1String("name")) {
-            context = xml.readElementText();
-        } else if (xml.name() == QLatin1String("source")) {
-            message.source = xml.readElementText();
-        } else if (xml.name() == QLatin1String("translation")) {
-            message.finished = !xml.attributes().hasAttribute(QStringLiteral("type"));
-            message.translation = xml.readElementText();
-            messages.insert(context + QLatin1Char('|') + message.source, message);
+    void translationsFit_data() { files(); }
+
+    void translationsFit()
+    {
+        // Markup, placeholders, dots of "more to come" and shortcuts are what a translator easily loses.
+        const QRegularExpression parts(QStringLiteral("<[^>]*>|%[0-9]|\\.\\.\\.$|&(?=\\w)"),
+                                       QRegularExpression::UseUnicodePropertiesOption);
+        const auto partsOf = [&parts](const QString& text) {
+            QStringList found;
+            for (auto match = parts.globalMatch(text); match.hasNext();)
+                found.append(match.next().captured());
+            found.sort(); // the order may differ
+            return found;
+        };
+        const auto translations = read(pathOf(QTest::currentDataTag()));
+        for (const Message& message : translations) {
+            QCOMPARE(partsOf(message.translation), partsOf(message.source));
+            if (message.source.contains(QLatin1String("(*.")))
+                QCOMPARE(message.translation, message.source);
         }
     }
-    return messages;
-}
 
-void TestTranslations::nothingIsMissing()
-{
-    QFETCH(QStringList, folders);
-    const QTemporaryDir directory;
-    const QString found = directory.filePath(QStringLiteral("found.ts"));
-    QProcess lupdate;
-    lupdate.setWorkingDirectory(QStringLiteral(SOURCE_DIR));
-    lupdate.start(QStringLiteral(LUPDATE), folders + QStringList{"-silent", "-ts", found});
-    QVERIFY(lupdate.waitForFinished());
-    QCOMPARE(lupdate.exitCode(), 0);
-
-    const QStringList texts = read(found).keys();
-    QVERIFY(texts.size() > 50);
-    const auto translations = read(pathOf(QTest::currentDataTag()));
-    QCOMPARE(QStringList(translations.keys()), texts);
-    for (const Message& message : translations)
-        QVERIFY2(message.finished && !message.translation.isEmpty(), qPrintable(message.source));
-}
-
-void TestTranslations::translationsFit()
-{
-    // Markup, placeholders, dots of "more to come" and shortcuts are what a translator easily loses.
-    const QRegularExpression parts(QStringLiteral("<[^>]*>|%[0-9]|\\.\\.\\.$|&(?=\\w)"),
-                                   QRegularExpression::UseUnicodePropertiesOption);
-    const auto partsOf = [&parts](const QString& text) {
-        QStringList found;
-        for (auto match = parts.globalMatch(text); match.hasNext();)
-            found.append(match.next().captured());
-        found.sort(); // the order may differ
-        return found;
-    };
-    const auto translations = read(pathOf(QTest::currentDataTag()));
-    for (const Message& message : translations) {
-        QCOMPARE(partsOf(message.translation), partsOf(message.source));
-        if (message.source.contains(QLatin1String("(*.")))
-            QCOMPARE(message.translation, message.source);
+private:
+    static void files()
+    {
+        const Table<QStringList> row("folders");
+        for (const char* language : {"de", "zh_CN"}) {
+            row(qPrintable(QStringLiteral("kestrova_%1.ts").arg(language)), {"host/core", "host/gui", "host/viewer"});
+            row(qPrintable(QStringLiteral("qlpDataThroughputGraph_%1.ts").arg(language)),
+                {"plugins/qlpDataThroughputGraph"});
+        }
     }
-}
+
+    static QString pathOf(const QString& file) { return QStringLiteral(SOURCE_DIR "/translations/") + file; }
+    /// The texts of a file, each with its context in front.
+    static QMap<QString, Message> read(const QString& path)
+    {
+        QMap<QString, Message> messages;
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly))
+            return messages;
+        QXmlStreamReader xml(&file);
+        QString context;
+        Message message;
+        while (!xml.atEnd()) {
+            if (!xml.readNextStartElement())
+                continue;
+            if (xml.name() == QLatin1String("name")) {
+                context = xml.readElementText();
+            } else if (xml.name() == QLatin1String("source")) {
+                message.source = xml.readElementText();
+            } else if (xml.name() == QLatin1String("translation")) {
+                message.finished = !xml.attributes().hasAttribute(QStringLiteral("type"));
+                message.translation = xml.readElementText();
+                messages.insert(context + QLatin1Char('|') + message.source, message);
+            }
+        }
+        return messages;
+    }
+};
 
 QTEST_GUILESS_MAIN(TestTranslations)
 #include "tst_translations.moc"
