@@ -7,6 +7,7 @@
 #include "AcquisitionThread.h"
 #include "LogCapture.h"
 #include "MeasurementBench.h"
+#include "Table.h"
 
 namespace {
 
@@ -23,15 +24,12 @@ private Q_SLOTS:
 
     void faultless_data()
     {
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<int>("modeAtStop");
-        QTest::addColumn<int>("bufferMode");
-        QTest::addColumn<bool>("control");
-        QTest::newRow("throughput") << 0 << 0 << 9 << true;
-        QTest::newRow("standard") << 1 << 1 << 10 << true;
-        QTest::newRow("throughput, mode changed meanwhile") << 0 << 1 << 9 << true;
-        QTest::newRow("standard, mode changed meanwhile") << 1 << 0 << 10 << true;
-        QTest::newRow("no frame-buffer control") << 0 << 0 << -1 << false;
+        const Table<int, int, int, bool> row("mode", "modeAtStop", "bufferMode", "control");
+        row("throughput", 0, 0, 9, true);
+        row("standard", 1, 1, 10, true);
+        row("throughput, mode changed meanwhile", 0, 1, 9, true);
+        row("standard, mode changed meanwhile", 1, 0, 10, true);
+        row("no frame-buffer control", 0, 0, -1, false);
     }
     void faultless()
     {
