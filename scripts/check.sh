@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
 # What must hold before a change is done: format, warnings and clang-tidy, tests under sanitizers, races, load.
-#   scripts/check.sh [STEP...]    steps: format warnings tidy asan races load; all without arguments
+#   scripts/check.sh [STEP...]    steps: format warnings tidy asan races load fuzz; all without arguments
 # clang-tidy looks at the files changed since $CHECK_BASE, by default since the upstream branch, else at all.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -55,7 +55,18 @@ step_load() {
   KESTROVA_LOAD_CAMERAS=64 KESTROVA_LOAD_SECONDS=30 QT_QPA_PLATFORM=offscreen build/release/bin/tst_load
 }
 
-[ $# -gt 0 ] || set -- format warnings tidy asan races load
+# What is found stays in build/fuzz, the minimized file belongs into tests/fuzz/corpus.
+step_fuzz() {
+  cmake --preset fuzz >/dev/null
+  cmake --build --preset fuzz --target fuzz_scenario
+  mkdir -p build/fuzz/corpus
+  # Qt's JSON parser loses what it has read before an error.
+  ASAN_OPTIONS=detect_leaks=0 build/fuzz/bin/fuzz_scenario -max_total_time="${KESTROVA_FUZZ_SECONDS:-60}" \
+    -max_len=4096 -timeout=5 -rss_limit_mb=1024 -verbosity=0 -print_final_stats=1 \
+    -dict=tests/fuzz/scenario.dict -artifact_prefix=build/fuzz/ build/fuzz/corpus tests/fuzz/corpus scenarios
+}
+
+[ $# -gt 0 ] || set -- format warnings tidy asan races load fuzz
 for step in "$@"; do
   echo "== $step"
   "step_$step"

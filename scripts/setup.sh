@@ -11,7 +11,7 @@ packages=(
   desktop-file-utils appstream man-db dpkg-dev file
 )
 if [ "${1:-}" = --check ]; then
-  packages+=(clang clang-format clang-tidy valgrind libgl1-mesa-dri)
+  packages+=(clang libclang-rt-dev clang-format clang-tidy valgrind libgl1-mesa-dri)
 fi
 
 missing=()

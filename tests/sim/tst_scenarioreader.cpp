@@ -38,6 +38,9 @@ private Q_SLOTS:
         camera("jitter beyond the period", "\"sensor\": {\"rateHz\": 1000, \"jitterUs\": 1001}",
                "cameras[1].sensor.jitterUs: must be a number from 0 to 1000");
         camera("link that is not there", "\"link\": \"hub\"", "cameras[1].link: there is no link \"hub\"");
+        camera("more packets than a ledger holds",
+               R"("sensor": {"width": 8192, "height": 8192}, "link": {"packetBytes": 8})",
+               "cameras[1].link: a frame of this sensor has more than 1048576 packets");
         camera("format", "\"formats\": [\"mono8\", \"rgb\"]",
                "cameras[1].formats: must be a list of mono8, mono16, transport");
         camera("call", "\"faults\": {\"refuse\": [{}, {\"call\": \"sit\"}]}",

@@ -11,6 +11,8 @@ namespace sim {
 namespace {
 
 constexpr double daysMs = 30.0 * 24 * 3600 * 1e3; ///< longest time that a scenario may name
+constexpr size_t mostCameras = 1000;              ///< each has a thread
+constexpr quint64 mostPackets = quint64{1} << 20; ///< of a frame: the ledger has a number for each
 constexpr double manyFrames = 1e15;
 constexpr double uint32Max = 4294967295.0;
 constexpr double int32Max = 2147483647.0;
@@ -162,6 +164,8 @@ void readCamera(JsonFields& in, CameraScenario& camera, const QMap<QString, Link
     in.whole("seed", camera.seed, 0, manyFrames);
     in.object("sensor", [&camera](JsonFields& fields) { readSensor(fields, camera.sensor); });
     readCameraLink(in, camera.link, links);
+    if (quint64{camera.sensor.width} * camera.sensor.height * 2 / camera.link.packetBytes > mostPackets)
+        in.fail("link", QStringLiteral("a frame of this sensor has more than %1 packets").arg(mostPackets));
     in.whole("bufferBytes", camera.bufferBytes, camera.link.packetBytes, int32Max);
     in.whole("triggerReserveBytes", camera.triggerReserveBytes, 0, int32Max);
     in.whole("queueFrames", camera.queueFrames, 1, 1000);
@@ -204,6 +208,8 @@ std::vector<CameraScenario> readScenario(const QByteArray& json, QString& error)
     });
     std::vector<CameraScenario> cameras;
     in.list("cameras", [&](JsonFields& fields) {
+        if (cameras.size() == mostCameras)
+            fields.fail("id", QStringLiteral("there are more than %1 cameras").arg(mostCameras));
         CameraScenario camera;
         camera.seed = seed + cameras.size();
         camera.id.clear();
