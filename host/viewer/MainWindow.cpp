@@ -2,6 +2,7 @@
 // Window, menus and arrangement.
 #include "MainWindow.h"
 
+#include <QtCore/QCryptographicHash>
 #include <QtCore/QSettings>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QGuiApplication>
@@ -23,6 +24,24 @@ constexpr QSize defaultSize(1520, 1000);
 constexpr int defaultBottomHeight = 630; // a plug-in with four cameras is readable
 constexpr int defaultCamerasWidth = 330;
 constexpr int defaultEventsWidth = 430;
+
+/// Qt crashes on an arrangement in which a bit has changed, so it gets none whose sum does not fit.
+QByteArray sumOf(const QByteArray& arrangement)
+{
+    return QCryptographicHash::hash(arrangement, QCryptographicHash::Md5);
+}
+
+QByteArray sealed(const QByteArray& arrangement)
+{
+    return sumOf(arrangement) + arrangement;
+}
+
+/// Empty if it is not what sealed() returned.
+QByteArray unsealed(const QByteArray& stored)
+{
+    const QByteArray arrangement = stored.mid(sumOf({}).size());
+    return stored.startsWith(sumOf(arrangement)) ? arrangement : QByteArray();
+}
 
 } // namespace
 
@@ -87,14 +106,14 @@ void MainWindow::setDetailLevel(int level)
 void MainWindow::restoreArrangement(QSettings& settings)
 {
     arrangeByDefault();
-    restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
-    restoreState(settings.value(QStringLiteral("docks")).toByteArray());
+    restoreGeometry(unsealed(settings.value(QStringLiteral("geometry")).toByteArray()));
+    restoreState(unsealed(settings.value(QStringLiteral("docks")).toByteArray()));
 }
 
 void MainWindow::saveArrangement(QSettings& settings) const
 {
-    settings.setValue(QStringLiteral("geometry"), saveGeometry());
-    settings.setValue(QStringLiteral("docks"), saveState());
+    settings.setValue(QStringLiteral("geometry"), sealed(saveGeometry()));
+    settings.setValue(QStringLiteral("docks"), sealed(saveState()));
 }
 
 void MainWindow::arrangeByDefault()

@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Settings that nobody wrote on purpose: every key of form and viewer absent, of another type, at its limits and beyond
+// them, and the whole file torn off or changed at any place. Nothing crashes, and no control shows what it cannot.
+#include <random>
+
+#include <QtCore/QFile>
+#include <QtCore/QSettings>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+#include <QtWidgets/QActionGroup>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QSpinBox>
+
+#include <vnCoreGui/CxExportToolButton.h>
+
+#include "DialogRobot.h"
+#include "EventLog.h"
+#include "FormBench.h"
+#include "MainWindow.h"
+#include "SettingsStore.h"
+#include "TakeOvers.h"
+#include "Viewer.h"
+
+namespace {
+
+constexpr const char* formKeys[] = {"DTGTSamplePeriod", "DTGTMaxSamples", "DTGTExportType", "DTGTMeasMode",
+                                    "DTGTLiveGraph"};
+constexpr const char* viewerKeys[] = {"geometry", "docks", "lastDirectory", "detailLevel"};
+
+/// As they stand in the file.
+constexpr const char* values[] = {"",
+                                  "x",
+                                  "-1",
+                                  "0",
+                                  "1",
+                                  "7",
+                                  "2147483647",
+                                  "-2147483648",
+                                  "99999999999999999999",
+                                  "1.5e300",
+                                  "nan",
+                                  "1, 2, 3",
+                                  "@Invalid()",
+                                  "@ByteArray(\\0\\x1\\xff)",
+                                  "@Rect(1 2 -3 4)",
+                                  "@Variant(\\0\\0\\0\\x7f)",
+                                  "\"@Variant(\\0\\0\\0\\t\\xff)\""};
+
+} // namespace
+
+class SettingsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_file = m_directory.filePath(QStringLiteral("settings.ini")); }
+    void formTakesAnyValue_data() { rows(formKeys); }
+    void formTakesAnyValue();
+    void viewerTakesAnyValue_data() { rows(viewerKeys); }
+    void viewerTakesAnyValue();
+    void viewerTakesAnyFile();
+
+private:
+    template<class Keys>
+    static void rows(const Keys& keys);
+    void write(const QByteArray& content) const;
+    void checkViewer() const;
+
+    QTemporaryDir m_directory;
+    QString m_file;
+};
+
+template<class Keys>
+void SettingsTest::rows(const Keys& keys)
+{
+    QTest::addColumn<QByteArray>("line");
+    for (const char* key : keys) {
+        for (const char* value : values) {
+            const QByteArray line = QByteArray(key) + '=' + value;
+            QTest::newRow(line) << line;
+        }
+    }
+}
+
+void SettingsTest::formTakesAnyValue()
+{
+    QFETCH(QByteArray, line);
+    write(line + '\n');
+    const CriticalLines quiet;
+    FormBench bench(1);
+    QSettings settings(m_file, QSettings::IniFormat);
+    bench.form->loadSettings(settings);
+    DialogRobot robot;
+    robot.fileName = m_directory.filePath(QStringLiteral("graph.png"));
+    int shown = 0;
+    robot.answer = [&shown](QDialog* setup) {
+        for (const QSpinBox* spin : setup->findChildren<QSpinBox*>())
+            shown += spin->value() >= spin->minimum() && spin->value() <= spin->maximum();
+        const auto* mode = setup->findChild<QComboBox*>();
+        shown += mode->currentIndex() < mode->count();
+        setup->accept();
+    };
+    const auto before = bench.cameras[0]->parameters();
+    for (int run = 0; run < 2; ++run) { // with what was loaded and with what the setup dialog has made of it
+        bench.deliverFrames(0, 3);
+        bench.press("btnStartAll");
+        bench.tick();
+        bench.press("btnStartAll");
+        bench.invoke("updateGraph");
+        QMetaObject::invokeMethod(bench.form.get(), "onBtnExport", Q_ARG(int, ExportToFile));
+        bench.press("btnSetup");
+    }
+    QCOMPARE(shown, 2 * 4);
+    QCOMPARE(bench.cameras[0]->parameters(), before);
+    bench.form->saveSettings(settings);
+}
+
+void SettingsTest::viewerTakesAnyValue()
+{
+    QFETCH(QByteArray, line);
+    write("[Viewer]\n" + line + '\n');
+    checkViewer();
+}
+
+/// Torn off after every byte, and changed at every one; now and then the whole viewer begins with it.
+void SettingsTest::viewerTakesAnyFile()
+{
+    constexpr int viewerEvery = 20;
+    QFile::remove(m_file);
+    checkViewer();
+    QFile file(m_file);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray whole = file.readAll();
+    QVERIFY(whole.size() > 500);
+    std::mt19937 random(6);
+    EventLog log;
+    TakeOvers takeOvers;
+    MainWindow window(takeOvers, log);
+    for (int at = 0; at < whole.size(); ++at) {
+        QByteArray changed = whole;
+        changed[at] = char(std::uniform_int_distribution<int>(0, 255)(random));
+        for (const QByteArray& content : {whole.left(at), changed}) {
+            write(content);
+            if (at % viewerEvery == 0) {
+                checkViewer();
+            } else {
+                SettingsStore store(m_file);
+                store.settings().beginGroup(QStringLiteral("Viewer"));
+                window.restoreArrangement(store.settings());
+            }
+            if (QTest::currentTestFailed())
+                QFAIL(content);
+        }
+    }
+}
+
+void SettingsTest::write(const QByteArray& content) const
+{
+    QFile file(m_file);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
+}
+
+/// It starts with the present file, and the next start finds a good one.
+void SettingsTest::checkViewer() const
+{
+    ViewerOptions options;
+    options.settingsFile = m_file;
+    options.openAll = false;
+    Viewer viewer(options);
+    QCOMPARE(viewer.start(), QString());
+    const int level = IxAppDelegate::instance()->applicationOptions().detailLevel;
+    QVERIFY(level >= 1 && level <= 5);
+    const QAction* checked = viewer.window().findChild<QActionGroup*>()->checkedAction();
+    QVERIFY(checked && checked->data().toInt() == level);
+    QVERIFY(QFileInfo(IxAppDelegate::instance()->lastDirectory()).isDir());
+    const QSize size = viewer.window().size();
+    QVERIFY(size.width() > 0 && size.height() > 0 && size.width() < 10000 && size.height() < 10000);
+    viewer.shutDown();
+    QVERIFY(SettingsStore(m_file).damagedFile().isEmpty());
+}
+
+QTEST_MAIN(SettingsTest)
+#include "tst_settings.moc"
