@@ -13,7 +13,7 @@ CommandLine wrongUsage(const QString& reason)
 {
     CommandLine result;
     result.outcome = CommandLine::Outcome::Error;
-    result.text = QStringLiteral("kestrova: %1\nTry \"kestrova --help\".\n").arg(reason);
+    result.text = QStringLiteral("kestrova: %1\nUsage: kestrova [OPTION...]\nTry \"kestrova --help\".\n").arg(reason);
     return result;
 }
 

@@ -52,7 +52,7 @@ private Q_SLOTS:
         QFETCH(QString, named);
         const auto line = CommandLine::parse(QStringList("kestrova") + arguments);
         QCOMPARE(line.outcome, Outcome::Error);
-        QVERIFY2(line.text.contains(named), qPrintable(line.text));
+        QVERIFY2(line.text.contains(named) && line.text.contains("Usage: "), qPrintable(line.text));
     }
 
     void durations_data()
