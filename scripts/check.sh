@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# What must hold before a change is done: format, warnings and clang-tidy, tests under sanitizers, races, load.
-#   scripts/check.sh [STEP...]    steps: format warnings tidy asan races load fuzz; all without arguments
+# What must hold before a change is done: format, warnings and clang-tidy, tests under sanitizers, races, load, fuzzing,
+# soak.
+#   scripts/check.sh [STEP...]    steps: format warnings tidy asan races load fuzz soak; all without arguments
 # clang-tidy looks at the files changed since $CHECK_BASE, by default since the upstream branch, else at all.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -66,7 +67,14 @@ step_fuzz() {
     -dict=tests/fuzz/scenario.dict -artifact_prefix=build/fuzz/ build/fuzz/corpus tests/fuzz/corpus scenarios
 }
 
-[ $# -gt 0 ] || set -- format warnings tidy asan races load fuzz
+# Ten minutes of starting, stopping and fidgeting; QTEST_FUNCTION_TIMEOUT is in milliseconds.
+step_soak() {
+  cmake --preset release >/dev/null
+  cmake --build --preset release --target tst_soak
+  QTEST_FUNCTION_TIMEOUT=1200000 KESTROVA_SOAK_SECONDS=600 scripts/with-display.sh build/release/bin/tst_soak
+}
+
+[ $# -gt 0 ] || set -- format warnings tidy asan races load fuzz soak
 for step in "$@"; do
   echo "== $step"
   "step_$step"
