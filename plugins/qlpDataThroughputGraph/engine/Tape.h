@@ -5,10 +5,10 @@
 #define KESTROVA_TAPE_H
 
 #include <cstddef>
-#include <deque>
 #include <iterator>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include <QtCore/QtGlobal>
 
@@ -31,7 +31,7 @@ public:
     /// The next push_back() needs no memory.
     void makeRoom()
     {
-        if (endPlace() / chunkItems == m_chunks.size())
+        if (m_goneChunks + endPlace() / chunkItems == m_chunks.size())
             m_chunks.push_back(std::make_unique<T[]>(chunkItems));
     }
 
@@ -49,7 +49,7 @@ public:
         ++m_dropped;
         --m_size;
         if (m_dropped % chunkItems == 0)
-            m_chunks.pop_front();
+            dropChunk();
         return item;
     }
 
@@ -57,9 +57,20 @@ private:
     static constexpr quint64 chunkItems = 512;
 
     quint64 endPlace() const { return m_dropped % chunkItems + m_size; }
-    T& at(quint64 place) { return m_chunks[place / chunkItems][place % chunkItems]; }
+    T& at(quint64 place) { return m_chunks[m_goneChunks + place / chunkItems][place % chunkItems]; }
 
-    std::deque<std::unique_ptr<T[]>> m_chunks;
+    void dropChunk()
+    {
+        m_chunks[m_goneChunks++].reset();
+        if (m_goneChunks * 2 > m_chunks.size()) {
+            const auto first = m_chunks.begin();
+            m_chunks.erase(first, first + static_cast<std::ptrdiff_t>(m_goneChunks));
+            m_goneChunks = 0;
+        }
+    }
+
+    std::vector<std::unique_ptr<T[]>> m_chunks; ///< a deque would take memory even to be moved
+    std::size_t m_goneChunks = 0;               ///< at the front of these
     quint64 m_size = 0;
     quint64 m_dropped = 0;
 };
