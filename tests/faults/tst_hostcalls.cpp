@@ -11,7 +11,7 @@
 #include "AcquisitionThread.h"
 #include "LogCapture.h"
 #include "MeasurementBench.h"
-#include "TestScale.h"
+#include "Table.h"
 #include "ThreadCount.h"
 
 namespace {
@@ -295,97 +295,91 @@ class TestHostCalls : public QObject
 private Q_SLOTS:
     void initTestCase() { idleThreads = threadCount(); }
     void cleanup() { CameraRegistry::instance().removeAllDevices(); }
-    void callsFail_data();
-    void callsFail();
-    void imagesAreOdd_data();
-    void imagesAreOdd();
+    void callsFail_data()
+    {
+        const Table<int, int> row("mode", "calls");
+        row("throughput", MeasModeDataThroughput, 58);
+        row("standard", MeasModeStandardAcq, 59);
+    }
+
+    void callsFail()
+    {
+        QFETCH(int, mode);
+        const auto campaign = [mode] {
+            const int all = Run(mode, {}).calls;
+            QString mistake;
+            const auto run = [&](std::set<int> failing) {
+                const Run measurement(mode, std::move(failing));
+                if (mistake.isEmpty() && !measurement.mistake().isEmpty())
+                    mistake =
+                        measurement.failed.join(QStringLiteral(" + ")) + QStringLiteral(": ") + measurement.mistake();
+                return measurement.calls;
+            };
+            for (int first = 1; first <= all && mistake.isEmpty(); ++first) {
+                int calls = run({first}); // fewer or more than without a fault
+                for (int second = first + 1; second <= calls && mistake.isEmpty(); ++second)
+                    run({first, second});
+                CameraRegistry::instance().removeAllDevices();
+                QCoreApplication::processEvents(); // what the host announces later
+            }
+            return mistake;
+        };
+        QTEST(Run(mode, {}).calls, "calls");
+        QCOMPARE(campaign(), QString());
+        QTRY_COMPARE(threadCount(), idleThreads);
+        const size_t bytes = mallinfo2().uordblks;
+        QCOMPARE(campaign(), QString());
+        QTRY_COMPARE(threadCount(), idleThreads);
+        // Threads keep freed memory to themselves unless told otherwise, which looks like growth; the rest of the heap's
+        // noise is some 5 KB. The smallest allocation, 32 bytes, lost in every run would be 50 KB.
+        QVERIFY(!qEnvironmentVariableIsSet("GLIBC_TUNABLES") || mallinfo2().uordblks < bytes + 16384);
+    }
+
+    void imagesAreOdd_data()
+    {
+        const Table<const ImageFault*> row("fault");
+        for (const ImageFault& fault : imageFaults)
+            row(fault.name, &fault);
+    }
+
+    void imagesAreOdd()
+    {
+        QFETCH(const ImageFault*, fault);
+        for (int mode : {MeasModeDataThroughput, MeasModeStandardAcq}) {
+            const bool throughput = mode == MeasModeDataThroughput;
+            sim::CameraScenario scenario;
+            fault->set(scenario.faults, {1, 1, 3}); // frames 1 and 4
+            const LogCapture log;
+            MeasurementBench bench(scenario, mode);
+            const Values before = bench.camera->parameters();
+            QVERIFY(bench.measure(6));
+
+            const RunTotals totals = bench.data.runTotals();
+            const bool failed = fault->message == noImage;
+            const bool skipped = fault->message == noBlock;
+            QCOMPARE(totals.failedWaits, quint64(failed ? 2 : 0));
+            QCOMPARE(totals.frames, quint64(failed ? 4 : 6));
+            QCOMPARE(totals.skippedFrames, quint64(throughput && skipped ? 2 : 0));
+            QCOMPARE(totals.missingFrames, quint64(fault->missing));
+            QCOMPARE(bench.data.frameList.size() + bench.data.counterSampleList.size(),
+                     totals.frames - totals.skippedFrames);
+            QCOMPARE(totals.blocks, quint64(throughput ? 4 * 256 + 2 * fault->blocks : 0));
+            QStringList texts;
+            if (failed || (throughput && skipped))
+                texts << loopOf(mode) + QLatin1String(fault->message);
+            if (failed)
+                texts << texts;
+            QCOMPARE(log.texts(), texts);
+            QVERIFY(bench.stop());
+            QVERIFY(!bench.data.isMeasuring() && !bench.data.thread && !bench.camera->isAcquiring());
+            QCOMPARE(bench.camera->parameters(), before);
+        }
+        QTRY_COMPARE(threadCount(), idleThreads);
+    }
 
 private:
     int idleThreads = 0;
 };
-
-void TestHostCalls::callsFail_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<int>("calls");
-    QTest::newRow("throughput") << int(MeasModeDataThroughput) << 58;
-    QTest::newRow("standard") << int(MeasModeStandardAcq) << 59;
-}
-
-void TestHostCalls::callsFail()
-{
-    QFETCH(int, mode);
-    const auto campaign = [mode] {
-        const int all = Run(mode, {}).calls;
-        QString mistake;
-        const auto run = [&](std::set<int> failing) {
-            const Run measurement(mode, std::move(failing));
-            if (mistake.isEmpty() && !measurement.mistake().isEmpty())
-                mistake =
-                    measurement.failed.join(QStringLiteral(" + ")) + QStringLiteral(": ") + measurement.mistake();
-            return measurement.calls;
-        };
-        for (int first = 1; first <= all && mistake.isEmpty(); ++first) {
-            int calls = run({first}); // fewer or more than without a fault
-            for (int second = first + 1; second <= calls && mistake.isEmpty(); ++second)
-                run({first, second});
-            CameraRegistry::instance().removeAllDevices();
-            QCoreApplication::processEvents(); // what the host announces later
-        }
-        return mistake;
-    };
-    QTEST(Run(mode, {}).calls, "calls");
-    QCOMPARE(campaign(), QString());
-    QTRY_COMPARE(threadCount(), idleThreads);
-    const size_t bytes = mallinfo2().uordblks;
-    QCOMPARE(campaign(), QString());
-    QTRY_COMPARE(threadCount(), idleThreads);
-    // Threads keep freed memory to themselves unless told otherwise, which looks like growth; the rest of the heap's
-    // noise is some 5 KB. The smallest allocation, 32 bytes, lost in every run would be 50 KB.
-    QVERIFY(!qEnvironmentVariableIsSet("GLIBC_TUNABLES") || mallinfo2().uordblks < bytes + 16384);
-}
-
-void TestHostCalls::imagesAreOdd_data()
-{
-    QTest::addColumn<const ImageFault*>("fault");
-    for (const ImageFault& fault : imageFaults)
-        QTest::newRow(fault.name) << &fault;
-}
-
-void TestHostCalls::imagesAreOdd()
-{
-    QFETCH(const ImageFault*, fault);
-    for (int mode : {MeasModeDataThroughput, MeasModeStandardAcq}) {
-        const bool throughput = mode == MeasModeDataThroughput;
-        sim::CameraScenario scenario;
-        fault->set(scenario.faults, {1, 1, 3}); // frames 1 and 4
-        const LogCapture log;
-        MeasurementBench bench(scenario, mode);
-        const Values before = bench.camera->parameters();
-        QVERIFY(bench.measure(6));
-
-        const RunTotals totals = bench.data.runTotals();
-        const bool failed = fault->message == noImage;
-        const bool skipped = fault->message == noBlock;
-        QCOMPARE(totals.failedWaits, quint64(failed ? 2 : 0));
-        QCOMPARE(totals.frames, quint64(failed ? 4 : 6));
-        QCOMPARE(totals.skippedFrames, quint64(throughput && skipped ? 2 : 0));
-        QCOMPARE(totals.missingFrames, quint64(fault->missing));
-        QCOMPARE(bench.data.frameList.size() + bench.data.counterSampleList.size(),
-                 totals.frames - totals.skippedFrames);
-        QCOMPARE(totals.blocks, quint64(throughput ? 4 * 256 + 2 * fault->blocks : 0));
-        QStringList texts;
-        if (failed || (throughput && skipped))
-            texts << loopOf(mode) + QLatin1String(fault->message);
-        if (failed)
-            texts << texts;
-        QCOMPARE(log.texts(), texts);
-        QVERIFY(bench.stop());
-        QVERIFY(!bench.data.isMeasuring() && !bench.data.thread && !bench.camera->isAcquiring());
-        QCOMPARE(bench.camera->parameters(), before);
-    }
-    QTRY_COMPARE(threadCount(), idleThreads);
-}
 
 QTEST_GUILESS_MAIN(TestHostCalls)
 #include "tst_hostcalls.moc"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The replaced operators. Those of arrays use them.
+// The replaced operators. Those of arrays would use the others anyway, but for sanitizers that replace them too.
 #include "FailingNew.h"
 
 #include <cstdlib>
@@ -42,4 +42,24 @@ void operator delete(void* memory) noexcept
 void operator delete(void* memory, std::size_t) noexcept
 {
     std::free(memory); // NOLINT
+}
+
+void* operator new[](std::size_t bytes, const std::nothrow_t&) noexcept
+{
+    return operator new(bytes, std::nothrow);
+}
+
+void* operator new[](std::size_t bytes)
+{
+    return operator new(bytes);
+}
+
+void operator delete[](void* memory) noexcept
+{
+    operator delete(memory);
+}
+
+void operator delete[](void* memory, std::size_t) noexcept
+{
+    operator delete(memory);
 }
