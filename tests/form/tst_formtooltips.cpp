@@ -94,6 +94,20 @@ private Q_SLOTS:
         bench.nowUs += 30 * second;
         QCOMPARE(told(bench, 0, statusColumn), back);
     }
+
+    void clockDrift()
+    {
+        FormBench bench(1);
+        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+        for (quint64 frames = 1; frames <= 3; ++frames) { // known when the second minute with a frame is over
+            QCOMPARE(told(bench, 0, statusColumn).filter("clock"), QStringList());
+            bench.nowUs += 700 * second;
+            bench.deliverFrames(0, 1);
+            QTRY_COMPARE(bench.record(0).runTotals().frames, frames);
+        }
+        QCOMPARE(told(bench, 0, statusColumn).filter("clock"),
+                 QStringList("The camera's clock is 0.0 ppm fast against this computer's."));
+    }
 };
 
 QTEST_MAIN(FormToolTipsTest)

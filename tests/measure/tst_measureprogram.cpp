@@ -144,6 +144,7 @@ private Q_SLOTS:
             }
             QVERIFY(frames > 0);
             QCOMPARE(frames, camera[QStringLiteral("frames")].toInt());
+            QVERIFY(camera[QStringLiteral("clockDriftPpm")].isNull()); // not known so soon
             const QJsonValue report = camera[QStringLiteral("report")];
             QCOMPARE(report[QStringLiteral("frames")].toInt(), frames);
             const QString file = report[QStringLiteral("file")].toString();
