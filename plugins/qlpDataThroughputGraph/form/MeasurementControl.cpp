@@ -54,7 +54,7 @@ void CxDataGraphForm::onBtnMeasure()
         if (!progress.show(tr("Starting measurement"), tr("Starting camera %1...").arg(name)))
             return;
         CxCameraLineData* record = FindRecord(camera);
-        if (record && StartCamera(*record)) {
+        if (record && (record->isMeasuring() || StartCamera(*record))) { // a program may have started it meanwhile
             UpdateMeasureControls(camera.hCam, true);
             UpdateMeasureButtonText(camera.hCam, tr("Stop"));
         } else if (record) {
@@ -90,7 +90,7 @@ void CxDataGraphForm::StartAll(const std::vector<CameraKey>& cameras)
         if (!progress.show(tr("Starting measurement"), tr("Starting camera %1...").arg(name)))
             return;
         record = FindRecord(camera);
-        if (!record)
+        if (!record || record->isMeasuring())
             continue;
         if (StartCamera(*record)) {
             UpdateMeasureButtonText(camera.hCam, tr("Stop"));
