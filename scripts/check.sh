@@ -3,11 +3,12 @@
 # What must hold before a change is done: format, warnings and clang-tidy, tests under sanitizers, races, load, fuzzing,
 # soak.
 #   scripts/check.sh [STEP...]    steps: format warnings tidy asan races load fuzz soak; all without arguments
-# clang-tidy looks at the files changed since $CHECK_BASE, by default since the upstream branch, else at all.
+# clang-tidy looks at what has changed since $CHECK_BASE, by default since the upstream branch, else at all.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh --check
 
+changed_since() { git diff --name-only --diff-filter=d "$1" -- "$2" ':!tests/install'; }
 sources() { git ls-files -- '*.cpp' '*.h'; }
 
 step_format() {
@@ -27,8 +28,13 @@ step_tidy() {
   sed -E 's/-Winvalid-pch//g; s/-include [^ ]*cmake_pch.hxx//g' build/debug/compile_commands.json \
     > build/tidy-commands.json
   mkdir -p build/tidy && mv build/tidy-commands.json build/tidy/compile_commands.json
-  git diff --name-only --diff-filter=d "$base" -- '*.cpp' |
-    xargs -r -P "$(nproc)" -n 4 clang-tidy --quiet -p build/tidy
+  # A header is looked at from the first file that includes it. What tests/install builds is no part of this build.
+  {
+    changed_since "$base" '*.cpp'
+    changed_since "$base" '*.h' | sed 's,.*/,,' | while read -r header; do
+      git grep -l "#include .*\b$header[\">]" -- '*.cpp' | sed -n 1p || true
+    done
+  } | sort -u | xargs -r -P "$(nproc)" -n 4 clang-tidy --quiet -p build/tidy
 }
 
 step_asan() {

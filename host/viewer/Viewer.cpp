@@ -61,7 +61,7 @@ Viewer::~Viewer()
 QString Viewer::start()
 {
     m_running = true;
-    const QString fault = openCameras();
+    QString fault = openCameras();
     if (!fault.isEmpty()) {
         return fault;
     }

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr QLatin1String settingsGroup("DataThroughputGraphPlugin");
+const QLatin1String settingsGroup("DataThroughputGraphPlugin");
 constexpr int dockArea = 8;          // bottom
 constexpr int allowedDockAreas = 12; // top and bottom
 

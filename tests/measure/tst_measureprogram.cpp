@@ -135,7 +135,7 @@ private Q_SLOTS:
         lines.pop_back();
         QCOMPARE(summary.value(QStringLiteral("type")).toString(), QStringLiteral("summary"));
         QCOMPARE(summary.value(QStringLiteral("exitCode")).toInt(-1), 0);
-        for (const QJsonValue& camera : summary.value(QStringLiteral("cameras")).toArray()) {
+        for (const QJsonValue camera : summary.value(QStringLiteral("cameras")).toArray()) {
             int frames = 0;
             for (const QJsonObject& line : lines) {
                 QCOMPARE(line.value(QStringLiteral("type")).toString(), QStringLiteral("interval"));

@@ -139,7 +139,7 @@ private:
 
     QString fileWith(const QString& name, const QByteArray& content)
     {
-        const QString directory = m_directory.filePath(name + ".d");
+        QString directory = m_directory.filePath(name + ".d");
         QDir().mkpath(directory);
         QFile file(directory + "/" + name);
         if (file.open(QIODevice::WriteOnly)) {

@@ -131,7 +131,7 @@ void readFormats(JsonFields& in, std::vector<int>& formats)
         return;
     formats.clear();
     bool known = true;
-    for (const QJsonValue& item : found.toArray()) {
+    for (const auto& item : found.toArray()) {
         known = known && names.contains(item.toString());
         formats.push_back(names.value(item.toString()));
     }

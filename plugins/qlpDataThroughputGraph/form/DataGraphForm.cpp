@@ -23,11 +23,11 @@ constexpr int formMargin = 9;      // pixels; with more the first size would be 
 constexpr int plotAreaSpacing = 1; // pixels between a title and its axes
 
 // Keys of the settings; all values are integers.
-constexpr QLatin1String samplePeriodKey("DTGTSamplePeriod");
-constexpr QLatin1String maxSamplesKey("DTGTMaxSamples");
-constexpr QLatin1String exportTypeKey("DTGTExportType");
-constexpr QLatin1String measModeKey("DTGTMeasMode");
-constexpr QLatin1String liveGraphKey("DTGTLiveGraph");
+const QLatin1String samplePeriodKey("DTGTSamplePeriod");
+const QLatin1String maxSamplesKey("DTGTMaxSamples");
+const QLatin1String exportTypeKey("DTGTExportType");
+const QLatin1String measModeKey("DTGTMeasMode");
+const QLatin1String liveGraphKey("DTGTLiveGraph");
 
 } // namespace
 
@@ -152,4 +152,4 @@ bool CxDataGraphForm::eventFilter(QObject* watched, QEvent* event)
 }
 
 // Needs QCustomPlot's declarations, which the form's header leaves out.
-#include "moc_DataGraphForm.cpp"
+#include "moc_DataGraphForm.cpp" // NOLINT(bugprone-suspicious-include): generated

@@ -29,7 +29,7 @@ QImage pictureOf(QCustomPlot& plot)
 QString askForFile(QWidget* parent, const QString& caption, const QString& filter)
 {
     auto* host = IxAppDelegate::instance();
-    const QString name = QFileDialog::getSaveFileName(parent, caption, host->lastDirectory(), filter);
+    QString name = QFileDialog::getSaveFileName(parent, caption, host->lastDirectory(), filter);
     if (!name.isEmpty())
         host->setLastDirectory(QFileInfo(name).absolutePath());
     return name;

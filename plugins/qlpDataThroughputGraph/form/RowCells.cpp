@@ -26,7 +26,7 @@ quint64 number(VNCORE_HANDLE hCam)
 
 VNCORE_HANDLE handle(const QVariant& number)
 {
-    return reinterpret_cast<VNCORE_HANDLE>(quintptr(number.toULongLong()));
+    return reinterpret_cast<VNCORE_HANDLE>(quintptr(number.toULongLong())); // NOLINT(performance-no-int-to-ptr)
 }
 
 template<class Widget>

@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr QLatin1String formatName(VN_PRM_IMAGE_DATA_FORMAT);
+const QLatin1String formatName(VN_PRM_IMAGE_DATA_FORMAT);
 
 CxCameraParam* formatParameter(VNCORE_HANDLE hCam)
 {
