@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# What must hold before a change is done: format, warnings and clang-tidy, tests under sanitizers, races, load, fuzzing,
-# soak.
-#   scripts/check.sh [STEP...]    steps: format warnings tidy asan races load fuzz soak; all without arguments
+# What must hold before a change is done: format, warnings and clang-tidy, tests under sanitizers, races, memory,
+# load, fuzzing, soak.
+#   scripts/check.sh [STEP...]    steps: format warnings tidy asan races memory load fuzz soak; all without arguments
 # clang-tidy looks at what has changed since $CHECK_BASE, by default since the upstream branch, else at all.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh --check
 
-changed_since() { git diff --name-only --diff-filter=d "$1" -- "$2" ':!tests/install'; }
+changed_since() { git diff --name-only --diff-filter=d "$1" -- "$2" ':!tests/install' ':!tests/fuzz'; }
 sources() { git ls-files -- '*.cpp' '*.h'; }
 
 step_format() {
@@ -28,7 +28,7 @@ step_tidy() {
   sed -E 's/-Winvalid-pch//g; s/-include [^ ]*cmake_pch.hxx//g' build/debug/compile_commands.json \
     > build/tidy-commands.json
   mkdir -p build/tidy && mv build/tidy-commands.json build/tidy/compile_commands.json
-  # A header is looked at from the first file that includes it. What tests/install builds is no part of this build.
+  # A header is looked at from the first file that includes it. What is no part of the debug build is left out.
   {
     changed_since "$base" '*.cpp'
     changed_since "$base" '*.h' | sed 's,.*/,,' | while read -r header; do
@@ -43,16 +43,28 @@ step_asan() {
   ctest --preset asan
 }
 
+# under_valgrind LABEL OPTION...: the tests of a label with few repetitions, as many at once as there are processors.
+under_valgrind() {
+  local label=$1
+  shift
+  step_warnings
+  mkdir -p build/valgrind
+  ctest --test-dir build/debug -N -L "^$label\$" | sed -n 's/.*Test *#[0-9]*: //p' |
+    QT_NO_GLIB=1 KESTROVA_TEST_SCALE=5 QT_QPA_PLATFORM=offscreen xargs -P "$(nproc)" -I TEST sh -c '
+      "$@" build/debug/bin/TEST >build/valgrind/TEST.log 2>&1 && echo "TEST: nothing found" ||
+        { cat build/valgrind/TEST.log; echo "TEST: failed"; exit 1; }' \
+      sh valgrind -q --error-exitcode=1 "$@"
+}
+
 # Helgrind knows QMutex, but not GLib's locks, so Qt goes without GLib; --fair-sched keeps a polling thread from
 # starving the others.
 step_races() {
-  step_warnings
-  local test
-  for test in $(ctest --test-dir build/debug -N -L races | sed -n 's/.*Test *#[0-9]*: //p'); do
-    echo "helgrind: $test"
-    QT_NO_GLIB=1 KESTROVA_TEST_SCALE=5 QT_QPA_PLATFORM=offscreen valgrind --tool=helgrind --fair-sched=yes --error-exitcode=1 -q \
-      --history-level=approx --suppressions=tests/support/helgrind.supp "build/debug/bin/$test"
-  done
+  under_valgrind races --tool=helgrind --fair-sched=yes --history-level=approx \
+    --suppressions=tests/support/helgrind.supp
+}
+
+step_memory() {
+  under_valgrind engine --leak-check=full --errors-for-leak-kinds=definite --show-leak-kinds=definite
 }
 
 # The viewer with 64 cameras that all measure; it wants the computer for itself.
@@ -80,7 +92,7 @@ step_soak() {
   QTEST_FUNCTION_TIMEOUT=1200000 KESTROVA_SOAK_SECONDS=600 scripts/with-display.sh build/release/bin/tst_soak
 }
 
-[ $# -gt 0 ] || set -- format warnings tidy asan races load fuzz soak
+[ $# -gt 0 ] || set -- format warnings tidy asan races memory load fuzz soak
 for step in "$@"; do
   echo "== $step"
   "step_$step"

@@ -3,6 +3,7 @@
 #include "DialogRobot.h"
 #include "FormBench.h"
 #include "Table.h"
+#include "TestScale.h"
 
 static QString failedText(const char* camera)
 {
@@ -137,7 +138,7 @@ private Q_SLOTS:
     void boxesDoNotPileUp()
     {
         FormBench bench(1, MeasModeStandardAcq);
-        for (int i = 0; i < 1000; ++i)
+        for (int i = 0; i < testCount(1000); ++i)
             bench.measureButton(0)->click();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCOMPARE(bench.form->findChildren<QMessageBox*>().size(), 0);

@@ -31,6 +31,8 @@ int setting(const char* name, int usual)
     return given ? value : usual;
 }
 
+const bool underValgrind = qEnvironmentVariableIsSet("KESTROVA_TEST_SCALE"); // nothing is in time there
+
 double threadCpuMs()
 {
     timespec time{};
@@ -138,7 +140,7 @@ void TestLoad::zoomUntil(CxDataGraphForm* form, const char* state, const std::fu
           probe.longestMs, probe.longestCpuMs);
     // The usual run shares its computer with other tests.
     const bool alone = qEnvironmentVariableIsSet("KESTROVA_LOAD_CAMERAS");
-    QVERIFY((alone ? probe.longestMs : probe.longestCpuMs) < answersWithinMs);
+    QVERIFY(underValgrind || (alone ? probe.longestMs : probe.longestCpuMs) < answersWithinMs);
 }
 
 void TestLoad::windowAnswersAndNoFrameIsLost_data()
@@ -151,7 +153,7 @@ void TestLoad::windowAnswersAndNoFrameIsLost_data()
 void TestLoad::windowAnswersAndNoFrameIsLost()
 {
     QFETCH(int, mode);
-    const int cameras = setting("KESTROVA_LOAD_CAMERAS", 16);
+    const int cameras = setting("KESTROVA_LOAD_CAMERAS", underValgrind ? 2 : 16);
     ViewerOptions options;
     options.settingsFile = m_directory.filePath("settings.ini");
     options.camerasFile = scenario(cameras);
