@@ -118,11 +118,11 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
     </message>
     <message>
         <source>%1 taken over by a plug-in</source>
-        <translation>%1 von einem Plug-in übernommen</translation>
+        <translation>%1 von Plug-in belegt</translation>
     </message>
     <message>
         <source>%1 given back</source>
-        <translation>%1 zurückgegeben</translation>
+        <translation>%1 wieder frei</translation>
     </message>
     <message>
         <source>%1 sends frames again</source>

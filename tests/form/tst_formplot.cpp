@@ -52,6 +52,23 @@ private Q_SLOTS:
         QCOMPARE(rangeText(bench.area(0)->axis(QCPAxis::atLeft)), QStringLiteral("3..812"));
     }
 
+    /// However many areas share the plot's height, labels do not run into each other and ticks do not pile up.
+    void valueAxesFitTheirArea()
+    {
+        FormBench bench(1);
+        for (int cameras = 1; cameras <= 8; bench.addCamera(), ++cameras) {
+            for (const int height : {200, 400, 900}) {
+                bench.plot()->resize(600, height);
+                const auto* axis = bench.area(cameras - 1)->axis(QCPAxis::atLeft);
+                const bool labelled = axis->labelColor() == Qt::white;
+                const int labelLength = QFontMetrics(axis->labelFont()).horizontalAdvance(axis->label());
+                QVERIFY(labelled ? labelLength <= height / cameras : height / cameras < 80);
+                QVERIFY(axis->ticker()->tickCount() * axis->tickLabelFont().pixelSize() <=
+                        std::max(11, height / cameras));
+            }
+        }
+    }
+
     void counterAxis_data()
     {
         const Table<int, int, QString> row("first", "last", "expected");

@@ -137,6 +137,7 @@ bool CxDataGraphForm::IsAnyMeasuring() const
 
 void CxDataGraphForm::ReplotPlot()
 {
+    FitValueAxes(ui->plot->height());
     replotPending = !ui->plot->isVisible() || window()->isMinimized();
     if (!replotPending)
         ui->plot->replot(QCustomPlot::rpRefreshHint);
@@ -144,6 +145,8 @@ void CxDataGraphForm::ReplotPlot()
 
 bool CxDataGraphForm::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == ui->plot && event->type() == QEvent::Resize) // before the plot itself hears of it
+        FitValueAxes(static_cast<QResizeEvent*>(event)->size().height());
     if (watched == ui->plot && event->type() == QEvent::Show && replotPending) {
         replotPending = false;
         ui->plot->replot(QCustomPlot::rpQueuedReplot);

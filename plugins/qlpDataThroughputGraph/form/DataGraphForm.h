@@ -140,6 +140,7 @@ private:
     // --- plot construction (PlotConstruction.cpp) ---
     bool AddCameraPlot(VNCORE_HANDLE hCam, int layoutRow, const QString& title);
     void ConfigurePlotAxis(QCPAxisRect* axisRect, int axisType, double lower, double upper, const QString& label);
+    void FitValueAxes(int plotHeight);
     QCPGraph* AddStandardAcqPlot(VNCORE_HANDLE hCam, const QString& curveName, VN_COUNTER_SELECTOR counterSelector,
                                  const QColor& colour);
     QCPGraph* AddThrougputPlot(VNCORE_HANDLE hCam, const QString& curveName, const QColor& colour);

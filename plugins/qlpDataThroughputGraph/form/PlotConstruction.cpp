@@ -23,7 +23,10 @@ namespace {
 constexpr auto plotNameProperty = "plotName";
 constexpr int levelAlpha = 150; // the area under the buffer level is translucent
 constexpr int axisFontPixels = 11;
-constexpr int valueTicks = 3;                   ///< four areas in the viewer's window are low
+constexpr int leastFontPixels = 8;
+constexpr int aroundAxesPixels = 44; ///< of an area's height: title, time axis, margins
+constexpr int valueTickPixels = 20;  ///< height for each value tick
+constexpr int mostValueTicks = 5;
 constexpr QMargins leastMargins(15, 8, 38, 15); // on the right half of the last time's label must fit
 
 QPen curvePen(const QColor& colour)
@@ -82,10 +85,8 @@ void CxDataGraphForm::ConfigurePlotAxis(QCPAxisRect* axisRect, int axisType, dou
     axis->setLabelFont(font);
     axis->setTickLabelFont(font);
     axis->setVisible(true);
-    if (axisType != QCPAxis::atBottom) {
-        axis->ticker()->setTickCount(valueTicks);
+    if (axisType != QCPAxis::atBottom)
         return;
-    }
 
     if (auto* ticker = new (std::nothrow) QCPAxisTickerTime) {
         ticker->setTimeFormat(QStringLiteral("%m:%s.%z"));
@@ -96,6 +97,34 @@ void CxDataGraphForm::ConfigurePlotAxis(QCPAxisRect* axisRect, int axisType, dou
     connect(axis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this, &CxDataGraphForm::on_plotChangeZoom);
     axisRect->setRangeDragAxes(axis, nullptr);
     axisRect->setRangeZoomAxes(axis, nullptr);
+}
+
+/// The more areas share the plot's height, the fewer ticks a value axis has and the smaller its label is, which goes
+/// when it would run into the next area's.
+void CxDataGraphForm::FitValueAxes(int plotHeight)
+{
+    const auto rects = ui->plot->axisRects();
+    if (rects.isEmpty())
+        return;
+    const int areaHeight = plotHeight / rects.size();
+    const int ticks = std::clamp((areaHeight - aroundAxesPixels) / valueTickPixels, 1, mostValueTicks);
+    for (const auto side : {QCPAxis::atLeft, QCPAxis::atRight}) {
+        const QString label = rects.first()->axis(side)->label(); // the same in every area
+        QFont font = rects.first()->axis(side)->labelFont();
+        const auto fits = [&] { return QFontMetrics(font).horizontalAdvance(label) <= areaHeight; };
+        for (int pixels = axisFontPixels; pixels >= leastFontPixels; --pixels) {
+            font.setPixelSize(pixels);
+            if (fits())
+                break;
+        }
+        const QColor colour = fits() ? look::text : QColor(Qt::transparent);
+        for (QCPAxisRect* rect : rects) {
+            QCPAxis* axis = rect->axis(side);
+            axis->ticker()->setTickCount(ticks);
+            axis->setLabelFont(font);
+            axis->setLabelColor(colour);
+        }
+    }
 }
 
 QCPGraph* CxDataGraphForm::AddStandardAcqPlot(VNCORE_HANDLE hCam, const QString& curveName,
