@@ -189,7 +189,7 @@ private Q_SLOTS:
 
     void weekend()
     {
-        const int hours = std::max(4, testCount(72));
+        const int hours = std::max(12, testCount(72)); // the ledger, too, is full after 6
         const int capacityHours = hours * 2 / 3;
         setMeasurementClock(modelClockUs);
         LogCapture log;
