@@ -242,6 +242,21 @@ private Q_SLOTS:
         QCOMPARE(objects(), before);
         QCOMPARE(bench.form->plotCheckBoxes.size(), 2);
     }
+
+    void everyControlIsReachedByTab()
+    {
+        FormBench bench(2);
+        bench.form->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(bench.form.get()));
+        bench.child("btnSetup")->setFocus();
+        QSet<QWidget*> reached;
+        for (auto* at = bench.child("btnSetup"); at && !reached.contains(at); at = QApplication::focusWidget()) {
+            reached.insert(at);
+            QTest::keyClick(at, Qt::Key_Tab);
+        }
+        for (auto* button : bench.form->findChildren<QAbstractButton*>())
+            QVERIFY2(reached.contains(button) || !(button->focusPolicy() & Qt::TabFocus), qPrintable(button->text()));
+    }
 };
 
 QTEST_MAIN(FormTableTest)
