@@ -129,7 +129,7 @@ private:
     quint64 frameIndex = 0;
     quint32 numberOffset = 0;
     qint64 stampOffsetUs = 0; ///< by jumps of the time stamps' clock
-    qint64 sourceNs = 0; ///< when sensor or generator acted last
+    qint64 sourceNs = 0;      ///< when sensor or generator acted last
     quint64 triggerIndex = 0;
     qint64 triggerNs = 0;
     qint64 exposureEndNs = 0; ///< of the frame before
