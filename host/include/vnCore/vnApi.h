@@ -33,10 +33,10 @@ VNCORE_EXPORT void vnCoreVersion(int& major, int& minor, int& revision);
 enum VN_ERROR : int
 {
     VN_ERR_NONE = 0,
-    VN_ERR_NO_CAMERA = 1,  ///< unknown, closed or null handle
-    VN_ERR_NO_PARAM = 2,   ///< the camera has no such parameter
-    VN_ERR_REFUSED = 3,    ///< the camera refused the value, the read or the start
-    VN_ERR_TIMEOUT = 4,    ///< no image within the time limit
+    VN_ERR_NO_CAMERA = 1,   ///< unknown, closed or null handle
+    VN_ERR_NO_PARAM = 2,    ///< the camera has no such parameter
+    VN_ERR_REFUSED = 3,     ///< the camera refused the value, the read or the start
+    VN_ERR_TIMEOUT = 4,     ///< no image within the time limit
     VN_ERR_NOT_RUNNING = 5, ///< image wait without an acquisition of this side
     VN_ERR_NO_MEMORY = 6
 };
