@@ -7,4 +7,5 @@ exec {number}< <(exec Xvfb -displayfd 1 -screen 0 1920x1200x24 -dpi 96 -nolisten
 server=$!
 trap 'kill "$server" && wait "$server" || true' EXIT
 read -r display <&"$number" || { echo "with-display.sh: the X server does not start" >&2; exit 1; }
-DISPLAY=:$display QT_QPA_PLATFORM=xcb "$@"
+# Nothing here draws with OpenGL, whose drivers leak memory of their own.
+DISPLAY=:$display QT_QPA_PLATFORM=xcb QT_XCB_GL_INTEGRATION=none "$@"
