@@ -64,7 +64,8 @@ step_races() {
 }
 
 step_memory() {
-  under_valgrind engine --leak-check=full --errors-for-leak-kinds=definite --show-leak-kinds=definite
+  under_valgrind engine --leak-check=full --errors-for-leak-kinds=definite --show-leak-kinds=definite \
+    --suppressions=tests/support/memcheck.supp
 }
 
 # The viewer with 64 cameras that all measure; it wants the computer for itself.
