@@ -22,7 +22,7 @@ constexpr int framesPerHour = 3600;
 constexpr int blocksPerFrame = 64;
 constexpr qint32 period = 8;
 constexpr quint64 shortBlocks = 2;
-constexpr double jumpMs = -2000.0;
+constexpr double jumpMs = -300.0; // as large as the delay of a queue that becomes full
 
 std::atomic<qint64> wallClockShiftS{0};
 

@@ -9,8 +9,7 @@ namespace {
 
 constexpr qint64 minuteUs = 60000000;
 constexpr qint64 knownAfterUs = 10 * minuteUs; ///< the host's clock counts milliseconds: 2 ppm of this
-constexpr qint64 jumpUs = 1000000;
-constexpr qint64 jumpShare = 1000; ///< after a long pause, this part of it
+constexpr qint64 driftShare = 1000;            ///< a clock drifts by less than this part of the time
 
 } // namespace
 
@@ -39,8 +38,10 @@ void ClockDrift::endMinute()
     if (!m_reference) {
         m_reference = m_shortest;
     } else {
+        // Larger changes are clocks that were set, or a queue that was full for the whole minute.
         const qint64 changeUs = m_shortest->us - m_latest.us;
-        if (std::abs(changeUs) > std::max(jumpUs, (m_shortest->arrivalUs - m_latest.arrivalUs) / jumpShare))
+        const qint64 timeUs = std::max(minuteUs, m_shortest->arrivalUs - m_latest.arrivalUs);
+        if (std::abs(changeUs) > timeUs / driftShare)
             m_reference->us += changeUs;
     }
     m_latest = *m_shortest;
