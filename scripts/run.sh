@@ -9,8 +9,9 @@ cmake --preset release >/dev/null
 cmake --build --preset release
 
 bin=build/release/bin
+settings=build/run-settings.ini
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
-  exec "$bin/kestrova" "$@"
+  exec "$bin/kestrova" --settings "$settings" "$@"
 fi
 
 echo "run.sh: there is no display: measuring from the command line and drawing the viewer into a picture."
@@ -20,6 +21,6 @@ fi
 status=0
 "$bin/kestrova-measure" --all --duration 10s || status=$?
 picture=build/kestrova.png
-QT_QPA_PLATFORM=offscreen "$bin/kestrova" --settings build/run-settings.ini --start --quit-after 10s --screenshot "$picture"
+QT_QPA_PLATFORM=offscreen "$bin/kestrova" --settings "$settings" --start --quit-after 10s --screenshot "$picture"
 echo "run.sh: the viewer's picture: $picture"
 exit "$status"

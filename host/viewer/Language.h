@@ -15,7 +15,8 @@ QString chooseLanguage(const QStringList& wanted);
 /// The same for a name that a person has typed, such as "zh".
 QString chooseLanguage(const QString& name);
 
-/// From now on texts are in this language, in English if it is empty: to be called before the first widget, and on the application's thread.
+/// From now on texts are in this language, in English if it is empty: to be called before the first widget, and on
+/// the application's thread.
 void installLanguage(const QString& language);
 
 #endif

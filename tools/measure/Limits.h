@@ -17,8 +17,8 @@ struct Limit
     double value; ///< in the figure's unit; itself within the limit
 };
 
-/// One text for each limit that is broken. A figure that is not known breaks its limit: a check that could not be made
-/// must not pass.
+/// One text for each limit that is broken. A figure that is not known breaks its limit: a check that could not be
+/// made must not pass.
 QStringList brokenLimits(const std::vector<Limit>& limits, const Figures& figures);
 
 #endif

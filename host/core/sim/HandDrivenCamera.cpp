@@ -39,7 +39,7 @@ bool HandDrivenCamera::settle(std::chrono::milliseconds limit)
                               [this] { return atGate > 0 && released == 0; });
 }
 
-/// False if the wait was ended at the changed.
+/// False if the wait was ended at the gate.
 bool HandDrivenCamera::passGate(std::unique_lock<std::mutex>& lock)
 {
     if (!gated)

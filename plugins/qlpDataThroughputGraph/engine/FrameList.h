@@ -96,7 +96,8 @@ private:
     void setNode(std::size_t level, quint64 number);
     void setNodesOver(quint64 begin, quint64 end);
 
-    // Frames have numbers in the order of their arrival; node n of level k stands for the frames from n * 16^(k+1) on.
+    // Frames have numbers in the order of their arrival; node n of level k stands for the frames from n * 16^(k+1)
+    // on.
     Tape<Frame> m_frames;
     TimeIndex m_starts;
     TimeIndex m_ends;
