@@ -56,8 +56,9 @@ public:
             row(camera.camera, camera.run);
         for (const CameraSummary& camera : summary.cameras) {
             const QString title = cameraTitle(camera.camera);
-            const Figure drift{nullptr, nullptr, 1, camera.clockDriftPpm};
-            writeLine(QStringLiteral("%1: clock drift (ppm): %2").arg(title, figureText(drift)));
+            if (camera.clockDriftPpm)
+                writeLine(QStringLiteral("%1: clock drift %2 ppm")
+                              .arg(title, QString::number(*camera.clockDriftPpm, 'f', 1)));
             if (camera.report)
                 writeLine(reportText(title, *camera.report));
             for (const QString& problem : camera.problems)

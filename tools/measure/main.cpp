@@ -7,6 +7,8 @@
 #include <iterator>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 
 #include "CameraRegistry.h"
 #include "DeviceFamilies.h"
@@ -75,11 +77,18 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
                    [&registry](int index) { return registry.deviceInfo(index); });
     QString error;
     QStringList files;
+    const auto place = [](const QString& file) { return QDir::cleanPath(QFileInfo(file).absoluteFilePath()); };
+    const auto isLog = [&](const QString& file) {
+        return !options.logFile.isEmpty() && place(file) == place(options.logFile);
+    };
     if (!options.csvFile.isEmpty()) {
         if (infos.size() > 1 && !options.csvFile.contains(cameraPlaceholder))
             return complain(WrongUsage, QStringLiteral("--csv: several cameras need {camera} in the file's name"));
         files = reportFiles(options.csvFile, infos);
         for (const QString& file : files) {
+            if (isLog(file) || isLog(descriptionFile(file)))
+                return complain(WrongUsage,
+                                QStringLiteral("--csv and --log: %1 cannot be both").arg(options.logFile));
             if (!canWriteReport(file, &error) || !canWriteReport(descriptionFile(file), &error))
                 return complain(WrongUsage, error);
         }
