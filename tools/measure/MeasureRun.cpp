@@ -15,7 +15,7 @@ constexpr qint64 longestSleepMs = 3600000; ///< a timer takes no more than 24 da
 
 void complain(const QString& text)
 {
-    std::fprintf(stderr, "kestrova-measure: %s\n", text.toLocal8Bit().constData());
+    std::fprintf(stderr, "kestrova-measure: %s\n", onOneLine(text).toLocal8Bit().constData());
 }
 
 } // namespace
@@ -51,6 +51,8 @@ void MeasureRun::stop()
     if (std::exchange(m_over, true))
         return;
     m_timer.stop();
+    for (MeasuredCamera* camera : m_started)
+        camera->announceStop();
     for (MeasuredCamera* camera : m_started) {
         camera->stop();
         printInterval(*camera);

@@ -22,12 +22,18 @@ bool MeasuredCamera::start(const Options& options)
     return m_started;
 }
 
-void MeasuredCamera::stop()
+void MeasuredCamera::announceStop()
 {
     noteEnd();
-    m_record.stopMeasurement();
+    m_record.announceStop();
     if (m_started && !m_endS)
         m_endS = elapsedS();
+}
+
+void MeasuredCamera::stop()
+{
+    announceStop();
+    m_record.stopMeasurement();
 }
 
 void MeasuredCamera::setLost()
@@ -52,8 +58,11 @@ QStringList MeasuredCamera::problems() const
         problems.append(QStringLiteral("was lost"));
     if (m_endedItself)
         problems.append(QStringLiteral("measurement ended for lack of memory"));
-    if (m_record.runTotals().frames == 0)
+    const RunTotals totals = m_record.runTotals();
+    if (totals.frames == 0)
         problems.append(QStringLiteral("sent no frame"));
+    else if (totals.skippedFrames == totals.frames)
+        problems.append(QStringLiteral("no frame held a whole sample block"));
     return problems;
 }
 

@@ -34,6 +34,8 @@ public:
 
     /// False if the camera refuses or could not be opened.
     bool start(const Options& options);
+    /// stop() follows: cameras that send nothing then wait for their images at the same time.
+    void announceStop();
     /// Ends the measurement and restores the camera; takes up to one image wait if the camera sends nothing.
     void stop();
     /// Measures, as far as is known: not lost, not out of memory.

@@ -20,9 +20,11 @@ const CounterKind* findCounter(const std::vector<std::unique_ptr<CounterKind>>& 
     return found == counters.end() ? nullptr : found->get();
 }
 
+std::atomic<quint64> lastSerial{0};
+
 } // namespace
 
-CxCameraLineData::CxCameraLineData()
+CxCameraLineData::CxCameraLineData() : serial(++lastSerial)
 {
     const auto add = [this](VN_COUNTER_SELECTOR kind, const char* name) {
         counterList.push_back(std::make_unique<CounterKind>(kind, QLatin1String(name)));
@@ -56,11 +58,8 @@ void CxCameraLineData::clearData()
 
 bool CxCameraLineData::AlloCateBuffers(quint32 count)
 {
-    return measMode != MeasModeDataThroughput || resizeWorkArrays(count);
-}
-
-bool CxCameraLineData::resizeWorkArrays(quint32 count)
-{
+    if (measMode != MeasModeDataThroughput)
+        return true;
     // A missing array is what an earlier failure left.
     if (workArrayLength == count && linkSpeeds && bufferDeltas && blockTimeOffsets)
         return true;

@@ -72,7 +72,8 @@ public:
     // --- record (CameraLineData.cpp) ---
     /// Forgets all samples; settings stay. Only while no measurement runs.
     void clearData();
-    /// Makes the work arrays hold `count` elements each; nothing in the standard mode. False, and logged, without memory. With the mutex held while a measurement runs.
+    /// Makes the work arrays hold `count` elements each; nothing in the standard mode. False, and logged, without
+    /// memory. With the mutex held while a measurement runs.
     bool AlloCateBuffers(quint32 count);
     bool isMeasuring() const;
     /// Whether frames (throughput mode) are kept.
@@ -94,6 +95,9 @@ public:
     /// Joins the worker (up to one image wait), stops the acquisition, restores the camera. False if there is nothing
     /// to stop.
     bool stopMeasurement();
+    /// Ends the time that counts and lets the loop end. stopMeasurement() has to follow; called for several records
+    /// first, they wait for their last images at the same time and not one after the other.
+    void announceStop();
     /// Saves and changes the camera's parameters for `measMode`; on false the caller restores.
     bool setupCameraParameters();
     /// Writes back what was saved, for the mode that was set up last.
@@ -131,9 +135,8 @@ public:
     CsvReportResult exportToCsv(const QString& fileName, QWidget* parent, qint64 fromUs, qint64 toUs,
                                 QString* reason = nullptr);
 
-    inline static std::atomic<quint64> lastSerial{0};
     /// Tells this record from every other one of the process, also from a later one with the same handle.
-    const quint64 serial = ++lastSerial;
+    const quint64 serial;
 
     VNCORE_HANDLE hCam = nullptr;
     QString cameraName;
@@ -149,7 +152,8 @@ public:
     std::atomic<qint32> cameraBufferSize{0}; ///< bytes
     bool plotEnabled = true;
 
-    // Work arrays of the statistics, sized together; used only under `mutex`.
+    // Work arrays, sized together by calculateStats() under `mutex`. Aggregates have taken over what the statistics
+    // kept here; sizing them stays because a range without memory for a frame's intervals counts as not evaluated.
     std::unique_ptr<double[]> linkSpeeds;        ///< MB/s
     std::unique_ptr<double[]> bufferDeltas;      ///< bytes
     std::unique_ptr<quint64[]> blockTimeOffsets; ///< microseconds
@@ -183,7 +187,7 @@ public:
     double minThroughput = 0.0;  ///< MB/s
     double maxBufferLevel = 0.0; ///< percent
     quint64 bufferOverflowCount = 0;
-    std::optional<FiguresRange> figuresRange; ///< written by the form
+    std::optional<FiguresRange> figuresRange;
 
     /// Guards the lists, the work arrays, `measuring` and the totals. No other lock is taken while it is held, and
     /// no signal is emitted.
@@ -192,12 +196,10 @@ public:
     /// Tells the loop to end. Whoever sets it ends the measurement: the user interface thread by joining, or a worker
     /// that is out of memory.
     std::atomic<bool> stopRequested{false};
+    std::atomic<bool> stopAnnounced{false};
     std::unique_ptr<CxAcquisitionThread> thread;
 
 private:
-    // CameraLineData.cpp
-    bool resizeWorkArrays(quint32 count);
-
     // CameraPreparation.cpp
     bool setupDataThroughput();
     bool setupStandardAcq();
@@ -223,6 +225,7 @@ private:
         std::optional<double> driftPpm;
     };
     qint64 beginLoop();
+    bool goesOn() const { return !stopRequested && !stopAnnounced; }
     static FrameTimes frameTimes(const VN_IMG& image, qint64 baseUs, ClockDrift& drift);
     bool waitForImage(VN_IMG& image, const char* where);
     std::unique_ptr<FrameRecord> makeFrameRecord(const VN_IMG& image, quint64 blockCount, qint64 timestampUs) const;

@@ -73,6 +73,7 @@ bool CxCameraLineData::startMeasurement(qint32 period, qint32 capacity)
     }
     measuring = true;
     stopRequested = false;
+    stopAnnounced = false;
     totals.begin(nowUs);
     countersOfRun = RunCounters();
     driftPpm.reset();
@@ -98,18 +99,25 @@ bool CxCameraLineData::startWorkerLocked()
     return false;
 }
 
+void CxCameraLineData::announceStop()
+{
+    const qint64 nowUs = measurementClockUs();
+    QMutexLocker lock(&mutex);
+    totals.end(nowUs);
+    stopAnnounced = true;
+}
+
 bool CxCameraLineData::stopMeasurement()
 {
     // Only the one that sets the flag ends the measurement: never both this thread and a worker out of memory.
     if (!isMeasuring() || stopRequested.exchange(true))
         return false;
+    announceStop();
     if (thread) {
         thread->wait(); // without the mutex: the worker takes it for its last frame
         thread.reset();
     }
-    const qint64 nowUs = measurementClockUs();
     QMutexLocker lock(&mutex);
-    totals.end(nowUs);
     finishMeasurementLocked();
     return true;
 }

@@ -86,7 +86,7 @@ void CxCameraLineData::runMeasureLoop()
     auto reserve = allocateArray<char>(reserveBytes);
     ClockDrift drift;
     bool skipLogged = false;
-    while (!stopRequested) {
+    while (goesOn()) {
         VN_IMG image;
         if (!waitForImage(image, throughputLoop))
             continue;
@@ -138,7 +138,7 @@ void CxCameraLineData::runMeasureLoopAcquisition()
     auto reserve = allocateArray<char>(reserveBytes);
     ClockDrift drift;
     qint64 previousUs = 0;
-    while (!stopRequested) {
+    while (goesOn()) {
         VN_IMG image;
         if (!waitForImage(image, standardLoop))
             continue;

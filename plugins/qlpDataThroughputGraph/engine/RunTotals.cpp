@@ -100,7 +100,8 @@ void RunTotalsCounter::addFrame(quint32 frameNumber, const FrameFigures& figures
     if (m_lastFrameNumber)
         m_open.missingFrames += framesBetween(*m_lastFrameNumber, frameNumber);
     m_lastFrameNumber = frameNumber;
-    m_open.longestGapUs = std::max(m_open.longestGapUs, nowUs - m_lastFrameUs);
+    if (m_running)
+        m_open.longestGapUs = std::max(m_open.longestGapUs, nowUs - m_lastFrameUs);
     m_lastFrameUs = nowUs;
 }
 

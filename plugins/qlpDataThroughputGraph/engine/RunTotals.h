@@ -60,7 +60,7 @@ class RunTotalsCounter
 {
 public:
     void begin(qint64 nowUs);
-    /// Ends the last gap; until the next begin() time does not count.
+    /// Ends the last gap; until the next begin() time does not count, only what still arrives.
     void end(qint64 nowUs);
 
     /// A frame arrived, `skipped` when it is not kept.

@@ -66,10 +66,11 @@ bool CxCameraLineData::evaluate(QCPGraph* minGraph, QCPGraph* levelGraph, const 
         outdated = frameList.endRemake(remake);
     }
 
+    figuresRange = {fromUs, toUs, false};
     if (frameList.empty())
         return false;
     const quint64 oldestBlocks = std::max<quint64>(frameList.front()->blockCount, 1);
-    if (!resizeWorkArrays(static_cast<quint32>(oldestBlocks - 1)))
+    if (!AlloCateBuffers(static_cast<quint32>(oldestBlocks - 1)))
         throw std::bad_alloc();
     maxBufferLevel = 0.0;
     bufferOverflowCount = 0;
@@ -88,6 +89,7 @@ bool CxCameraLineData::evaluate(QCPGraph* minGraph, QCPGraph* levelGraph, const 
     minThroughput = figures.extremes.minSpeed(settings);
     maxBufferLevel = figures.extremes.level(settings);
     bufferOverflowCount = figures.overflows;
+    figuresRange->anyFrame = true;
 
     if (keyRange != nullptr && (minGraph != nullptr || levelGraph != nullptr)) {
         for (const ScanPoint& point :

@@ -56,6 +56,8 @@ CxDataGraphForm::CxDataGraphForm(QWidget* parent)
 
 CxDataGraphForm::~CxDataGraphForm()
 {
+    for (CxCameraLineData* record : qAsConst(lineDataMap))
+        record->announceStop();
     for (const VNCORE_HANDLE hCam : lineDataMap.keys())
         DeleteRecord(hCam);
 }

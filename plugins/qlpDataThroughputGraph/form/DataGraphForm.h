@@ -128,6 +128,7 @@ private:
     // --- measurement control (MeasurementControl.cpp) ---
     void StartAll(const std::vector<CameraKey>& cameras);
     void RollBackStartAll(const std::vector<CameraKey>& cameras);
+    void AnnounceStops(const std::vector<CameraKey>& cameras);
     void StopAll(const std::vector<CameraKey>& cameras);
     std::vector<CameraKey> OpenedCameras() const;
     bool StartCamera(CxCameraLineData& record);

@@ -122,11 +122,7 @@ void CxDataGraphForm::UpdateThroughputGraph()
 bool CxDataGraphForm::EvaluateVisible(CxCameraLineData& record, QCPGraph* minGraph, QCPGraph* levelGraph,
                                       const QCPRange* keyRange, double minKeySpacing)
 {
-    const qint64 fromUs = VisibleFromUs();
-    const qint64 toUs = VisibleToUs();
-    const bool anyFrame = record.calculateStats(minGraph, levelGraph, keyRange, fromUs, toUs, minKeySpacing);
-    record.figuresRange = {fromUs, toUs, anyFrame};
-    return anyFrame;
+    return record.calculateStats(minGraph, levelGraph, keyRange, VisibleFromUs(), VisibleToUs(), minKeySpacing);
 }
 
 void CxDataGraphForm::UpdateStandardGraph()

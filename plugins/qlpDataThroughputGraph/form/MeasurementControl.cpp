@@ -110,6 +110,7 @@ void CxDataGraphForm::StartAll(const std::vector<CameraKey>& cameras)
 
 void CxDataGraphForm::RollBackStartAll(const std::vector<CameraKey>& cameras)
 {
+    AnnounceStops(cameras);
     for (const CameraKey& camera : cameras) {
         CxCameraLineData* record = FindRecord(camera);
         if (!record)
@@ -127,8 +128,18 @@ void CxDataGraphForm::RollBackStartAll(const std::vector<CameraKey>& cameras)
     ui->btnStartAll->setText(tr("Start All"));
 }
 
+/// Cameras that send nothing then need one image wait together, not one each.
+void CxDataGraphForm::AnnounceStops(const std::vector<CameraKey>& cameras)
+{
+    for (const CameraKey& camera : cameras) {
+        if (CxCameraLineData* record = FindRecord(camera))
+            record->announceStop();
+    }
+}
+
 void CxDataGraphForm::StopAll(const std::vector<CameraKey>& cameras)
 {
+    AnnounceStops(cameras);
     ProgressBox progress(this);
     for (const CameraKey& camera : cameras) {
         CxCameraLineData* record = FindRecord(camera);
