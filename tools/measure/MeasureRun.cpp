@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "CameraRegistry.h"
+#include "PlainText.h"
 #include "Selection.h"
 
 namespace {
@@ -15,7 +16,7 @@ constexpr qint64 longestSleepMs = 3600000; ///< a timer takes no more than 24 da
 
 void complain(const QString& text)
 {
-    std::fprintf(stderr, "kestrova-measure: %s\n", onOneLine(text).toLocal8Bit().constData());
+    std::fprintf(stderr, "kestrova-measure: %s\n", singleLine(text).toLocal8Bit().constData());
 }
 
 } // namespace
