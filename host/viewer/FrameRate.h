@@ -14,13 +14,17 @@ class FrameRate
 public:
     using TimePoint = std::chrono::steady_clock::time_point;
 
-    void reset() { *this = {}; }
+    void reset()
+    {
+        m_begin.reset();
+        m_rate.reset();
+    }
 
     /// A frame was seen. A number that runs backwards begins anew: the acquisition was started again.
     void frameSeen(quint32 number, TimePoint now)
     {
         if (!m_begin || number < m_lastNumber) {
-            *this = {};
+            reset();
             m_begin = now;
             m_beginNumber = number;
         }
@@ -31,6 +35,15 @@ public:
             m_begin = now;
             m_beginNumber = number;
         }
+    }
+
+    /// Forgets the rate when no frame has been seen for some time; true if there was one to forget.
+    bool expire(TimePoint now)
+    {
+        if (!m_rate || now - *m_begin < std::chrono::seconds(3))
+            return false;
+        reset();
+        return true;
     }
 
     /// Frames per second; none during the first second.

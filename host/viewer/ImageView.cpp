@@ -48,6 +48,8 @@ void ImageView::refresh()
     const bool sameMemory = !m_shown.owner_before(image.memory) && !image.memory.owner_before(m_shown);
     if (m_picture.isNull() || !sameMemory || image.descriptor.frameNumber != m_shownNumber) {
         showImage(image);
+    } else if (m_rate.expire(std::chrono::steady_clock::now())) {
+        showCaption(image.descriptor);
     }
 }
 
@@ -61,6 +63,11 @@ void ImageView::showImage(const DeviceImage& image)
     const qreal ratio = devicePixelRatioF();
     m_picture = renderImage(descriptor, size() * ratio);
     m_picture.setDevicePixelRatio(ratio);
+    showCaption(descriptor);
+}
+
+void ImageView::showCaption(const VN_IMG& descriptor)
+{
     m_caption = tr("%1   %2 × %3   frame %4")
                     .arg(imageFormatText(descriptor))
                     .arg(descriptor.width)

@@ -38,6 +38,7 @@ protected:
 private:
     void refresh();
     void showImage(const DeviceImage& image);
+    void showCaption(const VN_IMG& descriptor);
 
     QTimer m_timer;
     VNCORE_HANDLE m_camera = nullptr;
