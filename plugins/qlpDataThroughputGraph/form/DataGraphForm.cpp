@@ -42,9 +42,12 @@ CxDataGraphForm::CxDataGraphForm(QWidget* parent)
     ui->plot->setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);
     ui->plot->setNoAntialiasingOnDrag(true);
     ui->plot->installEventFilter(this);
-    ui->table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     ui->table->setFocusPolicy(Qt::NoFocus);
-    ui->table->setSelectionMode(QAbstractItemView::NoSelection);
+    for (QTableWidget* table : {ui->table, ui->tablePlotCheck}) {
+        table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+        table->setSelectionMode(QAbstractItemView::NoSelection);
+        table->setTabKeyNavigation(false); // the key goes on to the widgets in the rows and behind the table
+    }
     ui->btnExport->addSupportedExportType(ExportToClipboard);
     ui->btnExport->addSupportedExportType(ExportToFile);
     ui->btnExport->setExportType(ExportToClipboard);

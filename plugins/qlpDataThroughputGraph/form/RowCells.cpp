@@ -3,6 +3,7 @@
 // widgets in the order of their creation.
 #include "RowCells.h"
 
+#include <QtCore/QLocale>
 #include <QtGui/QIntValidator>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
@@ -64,6 +65,9 @@ QLineEdit* addEdit(QWidget* container, VNCORE_HANDLE hCam, QObject* validatorOwn
 {
     auto* edit = add<QLineEdit>(container, hCam);
     auto* validator = new QIntValidator(0, editMaximum, validatorOwner);
+    QLocale plain = QLocale::c(); // what the box takes is what QString::toInt() reads
+    plain.setNumberOptions(QLocale::RejectGroupSeparator);
+    validator->setLocale(plain);
     QObject::connect(edit, &QObject::destroyed, validator, &QObject::deleteLater);
     edit->setValidator(validator);
     edit->setAlignment(Qt::AlignCenter);

@@ -125,6 +125,15 @@ void CxDataGraphForm::AddYAxisScalingCell(int row, VNCORE_HANDLE hCam)
     connect(cell.automatic, &QCheckBox::clicked, this, &CxDataGraphForm::onChkCamAutoVertAxis);
     connect(cell.minimum, &QLineEdit::textChanged, this, &CxDataGraphForm::onEditVertScaleMinChanged);
     connect(cell.maximum, &QLineEdit::textChanged, this, &CxDataGraphForm::onEditVertScaleMaxChanged);
+    // On the way to "500" the maximum was below the minimum, and the axis took it for that.
+    const auto settle = [this, hCam] {
+        const auto edited = cellOf<YAxisScalingCell>(ui->table, hCam);
+        const QCPAxisRect* axisRect = edited.automatic ? FindCameraAxisRect(hCam) : nullptr;
+        if (axisRect && edited.minimum->text().toInt() < edited.maximum->text().toInt())
+            axisRect->axis(QCPAxis::atLeft)->setRange(edited.minimum->text().toInt(), edited.maximum->text().toInt());
+    };
+    connect(cell.minimum, &QLineEdit::editingFinished, this, settle);
+    connect(cell.maximum, &QLineEdit::editingFinished, this, settle);
     ui->table->setCellWidget(row, ThroughputColumn::YAxisScaling, cell.container);
 }
 
