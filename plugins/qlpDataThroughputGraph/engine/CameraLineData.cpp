@@ -54,6 +54,8 @@ void CxCameraLineData::clearData()
     bufferDeltas.reset();
     blockTimeOffsets.reset();
     workArrayLength = 0;
+    if (figuresRange)
+        figuresRange->anyFrame = false;
 }
 
 bool CxCameraLineData::AlloCateBuffers(quint32 count)

@@ -124,9 +124,8 @@ QStringList CxDataGraphForm::RunLines(VNCORE_HANDLE hCam) const
                           .arg(QString::number(run.missingFrames), secondsText(double(run.longestGapUs)))};
     if (const auto drift = record->clockDriftPpm())
         lines += tr("The camera's clock is %1 ppm fast against this computer's.").arg(*drift, 0, 'f', 1);
-    const auto* status = ui->table->item(rowOf(ui->table, hCam), statusColumn);
-    const qint64 silentSeconds = run.presentGapUs / qint64(usPerSecond);
-    if (status && status->text() == tr("Testing") && silentSeconds > 0)
+    const qint64 silentSeconds = run.presentGapUs / qint64(usPerSecond); // 0 when nothing is measured
+    if (silentSeconds > 0)
         lines += tr("no frame for %1 s").arg(silentSeconds);
     return lines;
 }

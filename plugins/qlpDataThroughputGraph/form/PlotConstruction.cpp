@@ -210,7 +210,7 @@ void CxDataGraphForm::AddPlotCheckRow(int row, const Curve& curve)
     plotCheckBoxes.append(cell.box);
     ui->tablePlotCheck->setCellWidget(row, 0, cell.container);
 
-    auto* item = new QTableWidgetItem(QLatin1String(curve.name));
+    auto* item = new QTableWidgetItem(tr(curve.name));
     item->setTextAlignment(Qt::AlignCenter);
     item->setForeground(QColor(curve.colour));
     item->setToolTip(tr(curve.toolTip));
