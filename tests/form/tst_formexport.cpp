@@ -6,6 +6,7 @@
 #include "FormBench.h"
 #include "NaiveEvaluator.h"
 #include "RandomRecord.h"
+#include "Report.h"
 #include "Table.h"
 
 using Action = std::function<void(FormBench&)>;
@@ -161,9 +162,12 @@ private Q_SLOTS:
             FormBench bench(2);
             CxCameraLineData& record = bench.record(0);
             for (int i = 0; i < 100; ++i)
-                appendFrame(record, bench.nowUs - i, {0, 1000, 3000, 3500}, quint64(i));
+                appendFrame(record, bench.nowUs - second + i, {0, 1000, 3000, 3500}, quint64(i));
             const quint64 serial = record.serial;
             const QByteArray whole = writtenReport(record, bench.nowUs - 20 * second, bench.nowUs);
+            QString error; // the command line tool's report of all frames is the same
+            QVERIFY(writeReport(record, path("tool.csv"), &error));
+            QCOMPARE(contents(path("tool.csv")), whole);
             DialogRobot robot;
             robot.fileName = path("events.csv");
             QFile::remove(robot.fileName);

@@ -97,6 +97,21 @@ private Q_SLOTS:
         QCOMPARE(startAllText(bench), QStringLiteral("Start All"));
     }
 
+    void allLoopsEndTogether()
+    {
+        FormBench bench(2);
+        bench.press("btnStartAll");
+        std::atomic<bool> announced{false};
+        bench.cameras[0]->setHook([&, gate = bench.gates[0]](const sim::HostCall& call) {
+            if (call.kind == sim::Call::Stop)
+                announced = bench.record(1).stopAnnounced.load();
+            return gate->pass(call.kind);
+        });
+        bench.press("btnStartAll");
+        bench.cameras[0]->setHook({});
+        QVERIFY(announced);
+    }
+
     void formGoesInTheDialog()
     {
         FormBench bench(3);
