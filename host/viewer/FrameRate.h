@@ -17,7 +17,7 @@ public:
     void reset()
     {
         m_begin.reset();
-        m_rate.reset();
+        m_perSecond = 0.0;
     }
 
     /// A frame was seen. A number that runs backwards begins anew: the acquisition was started again.
@@ -31,7 +31,7 @@ public:
         m_lastNumber = number;
         const std::chrono::duration<double> elapsed = now - *m_begin;
         if (elapsed.count() >= 1.0) {
-            m_rate = double(number - m_beginNumber) / elapsed.count();
+            m_perSecond = double(number - m_beginNumber) / elapsed.count();
             m_begin = now;
             m_beginNumber = number;
         }
@@ -40,20 +40,23 @@ public:
     /// Forgets the rate when no frame has been seen for some time; true if there was one to forget.
     bool expire(TimePoint now)
     {
-        if (!m_rate || now - *m_begin < std::chrono::seconds(3))
+        if (m_perSecond == 0.0 || now - *m_begin < std::chrono::seconds(3))
             return false;
         reset();
         return true;
     }
 
     /// Frames per second; none during the first second.
-    std::optional<double> rate() const { return m_rate; }
+    std::optional<double> rate() const
+    {
+        return m_perSecond > 0.0 ? std::optional<double>(m_perSecond) : std::nullopt;
+    }
 
 private:
     std::optional<TimePoint> m_begin;
     quint32 m_beginNumber = 0;
     quint32 m_lastNumber = 0;
-    std::optional<double> m_rate;
+    double m_perSecond = 0.0; ///< 0: not known
 };
 
 #endif
