@@ -68,7 +68,7 @@ step_memory() {
     --suppressions=tests/support/memcheck.supp
 }
 
-# The viewer with 64 cameras that all measure; it wants the computer for itself.
+# The viewer with 64 cameras that all measure.
 step_load() {
   cmake --preset release >/dev/null
   cmake --build --preset release --target tst_load
