@@ -32,6 +32,7 @@ constexpr int shortestTrendSeconds = 120; ///< before that, memory has not settl
 
 double residentMB()
 {
+    QPixmapCache::clear(); // up to 10 MB, filled by a window that changes its size
     malloc_trim(0);
     QFile file(QStringLiteral("/proc/self/statm"));
     if (!file.open(QIODevice::ReadOnly))
