@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The plug-in object makes the form, hands it to the host and passes settings on.
 #include "DataThroughputGraphPlugin.h"
 
 #include <QtCore/QSettings>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Filling the memory of a frame: counter words or a moving ramp.
 #include "FrameRendering.h"
 
 #include <algorithm>

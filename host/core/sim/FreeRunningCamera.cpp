@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The thread that drives a camera in real time.
 #include "FreeRunningCamera.h"
 
 #include <new>

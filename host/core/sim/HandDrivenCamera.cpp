@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Model time that moves with the image waits, the gate before them, and the hook.
 #include "HandDrivenCamera.h"
 
 #include <algorithm>

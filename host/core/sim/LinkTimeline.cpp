@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Packets one after the other, with what holds them up.
 #include "LinkTimeline.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The parameters of a camera: what there is, what it may hold, what depends on what.
 #include "ParameterFile.h"
 
 #include <algorithm>

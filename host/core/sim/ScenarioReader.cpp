@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// From JSON to scenarios, key by key, each with its range.
 #include "ScenarioReader.h"
 
 #include <QtCore/QJsonDocument>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Dividing a link among the cameras that want it.
 #include "SharedLink.h"
 
 #include <algorithm>

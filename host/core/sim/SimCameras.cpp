@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The family of simulated cameras, from a scenario file or the built-in one.
 #include "SimCameras.h"
 
 #include <map>

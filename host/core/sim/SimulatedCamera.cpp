@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The model behind a device: calls, faults, losses and image waits.
 #include "SimulatedCamera.h"
 
 #include <algorithm>

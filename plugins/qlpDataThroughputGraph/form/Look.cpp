@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Fonts and colours.
 #include "Look.h"
 
 #include <QtWidgets/QHeaderView>

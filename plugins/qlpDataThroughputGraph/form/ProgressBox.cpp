@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// A box that is painted before the work begins.
 #include "ProgressBox.h"
 
 #include <QtCore/QCoreApplication>

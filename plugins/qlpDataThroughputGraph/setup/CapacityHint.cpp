@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Memory and duration of a capacity as text.
 #include "CapacityHint.h"
 
 #include <algorithm>

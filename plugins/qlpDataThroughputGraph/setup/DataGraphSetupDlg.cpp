@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Values into the controls and back, each within its range.
 #include "DataGraphSetupDlg.h"
 
 #include <algorithm>
