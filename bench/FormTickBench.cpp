@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A tick of the form while cameras are measured: without the drawing as the time, with it as a counter, and the longest
-// time that a worker would have waited for its record.
+// A tick of the form while cameras are measured: without the drawing as the time, with it as a counter, and the
+// longest time that a worker would have waited for its record.
 #include <algorithm>
 #include <atomic>
 #include <chrono>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Six significant digits of a double with one multiplication or division by an exact power of ten. That result is
-// rounded itself, but only to half a unit in its last place, which is too little to move it across a half that it does
-// not hit; where it hits one, the remainder of the operation, which is exact, decides.
+// rounded itself, but only to half a unit in its last place, which is too little to move it across a half that it
+// does not hit; where it hits one, the remainder of the operation, which is exact, decides.
 #include "CsvNumber.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The text of the report of a throughput measurement. Knows no file and no dialog: it hands its text to a sink and asks
-// before every frame whether to go on.
+// The text of the report of a throughput measurement. Knows no file and no dialog: it hands its text to a sink and
+// asks before every frame whether to go on.
 #ifndef KESTROVA_CSVREPORTWRITER_H
 #define KESTROVA_CSVREPORTWRITER_H
 

@@ -35,8 +35,8 @@ public:
         FrameAggregates aggregates;
     };
 
-    /// Aggregates being made for other settings. run() needs no lock, as between beginRemake() and endRemake() no frame
-    /// is freed, and no memory that it could not do without.
+    /// Aggregates being made for other settings. run() needs no lock, as between beginRemake() and endRemake() no
+    /// frame is freed, and no memory that it could not do without.
     class Remake
     {
     public:
@@ -82,7 +82,8 @@ public:
     bool isStale(const EvaluationSettings& settings) const;
     /// Some of the frames whose aggregates are stale.
     Remake beginRemake(const EvaluationSettings& settings);
-    /// Puts the new aggregates in place. What is returned and what `remake` holds then is to be freed outside the lock.
+    /// Puts the new aggregates in place. What is returned and what `remake` holds then is to be freed outside the
+    /// lock.
     std::vector<Frame> endRemake(Remake& remake) noexcept;
 
 private:

@@ -240,8 +240,8 @@ void CxCameraLineData::updateFrameTimeLocked(double timeUs)
         minFrameTime = timeUs;
 }
 
-/// Ends the measurement from inside, with the frame that could not be kept. The thread object stays for the next start
-/// or the record's end to release.
+/// Ends the measurement from inside, with the frame that could not be kept. The thread object stays for the next
+/// start or the record's end to release.
 void CxCameraLineData::endForLackOfMemory(const VN_IMG& image, const FrameTimes& times)
 {
     QMutexLocker lock(&mutex);
