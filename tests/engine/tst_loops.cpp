@@ -8,8 +8,6 @@
 #include <QtCore/QThread>
 #include <QtTest/QtTest>
 
-#include "AcquisitionThread.h"
-#include "LogCapture.h"
 #include "MeasurementBench.h"
 #include "MeasurementClock.h"
 #include "NaiveEvaluator.h"
@@ -154,37 +152,6 @@ private Q_SLOTS:
             QVERIFY(throughput.stop());
         }
         QVERIFY(throughput.data.frameList.size() >= 2);
-    }
-
-    void stopBeforeTheFirstFrame()
-    {
-        MeasurementBench bench;
-        int waits = 0;
-        bench.camera->setHook([&waits](const sim::HostCall& call) {
-            waits += call.kind == sim::Call::Wait ? 1 : 0;
-            return true;
-        });
-        bench.data.avgFrameTime = 5.0;
-        bench.data.stopRequested = true;
-        bench.data.runMeasureLoop();
-        bench.data.runMeasureLoopAcquisition();
-        bench.camera->setHook({});
-        QCOMPARE(waits, 0);
-        QCOMPARE(bench.data.avgFrameTime.load(), 0.0);
-
-        LogCapture log;
-        CxAcquisitionThread unknown(&bench.data, 7);
-        unknown.start();
-        QVERIFY(unknown.wait());
-        QCOMPARE(log.texts(), QStringList("CxAcquisitionThread::run(): Unknown measurement mode selected"));
-
-        // A record that goes while it measures does not leave its worker behind.
-        auto data = std::make_unique<CxCameraLineData>();
-        data->hCam = bench.data.hCam;
-        bench.camera->setGated(false);
-        QVERIFY(data->startMeasurement(4096, 10));
-        data.reset();
-        QTRY_COMPARE(threadCount(), m_idleThreads);
     }
 
     void trimming()
