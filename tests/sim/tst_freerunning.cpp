@@ -71,7 +71,7 @@ private Q_SLOTS:
     }
 
     /// Nothing to compare but that it ends: for the race and memory checkers.
-    void callsFromManyThreads()
+    void callsFromTwoThreads()
     {
         CameraScenario scenario = smallCamera();
         scenario.link.rate = 20.0;
@@ -79,26 +79,16 @@ private Q_SLOTS:
         const auto link = std::make_shared<SharedLink>(scenario.link);
         FreeRunningCamera camera(scenario, link);
         FreeRunningCamera neighbour(scenario, link);
-        std::atomic<int> heard{0};
         std::atomic<bool> ending{false};
-        std::vector<std::thread> threads;
-        for (int i = 0; i < 2; ++i) {
-            threads.emplace_back([&] {
-                DeviceImage image;
-                quint64 sum = 0;
-                while (!ending) {
-                    if (camera.waitForImage(2ms, image) && image.descriptor.data)
-                        sum += *static_cast<const quint64*>(image.descriptor.data);
-                }
-                Q_UNUSED(sum);
-            });
-        }
-        threads.emplace_back([&] {
+        std::atomic<quint64> seen{0};
+        std::thread host([&] {
+            DeviceImage image;
+            int value = 0;
             while (!ending) {
-                int value = 0;
-                camera.setLossListener([&heard](bool) { ++heard; });
+                camera.setLossListener([&seen](bool) { ++seen; });
+                if (camera.waitForImage(2ms, image) && image.descriptor.data)
+                    seen += *static_cast<const quint64*>(image.descriptor.data);
                 camera.getInt("counter_value", value);
-                camera.isLost();
                 camera.setLossListener({});
             }
         });
@@ -112,10 +102,8 @@ private Q_SLOTS:
             neighbour.stop();
         }
         ending = true;
-        for (std::thread& thread : threads)
-            thread.join();
-        const Ledger ledger = camera.ledger();
-        QCOMPARE(ledger.total(Fate::UnderWay).frames, quint64(0));
+        host.join();
+        QCOMPARE(camera.ledger().total(Fate::UnderWay).frames, quint64(0));
     }
 };
 

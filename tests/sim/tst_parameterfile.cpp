@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Which values the parameters take, and that a measurement leaves a camera as it was.
+// Which values the parameters take.
 #include <QtTest>
 
 #include "sim/HandDrivenCamera.h"
-#include "SimTesting.h"
 #include "Table.h"
 
 using namespace sim;
-using namespace simtest;
 
 class TestParameterFile : public QObject
 {
@@ -70,36 +68,6 @@ private Q_SLOTS:
             if (!taken)
                 QCOMPARE(camera->parameters(true), before);
         }
-    }
-
-    void measurementLeavesTheCameraAsItWas_data()
-    {
-        // user: what the user had set, in this order
-        const Table<QStringList> row("user");
-        row("power-up", {});
-        row("12 bit packed", {"imgdataformat=1", "output_bit_depth=12", "output_bit_packing=1"});
-        row("left over from another format",
-            {"imgdataformat=1", "output_bit_depth=12", "output_bit_packing=1", "imgdataformat=0"});
-        row("own patterns", {"test_pattern=1", "test_pattern_generator_selector=1", "test_pattern=1", "LUTEnable=1",
-                             "row_fpn_correction=0"});
-    }
-    void measurementLeavesTheCameraAsItWas()
-    {
-        QFETCH(QStringList, user);
-        HandDrivenCamera camera(smallCamera());
-        for (const QString& setting : std::as_const(user)) {
-            const QStringList parts = setting.split('=');
-            QVERIFY(camera.setInt(qPrintable(parts[0]), parts[1].toInt()));
-        }
-        const auto before = camera.parameters();
-        const auto saved = prepare(camera);
-        QVERIFY(saved);
-        QCOMPARE(camera.parameter("test_pattern[1]"), 11);
-        QCOMPARE(camera.parameter("output_bit_depth"), 16);
-        QVERIFY(camera.start() && camera.stop());
-        for (const auto& [name, value] : *saved)
-            QVERIFY(camera.setInt(name, value));
-        QCOMPARE(camera.parameters(), before);
     }
 };
 

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Faults, loss and return, the images that a host receives, and the drive for tests: model time and gated waits.
+// Faults, loss and return, and the images that a host receives.
 #include <QtTest>
 
-#include <algorithm>
-#include <atomic>
 #include <cstring>
-#include <thread>
 
 #include "sim/HandDrivenCamera.h"
 #include "SimTesting.h"
@@ -60,26 +57,6 @@ private Q_SLOTS:
         }
     }
 
-    void noImageForAWhile()
-    {
-        CameraScenario scenario = smallCamera();
-        scenario.faults.noImage = {{100.0, 7000.0}};
-        HandDrivenCamera camera(scenario);
-        QVERIFY(prepare(camera));
-        camera.advance(1s);
-        QVERIFY(camera.start());
-        DeviceImage image;
-        int before = 0;
-        while (camera.waitForImage(5s, image))
-            ++before;
-        QVERIFY(before > 9);
-        const double waitedMs = std::chrono::duration<double, std::milli>(camera.now()).count();
-        QVERIFY(waitedMs > 6000.0 && waitedMs < 6101.0); // the last image, and the limit
-        QVERIFY(camera.waitForImage(5s, image));
-        QCOMPARE(image.descriptor.frameNumber, quint32(before)); // silence makes no gap
-        QVERIFY(camera.now() >= 8100ms && camera.now() < 8120ms);
-    }
-
     void lossAndReturn()
     {
         CameraScenario scenario = smallCamera();
@@ -91,14 +68,11 @@ private Q_SLOTS:
         QVERIFY(prepare(camera));
         QVERIFY(camera.start());
         DeviceImage image;
-        DeviceImage kept;
-        while (camera.waitForImage(5s, image))
-            kept = image;
+        while (camera.waitForImage(5s, image)) {
+        }
         QCOMPARE(camera.now(), heard.at(0).second);
         QVERIFY(camera.isLost());
         QVERIFY(camera.now() > 5040ms && camera.now() < 5050ms + 1ms); // that wait lasted its limit
-        const auto* words = static_cast<const quint64*>(kept.descriptor.data);
-        QVERIFY(words[1] > words[0]); // memory outlives the loss
 
         int value = 5;
         QVERIFY(!camera.getInt("imgdataformat", value) && !camera.setInt("imgdataformat", 0));
@@ -122,12 +96,6 @@ private Q_SLOTS:
 
         QCOMPARE(heard.size(), size_t(2));
         QVERIFY(heard[0].first && !heard[1].first);
-        camera.setLossListener({});
-        camera.lose();
-        QCOMPARE(heard.size(), size_t(2));
-        QVERIFY(!camera.start());
-        camera.comeBack();
-        QVERIFY(camera.start());
     }
 
     void imagesHaveTheirFormat_data()
@@ -157,11 +125,6 @@ private Q_SLOTS:
         QCOMPARE(image.descriptor.bitDepth, quint32(depth));
         QCOMPARE(image.descriptor.dataBytes, bytes);
         QVERIFY(std::memcmp(image.descriptor.data, next.descriptor.data, bytes) != 0); // it moves
-        if (format == 1) {
-            const auto* pixels = static_cast<const quint16*>(image.descriptor.data);
-            QCOMPARE(*std::max_element(pixels, pixels + 256 * 128) >> (depth - 1),
-                     1); // fills its range, and not more
-        }
         const quint64 onLink = camera.ledger().frames.front().bytes;
         QCOMPARE(onLink, packing ? quint64(256 * 128 * 3 / 2) : bytes);
     }
@@ -183,58 +146,6 @@ private Q_SLOTS:
         QVERIFY(memory.size() <= 2);
         QVERIFY(camera.stop());
         QVERIFY(std::memcmp(copy.constData(), held.descriptor.data, size_t(copy.size())) == 0);
-    }
-
-    void waitMovesTime()
-    {
-        CameraScenario scenario = smallCamera();
-        scenario.sensor.rateHz = 10.0;
-        HandDrivenCamera camera(scenario);
-        DeviceImage image;
-        QVERIFY(!camera.waitForImage(5s, image)); // not acquiring
-        QCOMPARE(camera.now(), 0ns);
-        QVERIFY(camera.start());
-        QVERIFY(camera.waitForImage(5s, image));
-        QVERIFY(camera.now() < 1ms);
-        const auto before = camera.now();
-        QVERIFY(!camera.waitForImage(50ms, image));
-        QCOMPARE(camera.now(), before + 50ms);
-        QVERIFY(camera.waitForImage(50ms, image));
-        QCOMPARE(camera.now(), before + 100ms);
-    }
-
-    void blockedWaitEnds_data()
-    {
-        const Table<bool> row("byReturn");
-        row("by stop", false);
-        row("by return", true);
-    }
-    void blockedWaitEnds()
-    {
-        QFETCH(bool, byReturn);
-        HandDrivenCamera camera(smallCamera());
-        camera.setGated(true);
-        QVERIFY(camera.start());
-        std::atomic<int> ended{0};
-        std::vector<std::thread> hosts;
-        for (int i = 0; i < 3; ++i) {
-            hosts.emplace_back([&] {
-                DeviceImage image;
-                if (!camera.waitForImage(5s, image))
-                    ++ended;
-            });
-        }
-        QVERIFY(camera.settle());
-        if (byReturn) {
-            camera.lose();
-            camera.comeBack();
-            camera.setGated(false); // whoever came later: its wait lasts the limit
-        } else {
-            camera.stop();
-        }
-        for (std::thread& host : hosts)
-            host.join();
-        QCOMPARE(ended.load(), 3);
     }
 };
 
