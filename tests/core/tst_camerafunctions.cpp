@@ -2,7 +2,6 @@
 // The camera functions: dead handles, parameters, who may acquire, image memory.
 #include <QtTest/QtTest>
 
-#include <future>
 #include <thread>
 
 #include <vnCore/vnCore.h>
@@ -43,36 +42,20 @@ private Q_SLOTS:
 
     void cleanup() { registry.removeAllDevices(); }
 
-    void deadHandles_data()
-    {
-        const Table<quint64, bool> row("number", "closed");
-        row("null", 0, false);
-        row("unknown", (quint64(1) << 40), false);
-        row("closed", 0, true);
-    }
-
     void deadHandles()
     {
-        QFETCH(quint64, number);
-        QFETCH(bool, closed);
-        const auto handle = closed ? camera : reinterpret_cast<VNCORE_HANDLE>(number);
-        if (closed)
-            QVERIFY(registry.close(camera));
-        const auto allRefuse = [handle] {
+        QVERIFY(registry.close(camera));
+        for (const auto dead : {camera, VNCORE_HANDLE(nullptr), reinterpret_cast<VNCORE_HANDLE>(quint64(1) << 40)}) {
             int value = 77;
             int errors[3] = {-1, -1, -1};
             VN_IMG image = emptyImage();
-            const bool any = vnApi_GetParamInt(handle, "gain", value, &errors[0]) ||
-                             vnApi_SetParamInt(handle, "gain:settable", 1, &errors[1]) ||
-                             vnApi_GetImage(handle, longWait, &image, &errors[2], true) ||
-                             vnApi_StartAcquisition(handle) || vnApi_StopAcquisition(handle);
-            return !any && value == 77 && std::count(errors, errors + 3, VN_ERR_NO_CAMERA) == 3;
-        };
-        std::vector<std::future<bool>> threads;
-        for (int i = 0; i < 4; ++i)
-            threads.push_back(std::async(std::launch::async, allRefuse));
-        for (auto& thread : threads)
-            QVERIFY(thread.get());
+            QVERIFY(!vnApi_GetParamInt(dead, "gain", value, &errors[0]));
+            QVERIFY(!vnApi_SetParamInt(dead, "gain:settable", 1, &errors[1]));
+            QVERIFY(!vnApi_GetImage(dead, longWait, &image, &errors[2], true));
+            QVERIFY(!vnApi_StartAcquisition(dead) && !vnApi_StopAcquisition(dead));
+            QCOMPARE(value, 77);
+            QCOMPARE(std::count(errors, errors + 3, VN_ERR_NO_CAMERA), 3);
+        }
     }
 
     void parameters_data()
@@ -101,15 +84,6 @@ private Q_SLOTS:
         int gain = 0;
         QVERIFY(vnApi_GetParamInt(camera, "gain", gain, nullptr));
         QTEST(gain, "gainAfter");
-    }
-
-    void failedReadKeepsTheValue()
-    {
-        int value = 77;
-        QVERIFY(!vnApi_GetParamInt(camera, "gian", value, nullptr));
-        device->setLost(true);
-        QVERIFY(!vnApi_GetParamInt(camera, "gain", value, nullptr));
-        QCOMPARE(value, 77);
     }
 
     void oneSideAcquires()
@@ -153,7 +127,7 @@ private Q_SLOTS:
         QVERIFY(vnApi_StartAcquisition(camera));
     }
 
-    void wrongDescriptorIsRefused()
+    void images()
     {
         QVERIFY(vnApi_StartAcquisition(camera));
         device->push("image");
@@ -164,28 +138,10 @@ private Q_SLOTS:
         QVERIFY(vnApi_GetImage(camera, longWait, &image, nullptr, true));
         QCOMPARE(image.size, quint32(sizeof(VN_IMG)));
         QCOMPARE(image.frameNumber, 1u);
-    }
-
-    void waitersAreWoken_data()
-    {
-        const Table<bool> row("byClose");
-        row("stop", false);
-        row("close", true);
-    }
-
-    void waitersAreWoken()
-    {
-        QFETCH(bool, byClose);
-        QVERIFY(vnApi_StartAcquisition(camera));
-        auto waiter = std::async(std::launch::async, [this] {
-            VN_IMG image = emptyImage();
-            return vnApi_GetImage(camera, longWait, &image, nullptr, true);
-        });
-        QTRY_COMPARE(device->waiters.load(), 1);
-        QVERIFY(byClose ? registry.close(camera) : vnApi_StopAcquisition(camera));
-        QCOMPARE(waiter.wait_for(std::chrono::milliseconds(longWait / 2)), std::future_status::ready);
-        QVERIFY(!waiter.get());
-        QVERIFY(!device->acquiring);
+        device->push({}); // handed on, but nothing for the view
+        QVERIFY(vnApi_GetImage(camera, longWait, &image, nullptr, true));
+        QVERIFY(image.data == nullptr);
+        QCOMPARE(registry.latestImage(camera).descriptor.frameNumber, 1u);
     }
 
     void memoryOutlives_data()
@@ -222,18 +178,6 @@ private Q_SLOTS:
         // newest image for the view.
         vnApi_GetImage(camera, 0, &image, nullptr, true);
         QCOMPARE(memory.expired(), event >= 2);
-    }
-
-    void nullDataIsHandedOn()
-    {
-        QVERIFY(vnApi_StartAcquisition(camera));
-        device->push("shown");
-        device->push({});
-        VN_IMG image = emptyImage();
-        QVERIFY(vnApi_GetImage(camera, longWait, &image, nullptr, true));
-        QVERIFY(vnApi_GetImage(camera, longWait, &image, nullptr, true));
-        QVERIFY(image.data == nullptr);
-        QCOMPARE(registry.latestImage(camera).descriptor.frameNumber, 1u);
     }
 };
 
