@@ -115,18 +115,6 @@ private Q_SLOTS:
         QTEST(QVector<int>(selection.cameras.begin(), selection.cameras.end()), "found");
         QTEST(selection.fault, "fault");
     }
-
-    void reportNamesAreSafeAndApart()
-    {
-        const QStringList files =
-            reportFiles(QStringLiteral("out/{camera}.csv"),
-                        {info("A/B", "1"), info("../x", "7"), info("A:B", "1"), info("é", "{camera}")});
-        QCOMPARE(QSet<QString>(files.begin(), files.end()).size(), 4);
-        QCOMPARE(files[0], QStringLiteral("out/A_B-1.csv"));
-        for (const QString& file : files)
-            QCOMPARE(file.count(QLatin1Char('/')), 1);
-        QCOMPARE(reportFiles(QStringLiteral("plain.csv"), {info("A", "1")}), QStringList{"plain.csv"});
-    }
 };
 
 QTEST_GUILESS_MAIN(TestMeasureOptions)
