@@ -7,8 +7,7 @@
 #include <vnCore/vnCore.h>
 
 #include "CameraRegistry.h"
-#include "StubDevice.h"
-#include "Table.h"
+#include "sim/HandDrivenCamera.h"
 
 class TestCameraRegistry : public QObject
 {
@@ -17,7 +16,7 @@ class TestCameraRegistry : public QObject
 private:
     CameraRegistry& registry = CameraRegistry::instance();
     CxCameraManager* const manager = CxCameraManager::instance();
-    std::vector<std::shared_ptr<StubDevice>> devices;
+    std::vector<std::shared_ptr<sim::HandDrivenCamera>> devices;
 
     VNCORE_HANDLE openFirst() { return registry.open(0); }
 
@@ -25,7 +24,9 @@ private Q_SLOTS:
     void init()
     {
         for (const char* id : {"a", "b", "c"}) {
-            devices.push_back(std::make_shared<StubDevice>(QString::fromLatin1(id)));
+            sim::CameraScenario scenario;
+            scenario.id = QLatin1String(id);
+            devices.push_back(std::make_shared<sim::HandDrivenCamera>(scenario));
             registry.addDevice(devices.back());
         }
     }
@@ -57,49 +58,6 @@ private Q_SLOTS:
         QCOMPARE(manager->openedCameras(), (QList<VNCORE_HANDLE>{a, b, c}));
     }
 
-    void closingIsAnnouncedWhileCallsWork()
-    {
-        const VNCORE_HANDLE camera = openFirst();
-        QVERIFY(vnApi_StartAcquisition(camera));
-        devices[0]->push("image");
-        int calls = 0;
-        const auto slot = connect(manager, &CxCameraManager::cameraClosed, this, [&](VNCORE_HANDLE closing) {
-            ++calls;
-            QCOMPARE(closing, camera);
-            QVERIFY(!manager->openedCameras().contains(camera));
-            QVERIFY(registry.open(0) == nullptr);
-            QVERIFY(!registry.close(camera));
-            VN_IMG image{};
-            image.size = sizeof(VN_IMG);
-            QVERIFY(vnApi_GetImage(camera, 1000, &image, nullptr, true));
-            QVERIFY(vnApi_StopAcquisition(camera));
-            QVERIFY(vnApi_SetParamInt(camera, "gain", 42, nullptr));
-            QVERIFY(manager->cameraParameters(camera)->findParam(QStringLiteral("gain"), false) != nullptr);
-            QVERIFY(vnApi_StartAcquisition(camera)); // left for the closing to end
-        });
-        QVERIFY(registry.close(camera));
-        disconnect(slot);
-        QCOMPARE(calls, 1);
-        QCOMPARE(devices[0]->parameters.value("gain"), 42);
-        QVERIFY(!devices[0]->acquiring);
-        QVERIFY(manager->cameraParameters(camera) == nullptr);
-    }
-
-    void slotsMayCloseAndOpenOthers()
-    {
-        const VNCORE_HANDLE a = registry.open(0);
-        const VNCORE_HANDLE b = registry.open(1);
-        const auto slot = connect(manager, &CxCameraManager::cameraClosed, this, [&](VNCORE_HANDLE closing) {
-            if (closing == a) {
-                QVERIFY(registry.close(b));
-                QVERIFY(registry.open(2) != nullptr);
-            }
-        });
-        registry.close(a);
-        disconnect(slot);
-        QCOMPARE(registry.openedCameras(), (QList<VNCORE_HANDLE>{registry.openedHandle(2)}));
-    }
-
     void theEndOpensNothingAgain()
     {
         registry.open(0);
@@ -110,7 +68,7 @@ private Q_SLOTS:
         disconnect(slot);
         QCOMPARE(closed.count(), 2);
         QVERIFY(registry.openedCameras().isEmpty());
-        devices[0]->setLost(true); // nobody listens any more
+        devices[0]->lose(); // nobody listens any more
         QCoreApplication::processEvents();
     }
 
@@ -128,7 +86,7 @@ private Q_SLOTS:
             Qt::DirectConnection);
         {
             const QMutexLocker lock(&held);
-            QVERIFY(vnApi_SetParamInt(camera, "gain", 3, nullptr));
+            QVERIFY(vnApi_SetParamInt(camera, "LUTEnable", 1, nullptr));
             QVERIFY(vnApi_SetParamInt(camera, "imgdataformat:settable", VN_FRM_MONO16, nullptr));
             std::thread(vnApi_SetParamInt, camera, VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_MONO16, nullptr).join();
         }
@@ -151,7 +109,7 @@ private Q_SLOTS:
         QSignalSpy changed(&registry, &CameraRegistry::devicesChanged);
         QSignalSpy format(manager, &CxCameraManager::imageFormatChanged);
         const auto setLost = [this](size_t device, bool isLost) {
-            std::thread([&] { devices[device]->setLost(isLost); }).join();
+            std::thread([&] { isLost ? devices[device]->lose() : devices[device]->comeBack(); }).join();
         };
         setLost(0, true);
         QCOMPARE(lost.count(), 0);
@@ -172,24 +130,32 @@ private Q_SLOTS:
     {
         QSignalSpy announced(manager, &CxCameraManager::imageFormatChanged);
         auto* parameters = manager->cameraParameters(openFirst());
-        QVERIFY(parameters->findParam(QStringLiteral("gian"), false) == nullptr);
-        auto* offset = parameters->findParam(QStringLiteral("offset"), false);
-        auto* gain = parameters->findParam(QStringLiteral("gain"), false);
-        QCOMPARE(gain->value.toInt(), 1);
-        devices[0]->refusedValue = 13;
-        QVERIFY(offset->setParamValue(CxValue(13)));
-        QVERIFY(gain->setParamValue(CxValue(7)));
+        QVERIFY(parameters->findParam(QStringLiteral("LUTEnabel"), false) == nullptr);
+        auto* table = parameters->findParam(QStringLiteral("LUTEnable"), false);
+        auto* policy = parameters->findParam(QStringLiteral("buffer_policy"), false);
         auto* format = parameters->findParam(QStringLiteral(VN_PRM_IMAGE_DATA_FORMAT), false);
+        QCOMPARE(table->value.toInt(), 0);
+        QCOMPARE(policy->value.toInt(), 1);
         QVERIFY(!format->setParamValue(CxValue(2))); // none of its values
         QVERIFY(format->setParamValue(CxValue(VN_FRM_MONO16)));
-        for (const char* name : {"offset", VN_PRM_IMAGE_DATA_FORMAT, "gain", "offset", "gian"})
+        QVERIFY(table->setParamValue(CxValue(1)));
+        QVERIFY(policy->setParamValue(CxValue(0)));
+        QVector<QByteArray> written;
+        devices[0]->setHook([&written](const sim::HostCall& call) {
+            if (call.kind == sim::Call::Set && call.parameter != "buffer_policy")
+                written << call.parameter;
+            return call.kind != sim::Call::Set || call.parameter != "buffer_policy";
+        });
+        for (const char* name :
+             {"buffer_policy", VN_PRM_IMAGE_DATA_FORMAT, "LUTEnable", "buffer_policy", "LUTEnabel"})
             parameters->addParamCommitToBatch(QString::fromLatin1(name));
-        QCOMPARE(parameters->findParam(QStringLiteral("gain"), false)->value.toInt(), 7); // not lost by looking
+        QCOMPARE(parameters->findParam(QStringLiteral("LUTEnable"), false)->value.toInt(), 1); // not lost by looking
         QVERIFY(!parameters->endCommitBatch(CommitRefreshGuiChanged));
-        QCOMPARE(devices[0]->written, (QVector<QByteArray>{VN_PRM_IMAGE_DATA_FORMAT, "gain"}));
-        QCOMPARE(offset->value.toInt(), 2); // what the camera has
+        QCOMPARE(written, (QVector<QByteArray>{VN_PRM_IMAGE_DATA_FORMAT, "LUTEnable"}));
+        QCOMPARE(policy->value.toInt(), 1); // what the camera has
         QVERIFY(parameters->endCommitBatch(CommitRefreshGuiNone));
-        QCOMPARE(devices[0]->written.size(), 2);
+        QCOMPARE(written.size(), 2);
+        devices[0]->setHook({});
         QTRY_COMPARE(announced.count(), 1);
     }
 };
