@@ -3,10 +3,10 @@
 #include <QtCore/QThread>
 #include <QtTest/QtTest>
 
+#include "CameraLineData.h"
 #include "LogCapture.h"
 #include "LogLine.h"
 #include "MeasurementClock.h"
-#include "RandomRecord.h"
 
 class TestRecord : public QObject
 {
@@ -33,38 +33,24 @@ private Q_SLOTS:
         QVERIFY(data.autoRequiredThroughput && data.plotEnabled);
     }
 
-    void totalsAddUp()
+    void totals()
     {
         RunTotalsCounter counter;
-        RunTotals sum;
-        Dice dice(7);
-        qint64 nowUs = 1000;
-        counter.begin(nowUs);
-        nowUs += 50'000;
-        sum += counter.takeInterval(nowUs);
-        QCOMPARE(sum.longestGapUs, qint64(50'000)); // a gap that is not over yet counts
-        for (int interval = 0; interval < 50; ++interval) {
-            for (qint64 frame = dice.between(0, 5); frame > 0; --frame) {
-                FrameFigures figures;
-                figures.blocks = 10;
-                if (!dice.oneIn(4)) // else a frame that took no time: it counts, but not in the average
-                    figures.throughput = figures.minThroughput = static_cast<double>(dice.between(1, 1000)) / 3.0;
-                nowUs += dice.between(1, 9000);
-                counter.addFrame(static_cast<quint32>(dice.between(0, 99)), figures, false, nowUs);
-            }
-            nowUs += dice.between(0, 9000);
-            if (interval == 49)
-                counter.end(nowUs);
-            sum += counter.takeInterval(nowUs);
+        counter.begin(1000);
+        QCOMPARE(counter.takeInterval(51000).longestGapUs, qint64(50000)); // a gap that is not over yet counts
+        FrameFigures figures;
+        counter.addFrame(0, figures, false, 60000); // it took no time: it counts, but not in the average
+        for (double speed : {30.0, 10.0}) {
+            figures.throughput = figures.minThroughput = speed;
+            counter.addFrame(1, figures, false, 70000);
+            QCOMPARE(counter.takeInterval(80000).avgThroughput().value(), speed);
         }
-        const RunTotals run = counter.run(nowUs + 1'000'000); // time after the end does not count
-        QCOMPARE(sum.frames, run.frames);
-        QCOMPARE(run.blocks, 10 * run.frames);
-        QVERIFY(run.throughputFrames < run.frames);
-        QVERIFY(sum.throughputSum == run.throughputSum);
-        QCOMPARE(sum.missingFrames, run.missingFrames);
-        QCOMPARE(sum.longestGapUs, run.longestGapUs);
-        QVERIFY(*run.minThroughput <= *run.avgThroughput());
+        counter.end(130000);
+        const RunTotals run = counter.run(1'130'000); // time after the end does not count
+        QCOMPARE(run.longestGapUs, qint64(60000));
+        QCOMPARE(run.frames, quint64(3));
+        QCOMPARE(run.avgThroughput().value(), 20.0);
+        QCOMPARE(run.minThroughput.value(), 10.0);
         QVERIFY(!run.maxBufferLevel);
     }
 

@@ -61,6 +61,14 @@ private Q_SLOTS:
         QTEST(data.minThroughput, "slowest");
         QTEST(data.maxBufferLevel, "highest");
         QTEST(data.bufferOverflowCount, "overflows");
+
+        const EvaluationSettings settings = data.evaluationSettings();
+        const FrameRecord& record = *data.frameList[0];
+        const FrameFigures frame = frameFigures(record, makeAggregates(record, settings), settings);
+        QTEST(frame.throughput.value_or(inf), "average");
+        QTEST(frame.minThroughput.value_or(DBL_MAX), "slowest");
+        QTEST(frame.maxBufferLevel.value_or(0.0), "highest");
+        QTEST(quint64(frame.overflow), "overflows");
     }
 
     void extremeRanges()
