@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Cameras that are lost, closed, opened anew under their handle, added or started by a program at every stage of a measurement and in every
-// box and dialog: table and records agree with the opened cameras afterwards, every camera has its parameters back, no
-// worker is left and the form measures again.
+// Cameras that are lost, closed, opened anew under their handle, added or started by a program at every stage of a
+// measurement and in every box and dialog: table and records agree with the opened cameras afterwards, every camera has
+// its parameters back, no worker is left and the form measures again. A report that is being written gets complete.
 #include <atomic>
 
 #include <QtCore/QDir>
@@ -18,6 +18,7 @@
 #include "DialogRobot.h"
 #include "form/RowCells.h"
 #include "FormBench.h"
+#include "NaiveEvaluator.h"
 
 namespace {
 
@@ -55,6 +56,9 @@ const std::pair<const char*, Event> events[] = {
     {"all opened anew", [](FormBench& bench) { bench.close(0), bench.close(1), bench.open(0), bench.open(1); }},
     {"started or stopped", [](FormBench& bench) { bench.measureButton(0)->click(); }},
     {"another opened", [](FormBench& bench) { bench.addCamera(); }},
+    {"acquiring for the host",
+     [](FormBench& bench) { CameraRegistry::instance().startHostAcquisition(bench.handle(0)); }},
+    {"there at a tick", [](FormBench& bench) { bench.tick(); }},
 };
 
 /// Threads of this process that are workers of a measurement.
@@ -113,7 +117,11 @@ void StagesTest::cameraEvents()
     {
         DialogRobot robot;
         robot.fileName = directory.filePath(QStringLiteral("file.png"));
-        robot.answer = [](QDialog* setup) { setup->accept(); };
+        robot.answer = [](QDialog* setup) {
+            auto* modes = setup->findChild<QComboBox*>();
+            modes->setCurrentIndex(1 - modes->currentIndex());
+            setup->accept();
+        };
         reach(Stage(stage), bench, robot, [&] {
             if (!std::exchange(struck, true))
                 events[event].second(bench);
@@ -125,6 +133,7 @@ void StagesTest::cameraEvents()
             QCOMPARE(robot.seen, QStringList()); // that it measures already is no failure
     }
     QVERIFY(struck);
+    CameraRegistry::instance().stopHostAcquisition(bench.handle(0));
     bench.cameras[0]->comeBack();
     bench.tick();
     checkAtRest(bench);
@@ -197,11 +206,18 @@ void StagesTest::reach(Stage stage, FormBench& bench, DialogRobot& robot, const 
         bench.press("btnSetup");
         break;
     case WritingReport:
-        robot.duringReport = [&](QProgressDialog*) { strike(); };
+        robot.duringReport = [&](QProgressDialog*) {
+            QVERIFY(!bench.record(0).mutex.tryLock());
+            strike();
+        };
         [[fallthrough]];
     case ReportDialog:
         addFrames(bench.record(0), bench.nowUs - 1000, bench.nowUs, 10, 1000);
+        const QByteArray whole = writtenReport(bench.record(0), bench.nowUs - 20000000, bench.nowUs);
         bench.exportButton(0)->click();
+        QFile report(robot.fileName);
+        QVERIFY(report.open(QIODevice::ReadOnly) || stage == ReportDialog); // its camera may be gone
+        QVERIFY(stage == ReportDialog || report.readAll() == whole);
     }
     QCoreApplication::processEvents();
 }
