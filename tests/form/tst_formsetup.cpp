@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The setup dialog and the form's reaction, by the real controls.
-#include <malloc.h>
-
 #include <vnCoreGui/CxExportToolButton.h>
 
 #include "DialogRobot.h"
 #include "FormBench.h"
 #include "RandomRecord.h"
-#include "setup/CapacityHint.h"
 #include "Table.h"
 
 using Change = std::function<void(FormBench&, QDialog*)>;
@@ -142,17 +139,6 @@ private Q_SLOTS:
             modes(dialog)->setCurrentIndex(1);
             modes(dialog)->setCurrentIndex(0);
         });
-        row("mode, cameras come and go", false, "BC: 11 4096 1000", [](FormBench& bench, QDialog* dialog) {
-            modes(dialog)->setCurrentIndex(1);
-            bench.tick();
-            bench.addCamera();
-            bench.close(0);
-            bench.tick();
-        });
-        row("mode, but a program started", true, "AB: 12 4096 1000", [](FormBench& bench, QDialog* dialog) {
-            modes(dialog)->setCurrentIndex(1);
-            bench.press("btnStartAll");
-        });
     }
     void reaction()
     {
@@ -215,30 +201,6 @@ private Q_SLOTS:
             spin(dialog, "spinCapacity")->setValue(2000);
             QVERIFY(spin(dialog, "spinCapacity")->toolTip() != before);
         });
-    }
-
-    /// What the tool tip promises is what the allocator hands out.
-    void memoryAsMeasured_data()
-    {
-        const Table<int> row("blocks");
-        row("usual", usualBlocksPerFrame);
-        row("few", 14);
-    }
-    void memoryAsMeasured()
-    {
-        QFETCH(int, blocks);
-        constexpr int frames = 20000;
-        CxCameraLineData record;
-        const std::vector<quint64> ticks(static_cast<size_t>(blocks));
-        const auto before = mallinfo2();
-        for (int i = 0; i < frames; ++i)
-            appendFrame(record, i, ticks);
-        const auto after = mallinfo2();
-        if (after.arena == 0)
-            QSKIP("this allocator does not tell");
-        const double used = double(after.uordblks + after.hblkhd) - double(before.uordblks + before.hblkhd);
-        const double promised = frames * (blocks * bytesPerBlock + bytesPerFrame);
-        QVERIFY2(used <= promised && used > 0.85 * promised, qPrintable(QString::number(used / promised)));
     }
 };
 
