@@ -230,59 +230,43 @@ private:
 struct ImageFault
 {
     const char* name;
-    void (*set)(sim::Faults& faults, const sim::FrameSelection& frames); ///< two of six frames
+    sim::FrameSelection sim::Faults::*kind; ///< with its value, or width and height; two of six frames
+    qint64 value;
+    quint32 height;
     int blocks;          ///< of a faulty one; 0: not kept in throughput mode
     int missing;         ///< frames, by their numbers
     const char* message; ///< of the throughput mode's loop; of the other one only for failed waits
+
+    sim::Faults faults() const
+    {
+        sim::Faults all;
+        all.oddWidth = quint32(value);
+        all.oddHeight = height;
+        all.shortBytes = quint64(value);
+        all.numberJumpBy = int(value);
+        all.stampJumpMs = double(value);
+        all.*kind = {1, 1, 3}; // frames 1 and 4
+        return all;
+    }
 };
-
-template<quint32 width, quint32 height>
-void size(sim::Faults& faults, const sim::FrameSelection& frames)
-{
-    faults.oddSize = frames;
-    faults.oddWidth = width;
-    faults.oddHeight = height;
-}
-
-template<quint64 bytes>
-void shortData(sim::Faults& faults, const sim::FrameSelection& frames)
-{
-    faults.shortData = frames;
-    faults.shortBytes = bytes;
-}
-
-template<int frames>
-void numberJump(sim::Faults& faults, const sim::FrameSelection& at)
-{
-    faults.numberJump = at;
-    faults.numberJumpBy = frames;
-}
-
-template<int ms>
-void stampJump(sim::Faults& faults, const sim::FrameSelection& at)
-{
-    faults.stampJump = at;
-    faults.stampJumpMs = ms;
-}
 
 // Frames are of 1024 x 512 pixels and 1 MiB, 256 blocks of 4096 bytes.
 const ImageFault imageFaults[] = {
-    {"usual", [](sim::Faults&, const sim::FrameSelection&) {}, 256, 0, nullptr},
-    {"null data", [](sim::Faults& faults, const sim::FrameSelection& frames) { faults.nullData = frames; }, 0, 2,
-     noImage},
-    {"short data", shortData<8191>, 1, 0, nullptr},
-    {"too short data", shortData<4095>, 0, 0, noBlock},
-    {"no data", shortData<0>, 0, 0, noBlock},
-    {"size 0", size<0, 0>, 0, 0, noBlock},
-    {"smaller than a block", size<45, 45>, 0, 0, noBlock},
-    {"one block", size<2048, 1>, 1, 0, nullptr},
-    {"more than is there", size<65535, 65535>, 256, 0, nullptr},
-    {"size wraps to little", size<65536, 32769>, 32, 0, nullptr},
-    {"numbers jump", numberJump<1000>, 256, 2000, nullptr},
-    {"numbers repeat", numberJump<-1>, 256, 0, nullptr},
-    {"numbers run back", numberJump<-100>, 256, 0, nullptr},
-    {"stamps jump", stampJump<5000>, 256, 0, nullptr},
-    {"stamps run back", stampJump<-5000>, 256, 0, nullptr},
+    {"usual", &sim::Faults::numberJump, 0, 0, 256, 0, nullptr},
+    {"null data", &sim::Faults::nullData, 0, 0, 0, 2, noImage},
+    {"short data", &sim::Faults::shortData, 8191, 0, 1, 0, nullptr},
+    {"too short data", &sim::Faults::shortData, 4095, 0, 0, 0, noBlock},
+    {"no data", &sim::Faults::shortData, 0, 0, 0, 0, noBlock},
+    {"size 0", &sim::Faults::oddSize, 0, 0, 0, 0, noBlock},
+    {"smaller than a block", &sim::Faults::oddSize, 45, 45, 0, 0, noBlock},
+    {"one block", &sim::Faults::oddSize, 2048, 1, 1, 0, nullptr},
+    {"more than is there", &sim::Faults::oddSize, 65535, 65535, 256, 0, nullptr},
+    {"size wraps to little", &sim::Faults::oddSize, 65536, 32769, 32, 0, nullptr},
+    {"numbers jump", &sim::Faults::numberJump, 1000, 0, 256, 2000, nullptr},
+    {"numbers repeat", &sim::Faults::numberJump, -1, 0, 256, 0, nullptr},
+    {"numbers run back", &sim::Faults::numberJump, -100, 0, 256, 0, nullptr},
+    {"stamps jump", &sim::Faults::stampJump, 5000, 0, 256, 0, nullptr},
+    {"stamps run back", &sim::Faults::stampJump, -5000, 0, 256, 0, nullptr},
 };
 
 } // namespace
@@ -348,7 +332,7 @@ private Q_SLOTS:
         for (int mode : {MeasModeDataThroughput, MeasModeStandardAcq}) {
             const bool throughput = mode == MeasModeDataThroughput;
             sim::CameraScenario scenario;
-            fault->set(scenario.faults, {1, 1, 3}); // frames 1 and 4
+            scenario.faults = fault->faults();
             const LogCapture log;
             MeasurementBench bench(scenario, mode);
             const Values before = bench.camera->parameters();
