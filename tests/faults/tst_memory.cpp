@@ -4,7 +4,6 @@
 #include <dlfcn.h>
 #include <malloc.h>
 #include <pthread.h>
-#include <sys/resource.h>
 
 #include <cerrno>
 #include <numeric>
@@ -239,36 +238,6 @@ private Q_SLOTS:
         QVERIFY(static_cast<double>(mallinfo2().uordblks - before) < 8.5 * blocks + 200.0 * frames + reserve);
         take(mostBlocks, 1);
         QCOMPARE(bench.data.frameList.size(), size_t(capacity / mostBlocks + 1));
-    }
-
-    void fullAddressSpace()
-    {
-#ifdef __SANITIZE_ADDRESS__
-        QSKIP("the sanitizer needs all of the address space");
-#endif
-        MeasurementBench bench(camera(2048, 2048)); // 8 MiB, all of it kept
-        const auto before = bench.camera->parameters();
-        bench.camera->setGated(false);
-        const LogCapture log;
-        QFile status(QStringLiteral("/proc/self/statm"));
-        QVERIFY(status.open(QIODevice::ReadOnly));
-        const rlim_t pages = status.readAll().split(' ')[0].toULongLong();
-        rlimit whole{};
-        getrlimit(RLIMIT_AS, &whole);
-        rlimit limited = whole;
-        limited.rlim_cur = pages * 4096 + (rlim_t{400} << 20);
-        setrlimit(RLIMIT_AS, &limited);
-        const bool started = bench.data.startMeasurement(8, std::numeric_limits<qint32>::max());
-        while (bench.data.isMeasuring())
-            QThread::msleep(1);
-        const bool restored = bench.camera->parameters() == before && !bench.camera->isAcquiring();
-        setrlimit(RLIMIT_AS, &whole);
-        QVERIFY(started && restored);
-        QCOMPARE(log.texts().size(), 1);
-        QVERIFY(log.texts()[0].startsWith(
-            QLatin1String("CxCameraLineData::runMeasureLoop(): Cannot allocate array for")));
-        QVERIFY(bench.data.frameList.size() > 10);
-        QVERIFY(figuresAreTrue(bench.data));
     }
 
     void fullAddressSpaceOfTheProgram()
