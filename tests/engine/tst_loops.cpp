@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The measurement loops on hand-driven cameras: figures against the camera's own ledger, trimming, many cameras, many starts.
+// The measurement loops on hand-driven cameras: figures against the camera's own ledger, many cameras, many starts.
 #include <cmath>
 
 #include <malloc.h>
@@ -152,25 +152,6 @@ private Q_SLOTS:
             QVERIFY(throughput.stop());
         }
         QVERIFY(throughput.data.frameList.size() >= 2);
-    }
-
-    void trimming()
-    {
-        MeasurementBench bench;
-        QVERIFY(bench.measure(20, 4096, 1000)); // 256 blocks: 1000 / 256 + 1
-        QCOMPARE(bench.data.frameList.size(), size_t(4));
-        QCOMPARE(bench.data.frameList.back()->frameNumber, bench.data.frameList.front()->frameNumber + 3);
-        QCOMPARE(bench.data.runTotals().frames, quint64(20));
-        bench.stop();
-        QVERIFY(bench.measure(30, 51200, 1000)); // 20 blocks: room for more frames
-        QCOMPARE(bench.data.frameList.size(), size_t(34));
-        bench.stop();
-        QVERIFY(bench.measure(1, 4096, 1000)); // large frames push out the small ones at once
-        QCOMPARE(bench.data.frameList.size(), size_t(4));
-
-        MeasurementBench standard({}, MeasModeStandardAcq);
-        QVERIFY(standard.measure(20, 4096, 10));
-        QCOMPARE(standard.data.counterSampleList.size(), size_t(11));
     }
 
     void manyCameras()
