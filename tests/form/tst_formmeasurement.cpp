@@ -3,7 +3,6 @@
 #include "DialogRobot.h"
 #include "FormBench.h"
 #include "Table.h"
-#include "TestScale.h"
 
 static QString failedText(const char* camera)
 {
@@ -148,15 +147,6 @@ private Q_SLOTS:
             QCOMPARE(int(bench.record(row).requiredThroughput), expected);
             QCOMPARE(bench.inCell<QLineEdit>(row, ThroughputColumn::RequiredThroughput)->text().toInt(), expected);
         }
-    }
-
-    void boxesDoNotPileUp()
-    {
-        FormBench bench(1, MeasModeStandardAcq);
-        for (int i = 0; i < testCount(1000); ++i)
-            bench.measureButton(0)->click();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCOMPARE(bench.form->findChildren<QMessageBox*>().size(), 0);
     }
 
 private:
