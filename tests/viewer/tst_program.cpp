@@ -51,6 +51,8 @@ private Q_SLOTS:
         QTEST(m_program->exitCode(), "exitCode");
         const QByteArray output = m_program->readAll();
         QVERIFY2(output.contains(text.toUtf8()), output);
+        if (m_program->exitCode() == 2)
+            QVERIFY2(!QFile::exists(settingsFile()), "what was not loaded must not be saved");
     }
 
     void quitsInGoodOrderPastAnOpenBox_data()
