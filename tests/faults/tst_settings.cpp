@@ -29,23 +29,11 @@ constexpr const char* formKeys[] = {"DTGTSamplePeriod", "DTGTMaxSamples", "DTGTE
 constexpr const char* viewerKeys[] = {"geometry", "docks", "lastDirectory", "detailLevel"};
 
 /// As they stand in the file.
-constexpr const char* values[] = {"",
-                                  "x",
-                                  "-1",
-                                  "0",
-                                  "1",
-                                  "7",
-                                  "2147483647",
-                                  "-2147483648",
-                                  "99999999999999999999",
-                                  "1.5e300",
-                                  "nan",
-                                  "1, 2, 3",
-                                  "@Invalid()",
-                                  "@ByteArray(\\0\\x1\\xff)",
-                                  "@Rect(1 2 -3 4)",
-                                  "@Variant(\\0\\0\\0\\x7f)",
-                                  "\"@Variant(\\0\\0\\0\\t\\xff)\""};
+const auto values =
+    QByteArray(";x;-1;0;1;7;2147483647;-2147483648;99999999999999999999;1.5e300;nan;1, 2, 3;@Invalid();"
+               "@ByteArray(\\0\\x1\\xff);@Rect(1 2 -3 4);@Variant(\\0\\0\\0\\x7f);"
+               "\"@Variant(\\0\\0\\0\\t\\xff)\"")
+        .split(';');
 
 } // namespace
 
@@ -76,7 +64,7 @@ void SettingsTest::rows(const Keys& keys)
 {
     QTest::addColumn<QByteArray>("line");
     for (const char* key : keys) {
-        for (const char* value : values) {
+        for (const QByteArray& value : values) {
             const QByteArray line = QByteArray(key) + '=' + value;
             QTest::newRow(line) << line;
         }
