@@ -18,6 +18,7 @@ private Q_SLOTS:
             return QStringList{bench.child<QPushButton>("btnStartAll")->text(), bench.measureButton(1)->text(),
                                bench.status(1)};
         };
+        QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Abbrechen")); // Qt's own
         const QStringList stopped{"Alle starten", "Start", "Gestoppt"};
         QCOMPARE(texts(), stopped);
         bench.press("btnStartAll");
@@ -29,7 +30,8 @@ private Q_SLOTS:
     void curveBoxes_data()
     {
         const Table<int, int, QString> row("mode", "box", "curve");
-        row("throughput", MeasModeDataThroughput, 1, "Max buffer level");
+        row("throughput", MeasModeDataThroughput, 0, "Min throughput");
+        row("throughput, level", MeasModeDataThroughput, 1, "Max buffer level");
         row("counters", MeasModeStandardAcq, 4, "Buffer overflow");
     }
     void curveBoxes()
@@ -49,18 +51,31 @@ private Q_SLOTS:
         QVERIFY(!isShown());
     }
 
+    void counterAxis_data()
+    {
+        const Table<int, int, QString> row("first", "last", "expected");
+        row("from 0", 0, 250, "-0.8..300");
+        row("from 100", 100, 250, "80..300");
+        row("all 0", 0, 0, "-0.8..1.2");
+        row("no sample in range", -1, -1, "-0.8..1.2");
+        row("no curve", -2, -2, "1.2..1.71799e+09");
+    }
     void counterAxis()
     {
+        QFETCH(int, first);
+        QFETCH(int, last);
         installLanguage(QStringLiteral("de"));
         FormBench bench(1, MeasModeStandardAcq);
         for (const auto& kind : bench.record(0).counterList)
-            kind->supported = true;
-        qint64 time = bench.nowUs - 11'000'000;
-        for (const int value : {7, 100, 250}) // the first one is never a point
-            addSample(bench.record(0), time += 1'000'000, value);
+            kind->supported = first != -2;
+        const qint64 at = bench.nowUs - (first < 0 ? 3600LL : 10LL) * 1'000'000;
+        addSample(bench.record(0), at - 1'000'000, 7); // the first one is never a point
+        addSample(bench.record(0), at, first);
+        addSample(bench.record(0), at + 1'000'000, last);
         bench.tick();
         const QCPAxis* axis = bench.area(0)->axis(QCPAxis::atLeft);
-        QCOMPARE(axis->label() + QLatin1Char(' ') + rangeText(axis), QStringLiteral("Zählerstand 80..300"));
+        QCOMPARE(axis->label(), QStringLiteral("Zählerstand"));
+        QTEST(rangeText(axis), "expected");
     }
 
     void nothingIsCutOff_data()

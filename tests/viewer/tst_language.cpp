@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Which language is chosen, and that all texts are in it, Qt's own and those of plug-ins too.
+// Which language is chosen.
 #include <QtTest/QtTest>
 
 #include "Language.h"
@@ -38,19 +38,6 @@ private Q_SLOTS:
         row("../de", "");
     }
     void byName() { QTEST(chooseLanguage(QString(QTest::currentDataTag())), "chosen"); }
-
-    void everyPartIsTranslated()
-    {
-        const auto text = [](const char* context, const char* source) {
-            return QCoreApplication::translate(context, source);
-        };
-        installLanguage(QString());
-        QCOMPARE(text("EventDock", "Events"), QStringLiteral("Events"));
-        installLanguage(QStringLiteral("de"));
-        QCOMPARE(text("EventDock", "Events"), QStringLiteral("Ereignisse"));
-        QCOMPARE(text("CxDataGraphForm", "Start All"), QStringLiteral("Alle starten"));
-        QCOMPARE(text("QPlatformTheme", "Cancel"), QStringLiteral("Abbrechen"));
-    }
 };
 
 QTEST_GUILESS_MAIN(TestLanguage)
