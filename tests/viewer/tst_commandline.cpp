@@ -27,10 +27,7 @@ private Q_SLOTS:
         QVERIFY(line.options.start);
         QVERIFY(line.options.quitAfter == 1500ms);
         QCOMPARE(line.options.screenshotFile, QStringLiteral("x.png"));
-    }
 
-    void whichCamerasToOpen()
-    {
         QVERIFY(CommandLine::parse({"kestrova"}).options.openAll);
         const auto none = CommandLine::parse({"kestrova", "--open", "none"});
         QVERIFY(!none.options.openAll && none.options.camerasToOpen.isEmpty());

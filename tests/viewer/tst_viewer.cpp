@@ -51,7 +51,7 @@ private Q_SLOTS:
         QVERIFY(diary().contains("load 7 (4 open)"));
     }
 
-    void damagedSettingsAndCriticalLinesAreEvents()
+    void whatHappensIsAnEvent()
     {
         QFile file(m_options.settingsFile);
         QVERIFY(file.open(QIODevice::WriteOnly));
@@ -62,12 +62,7 @@ private Q_SLOTS:
         QVERIFY(hasEvent(viewer, "damaged"));
         qCritical("something failed");
         QTRY_VERIFY(hasEvent(viewer, "something failed"));
-    }
 
-    void takeOverEndsWithTheWidget()
-    {
-        Viewer viewer(m_options);
-        viewer.start();
         VNCORE_HANDLE camera = CxCameraManager::instance()->openedCameras().constFirst();
         IxAppDelegate::instance()->setCameraControlEnabled(camera, false);
         QVERIFY(hasEvent(viewer, "taken over"));
