@@ -6,7 +6,7 @@
 
 FormBench::FormBench(int cameraCount, int mode)
 {
-    setMeasurementClock([this] { return nowUs; });
+    setMeasurementClock([this] { return nowUs.load(); });
     for (int i = 0; i < cameraCount; ++i)
         addCamera();
     form = std::make_unique<CxDataGraphForm>();

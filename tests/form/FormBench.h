@@ -100,7 +100,7 @@ public:
     };
 
     FakeHost host;
-    qint64 nowUs = 36000000000; ///< ten o'clock
+    std::atomic<qint64> nowUs{36000000000}; ///< ten o'clock; workers ask, too
     std::vector<std::shared_ptr<sim::HandDrivenCamera>> cameras;
     std::vector<std::shared_ptr<Gate>> gates;
     std::vector<VNCORE_HANDLE> handles;
