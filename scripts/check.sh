@@ -50,7 +50,7 @@ under_valgrind() {
   step_warnings
   mkdir -p build/valgrind
   ctest --test-dir build/debug -N -L "^$label\$" | sed -n 's/.*Test *#[0-9]*: //p' |
-    QT_NO_GLIB=1 KESTROVA_TEST_SCALE=5 QT_QPA_PLATFORM=offscreen xargs -P "$(nproc)" -I TEST sh -c '
+    QT_NO_GLIB=1 QTEST_FUNCTION_TIMEOUT=1200000 KESTROVA_TEST_SCALE=5 QT_QPA_PLATFORM=offscreen xargs -P "$(nproc)" -I TEST sh -c '
       "$@" build/debug/bin/TEST >build/valgrind/TEST.log 2>&1 && echo "TEST: nothing found" ||
         { cat build/valgrind/TEST.log; echo "TEST: failed"; exit 1; }' \
       sh valgrind -q --error-exitcode=1 "$@"
