@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Cameras and users that do anything at any moment, also while a box is open: nothing crashes, every record has its
 // camera, and in the end every camera has its parameters back.
-#include <random>
-
 #include <vnCore/CxCameraManager.h>
 #include <vnCore/vnApi.h>
 
 #include "DialogRobot.h"
 #include "FormBench.h"
+#include "RandomUser.h"
 #include "Table.h"
 
 /// 10,000 events in all; KESTROVA_TEST_SCALE is a percentage.
@@ -32,7 +31,7 @@ private Q_SLOTS:
     void anythingAtAnyTime()
     {
         QFETCH(int, seed);
-        m_random.seed(unsigned(seed));
+        m_user = RandomUser(unsigned(seed));
         CriticalLines quiet;
         FormBench bench(3);
         std::vector<QMap<QString, int>> before;
@@ -125,30 +124,7 @@ private:
             bench.open(camera);
             break;
         default:
-            pressAny(bench);
-        }
-    }
-
-    /// Any button, box or editor of the form, whether or not a person could reach it now.
-    void pressAny(FormBench& bench)
-    {
-        const auto widgets = bench.form->findChildren<QWidget*>();
-        auto* widget = widgets.at(below(widgets.size()));
-        if (widget->window() != bench.form.get())
-            return; // the robot's business
-        if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
-            button->click();
-        } else if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
-            edit->setFocus();
-            QTest::keyClick(edit, char('0' + below(10)));
-        } else if (auto* formats = qobject_cast<QComboBox*>(widget)) {
-            formats->setCurrentIndex(below(3));
-        } else if (widget == bench.child("plot")) {
-            const QPoint at(below(400), below(300));
-            QTest::mousePress(widget, Qt::LeftButton, {}, at);
-            QTest::mouseMove(widget, at + QPoint(below(50), 0));
-            if (below(2)) // else it is still being dragged when the next event comes
-                QTest::mouseRelease(widget, Qt::LeftButton, {}, at);
+            m_user.act(*bench.form);
         }
     }
 
@@ -159,9 +135,9 @@ private:
             QVERIFY(opened.contains(hCam));
     }
 
-    int below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(m_random); }
+    int below(int limit) { return m_user.below(limit); }
 
-    std::mt19937 m_random;
+    RandomUser m_user{0};
 };
 
 QTEST_MAIN(FormEventsTest)

@@ -5,21 +5,15 @@
 #include <malloc.h>
 #include <unistd.h>
 
-#include <random>
-
-#include <qcustomplot.h>
-
+#include <QtGui/QPixmapCache>
 #include <QtTest/QtTest>
-#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QDialog>
 #include <QtWidgets/QPushButton>
-#include <QtWidgets/QTableWidget>
-#include <QtWidgets/QToolButton>
-
-#include <vnCoreGui/CxExportToolButton.h>
 
 #include "CameraRegistry.h"
 #include "DialogRobot.h"
 #include "MainWindow.h"
+#include "RandomUser.h"
 #include "sim/SimulatedCamera.h"
 #include "Viewer.h"
 
@@ -59,22 +53,6 @@ private Q_SLOTS:
     void startsAndStopsAllTheTime();
 
 private:
-    void act();
-    template<class Widget>
-    Widget* child(const char* name) const
-    {
-        return m_form->findChild<Widget*>(QLatin1String(name));
-    }
-    template<class Widget>
-    Widget* any(const QWidget* parent)
-    {
-        const auto all = parent->findChildren<Widget*>();
-        return all.isEmpty() ? nullptr : all.at(below(all.size()));
-    }
-    int below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(m_random); }
-
-    std::mt19937 m_random{20};
-    QWidget* m_form = nullptr;
     QTemporaryDir m_directory;
 };
 
@@ -91,30 +69,34 @@ void TestSoak::startsAndStopsAllTheTime()
     Viewer viewer(options);
     QCOMPARE(viewer.start(), QString());
     QVERIFY(QTest::qWaitForWindowExposed(&viewer.window()));
-    m_form = viewer.window().findChild<QWidget*>("CxDataGraphForm");
-    QVERIFY(m_form);
+    auto* form = viewer.window().findChild<QWidget*>("CxDataGraphForm");
+    QVERIFY(form);
+    auto* startAll = form->findChild<QPushButton*>("btnStartAll");
     std::vector<std::pair<std::shared_ptr<sim::SimulatedCamera>, QMap<QString, int>>> cameras;
     for (int i = 0; i < CameraRegistry::instance().deviceCount(); ++i) {
         const auto camera = std::dynamic_pointer_cast<sim::SimulatedCamera>(CameraRegistry::instance().device(i));
         cameras.emplace_back(camera, camera->parameters());
     }
 
+    RandomUser user(20);
     DialogRobot robot;
+    robot.answer = [](QDialog* setup) { setup->reject(); };
     int starts = 0;
     std::vector<double> resident;
     QTimer actions;
     connect(&actions, &QTimer::timeout, this, [&, acting = false]() mutable {
         if (std::exchange(acting, true))
             return; // in a dialog or box
-        robot.fileName = m_directory.filePath(below(2) ? "file.csv" : "file.png");
-        act();
+        robot.fileName = m_directory.filePath(user.below(2) ? "file.csv" : "file.png");
+        if (user.below(40) == 0)
+            viewer.window().resize(600 + user.below(1200), 400 + user.below(700));
+        user.act(*form);
         acting = false;
     });
     actions.start(actionEveryMs);
     const QDeadlineTimer end(seconds * 1000);
     while (!end.hasExpired()) {
         QTest::qWait(startOrStopEveryMs);
-        auto* startAll = child<QPushButton>("btnStartAll");
         const bool stops = startAll->text() == QLatin1String("Stop All");
         startAll->click();
         starts += stops ? 0 : 1;
@@ -133,59 +115,6 @@ void TestSoak::startsAndStopsAllTheTime()
     if (seconds >= shortestTrendSeconds) {
         QVERIFY(!robot.seen.isEmpty()); // it has exported, too
         QVERIFY2(growth < growthMB, qPrintable(QString::number(growth)));
-    }
-}
-
-/// Anything that a person can do with the form at any time, but for starting and stopping all.
-void TestSoak::act()
-{
-    auto* plot = child<QCustomPlot>("plot");
-    auto* table = child<QTableWidget>("table");
-    const QPoint at(below(plot->width()), below(plot->height()));
-    switch (below(12)) {
-    case 0:
-    case 1: {
-        QWheelEvent wheel(at, plot->mapToGlobal(at), {}, QPoint(0, below(2) ? 120 : -120), Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(plot, &wheel);
-        break;
-    }
-    case 2:
-    case 3:
-        QTest::mousePress(plot, Qt::LeftButton, {}, at);
-        QTest::mouseMove(plot, at + QPoint(below(200) - 100, 0));
-        QTest::mouseRelease(plot, Qt::LeftButton, {}, at);
-        break;
-    case 4:
-        child<QToolButton>("btnResetZoom")->click();
-        break;
-    case 5:
-        child<QPushButton>("resetPan")->click();
-        break;
-    case 6: // a Graph box, automatic throughput or scaling
-    case 7:
-        if (auto* box = any<QCheckBox>(table))
-            box->click();
-        break;
-    case 8:
-        if (auto* box = below(2) ? any<QCheckBox>(child<QTableWidget>("tablePlotCheck"))
-                                 : child<QCheckBox>("checkBoxLiveGraph"))
-            box->click();
-        break;
-    case 9:
-        if (below(4) == 0)
-            m_form->window()->resize(600 + below(1200), 400 + below(700));
-        break;
-    case 10: // a row's "Start", "Stop" or "Export Data..."
-        if (auto* button = any<QToolButton>(table); button && below(4) == 0)
-            button->click();
-        break;
-    default:
-        if (below(4) == 0) {
-            auto* exporter = child<CxExportToolButton>("btnExport");
-            exporter->setExportType(below(2) ? ExportToFile : ExportToClipboard);
-            exporter->click();
-        }
     }
 }
 
