@@ -165,7 +165,7 @@ void TestLoad::windowAnswersAndNoFrameIsLost()
     QCOMPARE(form->lineDataMap.size(), cameras);
     auto* startAll = form->findChild<QAbstractButton*>("btnStartAll");
     startAll->click();
-    const quint64 frames = quint64(setting("KESTROVA_LOAD_SECONDS", 2) * framesPerSecond);
+    const auto frames = quint64(setting("KESTROVA_LOAD_SECONDS", 2)) * quint64(framesPerSecond);
     const auto received = [&] { return ledgerOf(cameras - 1).total(sim::Fate::Received).frames; };
     zoomUntil(form, "measuring", [&] { return received() > frames; });
     form->findChild<QAbstractButton*>("checkBoxLiveGraph")->click();
