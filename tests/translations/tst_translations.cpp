@@ -47,11 +47,11 @@ private Q_SLOTS:
         const QRegularExpression parts(QStringLiteral("<[^>]*>|%[0-9]|\\.\\.\\.$|&(?=\\w)"),
                                        QRegularExpression::UseUnicodePropertiesOption);
         const auto partsOf = [&parts](const QString& text) {
-            QStringList found;
+            QStringList inText;
             for (auto match = parts.globalMatch(text); match.hasNext();)
-                found.append(match.next().captured());
-            found.sort(); // the order may differ
-            return found;
+                inText.append(match.next().captured());
+            inText.sort(); // the order may differ
+            return inText;
         };
         for (const Message& message : translations) {
             QVERIFY2(message.finished && !message.translation.isEmpty(), qPrintable(message.source));
