@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include <QtCore/QScopeGuard>
+#include <QtGui/QFont>
 #include <QtWidgets/QApplication>
 
 #include "CommandLine.h"
@@ -13,6 +14,8 @@
 #include "Viewer.h"
 
 namespace {
+
+constexpr int offscreenFontSize = 9; // points
 
 constexpr int exitWrongUsage = 2;
 constexpr int exitFailure = 1;
@@ -57,6 +60,12 @@ int run(int argc, char** argv, const ViewerOptions& options)
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Kestrova"));
     QApplication::setApplicationVersion(QStringLiteral(KESTROVA_VERSION));
+    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+        // Nobody's desktop has chosen the font; the platform's own is so large that lists are cut.
+        QFont font = QApplication::font();
+        font.setPointSize(offscreenFontSize);
+        QApplication::setFont(font);
+    }
     QGuiApplication::setDesktopFileName(QStringLiteral("example.kestrova.Kestrova"));
     applyDarkTheme(application);
     if (!installTexts(options.language)) {
