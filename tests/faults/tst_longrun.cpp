@@ -223,6 +223,38 @@ private Q_SLOTS:
         QCOMPARE(log.texts().size(), failures + 3);
         setMeasurementClock({});
     }
+
+    /// Lost and back once an hour; each time somebody starts the measurement again.
+    void lossEveryHour()
+    {
+        const int hours = std::max(12, testCount(72));
+        const int capacityHours = hours * 2 / 3;
+        constexpr int failingWaits = 12;
+        sim::CameraScenario scenario = weekendCamera(0);
+        scenario.faults = {};
+        MeasurementBench bench(scenario);
+        const LogCapture log;
+        quint64 received = 0;
+        size_t bytes = 0;
+        for (int hour = 0; hour < hours; ++hour) {
+            bench.setOwnValues(); // it has come back with its power-up values
+            QVERIFY(bench.measure(framesPerHour, period, capacityHours * framesPerHour * blocksPerFrame));
+            bench.camera->lose();
+            QVERIFY(bench.take(failingWaits));
+            const quint64 frames = bench.camera->ledger().total(sim::Fate::Received).frames;
+            received += frames;
+            QCOMPARE(bench.data.runTotals().frames, frames);
+            QCOMPARE(bench.data.runTotals().failedWaits, quint64(failingWaits));
+            bench.camera->comeBack();
+            QVERIFY(bench.stop());
+            QCOMPARE(bench.camera->parameter(QStringLiteral("imgdataformat")), int(VN_FRM_MONO16));
+            if (hour == capacityHours + 1)
+                bytes = mallinfo2().uordblks;
+        }
+        QCOMPARE(bench.data.frameList.size(), quint64(capacityHours * framesPerHour + 1));
+        QVERIFY(received > bench.data.frameList.size());
+        QVERIFY(mallinfo2().uordblks < bytes + 1000000);
+    }
 };
 
 QTEST_GUILESS_MAIN(TestLongRun)
