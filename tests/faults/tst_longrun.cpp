@@ -253,7 +253,7 @@ private Q_SLOTS:
         }
         QCOMPARE(bench.data.frameList.size(), quint64(capacityHours * framesPerHour + 1));
         QVERIFY(received > bench.data.frameList.size());
-        QVERIFY(mallinfo2().uordblks < bytes + 1000000);
+        QVERIFY(mallinfo2().uordblks < bytes + 10000000); // the log of the stops, or 40 MB of frames
     }
 };
 
