@@ -48,6 +48,20 @@ bool guarded(int* error, Call call) noexcept
     }
 }
 
+/// A call about a parameter of an opened camera.
+template<typename Call>
+bool onParameter(VNCORE_HANDLE camera, const char* name, int* error, Call call) noexcept
+{
+    return guarded(error, [&] {
+        const auto opened = CameraTable::instance().find(camera);
+        if (!opened)
+            return report(error, VN_ERR_NO_CAMERA);
+        if (name == nullptr)
+            return report(error, VN_ERR_NO_PARAM);
+        return call(*opened);
+    });
+}
+
 /// What keeps the memory of this thread's last image: until its next wait, whatever becomes of the camera.
 thread_local std::shared_ptr<const void> imageLease;
 
@@ -55,28 +69,18 @@ thread_local std::shared_ptr<const void> imageLease;
 
 bool vnApi_GetParamInt(VNCORE_HANDLE camera, const char* name, int& value, int* error)
 {
-    return guarded(error, [&] {
-        const auto opened = CameraTable::instance().find(camera);
-        if (!opened)
-            return report(error, VN_ERR_NO_CAMERA);
-        if (name == nullptr)
-            return report(error, VN_ERR_NO_PARAM);
-        return reportParameter(error, opened->device(), name, opened->device().getInt(name, value));
+    return onParameter(camera, name, error, [&](OpenedCamera& opened) {
+        return reportParameter(error, opened.device(), name, opened.device().getInt(name, value));
     });
 }
 
 bool vnApi_SetParamInt(VNCORE_HANDLE camera, const char* name, int value, int* error)
 {
-    return guarded(error, [&] {
-        const auto opened = CameraTable::instance().find(camera);
-        if (!opened)
-            return report(error, VN_ERR_NO_CAMERA);
-        if (name == nullptr)
-            return report(error, VN_ERR_NO_PARAM);
-        CameraDevice& device = opened->device();
+    return onParameter(camera, name, error, [&](OpenedCamera& opened) {
+        CameraDevice& device = opened.device();
         if (const auto asked = askedParameter(name))
             return reportParameter(error, device, asked->constData(), device.canSet(asked->constData(), value));
-        return reportParameter(error, device, name, opened->setInt(name, value));
+        return reportParameter(error, device, name, opened.setInt(name, value));
     });
 }
 
