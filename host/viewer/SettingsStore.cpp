@@ -4,9 +4,11 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QStandardPaths>
-#include <QtCore/QTemporaryDir>
 
 namespace {
+
+/// No file can be there, so a QSettings of this name keeps its values in memory.
+const QLatin1String inMemory("/dev/null/settings.ini");
 
 QString defaultFile()
 {
@@ -32,10 +34,9 @@ SettingsStore::SettingsStore(const QString& file)
 
 bool SettingsStore::save(const std::function<void(QSettings&)>& collect)
 {
-    // Plug-ins write all their values each time. A QSettings that they wrote to directly would rewrite its file
-    // although nothing has changed.
-    const QTemporaryDir directory;
-    QSettings copy(directory.filePath(QStringLiteral("copy.ini")), QSettings::IniFormat);
+    // Plug-ins write all their values each time. Written to directly, m_settings would rewrite its file although
+    // nothing has changed.
+    QSettings copy(inMemory, QSettings::IniFormat);
     const QStringList before = m_settings->allKeys();
     for (const QString& key : before) {
         copy.setValue(key, m_settings->value(key));

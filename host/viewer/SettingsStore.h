@@ -9,7 +9,7 @@
 #include <QtCore/QSettings>
 #include <QtCore/QString>
 
-/// Writes the file only when a value has changed, so that a viewer that runs for weeks does not wear a disk. User
+/// A save touches the disk only when a value has changed, so that a viewer that runs for weeks does not wear it. User
 /// interface thread only.
 class SettingsStore
 {

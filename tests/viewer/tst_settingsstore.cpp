@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The settings file: kept, not touched without need, set aside when damaged.
+#include <filesystem>
+
 #include <QtTest/QtTest>
 
 #include "SettingsStore.h"
@@ -32,14 +34,21 @@ private Q_SLOTS:
 
     void writesOnlyChanges()
     {
+        // What is made and removed in a directory, temporary files included, shows in its time.
+        const std::filesystem::path directory = qPrintable(m_directory->path());
+        const auto longAgo = std::filesystem::last_write_time(directory) - std::chrono::hours(1);
+        qputenv("TMPDIR", qPrintable(m_directory->path()));
+        const auto restored = qScopeGuard([] { qunsetenv("TMPDIR"); });
         int value = 1;
         const auto collect = [&](QSettings& settings) { settings.setValue("Viewer/value", value); };
         SettingsStore store(m_file);
         QVERIFY(store.save(collect));
         QVERIFY(QFile::remove(m_file)); // would come back if it were written
+        std::filesystem::last_write_time(directory, longAgo);
         QVERIFY(store.save(collect));
         QCoreApplication::processEvents();
         QVERIFY(!QFile::exists(m_file));
+        QVERIFY(std::filesystem::last_write_time(directory) == longAgo);
         value = 2;
         QVERIFY(store.save(collect));
         QVERIFY(QFile::exists(m_file));
