@@ -3,6 +3,7 @@
 #include "OpenedCamera.h"
 
 #include <cstring>
+#include <exception>
 #include <new>
 
 #include <QtCore/QMetaObject>
@@ -106,8 +107,13 @@ bool OpenedCamera::startHostAcquisition()
 {
     if (!startAcquisition(Acquirer::Host))
         return false;
-    m_puller = std::thread(&OpenedCamera::pullImages, this);
-    return true;
+    try {
+        m_puller = std::thread(&OpenedCamera::pullImages, this);
+        return true;
+    } catch (const std::exception&) { // no thread can be had, or no memory for it
+        stopAcquisition(Acquirer::Host);
+        return false;
+    }
 }
 
 bool OpenedCamera::stopHostAcquisition()

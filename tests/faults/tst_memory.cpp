@@ -198,6 +198,14 @@ private Q_SLOTS:
             QStringLiteral("CxCameraLineData::setupCameraParameters(): Cannot start the acquisition thread");
         QVERIFY(log.texts().contains(text)); // beside one of Qt's
         QVERIFY(bench.measure(1));
+        QVERIFY(bench.stop());
+
+        CameraRegistry& host = CameraRegistry::instance(); // its own acquisition
+        noThreads = true;
+        const bool shown = host.startHostAcquisition(bench.data.hCam);
+        noThreads = false;
+        QVERIFY(!shown && !host.isHostAcquiring(bench.data.hCam) && !bench.camera->isAcquiring());
+        QVERIFY(host.startHostAcquisition(bench.data.hCam));
     }
 
     /// The worst that sizes of frames can do to the capacity: the newest one's block count decides how many are kept, so
