@@ -355,6 +355,18 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
         <source>Others can change what this plug-in does: they can write to %1.</source>
         <translation>Andere können ändern, was dieses Plug-in tut: Sie dürfen in %1 schreiben.</translation>
     </message>
+    <message>
+        <source>It ran out of memory.</source>
+        <translation>Ihm ging der Speicher aus.</translation>
+    </message>
+    <message>
+        <source>It failed: %1</source>
+        <translation>Es ist fehlgeschlagen: %1</translation>
+    </message>
+    <message>
+        <source>It failed without a reason.</source>
+        <translation>Es ist ohne Angabe eines Grundes fehlgeschlagen.</translation>
+    </message>
 </context>
 <context>
     <name>PluginsDialog</name>
@@ -440,6 +452,10 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
     <message>
         <source>No plug-in has a &quot;Start All&quot; button</source>
         <translation>Kein Plug-in hat einen Knopf „Alle starten“</translation>
+    </message>
+    <message>
+        <source>Plug-in %1 is not used. %2</source>
+        <translation>Das Plug-in %1 wird nicht verwendet. %2</translation>
     </message>
 </context>
 </TS>

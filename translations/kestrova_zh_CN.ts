@@ -355,6 +355,18 @@ Enter or a double click opens a camera.</source>
         <source>Others can change what this plug-in does: they can write to %1.</source>
         <translation>其他用户可以改变此插件的行为：他们可以写入 %1。</translation>
     </message>
+    <message>
+        <source>It ran out of memory.</source>
+        <translation>内存不足。</translation>
+    </message>
+    <message>
+        <source>It failed: %1</source>
+        <translation>失败：%1</translation>
+    </message>
+    <message>
+        <source>It failed without a reason.</source>
+        <translation>失败，未给出原因。</translation>
+    </message>
 </context>
 <context>
     <name>PluginsDialog</name>
@@ -440,6 +452,10 @@ Enter or a double click opens a camera.</source>
     <message>
         <source>No plug-in has a &quot;Start All&quot; button</source>
         <translation>没有插件带有“全部开始”按钮</translation>
+    </message>
+    <message>
+        <source>Plug-in %1 is not used. %2</source>
+        <translation>未使用插件 %1。%2</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,9 @@
 // Loading in steps, each of which ends with a reason when it fails.
 #include "PluginManager.h"
 
+#include <exception>
+#include <new>
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QJsonObject>
@@ -19,6 +22,66 @@ struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(PluginManager)
 };
+
+bool isForThisProgram(const QString& identifier)
+{
+    return identifier == QLatin1String(VNCORE_PLUGIN_IID) ||
+           identifier.startsWith(QLatin1String(VNCORE_PLUGIN_IID_PREFIX));
+}
+
+/// What the call throws, as text; empty if nothing. Whatever was thrown is gone when this returns: its code may be the
+/// plug-in's and be unloaded next.
+template<typename Call>
+QString thrownBy(Call call)
+{
+    try {
+        call();
+        return {};
+    } catch (const std::bad_alloc&) {
+        return Text::tr("It ran out of memory.");
+    } catch (const std::exception& exception) {
+        return Text::tr("It failed: %1").arg(QString::fromLocal8Bit(exception.what()));
+    } catch (...) {
+        return Text::tr("It failed without a reason.");
+    }
+}
+
+/// Calls a plug-in that is in use: what it throws is told, and the plug-in stays.
+template<typename Call>
+void callInUse(const QPluginLoader& loader, Call call)
+{
+    const QString thrown = thrownBy(call);
+    if (!thrown.isEmpty()) {
+        qCritical("Plug-in %s: %s", qPrintable(loader.fileName()), qPrintable(thrown));
+    }
+}
+
+/// A plug-in that threw may have left its group open.
+void leaveGroups(QSettings& settings)
+{
+    while (!settings.group().isEmpty()) {
+        settings.endGroup();
+    }
+}
+
+/// Why the plug-in cannot be used, empty if it can; `plugin` is then its object, and initialised.
+QString initialise(QPluginLoader& loader, PluginInfo& info, CxPlugin*& plugin)
+{
+    QObject* object = loader.instance();
+    if (!object) {
+        return Text::tr("It cannot be loaded. %1").arg(loader.errorString());
+    }
+    plugin = qobject_cast<CxPlugin*>(object);
+    if (!plugin) {
+        return Text::tr("It does not have the interface %1.").arg(QLatin1String(VNCORE_PLUGIN_IID));
+    }
+    info.name = plugin->name();
+    info.description = plugin->description();
+    info.version = plugin->version();
+    info.author = plugin->author();
+    info.website = plugin->website();
+    return plugin->init() ? QString() : Text::tr("It could not be initialised.");
+}
 
 } // namespace
 
@@ -69,7 +132,7 @@ PluginInfo PluginManager::loadFile(const QString& file)
         info.error = Text::tr("It is no plug-in. %1").arg(loader->errorString());
         return info;
     }
-    if (!identifier.startsWith(QLatin1String("example.kestrova.Kestrova."))) {
+    if (!isForThisProgram(identifier)) {
         info.error = Text::tr("It is a plug-in for another program (%1).").arg(identifier);
         return info;
     }
@@ -79,38 +142,26 @@ PluginInfo PluginManager::loadFile(const QString& file)
         info.warning = Text::tr("Others can change what this plug-in does: they can write to %1.").arg(writable);
     }
 
-    QObject* object = loader->instance();
-    if (!object) {
-        info.error = Text::tr("It cannot be loaded. %1").arg(loader->errorString());
-        return info;
-    }
-    auto* plugin = qobject_cast<CxPlugin*>(object);
-    if (!plugin) {
-        info.error = Text::tr("It does not have the interface %1.").arg(QLatin1String(VNCORE_PLUGIN_IID));
-        loader->unload();
-        return info;
-    }
-    info.name = plugin->name();
-    info.description = plugin->description();
-    info.version = plugin->version();
-    info.author = plugin->author();
-    info.website = plugin->website();
-
     const int widgetsBefore = m_docks.count();
-    if (!plugin->init()) {
-        info.error = Text::tr("It could not be initialised.");
+    CxPlugin* plugin = nullptr;
+    const QString thrown = thrownBy([&] { info.error = initialise(*loader, info, plugin); });
+    if (!thrown.isEmpty()) {
+        info.error = thrown;
+    }
+    if (info.error.isEmpty()) {
+        m_loaded.push_back({std::move(loader), plugin});
+    } else {
         m_docks.destroyFrom(widgetsBefore);
         loader->unload();
-        return info;
     }
-    m_loaded.push_back({std::move(loader), plugin});
     return info;
 }
 
 void PluginManager::loadSettings(QSettings& settings)
 {
     for (const Loaded& loaded : m_loaded) {
-        loaded.plugin->loadSettings(settings);
+        callInUse(*loaded.loader, [&] { loaded.plugin->loadSettings(settings); });
+        leaveGroups(settings);
     }
 }
 
@@ -118,7 +169,8 @@ void PluginManager::saveSettings(QSettings& settings)
 {
     for (const Loaded& loaded : m_loaded) {
         if (loaded.plugin) {
-            loaded.plugin->saveSettings(settings);
+            callInUse(*loaded.loader, [&] { loaded.plugin->saveSettings(settings); });
+            leaveGroups(settings);
         }
     }
 }
@@ -127,7 +179,7 @@ void PluginManager::finish()
 {
     for (Loaded& loaded : m_loaded) {
         if (loaded.plugin) {
-            loaded.plugin->finish();
+            callInUse(*loaded.loader, [&] { loaded.plugin->finish(); });
             loaded.plugin = nullptr;
         }
     }

@@ -27,8 +27,8 @@ struct PluginInfo
 };
 
 /// The order of its calls is the life of a plug-in: load(), loadSettings(), any number of saveSettings(), finish(),
-/// then the cameras may be closed, then unload(). Nothing a file contains stops the viewer, short of code that
-/// crashes. User interface thread only.
+/// then the cameras may be closed, then unload(). Nothing a file contains or throws here stops the
+/// viewer, short of code that crashes. User interface thread only.
 class PluginManager
 {
 public:
@@ -42,6 +42,7 @@ public:
     /// Loads and initialises what the directories hold, in the order of the file names. Missing directories are
     /// passed over.
     void load(const QStringList& directories);
+    /// The settings have no group open, here and below.
     void loadSettings(QSettings& settings);
     void saveSettings(QSettings& settings);
     /// Ends the plug-ins and destroys their widgets.

@@ -67,6 +67,9 @@ QString Viewer::start()
     }
     m_plugins->load(QStringList{PluginManager::installedDirectory()} + m_options.pluginDirs);
     for (const PluginInfo& info : m_plugins->plugins()) {
+        if (!info.error.isEmpty()) {
+            m_events.append(EventLog::Severity::Warning, tr("Plug-in %1 is not used. %2").arg(info.file, info.error));
+        }
         if (!info.warning.isEmpty()) {
             m_events.append(EventLog::Severity::Warning, info.file + QStringLiteral(": ") + info.warning);
         }

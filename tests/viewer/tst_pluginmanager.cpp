@@ -8,6 +8,7 @@
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollArea>
 
+#include "LogCapture.h"
 #include "PluginDocks.h"
 #include "PluginManager.h"
 #include "Table.h"
@@ -43,6 +44,7 @@ private Q_SLOTS:
         row("another program's", module("otherprogram"), "another program", {});
         row("without the interface", module("nointerface"), "CxPlugin", {});
         row("init fails", module("initfails"), "initialised", {"init", "widget destroyed", "plug-in destroyed"});
+        row("init throws", module("throws"), "no luck", {"init", "widget destroyed", "plug-in destroyed"});
         row("text", fileWith("text.so", "no library"), "no plug-in", {});
         row("torn off", fileWith("torn.so", contents(module("good") + "/good.so").left(30'000)), ".", {});
     }
@@ -60,6 +62,18 @@ private Q_SLOTS:
         QCOMPARE(entries.takeLast(), QStringLiteral("init"));
         QTEST(entries, "expectedDiary");
         QCOMPARE(m_docks->widgets().size(), 1);
+    }
+
+    void exceptionInUseIsTold()
+    {
+        m_manager->load({module("good")});
+        QSettings settings(m_directory.filePath("settings.ini"), QSettings::IniFormat);
+        qApp->setProperty("loadThrows", true);
+        const LogCapture log;
+        m_manager->loadSettings(settings);
+        qApp->setProperty("loadThrows", {});
+        QCOMPARE(log.lines().size(), 1);
+        QCOMPARE(settings.group(), QString()); // which the next plug-in would write into
     }
 
     void whatOthersCanChangeIsTold_data()

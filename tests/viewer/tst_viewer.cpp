@@ -57,9 +57,11 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write("garbage\n");
         file.close();
+        m_options.pluginDirs.append(MODULES_DIR "/throws");
         Viewer viewer(m_options);
         QCOMPARE(viewer.start(), QString());
         QVERIFY(hasEvent(viewer, "damaged"));
+        QVERIFY(hasEvent(viewer, "no luck"));
         qCritical("something failed");
         QTRY_VERIFY(hasEvent(viewer, "something failed"));
 

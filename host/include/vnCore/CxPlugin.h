@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a plug-in implements. All operations are called on the user interface thread; none may throw.
+// What a plug-in implements. All operations are called on the user interface thread; none should throw. A plug-in that
+// throws while it is loaded, its init() included, is refused with what was thrown as the reason; later exceptions are
+// told in the event list.
 #ifndef VNCORE_CXPLUGIN_H
 #define VNCORE_CXPLUGIN_H
 
@@ -47,7 +49,13 @@ public:
     virtual bool customCommand(const QString& command, int arg1, int arg2, void* data1, void* data2);
 };
 
+/// The interface's identifier, and what a plug-in writes as its own:
+///     Q_PLUGIN_METADATA(IID VNCORE_PLUGIN_IID)
+///     Q_INTERFACES(CxPlugin)
+/// A file with another identifier is refused without running any of its code, unless it is VNCORE_PLUGIN_IID_PREFIX
+/// followed by a name of the plug-in's own.
 #define VNCORE_PLUGIN_IID "example.kestrova.CxPlugin"
+#define VNCORE_PLUGIN_IID_PREFIX "example.kestrova.Kestrova."
 Q_DECLARE_INTERFACE(CxPlugin, VNCORE_PLUGIN_IID)
 
 #endif

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A plug-in that keeps a diary in the application object's property "diary". Definitions make it a wrong one.
 #include <cstdio>
+#include <stdexcept>
 
 #include <QtCore/QSettings>
 #include <QtWidgets/QApplication>
@@ -12,6 +13,13 @@
 #include <vnCore/IxAppDelegate.h>
 
 namespace {
+
+enum Init
+{
+    Works,
+    Fails,
+    Throws
+};
 
 void note(const QString& line)
 {
@@ -56,12 +64,18 @@ public:
     {
         note(QStringLiteral("init"));
         IxAppDelegate::instance()->addPluginWidget(new TestWidget, 8, 12, false);
-        return !TEST_INIT_FAILS;
+        if (TEST_INIT == Throws)
+            throw std::runtime_error("no luck");
+        return TEST_INIT == Works;
     }
     void finish() override { note(QStringLiteral("finish")); }
     void loadSettings(QSettings& settings) override
     {
-        note(QStringLiteral("load %1").arg(settings.value(QStringLiteral("TestPlugin/number")).toInt()));
+        settings.beginGroup(QStringLiteral("TestPlugin"));
+        note(QStringLiteral("load %1").arg(settings.value(QStringLiteral("number")).toInt()));
+        if (qApp->property("loadThrows").toBool())
+            throw 1;
+        settings.endGroup();
     }
     void saveSettings(QSettings& settings) override
     {
