@@ -8,7 +8,7 @@
 #include <vnCore/vnCore.h>
 
 #include "CameraRegistry.h"
-#include "sim/HandDrivenCamera.h"
+#include "HandDrivenCamera.h"
 #include "Table.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <vnCore/vnCore.h>
 
 #include "CameraRegistry.h"
-#include "sim/HandDrivenCamera.h"
+#include "HandDrivenCamera.h"
 
 class TestCameraRegistry : public QObject
 {

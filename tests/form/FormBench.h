@@ -19,8 +19,8 @@
 #include "engine/CameraLineData.h"
 #include "form/Columns.h"
 #include "form/DataGraphForm.h"
+#include "HandDrivenCamera.h"
 #include "LogCapture.h"
-#include "sim/HandDrivenCamera.h"
 
 class FakeHost : public IxAppDelegate
 {

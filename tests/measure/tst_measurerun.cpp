@@ -8,10 +8,10 @@
 #include <QtCore/QJsonObject>
 
 #include "CameraRegistry.h"
+#include "HandDrivenCamera.h"
 #include "MeasureRun.h"
 #include "Report.h"
 #include "ReportDescription.h"
-#include "sim/HandDrivenCamera.h"
 #include "Table.h"
 
 namespace {

@@ -2,7 +2,7 @@
 // What the words of the counter pattern say, and that the ledger says the same.
 #include <QtTest>
 
-#include "sim/HandDrivenCamera.h"
+#include "HandDrivenCamera.h"
 #include "SimTesting.h"
 #include "Table.h"
 

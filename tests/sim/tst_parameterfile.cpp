@@ -2,7 +2,7 @@
 // Which values the parameters take.
 #include <QtTest>
 
-#include "sim/HandDrivenCamera.h"
+#include "HandDrivenCamera.h"
 #include "Table.h"
 
 using namespace sim;

@@ -4,7 +4,7 @@
 
 #include <cstring>
 
-#include "sim/HandDrivenCamera.h"
+#include "HandDrivenCamera.h"
 #include "SimTesting.h"
 #include "Table.h"
 

@@ -5,7 +5,7 @@
 
 #include "CameraLineData.h"
 #include "CameraRegistry.h"
-#include "sim/HandDrivenCamera.h"
+#include "HandDrivenCamera.h"
 
 class MeasurementBench
 {

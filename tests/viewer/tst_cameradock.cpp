@@ -11,8 +11,8 @@
 #include "CameraEvents.h"
 #include "CameraRegistry.h"
 #include "EventLog.h"
+#include "HandDrivenCamera.h"
 #include "ImageView.h"
-#include "sim/HandDrivenCamera.h"
 #include "TakeOvers.h"
 
 class TestCameraDock : public QObject

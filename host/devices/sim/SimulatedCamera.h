@@ -9,7 +9,7 @@
 #include <mutex>
 #include <vector>
 
-#include "../CameraDevice.h"
+#include "CameraDevice.h"
 #include "CameraModel.h"
 #include "FrameRendering.h"
 #include "LossNotifier.h"

@@ -8,7 +8,7 @@
 
 #include <QtCore/QString>
 
-#include "../CameraDevice.h"
+#include "CameraDevice.h"
 
 namespace sim {
 

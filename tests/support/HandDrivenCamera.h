@@ -6,12 +6,12 @@
 
 #include <functional>
 
-#include "SimulatedCamera.h"
+#include "sim/SimulatedCamera.h"
 
 namespace sim {
 
 /// All operations may be called from any thread.
-class VNCORE_EXPORT HandDrivenCamera final : public SimulatedCamera
+class HandDrivenCamera final : public SimulatedCamera
 {
 public:
     /// Cameras that are given the same link share it; without one the camera has a link as in its scenario.

@@ -9,10 +9,17 @@
 #include "FreeRunningCamera.h"
 #include "ScenarioReader.h"
 
+/// In a static library nobody else does.
+static void registerResources()
+{
+    Q_INIT_RESOURCE(scenarios);
+}
+
 namespace sim {
 
 std::vector<std::shared_ptr<CameraDevice>> createCameras(const QString& file, QString* error)
 {
+    registerResources();
     QFile source(file.isEmpty() ? QStringLiteral(":/kestrova/scenarios/default.json") : file);
     QString fault;
     std::vector<CameraScenario> scenarios;
