@@ -12,6 +12,6 @@
 
 /// Creates the devices of all families. `file` describes the simulated ones (a scenario, see docs/scenarios.md);
 /// empty takes the built-in default. On failure returns an empty list and a reason that names file, key and fault.
-VNCORE_EXPORT std::vector<std::shared_ptr<CameraDevice>> createDevices(const QString& file, QString* error);
+std::vector<std::shared_ptr<CameraDevice>> createDevices(const QString& file, QString* error);
 
 #endif

@@ -35,7 +35,7 @@ struct Frame
 };
 
 /// Times are nanoseconds of model time, the same scale in all calls and never backwards.
-class VNCORE_EXPORT CameraModel
+class CameraModel
 {
 public:
     /// The ledger keeps the last `ledgerFrames` frames.

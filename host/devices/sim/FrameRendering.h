@@ -10,7 +10,7 @@
 namespace sim {
 
 /// Frame memory that is used again when nobody holds it any more. Any thread; what it handed out may outlive it.
-class VNCORE_EXPORT FramePool
+class FramePool
 {
 public:
     FramePool();
@@ -23,7 +23,7 @@ private:
 };
 
 /// Writes the counter pattern: what the counter shows when each word leaves.
-VNCORE_EXPORT void renderCounter(const WordTimes& times, quint64* words);
+void renderCounter(const WordTimes& times, quint64* words);
 
 /// Writes what the host receives of a frame: the counter pattern, or a picture that moves from frame to frame.
 void render(const Frame& frame, quint64* words);

@@ -11,7 +11,7 @@ namespace sim {
 
 /// One thread for the camera's life lets the model's events happen when they are due, on an absolute schedule. On a
 /// computer too slow for that, the camera's time stands still now and then, lest it falls behind for ever.
-class VNCORE_EXPORT FreeRunningCamera final : public SimulatedCamera
+class FreeRunningCamera final : public SimulatedCamera
 {
 public:
     explicit FreeRunningCamera(const CameraScenario& scenario, std::shared_ptr<SharedLink> link = nullptr);

@@ -14,7 +14,7 @@ namespace sim {
 
 /// When the 64-bit words of a frame left. Packets start on a tick of the camera's 4 ns clock; within a packet
 /// words follow each other at link rate. Compact: one number per packet.
-struct VNCORE_EXPORT WordTimes
+struct WordTimes
 {
     std::vector<quint64> packetTicks; ///< tick at which each packet began
     quint64 wordsPerPacket = 0;
@@ -56,7 +56,7 @@ struct FrameEntry
 
 /// Totals since the camera was created or came back, and the frames since the last start. For every
 /// acquisition that has ended, bytes produced = bytes received + bytes lost, by whichever cause.
-struct VNCORE_EXPORT Ledger
+struct Ledger
 {
     struct Total
     {

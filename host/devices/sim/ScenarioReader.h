@@ -9,7 +9,7 @@ namespace sim {
 
 /// The cameras in the file's order, none on failure. `error` then tells place and reason, without the file's name:
 /// "cameras[1].sensor.width: must be a whole number from 8 to 65535".
-VNCORE_EXPORT std::vector<CameraScenario> readScenario(const QByteArray& json, QString& error);
+std::vector<CameraScenario> readScenario(const QByteArray& json, QString& error);
 
 } // namespace sim
 

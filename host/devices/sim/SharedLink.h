@@ -11,7 +11,7 @@
 namespace sim {
 
 /// Any thread.
-class VNCORE_EXPORT SharedLink
+class SharedLink
 {
 public:
     explicit SharedLink(const LinkScenario& scenario) : link(scenario) {}

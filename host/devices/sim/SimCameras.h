@@ -14,7 +14,7 @@ namespace sim {
 
 /// The cameras of a scenario file, or of the built-in one if `file` is empty, in the file's order. On failure
 /// returns none, and `error` (may be null) tells file, key and reason.
-VNCORE_EXPORT std::vector<std::shared_ptr<CameraDevice>> createCameras(const QString& file, QString* error);
+std::vector<std::shared_ptr<CameraDevice>> createCameras(const QString& file, QString* error);
 
 } // namespace sim
 

@@ -25,7 +25,7 @@ struct HostCall
     int value = 0;        ///< of Set and CanSet; the limit in ms of Wait
 };
 
-class VNCORE_EXPORT SimulatedCamera : public CameraDevice
+class SimulatedCamera : public CameraDevice
 {
 public:
     ~SimulatedCamera() override;
