@@ -26,6 +26,7 @@ class CxAcquisitionThread;
 class QCPGraph;
 class QCPRange;
 class QWidget;
+struct ScanPoint;
 
 enum ExMeasMode : qint32
 {
@@ -208,8 +209,8 @@ private:
     void finishMeasurementLocked();
 
     // Statistics.cpp
-    bool evaluate(QCPGraph* minGraph, QCPGraph* levelGraph, const QCPRange* keyRange, qint64 fromUs, qint64 toUs,
-                  double minKeySpacing);
+    /// `points`, which may be null, receives those of the curves, at least `stepUs` apart. Throws without memory.
+    bool evaluate(qint64 fromUs, qint64 toUs, qint64 stepUs, std::vector<ScanPoint>* points);
 
     // CounterGraphs.cpp
     bool fillGraphs(const std::array<QCPGraph*, 5>& graphs, const QCPRange& keyRange, qint64 fromUs, qint64 toUs,

@@ -110,7 +110,8 @@ std::vector<ScanPoint> scanCurve(const FrameList& frames, quint64 begin, quint64
         if (scan.isEnd(place))
             return points;
         lastUs = intervalTimeUs(*frames[place.frame], place.interval);
-        points.push_back({lastUs, scan.extremes(from, place)});
+        const Extremes extremes = scan.extremes(from, place);
+        points.push_back({lastUs, extremes.minSpeed(settings), extremes.level(settings)});
         from = {place.frame, place.interval + 1};
     }
 }

@@ -8,10 +8,12 @@
 
 #include "FrameList.h"
 
+/// Of the intervals since the last point.
 struct ScanPoint
 {
     qint64 timeUs;
-    Extremes extremes; ///< of the intervals since the last point
+    double minSpeed; ///< MB/s
+    double level;    ///< highest fill of the camera's buffer, percent
 };
 
 /// The points of frames begin..end (exclusive) in fromUs..toUs, at least `stepUs` apart. The first interval only sets

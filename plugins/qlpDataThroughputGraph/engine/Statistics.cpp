@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Figures and curves of the data throughput mode. Nothing here visits the intervals of whole frames: the frame list
-// keeps their figures.
+// Figures of the data throughput mode, and where the points of its curves lie. Nothing here visits the intervals of
+// whole frames: the frame list keeps their figures.
 #include "CameraLineData.h"
 
 #include <new>
@@ -10,8 +10,6 @@
 
 #include "BlockModel.h"
 #include "CurveScan.h"
-#include "LogLine.h"
-#include "PlotPoints.h"
 #include "TimeMath.h"
 
 qint32 CxCameraLineData::calculateFrameSpeeds(const FrameRecord& frame, quint32 period, double required,
@@ -36,20 +34,7 @@ EvaluationSettings CxCameraLineData::evaluationSettings() const
     return {static_cast<quint32>(samplePeriod), requiredThroughput, cameraBufferSize};
 }
 
-bool CxCameraLineData::calculateStats(QCPGraph* minGraph, QCPGraph* levelGraph, const QCPRange* keyRange,
-                                      qint64 fromUs, qint64 toUs, double minKeySpacing)
-{
-    try {
-        return evaluate(minGraph, levelGraph, keyRange, fromUs, toUs, minKeySpacing);
-    } catch (const std::bad_alloc&) {
-        LOG_FAILURE("CxCameraLineData::calculateStats",
-                    "Failed to allocate temporary buffers for internal calculations");
-        return false;
-    }
-}
-
-bool CxCameraLineData::evaluate(QCPGraph* minGraph, QCPGraph* levelGraph, const QCPRange* keyRange, qint64 fromUs,
-                                qint64 toUs, double minKeySpacing)
+bool CxCameraLineData::evaluate(qint64 fromUs, qint64 toUs, qint64 stepUs, std::vector<ScanPoint>* points)
 {
     const EvaluationSettings settings = evaluationSettings();
     FrameList::Remake remake;
@@ -91,13 +76,7 @@ bool CxCameraLineData::evaluate(QCPGraph* minGraph, QCPGraph* levelGraph, const 
     bufferOverflowCount = figures.overflows;
     figuresRange->anyFrame = true;
 
-    if (keyRange != nullptr && (minGraph != nullptr || levelGraph != nullptr)) {
-        for (const ScanPoint& point :
-             scanCurve(frameList, begin, end, settings, fromUs, toUs, smallestStepUs(minKeySpacing))) {
-            const double key = plotKey(saturatingSub(point.timeUs, toUs), *keyRange);
-            addPoint(minGraph, key, point.extremes.minSpeed(settings));
-            addPoint(levelGraph, key, point.extremes.level(settings));
-        }
-    }
+    if (points != nullptr)
+        *points = scanCurve(frameList, begin, end, settings, fromUs, toUs, stepUs);
     return true;
 }
