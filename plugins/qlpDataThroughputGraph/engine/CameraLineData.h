@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The measurement record of one camera: its settings, the samples of its measurements, the figures computed from
-// them, and the operations that fill and read it. One .cpp per topic: record, preparation, loops, statistics, report.
+// them, and the operations that fill and read it. One .cpp per topic: record, preparation, loops, statistics.
+// What draws curves or opens a dialog lies in presentation/, for programs that have windows.
 #ifndef KESTROVA_CAMERALINEDATA_H
 #define KESTROVA_CAMERALINEDATA_H
 
@@ -113,7 +114,7 @@ public:
     void runMeasureLoopAcquisition();
     void readCounters();
 
-    // --- statistics (Statistics.cpp), user interface thread ---
+    // --- statistics (Statistics.cpp, with curves in presentation/), user interface thread ---
     /// Figures of fromUs..toUs (with margins) into the four result fields, and two curves with points more than
     /// `minKeySpacing` milliseconds apart. Graphs and key range may be null. False if no frame was evaluated.
     bool calculateStats(QCPGraph* minGraph, QCPGraph* levelGraph, const QCPRange* keyRange, qint64 fromUs,
@@ -129,7 +130,7 @@ public:
     static qint32 calculateFrameSpeeds(const FrameRecord& frame, quint32 period, double required, double* speeds,
                                        double* deltas, quint64* offsets);
 
-    // --- report (CsvReport.cpp), user interface thread ---
+    // --- report (presentation/CsvReport.cpp), user interface thread ---
     /// Writes the intervals of fromUs..toUs to a CSV file behind a progress dialog; nothing in the standard mode.
     /// Processes events, at last with the mutex held: whoever calls it sees to it that nothing reached from there
     /// deletes the record or takes its mutex. Of a report that failed half way `reason` receives why.
@@ -212,7 +213,7 @@ private:
     /// `points`, which may be null, receives those of the curves, at least `stepUs` apart. Throws without memory.
     bool evaluate(qint64 fromUs, qint64 toUs, qint64 stepUs, std::vector<ScanPoint>* points);
 
-    // CounterGraphs.cpp
+    // presentation/CounterGraphs.cpp
     bool fillGraphs(const std::array<QCPGraph*, 5>& graphs, const QCPRange& keyRange, qint64 fromUs, qint64 toUs,
                     double minKeySpacing);
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// All that the engine does with the plotting library, so that one file alone has to know it.
+// All that the curves need of the plotting library, so that one file alone has to know it.
 #ifndef KESTROVA_PLOTPOINTS_H
 #define KESTROVA_PLOTPOINTS_H
 
