@@ -42,6 +42,11 @@ while read -r binary; do
   fi
 done < <(find "$prefix" -type f \( -name 'kestrova*' -o -name '*.so*' \) -exec sh -c 'head -c 4 "$1" | grep -q ELF' _ {} \; -print)
 
+# The measuring program runs where there are no windows.
+needed=$(readelf -d "$prefix/bin/kestrova-measure" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' |
+  grep -vE '^(lib(vnCore|Qt5Core|stdc\+\+|gcc_s|m|c)|ld-linux.*)\.so\.' || true)
+[ -z "$needed" ] || fail "kestrova-measure needs $needed"
+
 cmake -S "$here/plugin" -B "$work/plugin" -DCMAKE_PREFIX_PATH="$prefix" -G Ninja >"$work/plugin.log" &&
   cmake --build "$work/plugin" >>"$work/plugin.log" || fail "$(cat "$work/plugin.log")"
 
