@@ -50,28 +50,26 @@ private Q_SLOTS:
         QVERIFY(registry.close(camera));
         for (const auto dead : {camera, VNCORE_HANDLE(nullptr), reinterpret_cast<VNCORE_HANDLE>(quint64(1) << 40)}) {
             int value = 77;
-            int errors[3] = {-1, -1, -1};
             VN_IMG image = emptyImage();
-            QVERIFY(!vnApi_GetParamInt(dead, "LUTEnable", value, &errors[0]));
-            QVERIFY(!vnApi_SetParamInt(dead, "LUTEnable:settable", 1, &errors[1]));
-            QVERIFY(!vnApi_GetImage(dead, longWait, &image, &errors[2], true));
+            QVERIFY(!vnApi_GetParamInt(dead, "LUTEnable", value, nullptr));
+            QVERIFY(!vnApi_SetParamInt(dead, "LUTEnable:settable", 1, nullptr));
+            QVERIFY(!vnApi_GetImage(dead, longWait, &image, nullptr, true));
             QVERIFY(!vnApi_StartAcquisition(dead) && !vnApi_StopAcquisition(dead));
             QCOMPARE(value, 77);
-            QCOMPARE(std::count(errors, errors + 3, VN_ERR_NO_CAMERA), 3);
         }
     }
 
     void parameters_data()
     {
-        const Table<QByteArray, int, bool, int, int> row("name", "value", "accepted", "error", "after");
-        row("write", "LUTEnable", 1, true, VN_ERR_NONE, 1);
-        row("refused", "LUTEnable", 13, false, VN_ERR_REFUSED, 0);
-        row("no such", "LUTEnabel", 1, false, VN_ERR_NO_PARAM, 0);
-        row("ask", "LUTEnable:settable", 1, true, VN_ERR_NONE, 0);
-        row("ask refused", "LUTEnable:settable", 13, false, VN_ERR_REFUSED, 0);
-        row("ask no such", "LUTEnabel:settable", 1, false, VN_ERR_NO_PARAM, 0);
-        row("suffix alone", ":settable", 1, false, VN_ERR_NO_PARAM, 0);
-        row("no name", {}, 1, false, VN_ERR_NO_PARAM, 0);
+        const Table<QByteArray, int, bool, int> row("name", "value", "accepted", "after");
+        row("write", "LUTEnable", 1, true, 1);
+        row("refused", "LUTEnable", 13, false, 0);
+        row("no such", "LUTEnabel", 1, false, 0);
+        row("ask", "LUTEnable:settable", 1, true, 0);
+        row("ask refused", "LUTEnable:settable", 13, false, 0);
+        row("ask no such", "LUTEnabel:settable", 1, false, 0);
+        row("suffix alone", ":settable", 1, false, 0);
+        row("no name", {}, 1, false, 0);
     }
 
     void parameters()
@@ -79,9 +77,6 @@ private Q_SLOTS:
         QFETCH(QByteArray, name);
         QFETCH(int, value);
         const char* text = name.isNull() ? nullptr : name.constData();
-        int error = -1;
-        QTEST(vnApi_SetParamInt(camera, text, value, &error), "accepted");
-        QTEST(error, "error");
         QTEST(vnApi_SetParamInt(camera, text, value, nullptr), "accepted");
         int now = -1;
         QVERIFY(vnApi_GetParamInt(camera, "LUTEnable", now, nullptr));
@@ -95,9 +90,7 @@ private Q_SLOTS:
         QVERIFY(!vnApi_StartAcquisition(camera));
         QVERIFY(!vnApi_StopAcquisition(camera));
         VN_IMG image = emptyImage();
-        int error = 0;
-        QVERIFY(!vnApi_GetImage(camera, longWait, &image, &error, true));
-        QCOMPARE(error, int(VN_ERR_NOT_RUNNING));
+        QVERIFY(!vnApi_GetImage(camera, longWait, &image, nullptr, true));
         QVERIFY(device->isAcquiring());
 
         QVERIFY(registry.stopHostAcquisition(camera));
