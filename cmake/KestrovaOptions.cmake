@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Warnings, sanitizers and paths, as one interface target that every target of the project links.
 option(KESTROVA_WERROR "Treat warnings as errors" OFF)
-option(KESTROVA_COVERAGE "Instrument for gcov" OFF)
 set(KESTROVA_SANITIZE "" CACHE STRING "Comma-separated list for -fsanitize")
 
 add_library(kestrova_options INTERFACE)
@@ -20,8 +19,4 @@ if(KESTROVA_SANITIZE)
     target_compile_options(kestrova_options INTERFACE
         -fsanitize=${KESTROVA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(kestrova_options INTERFACE -fsanitize=${KESTROVA_SANITIZE})
-endif()
-if(KESTROVA_COVERAGE)
-    target_compile_options(kestrova_options INTERFACE --coverage)
-    target_link_options(kestrova_options INTERFACE --coverage)
 endif()
