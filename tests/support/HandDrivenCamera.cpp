@@ -64,14 +64,15 @@ std::chrono::nanoseconds HandDrivenCamera::now() const
 
 void HandDrivenCamera::advance(std::chrono::nanoseconds duration)
 {
-    const Turn turn(*this);
+    Turn turn(*this);
     const qint64 target = clockNs + duration.count();
-    // Step by step, so that what happens on the way finds the time at which it happens.
+    // Step by step, so that what happens on the way finds, and is told at, the time at which it happens.
     for (auto next = nextEventLocked(); next && *next <= target; next = nextEventLocked()) {
         clockNs = std::max(clockNs, *next);
         advanceLocked(clockNs);
+        turn.tell();
     }
-    clockNs = target;
+    clockNs = std::max(clockNs, target);
 }
 
 bool HandDrivenCamera::waitForImage(std::chrono::milliseconds limit, DeviceImage& image)
@@ -91,6 +92,7 @@ bool HandDrivenCamera::waitForImage(std::chrono::milliseconds limit, DeviceImage
             const qint64 next = std::min(limitNs, nextEventLocked().value_or(limitNs));
             clockNs = std::max(clockNs, next);
             advanceLocked(clockNs);
+            turn.tell();
             if (epoch != waitEpoch || (clockNs >= limitNs && !model.hasFrame()))
                 return false;
         }
@@ -145,6 +147,7 @@ void HandDrivenCamera::setFaults(const Faults& faults)
 {
     const Turn turn(*this);
     setFaultsLocked(faults);
+    advanceLocked(clockNs);
 }
 
 void HandDrivenCamera::lose()

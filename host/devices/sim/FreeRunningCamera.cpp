@@ -56,9 +56,11 @@ void FreeRunningCamera::run()
 /// True at the camera's end.
 bool FreeRunningCamera::runToNextEvent()
 {
-    Turn turn(*this); // a new one each time, so that the listener hears of a loss at once
+    Turn turn(*this);
     if (ending)
         return true;
+    if (notifier.hasNews())
+        return false; // told at the turn's end, before anything is waited for
     if (const auto next = nextEventLocked())
         changed.wait_until(turn.lock, origin + skipped + std::chrono::nanoseconds(*next));
     else

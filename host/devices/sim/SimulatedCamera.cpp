@@ -25,10 +25,17 @@ SimulatedCamera::Turn::Turn(const SimulatedCamera& owner)
 
 SimulatedCamera::Turn::~Turn()
 {
-    const std::vector<bool> news = std::exchange(camera.untold, {});
     lock.unlock();
-    for (const bool nowLost : news)
-        camera.notifier.notify(nowLost);
+    camera.notifier.tell();
+}
+
+void SimulatedCamera::Turn::tell()
+{
+    if (!camera.notifier.hasNews())
+        return;
+    lock.unlock();
+    camera.notifier.tell();
+    lock.lock();
 }
 
 void SimulatedCamera::advanceLocked(qint64 nowNs)
@@ -73,7 +80,7 @@ void SimulatedCamera::setLostLocked(bool nowLost)
     if (lost == nowLost)
         return;
     lost = nowLost;
-    untold.push_back(nowLost);
+    notifier.note();
     if (lost) {
         model.stop();
         if (acquisition == Acquisition::Running)

@@ -58,8 +58,7 @@ protected:
     /// Called at the start of every host call, without a lock; false makes it fail.
     virtual bool admit(const HostCall&) { return true; }
 
-    /// Holds the lock, with everything up to now done. At the end tells the listener, the lock released, what
-    /// happened to the camera meanwhile.
+    /// Holds the lock, with everything up to now done. At the end tells the listener of losses and returns.
     class Turn
     {
     public:
@@ -67,6 +66,8 @@ protected:
         ~Turn();
         Turn(const Turn&) = delete;
         Turn& operator=(const Turn&) = delete;
+        /// Tells the listener now, for who goes on; the lock is released meanwhile.
+        void tell();
 
         std::unique_lock<std::mutex> lock;
 
@@ -91,12 +92,14 @@ protected:
     void handOut(const Frame& frame, const Faults& faults, DeviceImage& image);
 
     /// Guards all below. Neither the listener nor anything of the host is called while it is held; of locks only
-    /// those of the link are taken under it.
+    /// those of the link and of `notifier` are taken under it.
     mutable std::mutex mutex;
     MonotonicCondition changed; ///< a frame arrived, a wait is over, or the drive must look again
     CameraModel model;
     Acquisition acquisition = Acquisition::Idle;
     quint64 waitEpoch = 0; ///< a wait that began in an earlier one is over
+
+    LossNotifier notifier; ///< has a lock of its own; told without `mutex`
 
 private:
     const Clock nowLocked;
@@ -109,9 +112,7 @@ private:
     bool lost = false;
     std::vector<Change> schedule; ///< losses and returns to come, the next one last
     std::vector<int> refusalUses; ///< by refusal of the faults
-    std::vector<bool> untold;     ///< for the listener
     FramePool pool;               ///< has a lock of its own
-    LossNotifier notifier;        ///< has a lock of its own, never taken under `mutex`
 };
 
 } // namespace sim
