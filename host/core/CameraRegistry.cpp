@@ -151,6 +151,12 @@ DeviceImage CameraRegistry::latestImage(VNCORE_HANDLE camera) const
     return opened ? opened->latestImage() : DeviceImage();
 }
 
+std::optional<std::chrono::steady_clock::time_point> CameraRegistry::silentSince(VNCORE_HANDLE camera) const
+{
+    const auto opened = CameraTable::instance().find(camera);
+    return opened ? opened->silentSince() : std::nullopt;
+}
+
 void CameraRegistry::announceLoss(const std::shared_ptr<CameraDevice>& device, bool lost)
 {
     const auto entry = std::find_if(m_devices.cbegin(), m_devices.cend(),

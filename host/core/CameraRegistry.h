@@ -4,7 +4,9 @@
 #ifndef KESTROVA_CAMERAREGISTRY_H
 #define KESTROVA_CAMERAREGISTRY_H
 
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <QtCore/QList>
@@ -57,6 +59,11 @@ public:
     /// The newest image that anybody received from the camera, or one without memory. Takes no image from anybody.
     /// Any thread.
     DeviceImage latestImage(VNCORE_HANDLE camera) const;
+
+    /// Since when nobody has received an image from the camera: when the last one came, or when the acquisition began
+    /// if none has come since. Goes on while the camera is lost and after its return. None while nobody acquires, be
+    /// it the host or a plug-in. Images that nobody waits for are not received. Any thread.
+    std::optional<std::chrono::steady_clock::time_point> silentSince(VNCORE_HANDLE camera) const;
 
 Q_SIGNALS:
     /// An opened camera's link is gone, or there again. Whatever acquired gets no image any more, also after the

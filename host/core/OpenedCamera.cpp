@@ -71,6 +71,10 @@ bool OpenedCamera::startAcquisition(Acquirer acquirer)
     if (m_stopRefused.exchange(false))
         succeeds([this] { return m_device->stop(); });
     const bool started = succeeds([this] { return m_device->start(); });
+    if (started) {
+        const std::lock_guard lock(m_latestMutex);
+        m_silentSince = std::chrono::steady_clock::now();
+    }
     state = Acquirer::Changing;
     if (m_acquirer.compare_exchange_strong(state, started ? acquirer : Acquirer::None))
         return started;
@@ -95,11 +99,11 @@ bool OpenedCamera::waitForImage(Acquirer acquirer, std::chrono::milliseconds lim
 {
     if (m_acquirer != acquirer || !succeeds([&] { return m_device->waitForImage(limit, image); }))
         return false;
-    if (image.descriptor.data != nullptr) {
-        DeviceImage latest = image;
-        const std::lock_guard lock(m_latestMutex);
+    DeviceImage latest = image;
+    const std::lock_guard lock(m_latestMutex);
+    m_silentSince = std::chrono::steady_clock::now();
+    if (image.descriptor.data != nullptr)
         std::swap(m_latest, latest);
-    }
     return true;
 }
 
@@ -135,6 +139,14 @@ DeviceImage OpenedCamera::latestImage() const
 {
     const std::lock_guard lock(m_latestMutex);
     return m_latest;
+}
+
+std::optional<std::chrono::steady_clock::time_point> OpenedCamera::silentSince() const
+{
+    if (m_acquirer != Acquirer::Host && m_acquirer != Acquirer::Plugin)
+        return std::nullopt;
+    const std::lock_guard lock(m_latestMutex);
+    return m_silentSince;
 }
 
 void OpenedCamera::close()

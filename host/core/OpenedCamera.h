@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 #include "CameraDevice.h"
@@ -47,6 +48,8 @@ public:
     bool stopHostAcquisition();
 
     DeviceImage latestImage() const;
+    /// When the last image came, or the acquisition began if none has come since; none while nobody acquires.
+    std::optional<std::chrono::steady_clock::time_point> silentSince() const;
 
     /// Ends every acquisition, wakes waiters and refuses whatever comes later.
     void close();
@@ -61,9 +64,10 @@ private:
     std::atomic<bool> m_stopRefused{false}; ///< the camera may still acquire, for nobody
     std::thread m_puller;
 
-    /// Guards m_latest; nothing is called under it.
+    /// Guards what follows; nothing is called under it.
     mutable std::mutex m_latestMutex;
     DeviceImage m_latest;
+    std::chrono::steady_clock::time_point m_silentSince;
 };
 
 #endif

@@ -122,6 +122,8 @@ private Q_SLOTS:
         sim::Faults faults;
         faults.nullData = {1, 1, 100};
         device->setFaults(faults);
+        QVERIFY(!registry.silentSince(camera));
+        const auto began = std::chrono::steady_clock::now();
         QVERIFY(vnApi_StartAcquisition(camera));
         VN_IMG image{};
         QVERIFY(!vnApi_GetImage(camera, longWait, &image, nullptr, true));
@@ -130,9 +132,22 @@ private Q_SLOTS:
         QVERIFY(vnApi_GetImage(camera, longWait, &image, nullptr, true));
         QCOMPARE(image.size, quint32(sizeof(VN_IMG)));
         QCOMPARE(image.frameNumber, 0u);
+        const auto first = registry.silentSince(camera);
         QVERIFY(vnApi_GetImage(camera, longWait, &image, nullptr, true));
         QVERIFY(image.data == nullptr); // handed on, but nothing for the view
         QVERIFY(registry.latestImage(camera).descriptor.data != nullptr);
+
+        // A silence begins with the start and with each image, goes on through a loss and ends with the stop.
+        const auto second = registry.silentSince(camera);
+        QVERIFY(first && second && began < *first && *first < *second);
+        device->lose();
+        QVERIFY(!vnApi_GetImage(camera, longWait, &image, nullptr, true));
+        device->comeBack();
+        QCOMPARE(registry.silentSince(camera), second);
+        vnApi_StopAcquisition(camera);
+        QVERIFY(!registry.silentSince(camera));
+        QVERIFY(vnApi_StartAcquisition(camera));
+        QVERIFY(registry.silentSince(camera) > second);
 
         // The same thread's next wait ends the lease of its last image.
         QSet<const void*> memory;
