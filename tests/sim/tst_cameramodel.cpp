@@ -3,10 +3,12 @@
 #include <QtTest>
 
 #include "sim/CameraModel.h"
+#include "sim/ModelClock.h"
 #include "SimTesting.h"
 #include "Table.h"
 
 using namespace sim;
+using simtest::smallCamera;
 
 namespace {
 
@@ -42,6 +44,13 @@ CameraScenario troubled()
     return camera;
 }
 
+void setPattern(CameraModel& model)
+{
+    model.set(QStringLiteral("imgdataformat"), 7, 0);
+    model.set(QStringLiteral("test_pattern_generator_selector"), 1, 0);
+    model.set(QStringLiteral("test_pattern"), 11, 0);
+}
+
 std::vector<quint64> lostNumbers(const Ledger& ledger, Fate fate)
 {
     std::vector<quint64> numbers;
@@ -59,6 +68,45 @@ class TestCameraModel : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void silenceEndsWithItsWindow_data()
+    {
+        const Table<bool> row("pattern");
+        row("sensor", false);
+        row("pattern", true);
+    }
+    void silenceEndsWithItsWindow()
+    {
+        QFETCH(bool, pattern);
+        CameraScenario scenario = smallCamera();
+        scenario.link.frameGapUs = 9e3;
+        scenario.faults.noImage = {{20e3, 7e3}, {11e3, 3e3}, {2e3, 1e3}, {10e3, 2e3}, {5e3, 2e3}};
+        CameraModel model(scenario, nullptr, 100000);
+        if (pattern)
+            setPattern(model);
+        model.start(0);
+        ModelClock clock; // as the camera's thread has it: asked when something is due, a little late
+        qint64 realNs = 0;
+        for (qint64 now = 0; now < 30000 * ms; now = clock.at(realNs, model.nextEventNs()), model.advanceTo(now))
+            realNs = clock.realNs(model.nextEventNs().value()) + 100;
+        QCOMPARE(clock.realNs(0), qint64(0)); // no time was left out
+
+        QVector<qint64> silences;
+        qint64 before = 0;
+        const auto beginNs = [](const FrameEntry& frame) { return static_cast<qint64>(frame.times->tick(0) * 4); };
+        const qint64 offsetNs = beginNs(model.ledger().frames.front());
+        for (const FrameEntry& frame : model.ledger().frames) {
+            const qint64 begin = beginNs(frame) - offsetNs;
+            if (begin - before > 500 * ms) // from the last frame, which began at most a period earlier
+                silences << (before + 10 * ms) / (1000 * ms) << begin;
+            before = begin;
+        }
+        QCOMPARE(silences, (QVector<qint64>{2, 3000 * ms, 5, 7000 * ms, 10, 14000 * ms, 20, 27000 * ms}));
+
+        // Of what is due, half a second is made up for.
+        const qint64 next = model.nextEventNs().value();
+        QCOMPARE(clock.at(realNs + 3000 * ms, next), next + ModelClock::catchUpLimitNs);
+    }
+
     void nothingIsLostUncounted_data()
     {
         // fetchEvery: milliseconds
@@ -73,11 +121,8 @@ private Q_SLOTS:
         QFETCH(bool, pattern);
         QFETCH(int, fetchEvery);
         CameraModel model(troubled(), nullptr, 100000);
-        if (pattern) {
-            model.set(QStringLiteral("imgdataformat"), 7, 0);
-            model.set(QStringLiteral("test_pattern_generator_selector"), 1, 0);
-            model.set(QStringLiteral("test_pattern"), 11, 0);
-        }
+        if (pattern)
+            setPattern(model);
 
         quint64 fetchedBytes = 0;
         std::vector<quint64> fetched;

@@ -23,11 +23,19 @@ CameraModel::CameraModel(const CameraScenario& scenario, std::shared_ptr<SharedL
       timeline(link->scenario(), scenario.seed),
       random(~scenario.seed)
 {
+    setFaults(scenario.faults);
 }
 
 CameraModel::~CameraModel()
 {
     link->setDemand(this, 0.0);
+}
+
+void CameraModel::setFaults(const Faults& faults)
+{
+    camera.faults = faults;
+    std::sort(camera.faults.noImage.begin(), camera.faults.noImage.end(),
+              [](const Window& a, const Window& b) { return a.atMs < b.atMs; });
 }
 
 void CameraModel::powerUp(qint64 nowNs)

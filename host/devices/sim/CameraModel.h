@@ -45,7 +45,7 @@ public:
     CameraModel& operator=(const CameraModel&) = delete;
 
     const CameraScenario& scenario() const { return camera; }
-    void setFaults(const Faults& faults) { camera.faults = faults; }
+    void setFaults(const Faults& faults);
 
     /// Parameters, counters, clock and ledger as after switching on.
     void powerUp(qint64 nowNs);

@@ -43,6 +43,7 @@ void CameraModel::announceDemand(const Geometry& shape)
     link->setDemand(this, shape.counterPattern ? pace.rate : std::min(sensorRate, pace.rate));
 }
 
+/// When a camera that would send then may send: at the end of the silence, which may be of several windows.
 qint64 CameraModel::afterPause(qint64 timeNs) const
 {
     for (const Window& pause : camera.faults.noImage) {

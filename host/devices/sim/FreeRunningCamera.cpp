@@ -8,7 +8,6 @@ namespace sim {
 
 namespace {
 
-constexpr qint64 catchUpLimitNs = 500000000;
 constexpr size_t ledgerFrames = 256; // totals are what matters in a run of days
 
 } // namespace
@@ -33,13 +32,7 @@ FreeRunningCamera::~FreeRunningCamera()
 qint64 FreeRunningCamera::modelTime()
 {
     const std::chrono::nanoseconds real = std::chrono::steady_clock::now() - origin;
-    qint64 now = (real - skipped).count();
-    if (model.acquiring() && now - latestNs > catchUpLimitNs) {
-        now = latestNs + catchUpLimitNs;
-        skipped = real - std::chrono::nanoseconds(now);
-    }
-    latestNs = now;
-    return now;
+    return clock.at(real.count(), model.acquiring() ? nextEventLocked() : std::nullopt);
 }
 
 void FreeRunningCamera::run()
@@ -62,7 +55,7 @@ bool FreeRunningCamera::runToNextEvent()
     if (notifier.hasNews())
         return false; // told at the turn's end, before anything is waited for
     if (const auto next = nextEventLocked())
-        changed.wait_until(turn.lock, origin + skipped + std::chrono::nanoseconds(*next));
+        changed.wait_until(turn.lock, origin + std::chrono::nanoseconds(clock.realNs(*next)));
     else
         changed.wait(turn.lock);
     return false;

@@ -5,6 +5,7 @@
 
 #include <thread>
 
+#include "ModelClock.h"
 #include "SimulatedCamera.h"
 
 namespace sim {
@@ -27,8 +28,7 @@ private:
     const std::chrono::steady_clock::time_point origin = std::chrono::steady_clock::now();
 
     // Guarded by `mutex`.
-    qint64 latestNs = 0;
-    std::chrono::nanoseconds skipped{0}; ///< real time that the model left out
+    ModelClock clock;
     bool ending = false;
 
     std::thread thread;
