@@ -21,7 +21,7 @@ private Q_SLOTS:
         };
         row("no JSON", "{\n\"cameras\": [}\n", "line 2: object is missing after a comma");
         row("no cameras", "{}", "cameras: there is none");
-        row("unknown key", "{\"camera\": []}", "camera: unknown key");
+        row("unknown key", "{\": 1\\n\": []}", "scenario: unknown key \": 1 \"");
         row("cameras is no list", "{\"cameras\": {}}", "cameras: must be a list");
         row("link without a name", "{\"links\": [{}]}",
             "links[0].name: must be given and unlike that of other links");
@@ -30,7 +30,7 @@ private Q_SLOTS:
                "cameras[1].queueFrames: must be a whole number from 1 to 1000");
         camera("out of range", "\"link\": {\"rate\": 0}",
                "cameras[1].link.rate: must be a number from 0.1 to 100000");
-        camera("unknown inside", "\"sensor\": {\"with\": 8}", "cameras[1].sensor.with: unknown key");
+        camera("unknown inside", "\"sensor\": {\"with\": 8}", "cameras[1].sensor: unknown key \"with\"");
         camera("bit depth between", "\"sensor\": {\"bitDepth\": 9}",
                "cameras[1].sensor.bitDepth: must be 8, 10, 12 or 16");
         camera("buffer below a packet", "\"bufferBytes\": 100",

@@ -11,6 +11,8 @@
 #include <QtCore/QSet>
 #include <QtCore/QString>
 
+#include "PlainText.h"
+
 namespace sim {
 
 /// Fields that are missing keep the value that they have. After a fault nothing is read any more.
@@ -101,7 +103,7 @@ public:
     {
         for (auto field = fields.begin(); field != fields.end(); ++field) {
             if (!taken.contains(field.key()))
-                fail(place(field.key()), QStringLiteral("unknown key"));
+                fail(path, QStringLiteral("unknown key \"%1\"").arg(singleLine(field.key())));
         }
     }
 
@@ -114,8 +116,10 @@ private:
         inner.finish();
     }
 
-    QString place(const char* key) const { return place(QLatin1String(key)); }
-    QString place(const QString& key) const { return path.isEmpty() ? key : path + QLatin1Char('.') + key; }
+    QString place(const char* key) const
+    {
+        return path.isEmpty() ? QLatin1String(key) : path + QLatin1Char('.') + QLatin1String(key);
+    }
 
     void refuse(const QJsonValue& found, const char* key, const QString& reason)
     {

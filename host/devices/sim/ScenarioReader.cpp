@@ -146,7 +146,7 @@ void readCameraLink(JsonFields& in, LinkScenario& link, const QMap<QString, Link
     const QJsonValue found = in.take("link");
     if (found.isString()) {
         if (!shared.contains(found.toString()))
-            in.fail("link", QStringLiteral("there is no link \"%1\"").arg(found.toString()));
+            in.fail("link", QStringLiteral("there is no link \"%1\"").arg(singleLine(found.toString())));
         link = shared.value(found.toString());
         return;
     }
