@@ -137,29 +137,4 @@ bool HandDrivenCamera::isAcquiring() const
     return acquisition == Acquisition::Running;
 }
 
-Faults HandDrivenCamera::faults() const
-{
-    const Turn turn(*this);
-    return model.scenario().faults;
-}
-
-void HandDrivenCamera::setFaults(const Faults& faults)
-{
-    const Turn turn(*this);
-    setFaultsLocked(faults);
-    advanceLocked(clockNs);
-}
-
-void HandDrivenCamera::lose()
-{
-    const Turn turn(*this);
-    setLostLocked(true);
-}
-
-void HandDrivenCamera::comeBack()
-{
-    const Turn turn(*this);
-    setLostLocked(false);
-}
-
 } // namespace sim

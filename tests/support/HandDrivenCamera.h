@@ -45,13 +45,6 @@ public:
     void setParameter(const QString& name, int value);
     bool isAcquiring() const;
 
-    // --- faults ---
-    Faults faults() const;
-    /// Takes effect at once; the uses that refusals count start anew.
-    void setFaults(const Faults& faults);
-    void lose();
-    void comeBack();
-
     bool waitForImage(std::chrono::milliseconds limit, DeviceImage& image) override;
 
 protected:

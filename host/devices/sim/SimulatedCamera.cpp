@@ -208,6 +208,31 @@ QMap<QString, int> SimulatedCamera::parameters(bool selectors) const
     return model.parameters().writable(selectors);
 }
 
+Faults SimulatedCamera::faults() const
+{
+    const Turn turn(*this);
+    return model.scenario().faults;
+}
+
+void SimulatedCamera::setFaults(const Faults& faults)
+{
+    const Turn turn(*this);
+    setFaultsLocked(faults);
+    advanceLocked(nowLocked());
+}
+
+void SimulatedCamera::lose()
+{
+    const Turn turn(*this);
+    setLostLocked(true);
+}
+
+void SimulatedCamera::comeBack()
+{
+    const Turn turn(*this);
+    setLostLocked(false);
+}
+
 void SimulatedCamera::handOut(const Frame& frame, const Faults& faults, DeviceImage& image)
 {
     image = DeviceImage();

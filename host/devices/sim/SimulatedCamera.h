@@ -49,6 +49,13 @@ public:
     /// measurement leaves as it was.
     QMap<QString, int> parameters(bool selectors = false) const;
 
+    // --- faults ---
+    Faults faults() const;
+    /// Takes effect at once; the uses that refusals count start anew.
+    void setFaults(const Faults& faults);
+    void lose();
+    void comeBack();
+
 protected:
     /// `clock` tells the model time in ns and is called with `mutex` held. It is no virtual operation, as a drive's
     /// thread asks it until the heir is half destroyed.
