@@ -63,13 +63,18 @@ bool OpenedCamera::setInt(const char* name, int value)
     return true;
 }
 
+bool OpenedCamera::stopDevice()
+{
+    return succeeds([this] { return m_device->stop(); });
+}
+
 bool OpenedCamera::startAcquisition(Acquirer acquirer)
 {
     auto state = Acquirer::None;
     if (!m_acquirer.compare_exchange_strong(state, Acquirer::Changing))
         return false;
-    if (m_stopRefused.exchange(false))
-        succeeds([this] { return m_device->stop(); });
+    if (m_stopRefused)
+        m_stopRefused = !stopDevice();
     const bool started = succeeds([this] { return m_device->start(); });
     if (started) {
         const std::lock_guard lock(m_latestMutex);
@@ -79,7 +84,7 @@ bool OpenedCamera::startAcquisition(Acquirer acquirer)
     if (m_acquirer.compare_exchange_strong(state, started ? acquirer : Acquirer::None))
         return started;
     // Closed meanwhile, perhaps before the start took effect.
-    m_device->stop();
+    stopDevice();
     return false;
 }
 
@@ -88,7 +93,7 @@ bool OpenedCamera::stopAcquisition(Acquirer acquirer)
     auto state = acquirer;
     if (!m_acquirer.compare_exchange_strong(state, Acquirer::Changing))
         return false;
-    const bool stopped = succeeds([this] { return m_device->stop(); });
+    const bool stopped = stopDevice();
     m_stopRefused = !stopped;
     state = Acquirer::Changing;
     m_acquirer.compare_exchange_strong(state, Acquirer::None);
@@ -152,7 +157,7 @@ std::optional<std::chrono::steady_clock::time_point> OpenedCamera::silentSince()
 void OpenedCamera::close()
 {
     m_acquirer = Acquirer::Closed;
-    m_device->stop();
+    stopDevice();
     if (m_puller.joinable())
         m_puller.join();
 }

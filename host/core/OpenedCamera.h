@@ -55,6 +55,7 @@ public:
     void close();
 
 private:
+    bool stopDevice();
     void pullImages();
 
     VNCORE_HANDLE m_handle;

@@ -144,7 +144,7 @@ private Q_SLOTS:
         QVERIFY(!vnApi_GetImage(camera, longWait, &image, nullptr, true));
         device->comeBack();
         QCOMPARE(registry.silentSince(camera), second);
-        vnApi_StopAcquisition(camera);
+        QVERIFY(vnApi_StopAcquisition(camera));
         QVERIFY(!registry.silentSince(camera));
         QVERIFY(vnApi_StartAcquisition(camera));
         QVERIFY(registry.silentSince(camera) > second);

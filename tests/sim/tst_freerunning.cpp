@@ -38,25 +38,6 @@ private Q_SLOTS:
         QVERIFY(qAbs(stamp(image.descriptor) - stamp(first.descriptor) - 500000) <= 1);
     }
 
-    void stopEndsWaits()
-    {
-        CameraScenario scenario = smallCamera();
-        scenario.faults.noImage = {{0.0, 1e9}};
-        FreeRunningCamera camera(scenario);
-        QVERIFY(camera.start());
-        std::atomic<bool> result{true};
-        std::thread host([&] {
-            DeviceImage image;
-            result = camera.waitForImage(std::chrono::hours(1), image);
-        });
-        QVERIFY(camera.stop());
-        host.join(); // whether the wait began before the stop or after it
-        QVERIFY(!result);
-        DeviceImage image;
-        QVERIFY(camera.start());
-        QVERIFY(!camera.waitForImage(1ms, image));
-    }
-
     void lossIsToldAtOnceAndInOrder()
     {
         CameraScenario scenario = smallCamera();

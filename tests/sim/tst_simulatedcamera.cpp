@@ -28,7 +28,7 @@ private Q_SLOTS:
         row("the third write", {Call::Set, "LUTEnable", {}, 3}, "1111111 1011111 1111111");
         row("the second read of anything", {Call::Get, {}, {}, 2}, "1111111 0111111 1111111");
         row("the question", {Call::CanSet, "LUTEnable", {}, 1}, "1110111 1111111 1111111");
-        row("the second start", {Call::Start, {}, {}, 2}, "1111111 1111000 1111111");
+        row("the second start", {Call::Start, {}, {}, 2}, "1111111 1111010 1111111");
         row("the first stop", {Call::Stop, {}, {}, 1}, "1111101 1111111 1111111");
         row("every wait", {Call::Wait, {}, {}, 0}, "1111110 1111110 1111110");
     }
@@ -74,25 +74,17 @@ private Q_SLOTS:
         QVERIFY(camera.isLost());
         QVERIFY(camera.now() > 5040ms && camera.now() < 5050ms + 1ms); // that wait lasted its limit
 
-        int value = 5;
-        QVERIFY(!camera.getInt("imgdataformat", value) && !camera.setInt("imgdataformat", 0));
-        QVERIFY(!camera.canSet("imgdataformat", 0) && camera.hasParameter("imgdataformat"));
         QCOMPARE(camera.parameter("imgdataformat"), 7);
 
-        // The next wait ends with the return, the one after lasts its limit again: nobody must spin.
-        QVERIFY(!camera.waitForImage(5s, image));
-        QCOMPARE(camera.now(), std::chrono::nanoseconds(9050ms));
-        QVERIFY(!camera.isLost());
-        QVERIFY(!camera.waitForImage(5s, image));
-        QCOMPARE(camera.now(), std::chrono::nanoseconds(14050ms));
+        // Waits last their limit, also the one in which it comes back.
+        for (int waits = 0; waits < 2; ++waits) {
+            const auto began = camera.now();
+            QVERIFY(!camera.waitForImage(5s, image));
+            QCOMPARE(camera.now() - began, std::chrono::nanoseconds(5s));
+            QVERIFY(!camera.isLost());
+        }
+        QCOMPARE(heard.at(1).second, std::chrono::nanoseconds(9050ms));
         QCOMPARE(camera.parameters(true), fresh);
-        QVERIFY(!camera.isAcquiring());
-        QVERIFY(!camera.stop()); // there is nothing left to stop properly, but waits are over
-        QVERIFY(!camera.waitForImage(5s, image));
-        QCOMPARE(camera.now(), std::chrono::nanoseconds(14050ms));
-        QVERIFY(camera.start());
-        QVERIFY(camera.waitForImage(5s, image));
-        QCOMPARE(image.descriptor.frameNumber, 0u);
 
         QCOMPARE(heard.size(), size_t(2));
         QVERIFY(heard[0].first && !heard[1].first);

@@ -87,7 +87,6 @@ void SimulatedCamera::setLostLocked(bool nowLost)
             acquisition = Acquisition::Cut;
     } else {
         model.powerUp(nowLocked());
-        ++waitEpoch;
     }
     changed.notify_all();
 }
@@ -175,14 +174,13 @@ bool SimulatedCamera::stop()
     if (!admit(call))
         return false;
     const Turn turn(*this);
-    if (acquisition == Acquisition::Idle || (!lost && refusedLocked(call)))
+    if (acquisition == Acquisition::Running && refusedLocked(call))
         return false;
     model.stop();
-    const bool whole = acquisition == Acquisition::Running;
     acquisition = Acquisition::Idle;
     ++waitEpoch;
     changed.notify_all();
-    return whole;
+    return true;
 }
 
 bool SimulatedCamera::isLost() const

@@ -36,7 +36,6 @@ public:
     bool canSet(const char* name, int value) override;
     bool hasParameter(const char* name) const override;
     QList<CxCameraParam::SxEnumItem> enumeration(const char* name) const override;
-    /// An acquisition that runs already begins anew.
     bool start() override;
     bool stop() override;
     bool isLost() const override;
