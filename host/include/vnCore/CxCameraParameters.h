@@ -60,7 +60,7 @@ class VNCORE_EXPORT CxCameraParameters
 public:
     virtual ~CxCameraParameters();
 
-    /// The parameter, its value read from the camera again, or null when the camera has none of that name. Owned by
+    /// The parameter, its value read again unless it is marked for the commit, or null when there is none. Owned by
     /// the set and valid as long as it is. `includeHidden` also finds parameters that no user interface shows.
     virtual CxCameraParam* findParam(const QString& name, bool includeHidden) = 0;
 

@@ -23,8 +23,7 @@ VNCORE_EXPORT bool vnApi_GetImage(VNCORE_HANDLE camera, unsigned int timeoutMs, 
 /// Starts the acquisition for the caller; refused while the host itself or another caller acquires.
 VNCORE_EXPORT bool vnApi_StartAcquisition(VNCORE_HANDLE camera);
 
-/// Stops the acquisition that vnApi_StartAcquisition() began and wakes its waiters. False when there is none, or when
-/// the camera refuses; it is over for the caller all the same. A lost camera is stopped.
+/// Ends what vnApi_StartAcquisition() began and wakes its waiters; false if there is none or the camera refuses.
 VNCORE_EXPORT bool vnApi_StopAcquisition(VNCORE_HANDLE camera);
 
 /// The version of the host's core library.

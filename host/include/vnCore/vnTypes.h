@@ -8,8 +8,8 @@
 
 #define VNCORE_EXPORT Q_DECL_EXPORT
 
-/// An opened camera. Values are small ascending numbers in the order of opening, so that the order of a map keyed
-/// by them is the order of opening. A camera that is closed and opened again gets its former value. Never
+/// An opened camera. Values are small ascending numbers in the order in which cameras were first opened, which is
+/// then the order of a map keyed by them. A camera that is closed and opened again gets its former value. Never
 /// dereferenced; null is no camera.
 using VNCORE_HANDLE = struct VnCoreCamera*;
 Q_DECLARE_OPAQUE_POINTER(VNCORE_HANDLE)
