@@ -78,7 +78,6 @@ void SettingsTest::formTakesAnyValue()
     const CriticalLines quiet;
     FormBench bench(1);
     QSettings settings(m_file, QSettings::IniFormat);
-    bench.form->loadSettings(settings);
     DialogRobot robot;
     robot.fileName = m_directory.filePath(QStringLiteral("graph.png"));
     int shown = 0;
@@ -90,16 +89,28 @@ void SettingsTest::formTakesAnyValue()
         setup->accept();
     };
     const auto before = bench.cameras[0]->parameters();
-    for (int run = 0; run < 2; ++run) { // with what was loaded and with what the setup dialog has made of it
+    const CxCameraLineData& record = bench.record(0);
+    // With what is loaded while the camera measures, with that from the start, with what the setup dialog has made of it.
+    for (int run = 0; run < 3; ++run) {
         bench.deliverFrames(0, 3);
         bench.press("btnStartAll");
+        if (run == 0) {
+            QTRY_COMPARE(record.runTotals().frames, quint64(3));
+            const quint64 blocks = record.frameList.back()->blockCount;
+            bench.form->loadSettings(settings);
+            bench.deliverFrames(0, 3);
+            QTRY_COMPARE(record.runTotals().frames, quint64(6));
+            QCOMPARE(record.frameList.size(), quint64(6));
+            QCOMPARE(record.frameList.back()->blockCount, blocks);
+            QCOMPARE(record.evaluationSettings().samplePeriod, 1024U);
+        }
         bench.tick();
         bench.press("btnStartAll");
         bench.invoke("updateGraph");
         QMetaObject::invokeMethod(bench.form.get(), "onBtnExport", Q_ARG(int, ExportToFile));
         bench.press("btnSetup");
     }
-    QCOMPARE(shown, 2 * 4);
+    QCOMPARE(shown, 3 * 4);
     QCOMPARE(bench.cameras[0]->parameters(), before);
     bench.form->saveSettings(settings);
 }

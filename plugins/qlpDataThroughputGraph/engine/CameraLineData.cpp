@@ -54,6 +54,7 @@ void CxCameraLineData::clearData()
     bufferDeltas.reset();
     blockTimeOffsets.reset();
     workArrayLength = 0;
+    framePlan.reset();
     if (figuresRange)
         figuresRange->anyFrame = false;
 }

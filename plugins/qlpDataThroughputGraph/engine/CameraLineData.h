@@ -53,6 +53,13 @@ struct RunCounters
     std::optional<CounterSample> last;
 };
 
+/// What a measurement was started with.
+struct MeasurementPlan
+{
+    qint32 samplePeriod; ///< bytes, at least 8
+    qint32 maxSamples;   ///< at least 1
+};
+
 /// What calculateStats() was asked for last.
 struct FiguresRange
 {
@@ -149,6 +156,7 @@ public:
     SampleList counterSampleList;
 
     std::vector<std::unique_ptr<CounterKind>> counterList;
+    // For the next start, whatever settings hold. Samples that are kept, and a running measurement, have framePlan.
     qint32 samplePeriod = 4096;              ///< bytes
     qint32 maxSamples = 3000000;             ///< capacity, samples
     std::atomic<qint32> cameraBufferSize{0}; ///< bytes
@@ -230,12 +238,15 @@ private:
     bool goesOn() const { return !stopRequested && !stopAnnounced; }
     static FrameTimes frameTimes(const VN_IMG& image, qint64 baseUs, ClockDrift& drift);
     bool waitForImage(VN_IMG& image, const char* where);
-    std::unique_ptr<FrameRecord> makeFrameRecord(const VN_IMG& image, quint64 blockCount, qint64 timestampUs) const;
-    bool keepFrame(const VN_IMG& image, quint64 blockCount, const FrameTimes& times);
-    bool keepSample(const VN_IMG& image, const FrameTimes& times, qint64 previousUs);
+    std::unique_ptr<FrameRecord> makeFrameRecord(const VN_IMG& image, quint32 blockWords, quint64 blockCount,
+                                                 qint64 timestampUs) const;
+    bool keepFrame(const VN_IMG& image, quint64 blockCount, const FrameTimes& times, const MeasurementPlan& plan);
+    bool keepSample(const VN_IMG& image, const FrameTimes& times, qint64 previousUs, quint64 limit);
     void updateFrameTimeLocked(double timeUs);
     void endForLackOfMemory(const VN_IMG& image, const FrameTimes& times);
 
+    /// Of the running measurement, else of the last one since clearData(). Changes only while no worker runs.
+    std::optional<MeasurementPlan> framePlan;
     std::optional<qint32> preparedMode; ///< what setupCameraParameters() was called for and is not yet restored
     RunTotalsCounter totals;            ///< guarded by `mutex`
     RunCounters countersOfRun;          ///< guarded by `mutex`

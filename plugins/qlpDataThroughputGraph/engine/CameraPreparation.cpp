@@ -64,6 +64,7 @@ bool CxCameraLineData::startMeasurement(qint32 period, qint32 capacity)
     }
     samplePeriod = std::max(period, smallestPeriod);
     maxSamples = std::max(capacity, 1);
+    framePlan = MeasurementPlan{samplePeriod, maxSamples};
     setParam(hCam, VN_PRM_TS_RST_MODE, timeStampResetMode);
     setParam(hCam, VN_PRM_TS_RST_SOURCE, timeStampResetSource);
     if (!vnApi_StartAcquisition(hCam)) {

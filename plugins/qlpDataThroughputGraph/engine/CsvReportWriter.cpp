@@ -78,7 +78,7 @@ CsvReportResult CsvReportWriter::write(const CxCameraLineData& data, qint64 from
     if (!text.advance(text.position() + sizeof csvReportHeader - 1))
         return failed();
 
-    const auto period = static_cast<quint32>(data.samplePeriod);
+    const quint32 period = data.evaluationSettings().samplePeriod;
     const qint32 required = data.requiredThroughput;
     BufferModel buffer(data.cameraBufferSize); // carried on from frame to frame
     qint32 visited = 0;

@@ -84,6 +84,7 @@ void CxCameraLineData::runMeasureLoop()
 {
     const qint64 baseUs = beginLoop();
     auto reserve = allocateArray<char>(reserveBytes);
+    const MeasurementPlan plan = *framePlan;
     ClockDrift drift;
     bool skipLogged = false;
     while (goesOn()) {
@@ -91,7 +92,7 @@ void CxCameraLineData::runMeasureLoop()
         if (!waitForImage(image, throughputLoop))
             continue;
         const FrameTimes times = frameTimes(image, baseUs, drift);
-        const quint64 blockCount = wholeBlocks(image, wordsPerBlock(samplePeriod));
+        const quint64 blockCount = wholeBlocks(image, wordsPerBlock(plan.samplePeriod));
         if (blockCount == 0) {
             if (!std::exchange(skipLogged, true))
                 LOG_FAILURE(throughputLoop, "Frame holds no whole sample block, such frames are skipped");
@@ -99,7 +100,7 @@ void CxCameraLineData::runMeasureLoop()
             totals.addFrame(image.frameNumber, FrameFigures(), true, times.arrivalUs);
             continue;
         }
-        if (!keepFrame(image, blockCount, times)) {
+        if (!keepFrame(image, blockCount, times, plan)) {
             reserve.reset();
             endForLackOfMemory(image, times);
             return;
@@ -107,15 +108,17 @@ void CxCameraLineData::runMeasureLoop()
     }
 }
 
-bool CxCameraLineData::keepFrame(const VN_IMG& image, quint64 blockCount, const FrameTimes& times)
+bool CxCameraLineData::keepFrame(const VN_IMG& image, quint64 blockCount, const FrameTimes& times,
+                                 const MeasurementPlan& plan)
 {
-    std::unique_ptr<FrameRecord> frame = makeFrameRecord(image, blockCount, times.timestampUs);
+    std::unique_ptr<FrameRecord> frame =
+        makeFrameRecord(image, wordsPerBlock(plan.samplePeriod), blockCount, times.timestampUs);
     if (!frame)
         return false;
     const EvaluationSettings settings = evaluationSettings();
     FrameAggregates aggregates = makeAggregates(*frame, settings);
     const FrameFigures figures = frameFigures(*frame, aggregates, settings);
-    const quint64 frameLimit = static_cast<quint64>(maxSamples) / blockCount + 1;
+    const quint64 frameLimit = static_cast<quint64>(plan.maxSamples) / blockCount + 1;
     try {
         std::vector<FrameList::Frame> removed; // outlives the lock
         QMutexLocker lock(&mutex);
@@ -136,6 +139,7 @@ void CxCameraLineData::runMeasureLoopAcquisition()
 {
     const qint64 baseUs = beginLoop();
     auto reserve = allocateArray<char>(reserveBytes);
+    const quint64 sampleLimit = static_cast<quint64>(framePlan->maxSamples) + 1;
     ClockDrift drift;
     qint64 previousUs = 0;
     while (goesOn()) {
@@ -144,7 +148,7 @@ void CxCameraLineData::runMeasureLoopAcquisition()
             continue;
         const FrameTimes times = frameTimes(image, baseUs, drift);
         readCounters();
-        if (!keepSample(image, times, previousUs)) {
+        if (!keepSample(image, times, previousUs, sampleLimit)) {
             reserve.reset();
             endForLackOfMemory(image, times);
             return;
@@ -153,7 +157,7 @@ void CxCameraLineData::runMeasureLoopAcquisition()
     }
 }
 
-bool CxCameraLineData::keepSample(const VN_IMG& image, const FrameTimes& times, qint64 previousUs)
+bool CxCameraLineData::keepSample(const VN_IMG& image, const FrameTimes& times, qint64 previousUs, quint64 limit)
 {
     try {
         auto sample = std::make_unique<CounterSample>();
@@ -167,7 +171,7 @@ bool CxCameraLineData::keepSample(const VN_IMG& image, const FrameTimes& times, 
 
         std::vector<std::unique_ptr<CounterSample>> removed; // outlives the lock
         QMutexLocker lock(&mutex);
-        const quint64 excess = makeRoomLocked(counterSampleList, static_cast<quint64>(maxSamples) + 1, removed);
+        const quint64 excess = makeRoomLocked(counterSampleList, limit, removed);
         totals.addFrame(image.frameNumber, FrameFigures(), false, times.arrivalUs);
         driftPpm = times.driftPpm;
         if (!countersOfRun.first)
@@ -207,8 +211,8 @@ bool CxCameraLineData::waitForImage(VN_IMG& image, const char* where)
     return false;
 }
 
-std::unique_ptr<FrameRecord> CxCameraLineData::makeFrameRecord(const VN_IMG& image, quint64 blockCount,
-                                                               qint64 timestampUs) const
+std::unique_ptr<FrameRecord> CxCameraLineData::makeFrameRecord(const VN_IMG& image, quint32 blockWords,
+                                                               quint64 blockCount, qint64 timestampUs) const
 {
     auto frame = allocateOne<FrameRecord>();
     if (!frame) {
@@ -220,7 +224,7 @@ std::unique_ptr<FrameRecord> CxCameraLineData::makeFrameRecord(const VN_IMG& ima
         LOG_FAILURE(throughputLoop, "Cannot allocate array for frame time stamps");
         return nullptr;
     }
-    copyBlockTicks(image.data, wordsPerBlock(samplePeriod), blockCount, frame->blockTicks.get());
+    copyBlockTicks(image.data, blockWords, blockCount, frame->blockTicks.get());
     frame->frameNumber = image.frameNumber;
     frame->timestampUs = timestampUs;
     frame->blockCount = blockCount;

@@ -31,7 +31,8 @@ qint32 CxCameraLineData::calculateFrameSpeeds(const FrameRecord& frame, quint32 
 
 EvaluationSettings CxCameraLineData::evaluationSettings() const
 {
-    return {static_cast<quint32>(samplePeriod), requiredThroughput, cameraBufferSize};
+    const qint32 period = framePlan ? framePlan->samplePeriod : samplePeriod;
+    return {static_cast<quint32>(period), requiredThroughput, cameraBufferSize};
 }
 
 bool CxCameraLineData::evaluate(qint64 fromUs, qint64 toUs, qint64 stepUs, std::vector<ScanPoint>* points)

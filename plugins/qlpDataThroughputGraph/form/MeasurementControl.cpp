@@ -216,7 +216,7 @@ void CxDataGraphForm::UpdateMeasureControls(VNCORE_HANDLE hCam, bool measuring)
     UpdateSetupButton();
 }
 
-/// Period and mode must not change under a running worker.
+/// A change of period or mode clears the samples, which a running worker appends to.
 void CxDataGraphForm::UpdateSetupButton()
 {
     ui->btnSetup->setEnabled(!IsAnyMeasuring());

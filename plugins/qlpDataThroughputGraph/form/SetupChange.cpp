@@ -16,7 +16,7 @@ void CxDataGraphForm::on_btnSetup_clicked()
     if (CxDataGraphSetupDlg(this, parentWidget()).exec() != QDialog::Accepted)
         return;
 
-    if (IsAnyMeasuring()) { // started by a program while the dialog was open: its worker relies on both
+    if (IsAnyMeasuring()) { // started by a program while the dialog was open: its samples must stay
         samplePeriod = formerPeriod;
         measMode = formerMode;
     }
