@@ -133,6 +133,7 @@ private Q_SLOTS:
 
     void frameTimes()
     {
+        std::atomic<qint64> nowUs{0};
         MeasurementBench standard({}, MeasModeStandardAcq);
         QVERIFY(standard.measure(1));
         QCOMPARE(standard.data.frameTimeCount.load(), quint64(0));
@@ -152,6 +153,15 @@ private Q_SLOTS:
             QVERIFY(throughput.stop());
         }
         QVERIFY(throughput.data.frameList.size() >= 2);
+
+        // Time without a frame counts from where frames may come: not while the camera is prepared.
+        setMeasurementClock([&nowUs] { return nowUs.load(); });
+        throughput.camera->setHook([&nowUs](const sim::HostCall& call) {
+            nowUs += call.kind == sim::Call::Set || call.kind == sim::Call::Start ? 1000000 : 0;
+            return true;
+        });
+        QVERIFY(throughput.measure(1));
+        QCOMPARE(throughput.data.runTotals().longestGapUs, qint64(0));
     }
 
     void manyCameras()

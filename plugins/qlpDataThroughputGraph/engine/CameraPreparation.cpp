@@ -48,7 +48,6 @@ bool getParam(VNCORE_HANDLE camera, const char* name, qint32& value)
 
 bool CxCameraLineData::startMeasurement(qint32 period, qint32 capacity)
 {
-    const qint64 nowUs = measurementClockUs();
     QMutexLocker lock(&mutex);
     if (hCam == nullptr || measuring)
         return false;
@@ -75,7 +74,7 @@ bool CxCameraLineData::startMeasurement(qint32 period, qint32 capacity)
     measuring = true;
     stopRequested = false;
     stopAnnounced = false;
-    totals.begin(nowUs);
+    totals.begin(measurementClockUs()); // preparing a camera may take seconds, in which it owes no frame
     countersOfRun = RunCounters();
     driftPpm.reset();
     return startWorkerLocked();
