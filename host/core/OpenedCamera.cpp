@@ -14,6 +14,7 @@ namespace {
 
 /// How long the end of the host's acquisition may take with a camera that does not obey a stop.
 constexpr std::chrono::milliseconds hostWait{200};
+constexpr std::chrono::milliseconds failedWaitPause{10};
 
 /// A device that runs out of memory has not done what it was asked for.
 template<typename Call>
@@ -136,8 +137,11 @@ bool OpenedCamera::stopHostAcquisition()
 void OpenedCamera::pullImages()
 {
     DeviceImage image;
-    while (m_acquirer == Acquirer::Host)
-        waitForImage(Acquirer::Host, hostWait, image);
+    while (m_acquirer == Acquirer::Host) {
+        // Without memory for an image a wait fails at once, again and again.
+        if (!waitForImage(Acquirer::Host, hostWait, image) && m_acquirer == Acquirer::Host)
+            std::this_thread::sleep_for(failedWaitPause);
+    }
 }
 
 DeviceImage OpenedCamera::latestImage() const

@@ -8,6 +8,7 @@
 #include <QtCore/QThread>
 #include <QtTest/QtTest>
 
+#include "LogCapture.h"
 #include "MeasurementBench.h"
 #include "MeasurementClock.h"
 #include "NaiveEvaluator.h"
@@ -162,6 +163,23 @@ private Q_SLOTS:
         });
         QVERIFY(throughput.measure(1));
         QCOMPARE(throughput.data.runTotals().longestGapUs, qint64(0));
+    }
+
+    void earlyFailures()
+    {
+        for (const qint32 mode : {MeasModeDataThroughput, MeasModeStandardAcq}) {
+            MeasurementBench bench({}, mode);
+            bench.camera->setGated(false);
+            bench.camera->setHook([](const sim::HostCall& call) { return call.kind != sim::Call::Wait; });
+            const LogCapture log;
+            QElapsedTimer timer;
+            timer.start();
+            QVERIFY(bench.data.startMeasurement(4096, 1000));
+            QTRY_VERIFY(bench.data.runTotals().failedWaits >= 4);
+            QVERIFY(timer.elapsed() >= 10 + 20 + 40);
+            QVERIFY(bench.data.stopMeasurement());
+            QCOMPARE(log.texts().size(), 1);
+        }
     }
 
     void manyCameras()

@@ -203,11 +203,12 @@ private:
                 if (mode == MeasModeDataThroughput || value.key() == QLatin1String("buffer_policy"))
                     changed.insert(value.key(), value.value());
             }
-            const QString message = QLatin1String(row.message);
-            // The steps that read and write the transport speed's register complain once.
-            if (message.isEmpty() || (stage == QLatin1String("speed") && expectedTexts.contains(message)))
+            const QString message =
+                QLatin1String(stage == QLatin1String("measure") ? loopOf(mode) : "") + QLatin1String(row.message);
+            // The steps that read and write the transport speed's register complain once, waits once per limit.
+            if (!row.message || expectedTexts.contains(message))
                 continue;
-            expectedTexts << (stage == QLatin1String("measure") ? loopOf(mode) + message : message);
+            expectedTexts << message;
             failedStart = failedStart || stage == QLatin1String("setup");
         }
         if (failedStart)
@@ -351,8 +352,6 @@ private Q_SLOTS:
             QStringList texts;
             if (failed || (throughput && skipped))
                 texts << loopOf(mode) + QLatin1String(fault->message);
-            if (failed)
-                texts << texts;
             QCOMPARE(log.texts(), texts);
             QVERIFY(bench.stop());
             QVERIFY(!bench.data.isMeasuring() && !bench.data.thread && !bench.camera->isAcquiring());

@@ -40,7 +40,11 @@ CxCameraLineData::CxCameraLineData() : serial(++lastSerial)
 CxCameraLineData::~CxCameraLineData()
 {
     if (thread) {
-        stopRequested = true; // the loops have no event loop that quit() could end
+        {
+            const QMutexLocker lock(&mutex);
+            stopRequested = true; // the loops have no event loop that quit() could end
+            stopAsked.wakeAll();
+        }
         thread->quit();
         thread->wait();
     }

@@ -14,6 +14,7 @@
 
 #include <QtCore/QMutex>
 #include <QtCore/QString>
+#include <QtCore/QWaitCondition>
 
 #include <vnCore/vnTypes.h>
 
@@ -207,6 +208,7 @@ public:
     /// that is out of memory.
     std::atomic<bool> stopRequested{false};
     std::atomic<bool> stopAnnounced{false};
+    QWaitCondition stopAsked; ///< wakes a worker that pauses; with `mutex`, after either flag was set
     std::unique_ptr<CxAcquisitionThread> thread;
 
 private:
@@ -237,7 +239,14 @@ private:
     qint64 beginLoop();
     bool goesOn() const { return !stopRequested && !stopAnnounced; }
     static FrameTimes frameTimes(const VN_IMG& image, qint64 baseUs, ClockDrift& drift);
-    bool waitForImage(VN_IMG& image, const char* where);
+    struct FailedWaits
+    {
+        std::optional<qint64> loggedUs; ///< when the last one was
+        int pauseMs = 0;                ///< after the last one, if it was early
+    };
+    /// A wait that fails before its limit is followed by a pause, or a host whose waits fail at once would make the
+    /// worker spin. Failures are logged once per limit.
+    bool waitForImage(VN_IMG& image, const char* where, FailedWaits& failed);
     std::unique_ptr<FrameRecord> makeFrameRecord(const VN_IMG& image, quint32 blockWords, quint64 blockCount,
                                                  qint64 timestampUs) const;
     bool keepFrame(const VN_IMG& image, quint64 blockCount, const FrameTimes& times, const MeasurementPlan& plan);

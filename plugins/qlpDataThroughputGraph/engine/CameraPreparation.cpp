@@ -105,6 +105,7 @@ void CxCameraLineData::announceStop()
     QMutexLocker lock(&mutex);
     totals.end(nowUs);
     stopAnnounced = true;
+    stopAsked.wakeAll();
 }
 
 bool CxCameraLineData::stopMeasurement()

@@ -6,6 +6,7 @@
 #include <new>
 #include <utility>
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QMutexLocker>
 
 #include <vnCore/vnApi.h>
@@ -23,6 +24,11 @@ constexpr const char* throughputLoop = "CxCameraLineData::runMeasureLoop";
 constexpr const char* standardLoop = "CxCameraLineData::runMeasureLoopAcquisition";
 
 constexpr unsigned int imageTimeoutMs = 5000; ///< a stop is noticed at least this often
+constexpr qint64 imageTimeoutUs = qint64{imageTimeoutMs} * 1000;
+// After waits that failed early: short at first, since one may fail only once, then longer, as for a camera that is
+// gone or a host without memory.
+constexpr int shortestPauseMs = 10;
+constexpr int longestPauseMs = 100;
 /// Kept free for what is still to be done when memory has run out: restoring the camera, telling the user.
 constexpr std::size_t reserveBytes = std::size_t{4} << 20;
 constexpr quint32 bytesPerPixel = 2; ///< transport data, whatever the camera says of its format
@@ -86,10 +92,11 @@ void CxCameraLineData::runMeasureLoop()
     auto reserve = allocateArray<char>(reserveBytes);
     const MeasurementPlan plan = *framePlan;
     ClockDrift drift;
+    FailedWaits failedWaits;
     bool skipLogged = false;
     while (goesOn()) {
         VN_IMG image;
-        if (!waitForImage(image, throughputLoop))
+        if (!waitForImage(image, throughputLoop, failedWaits))
             continue;
         const FrameTimes times = frameTimes(image, baseUs, drift);
         const quint64 blockCount = wholeBlocks(image, wordsPerBlock(plan.samplePeriod));
@@ -141,10 +148,11 @@ void CxCameraLineData::runMeasureLoopAcquisition()
     auto reserve = allocateArray<char>(reserveBytes);
     const quint64 sampleLimit = static_cast<quint64>(framePlan->maxSamples) + 1;
     ClockDrift drift;
+    FailedWaits failedWaits;
     qint64 previousUs = 0;
     while (goesOn()) {
         VN_IMG image;
-        if (!waitForImage(image, standardLoop))
+        if (!waitForImage(image, standardLoop, failedWaits))
             continue;
         const FrameTimes times = frameTimes(image, baseUs, drift);
         readCounters();
@@ -199,15 +207,28 @@ void CxCameraLineData::readCounters()
     }
 }
 
-bool CxCameraLineData::waitForImage(VN_IMG& image, const char* where)
+bool CxCameraLineData::waitForImage(VN_IMG& image, const char* where, FailedWaits& failed)
 {
+    const qint64 beginUs = measurementClockUs();
     image = VN_IMG();
     image.size = sizeof(VN_IMG);
-    if (vnApi_GetImage(hCam, imageTimeoutMs, &image, nullptr, true) && image.data != nullptr)
+    if (vnApi_GetImage(hCam, imageTimeoutMs, &image, nullptr, true) && image.data != nullptr) {
+        failed.pauseMs = 0;
         return true;
-    LOG_FAILURE(where, "vnApi_GetImage failed to capture image");
+    }
+    const qint64 nowUs = measurementClockUs();
+    if (!failed.loggedUs || nowUs - *failed.loggedUs >= imageTimeoutUs) {
+        failed.loggedUs = nowUs;
+        LOG_FAILURE(where, "vnApi_GetImage failed to capture image");
+    }
     QMutexLocker lock(&mutex);
     totals.addFailedWait();
+    if (nowUs - beginUs >= imageTimeoutUs)
+        return false;
+    failed.pauseMs = std::clamp(2 * failed.pauseMs, shortestPauseMs, longestPauseMs);
+    const QDeadlineTimer pauseEnd(failed.pauseMs); // by the steady clock
+    while (goesOn() && stopAsked.wait(&mutex, pauseEnd)) {
+    }
     return false;
 }
 
