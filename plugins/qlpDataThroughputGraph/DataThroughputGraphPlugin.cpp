@@ -2,6 +2,9 @@
 // The plug-in object makes the form, hands it to the host and passes settings on.
 #include "DataThroughputGraphPlugin.h"
 
+#include <memory>
+#include <new>
+
 #include <QtCore/QSettings>
 
 #include <vnCore/IxAppDelegate.h>
@@ -22,9 +25,15 @@ bool CxDataThroughputGraphPlugin::init()
     IxAppDelegate* host = IxAppDelegate::instance();
     if (!host)
         return false;
-    form = new CxDataGraphForm; // the host's from the next line on
-    host->addPluginWidget(form, dockArea, allowedDockAreas, false);
-    return true;
+    try {
+        auto made = std::make_unique<CxDataGraphForm>();
+        form = made.get();
+        host->addPluginWidget(form, dockArea, allowedDockAreas, false);
+        made.release(); // the host's from now on
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
 }
 
 void CxDataThroughputGraphPlugin::loadSettings(QSettings& settings)

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The two functions that the module exports, and its metadata block.
+#include <new>
+
 #include <QtCore/QPointer>
 #include <QtCore/QtPlugin>
 
@@ -28,7 +30,11 @@ extern "C" Q_DECL_EXPORT const char* qt_plugin_query_metadata()
 extern "C" Q_DECL_EXPORT QObject* qt_plugin_instance()
 {
     static QPointer<QObject> instance;
-    if (!instance)
-        instance = new CxDataThroughputGraphPlugin;
+    try {
+        if (!instance)
+            instance = new CxDataThroughputGraphPlugin;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
     return instance;
 }

@@ -81,7 +81,7 @@ private:
         entry(key, Object, dataOffset(key));
         word(headerSize);
         word(1);
-        word(headerSize);
+        word(0); // no table
     }
 
     constexpr void entry(std::string_view key, std::uint32_t type, std::uint32_t value)

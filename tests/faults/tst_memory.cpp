@@ -139,6 +139,7 @@ private Q_SLOTS:
         int nth = 0;
         for (const char* array : {"frame speeds array", "buffer occupancy array", "time stamp difference array"}) {
             CxCameraLineData data;
+            QVERIFY(data.AlloCateBuffers(0) && !data.linkSpeeds);
             QVERIFY(data.AlloCateBuffers(500));
             const LogCapture log;
             failAllocation(++nth);

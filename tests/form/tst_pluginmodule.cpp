@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The built module as a host loads it: metadata, instance, interface, form and settings.
+// Qt's own writer of the format is deprecated.
+#undef QT_DISABLE_DEPRECATED_BEFORE
+#define QT_DISABLE_DEPRECATED_BEFORE 0
+
 #include <vnCore/CxPlugin.h>
 
+#include "FailingNew.h"
 #include "FormBench.h"
 
 static const QString module = QStringLiteral(PLUGIN_FILE);
@@ -20,6 +25,14 @@ private Q_SLOTS:
                                    {"debug", false},
                                    {"MetaData", QJsonObject()}};
         QCOMPARE(loader.metaData(), expected);
+
+        // Byte for byte what Qt's own writer of the format makes of it.
+        QT_WARNING_PUSH
+        QT_WARNING_DISABLE_DEPRECATED
+        const QByteArray written = "QTMETADATA  " + QJsonDocument(expected).toBinaryData();
+        QT_WARNING_POP
+        const auto block = reinterpret_cast<const char* (*)()>(QLibrary::resolve(module, "qt_plugin_query_metadata"));
+        QCOMPARE(QByteArray(block(), written.size()), written);
     }
 
     void exportsTwoFunctions()
@@ -43,6 +56,9 @@ private Q_SLOTS:
         QVERIFY(settings.allKeys().isEmpty());
         QVERIFY(!plugin->init()); // without a host
         FakeHost host;
+        failAllocation(1); // of the form
+        QVERIFY(!plugin->init());
+        QVERIFY(failAllocation(0) && !host.widget);
         QVERIFY(plugin->init());
         const QPointer<QWidget> form = host.widget.get();
 

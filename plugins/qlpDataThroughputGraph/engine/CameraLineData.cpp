@@ -67,8 +67,8 @@ bool CxCameraLineData::AlloCateBuffers(quint32 count)
 {
     if (measMode != MeasModeDataThroughput)
         return true;
-    // A missing array is what an earlier failure left.
-    if (workArrayLength == count && linkSpeeds && bufferDeltas && blockTimeOffsets)
+    // A missing array is what an earlier failure left; none of no elements is missing.
+    if (workArrayLength == count && (count == 0 || (linkSpeeds && bufferDeltas && blockTimeOffsets)))
         return true;
 
     const auto replace = [count](auto& array) {
