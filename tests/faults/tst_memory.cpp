@@ -100,7 +100,7 @@ private Q_SLOTS:
                     return true;
                 });
                 const LogCapture log;
-                QVERIFY(bench.data.startMeasurement(32, (throughput ? 256 : 1) * 300));
+                QVERIFY(bench.data.startMeasurement(16, (throughput ? 512 : 1) * 300));
                 while (!done && bench.data.isMeasuring())
                     QThread::yieldCurrentThread();
                 const bool ended = !bench.data.isMeasuring();
@@ -126,7 +126,7 @@ private Q_SLOTS:
                 QVERIFY(!throughput || figuresAreTrue(bench.data));
                 QCOMPARE(bench.camera->parameters(), before);
                 QVERIFY(!bench.camera->isAcquiring());
-                QVERIFY(!ended || (bench.data.startMeasurement(32, 1000) && bench.data.stopMeasurement()));
+                QVERIFY(!ended || (bench.data.startMeasurement(16, 1000) && bench.data.stopMeasurement()));
                 more = failed || ended;
             }
         }

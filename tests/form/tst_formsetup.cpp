@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The setup dialog and the form's reaction, by the real controls.
+#include <numeric>
+
+#include <malloc.h>
+
 #include <vnCoreGui/CxExportToolButton.h>
 
 #include "DialogRobot.h"
 #include "FormBench.h"
 #include "RandomRecord.h"
+#include "setup/CapacityHint.h"
 #include "Table.h"
 
 using Change = std::function<void(FormBench&, QDialog*)>;
@@ -194,13 +199,45 @@ private Q_SLOTS:
             QTextDocument text;
             text.setHtml(spin(dialog, "spinCapacity")->toolTip());
             const QStringList lines = text.toPlainText().split(QLatin1Char('\n'));
-            QVERIFY2(lines.value(0).contains(mode == 0 ? QStringLiteral(" 86 MB ") : QStringLiteral(" 680 MB ")),
+            QVERIFY2(lines.value(0).contains(mode == 0 ? QStringLiteral(" 85 MB ") : QStringLiteral(" 640 MB ")),
                      qPrintable(lines.value(0)));
             QCOMPARE(lines.value(1), QStringLiteral("<b>%1</b> %2: ") + lasts);
             const QString before = spin(dialog, "spinCapacity")->toolTip();
             spin(dialog, "spinCapacity")->setValue(2000);
             QVERIFY(spin(dialog, "spinCapacity")->toolTip() != before);
         });
+    }
+
+    void memory_data()
+    {
+        // told: bytes a sample, by the tool tip or docs/measurements.md
+        const Table<int, int, double> row("mode", "blocks", "told");
+        row("tool tip, frames", 0, usualBlocksPerFrame, memoryOf({0, 1, 4096}));
+        row("tool tip, counters", 1, 1, memoryOf({1, 1, 4096}));
+        row("small frames", 0, 64, bytesPerBlock + bytesPerFrame / 64);
+        row("large frames", 0, 1024, bytesPerBlock + (bytesPerFrame + 16 + 11 * 24) / 1024);
+    }
+    void memory()
+    {
+#ifdef __SANITIZE_ADDRESS__
+        QSKIP("the sanitizer has an allocator of its own");
+#endif
+        QFETCH(int, mode);
+        QFETCH(int, blocks);
+        QFETCH(double, told);
+        constexpr int frames = 5120;
+        std::vector<quint64> ticks(static_cast<size_t>(blocks));
+        std::iota(ticks.begin(), ticks.end(), 0);
+        CxCameraLineData data;
+        const size_t before = mallinfo2().uordblks;
+        for (int i = 0; i < frames; ++i) {
+            if (mode == MeasModeStandardAcq)
+                addSample(data, i, 0);
+            else
+                appendFrame(data, i, ticks);
+        }
+        const double measured = double(mallinfo2().uordblks - before) / (frames * blocks);
+        QVERIFY2(std::abs(measured / told - 1.0) < 0.01, qPrintable(QString::number(measured)));
     }
 };
 

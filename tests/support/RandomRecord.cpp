@@ -10,7 +10,7 @@ void appendRandomMeasurement(CxCameraLineData& data, Dice& dice, int frames)
         Standing,
         Backwards
     };
-    const qint64 blocks = dice.between(1, dice.oneIn(4) ? 700 : 60);
+    const qint64 blocks = dice.between(1, dice.oneIn(4) ? 1400 : 60);
     const qint64 step = dice.between(200, 20000); // ticks a block
     const Ticks ticksRun = dice.oneIn(6) ? Standing : dice.oneIn(8) ? Backwards : Increasing;
     // The counter's start may lie so close to its end that it wraps in the measurement's first frames.
@@ -18,7 +18,7 @@ void appendRandomMeasurement(CxCameraLineData& data, Dice& dice, int frames)
     qint64 timeUs = dice.between(0, 86'400'000'000);
 
     for (int f = 0; f < frames; ++f) {
-        std::vector<quint64> ticks(static_cast<size_t>(dice.oneIn(12) ? dice.between(1, 900) : blocks));
+        std::vector<quint64> ticks(static_cast<size_t>(dice.oneIn(12) ? dice.between(1, 1800) : blocks));
         for (quint64& entry : ticks) {
             entry = tick;
             const qint64 stall = dice.oneIn(50) ? 40 * step : 0;

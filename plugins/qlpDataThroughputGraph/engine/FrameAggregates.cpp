@@ -32,7 +32,7 @@ public:
     double visit(const quint64* ticks, quint64 begin, quint64 end)
     {
         double highest = 0.0;
-        // Divisions first, for as many intervals as a cache line or two hold: they do not depend on each other.
+        // Divisions first, a group at a time: they do not depend on each other.
         std::array<double, BlockGroup::intervals> deltas;
         while (begin < end && !isOverflowed()) {
             const quint64 count = std::min<quint64>(end - begin, deltas.size());

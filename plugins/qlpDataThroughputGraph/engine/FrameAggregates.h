@@ -53,7 +53,8 @@ struct Extremes
 
 struct BlockGroup
 {
-    static constexpr quint64 intervals = 64;
+    /// More cost a refresh time, fewer memory.
+    static constexpr quint64 intervals = 96;
 
     double fillBefore = 0.0; ///< occupancy at the group's start
     Extremes extremes;
@@ -61,8 +62,8 @@ struct BlockGroup
 
 struct FrameAggregates
 {
-    /// Below this, groups would cost more memory than they save time.
-    static constexpr quint64 blocksForGroups = 256;
+    /// Below this, visiting the frame costs less than the memory of groups is worth.
+    static constexpr quint64 blocksForGroups = 512;
 
     Extremes extremes;
     double throughput = 0.0;              ///< MB/s; infinite for a frame that took no time

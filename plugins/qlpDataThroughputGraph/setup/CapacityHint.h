@@ -10,11 +10,10 @@
 
 class CxCameraLineData;
 
-// Most memory that is kept, list and allocator included, in bytes. Measured: the setup test fails when these are no
-// longer true.
+// Memory that is kept, list and allocator included, in bytes: as the allocator of the C library counts it.
 constexpr double bytesPerBlock = 8.0;
-constexpr double bytesPerFrame = 144.0; ///< throughput mode, beside its blocks
-constexpr double bytesPerSample = 68.0; ///< a frame of the standard mode
+constexpr double bytesPerFrame = 134.0; ///< throughput mode, beside its blocks; of large frames a little more
+constexpr double bytesPerSample = 64.0; ///< a frame of the standard mode
 constexpr int usualBlocksPerFrame = 256;
 
 struct CapacityPlan
@@ -28,7 +27,7 @@ struct CapacityPlan
 double memoryOf(const CapacityPlan& plan);
 /// Seconds until the capacity is used up; none while the camera's rate is not known.
 std::optional<double> lastingSeconds(const CapacityPlan& plan, const CxCameraLineData& camera);
-/// A tool tip (rich text) with both for all cameras. None of them measures.
+/// A tool tip (rich text) with both for all cameras.
 QString capacityHint(const CapacityPlan& plan, const QList<CxCameraLineData*>& cameras);
 
 #endif
