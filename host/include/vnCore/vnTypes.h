@@ -8,9 +8,9 @@
 
 #define VNCORE_EXPORT Q_DECL_EXPORT
 
-/// An opened camera. Values are small ascending numbers in the order in which cameras were first opened, which is
-/// then the order of a map keyed by them. A camera that is closed and opened again gets its former value. Never
-/// dereferenced; null is no camera.
+/// An opened camera. Values are small ascending numbers in the order in which cameras are first opened, which is then
+/// the order of a map keyed by them. A camera that is closed and opened again gets its former value, and with it its
+/// former place. Never dereferenced; null is no camera.
 using VNCORE_HANDLE = struct VnCoreCamera*;
 Q_DECLARE_OPAQUE_POINTER(VNCORE_HANDLE)
 Q_DECLARE_METATYPE(VNCORE_HANDLE)

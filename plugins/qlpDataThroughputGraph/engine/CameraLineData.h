@@ -98,7 +98,8 @@ public:
     /// By how much the camera's clock is fast, of the present or last measurement; unknown in its first minutes.
     std::optional<double> clockDriftPpm() const;
 
-    // --- camera preparation and restore (CameraPreparation.cpp), user interface thread ---
+    // --- camera preparation and restore (CameraPreparation.cpp), user interface thread; the restore also on a worker
+    // that has run out of memory ---
     /// Prepares the camera, starts its acquisition and the worker. `period` in bytes (at least 8), `capacity` in
     /// samples (at least 1). On false the camera is restored.
     bool startMeasurement(qint32 period, qint32 capacity);
@@ -200,8 +201,8 @@ public:
     quint64 bufferOverflowCount = 0;
     std::optional<FiguresRange> figuresRange;
 
-    /// Guards the lists, the work arrays, `measuring` and the totals. No other lock is taken while it is held, and
-    /// no signal is emitted.
+    /// Guards the lists, the work arrays, `measuring` and the totals. While it is held no signal is emitted; a start
+    /// and a stop take locks of the host and of the camera under it, no other operation takes any.
     mutable QMutex mutex;
     bool measuring = false;
     /// Tells the loop to end. Whoever sets it ends the measurement: the user interface thread by joining, or a worker
