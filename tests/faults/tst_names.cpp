@@ -16,7 +16,7 @@
 #include "EventLog.h"
 #include "FormBench.h"
 #include "IntervalLog.h"
-#include "Selection.h"
+#include "Report.h"
 #include "TakeOvers.h"
 
 namespace {

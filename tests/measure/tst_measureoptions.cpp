@@ -2,8 +2,8 @@
 // The command line: what is understood and what is refused; which cameras are meant; names of reports.
 #include <QtTest/QtTest>
 
+#include "CameraSelection.h"
 #include "Options.h"
-#include "Selection.h"
 #include "Table.h"
 
 using Action = Options::Action;

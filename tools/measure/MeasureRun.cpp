@@ -7,8 +7,8 @@
 #include <limits>
 
 #include "CameraRegistry.h"
+#include "CameraSelection.h"
 #include "PlainText.h"
-#include "Selection.h"
 
 namespace {
 

@@ -2,13 +2,13 @@
 // Reads the command line and refuses what cannot be meant.
 #include "Options.h"
 
-#include <cmath>
 #include <limits>
 
 #include <QtCore/QCommandLineParser>
-#include <QtCore/QRegularExpression>
 
 #include <vnCore/vnApi.h>
+
+#include "NumberText.h"
 
 namespace {
 
@@ -16,40 +16,6 @@ constexpr qint32 smallestPeriod = 8; ///< bytes, one word of the counter
 constexpr qint64 longestMs = 10LL * 365 * 86400 * 1000;
 
 const QString badValue = QStringLiteral("%1: \"%2\" is not %3");
-
-/// "<number><unit>" with the factor of the unit; a number without one has the factor of the empty unit.
-struct Unit
-{
-    const char* name;
-    double factor;
-};
-
-std::optional<double> scaledNumber(const QString& text, const std::vector<Unit>& units)
-{
-    static const QRegularExpression form(QStringLiteral("^([0-9]+(?:\\.[0-9]+)?)([A-Za-z]*)$"));
-    const auto match = form.match(text);
-    if (!match.hasMatch())
-        return std::nullopt;
-    for (const Unit& unit : units) {
-        if (match.captured(2) == QLatin1String(unit.name))
-            return match.captured(1).toDouble() * unit.factor;
-    }
-    return std::nullopt;
-}
-
-std::optional<qint64> wholeNumber(const QString& text, const std::vector<Unit>& units, qint64 least, qint64 most)
-{
-    const auto value = scaledNumber(text, units);
-    if (!value || *value < static_cast<double>(least) || *value > static_cast<double>(most) ||
-        *value != std::floor(*value))
-        return std::nullopt;
-    return static_cast<qint64>(*value);
-}
-
-const std::vector<Unit> noUnit{{"", 1.0}};
-const std::vector<Unit> multiples{{"", 1.0}, {"k", 1e3}, {"M", 1e6}, {"G", 1e9}};
-const std::vector<Unit> times{{"", 1e3},   {"ms", 1.0},   {"s", 1e3},    {"min", 60e3},
-                              {"m", 60e3}, {"h", 3600e3}, {"d", 86400e3}};
 
 struct LimitOption
 {

@@ -5,10 +5,14 @@
 #include <limits>
 
 #include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
 
 #include "CsvReportWriter.h"
+#include "Options.h"
 
 namespace {
+
+constexpr int longestName = 100; ///< of a camera within a file's, of which file systems take 255 bytes
 
 ReportSummary describe(const CxCameraLineData& record, const QString& fileName)
 {
@@ -26,6 +30,24 @@ ReportSummary describe(const CxCameraLineData& record, const QString& fileName)
 }
 
 } // namespace
+
+QStringList reportFiles(const QString& pattern, const std::vector<SxCameraInfo>& cameras)
+{
+    static const QRegularExpression unsafe(QStringLiteral("[^A-Za-z0-9._-]+"));
+    QStringList files;
+    for (const SxCameraInfo& info : cameras) {
+        const QString plain =
+            QStringLiteral("%1-%2").arg(info.name, info.id).replace(unsafe, QStringLiteral("_")).right(longestName);
+        const auto fileOf = [&pattern](const QString& camera) {
+            return QString(pattern).replace(cameraPlaceholder, camera);
+        };
+        QString file = fileOf(plain);
+        for (int twin = 2; files.contains(file); ++twin)
+            file = fileOf(QStringLiteral("%1-%2").arg(plain).arg(twin));
+        files.append(file);
+    }
+    return files;
+}
 
 bool canWriteReport(const QString& fileName, QString* error)
 {

@@ -5,6 +5,9 @@
 
 #include "Output.h"
 
+/// The report's file of each camera. Camera texts are reduced to what is safe in a file name, and kept apart.
+QStringList reportFiles(const QString& pattern, const std::vector<SxCameraInfo>& cameras);
+
 /// Whether the report can be written there later; leaves what the file holds. A run of hours must not end with that
 /// question.
 bool canWriteReport(const QString& fileName, QString* error);

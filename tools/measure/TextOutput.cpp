@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "CameraSelection.h"
 #include "PlainText.h"
-#include "Selection.h"
 
 namespace {
 

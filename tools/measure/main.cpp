@@ -11,11 +11,11 @@
 #include <QtCore/QFileInfo>
 
 #include "CameraRegistry.h"
+#include "CameraSelection.h"
 #include "DeviceFamilies.h"
 #include "MeasureRun.h"
 #include "Report.h"
 #include "ReportDescription.h"
-#include "Selection.h"
 #include "StopSignals.h"
 
 namespace {

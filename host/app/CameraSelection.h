@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Which cameras the user means, and what their reports are called.
-#ifndef KESTROVA_MEASURE_SELECTION_H
-#define KESTROVA_MEASURE_SELECTION_H
+// Which cameras the user means.
+#ifndef KESTROVA_CAMERASELECTION_H
+#define KESTROVA_CAMERASELECTION_H
 
 #include <vector>
 
@@ -29,8 +29,5 @@ Selection selectCameras(const std::vector<SxCameraInfo>& known, const QStringLis
 
 /// Name and ID, for people.
 QString cameraTitle(const SxCameraInfo& info);
-
-/// The report's file of each camera. Camera texts are reduced to what is safe in a file name, and kept apart.
-QStringList reportFiles(const QString& pattern, const std::vector<SxCameraInfo>& cameras);
 
 #endif

@@ -1,18 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Finds cameras by what the user calls them.
-#include "Selection.h"
+#include "CameraSelection.h"
 
 #include <algorithm>
 #include <set>
 
-#include <QtCore/QRegularExpression>
-
-#include "Options.h"
 #include "PlainText.h"
 
 namespace {
-
-constexpr int longestName = 100; ///< of a camera within a file's, of which file systems take 255 bytes
 
 std::vector<int> matches(const std::vector<SxCameraInfo>& known, const QString& name)
 {
@@ -50,22 +45,4 @@ QString cameraTitle(const SxCameraInfo& info)
 {
     const QString name = info.customId.isEmpty() ? info.name : info.customId;
     return singleLine(QStringLiteral("%1 (%2)").arg(name, info.id));
-}
-
-QStringList reportFiles(const QString& pattern, const std::vector<SxCameraInfo>& cameras)
-{
-    static const QRegularExpression unsafe(QStringLiteral("[^A-Za-z0-9._-]+"));
-    QStringList files;
-    for (const SxCameraInfo& info : cameras) {
-        const QString plain =
-            QStringLiteral("%1-%2").arg(info.name, info.id).replace(unsafe, QStringLiteral("_")).right(longestName);
-        const auto fileOf = [&pattern](const QString& camera) {
-            return QString(pattern).replace(cameraPlaceholder, camera);
-        };
-        QString file = fileOf(plain);
-        for (int twin = 2; files.contains(file); ++twin)
-            file = fileOf(QStringLiteral("%1-%2").arg(plain).arg(twin));
-        files.append(file);
-    }
-    return files;
 }
