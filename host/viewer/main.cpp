@@ -9,8 +9,8 @@
 
 #include "CommandLine.h"
 #include "Language.h"
+#include "StopSignals.h"
 #include "Theme.h"
-#include "UnixSignals.h"
 #include "Viewer.h"
 
 namespace {
@@ -73,9 +73,9 @@ int run(int argc, char** argv, const ViewerOptions& options)
         return exitWrongUsage;
     }
 
-    UnixSignals unixSignals;
+    const StopSignals stopSignals;
     // quit() ends every event loop of the thread, so it also gets past a box that is open.
-    QObject::connect(&unixSignals, &UnixSignals::quitRequested, &application, &QCoreApplication::quit);
+    QObject::connect(&stopSignals, &StopSignals::received, &application, &QCoreApplication::quit);
     if (options.quitAfter) {
         QTimer::singleShot(*options.quitAfter, &application, &QCoreApplication::quit);
     }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The way out of a signal handler: a byte in a pipe.
+// A signal handler may do next to nothing: it writes a byte into a pipe that the event loop reads.
 #include "StopSignals.h"
 
 #include <fcntl.h>
@@ -12,10 +12,10 @@
 
 namespace {
 
-int pipeEnds[2] = {-1, -1};
+int pipeEnds[2] = {-1, -1}; // read, write
 constexpr int stopSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
-void writeByte(int /*signal*/)
+extern "C" void writeByte(int /*signal*/)
 {
     const int error = errno;
     const char byte = 0;
@@ -36,10 +36,13 @@ void handle(int signal, void (*handler)(int))
 
 StopSignals::StopSignals(QObject* parent) : QObject(parent)
 {
-    if (::pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0)
+    handle(SIGPIPE, SIG_IGN);
+    if (::pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) {
+        qWarning("No pipe for signals: they end the program at once");
         return;
-    m_notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
-    connect(m_notifier, &QSocketNotifier::activated, this, [this] {
+    }
+    auto* notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, [this] {
         char bytes[16];
         while (::read(pipeEnds[0], bytes, sizeof bytes) > 0) {
         }
@@ -47,15 +50,16 @@ StopSignals::StopSignals(QObject* parent) : QObject(parent)
     });
     for (const int signal : stopSignals)
         handle(signal, writeByte);
-    handle(SIGPIPE, SIG_IGN);
 }
 
 StopSignals::~StopSignals()
 {
     for (const int signal : stopSignals)
         handle(signal, SIG_DFL);
+    handle(SIGPIPE, SIG_DFL);
     for (int& end : pipeEnds) {
-        ::close(end);
+        if (end >= 0)
+            ::close(end);
         end = -1;
     }
 }

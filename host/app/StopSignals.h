@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // SIGINT, SIGTERM and SIGHUP as a Qt signal, so that cameras are restored before the program ends.
-#ifndef KESTROVA_MEASURE_STOPSIGNALS_H
-#define KESTROVA_MEASURE_STOPSIGNALS_H
+#ifndef KESTROVA_STOPSIGNALS_H
+#define KESTROVA_STOPSIGNALS_H
 
 #include <QtCore/QObject>
 
-class QSocketNotifier;
-
-/// One per program. A reader that goes away (SIGPIPE) becomes a failed write.
+/// At most one per program, on the thread of the event loop that it speaks to. As long as it lives, writing to a reader
+/// that went away (SIGPIPE) fails instead of ending the program.
 class StopSignals : public QObject
 {
     Q_OBJECT
@@ -17,10 +16,8 @@ public:
     ~StopSignals() override;
 
 Q_SIGNALS:
+    /// One or several signals came.
     void received();
-
-private:
-    QSocketNotifier* m_notifier = nullptr;
 };
 
 #endif
