@@ -2,10 +2,9 @@
 // Options of the viewer and what is wrong with them.
 #include "CommandLine.h"
 
-#include <cmath>
-
 #include <QtCore/QCommandLineParser>
-#include <QtCore/QRegularExpression>
+
+#include "NumberText.h"
 
 namespace {
 
@@ -26,26 +25,6 @@ CommandLine print(const QString& text)
 }
 
 } // namespace
-
-std::optional<std::chrono::milliseconds> parseDuration(const QString& text)
-{
-    static const QRegularExpression pattern(QStringLiteral("^(\\d+(?:\\.\\d+)?)(ms|s|min|h)?$"));
-    const auto match = pattern.match(text);
-    if (!match.hasMatch()) {
-        return std::nullopt;
-    }
-    const QString unit = match.captured(2);
-    const double factor = unit == QLatin1String("ms")    ? 1
-                          : unit == QLatin1String("min") ? 60'000
-                          : unit == QLatin1String("h")   ? 3'600'000
-                                                         : 1000;
-    const double milliseconds = std::round(match.captured(1).toDouble() * factor);
-    constexpr double longest = 2'000'000'000; // what a QTimer can wait: 23 days
-    if (!(milliseconds >= 1 && milliseconds <= longest)) {
-        return std::nullopt;
-    }
-    return std::chrono::milliseconds(qint64(milliseconds));
-}
 
 CommandLine CommandLine::parse(const QStringList& arguments)
 {
@@ -107,11 +86,10 @@ CommandLine CommandLine::parse(const QStringList& arguments)
         options.camerasToOpen.removeAll(QStringLiteral("none"));
     }
     if (parser.isSet(quitAfter)) {
-        options.quitAfter = parseDuration(parser.value(quitAfter));
-        if (!options.quitAfter) {
+        options.quitAfter = timeFromText(parser.value(quitAfter));
+        if (!options.quitAfter)
             return wrongUsage(
-                QStringLiteral("\"%1\" is no time; write for example 10s").arg(parser.value(quitAfter)));
-        }
+                QStringLiteral("--quit-after: \"%1\" is not %2").arg(parser.value(quitAfter), timeDescription));
     }
     for (const auto& option : {cameras, open, pluginDir, settings, language, screenshot}) {
         if (parser.isSet(option) && parser.value(option).isEmpty()) {

@@ -39,7 +39,4 @@ struct CommandLine
     static CommandLine parse(const QStringList& arguments);
 };
 
-/// "250ms", "10s", "5min", "2h"; a number alone means seconds. Empty for anything else, and for nothing or less.
-std::optional<std::chrono::milliseconds> parseDuration(const QString& text);
-
 #endif

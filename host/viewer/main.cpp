@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The program `kestrova`: command line, application object, event loop.
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QScopeGuard>
+#include <QtCore/QTimer>
 #include <QtGui/QFont>
 #include <QtWidgets/QApplication>
 
@@ -17,6 +20,7 @@ namespace {
 
 constexpr int offscreenFontSize = 9; // points
 
+constexpr qint64 longestSleepMs = 3600000;
 constexpr int exitWrongUsage = 2;
 constexpr int exitFailure = 1;
 
@@ -52,6 +56,20 @@ bool installTexts(const QString& wanted)
     return wanted.isEmpty() || !language.isEmpty();
 }
 
+/// A timer takes no more than 24 days at once.
+void quitLater(QTimer& timer, std::chrono::milliseconds time)
+{
+    const auto sleep = [&timer, end = QDeadlineTimer(time)] {
+        if (end.hasExpired())
+            QCoreApplication::quit();
+        else
+            timer.start(static_cast<int>(std::min(longestSleepMs, end.remainingTime())));
+    };
+    timer.setSingleShot(true);
+    QObject::connect(&timer, &QTimer::timeout, sleep);
+    sleep();
+}
+
 int run(int argc, char** argv, const ViewerOptions& options)
 {
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
@@ -76,9 +94,9 @@ int run(int argc, char** argv, const ViewerOptions& options)
     const StopSignals stopSignals;
     // quit() ends every event loop of the thread, so it also gets past a box that is open.
     QObject::connect(&stopSignals, &StopSignals::received, &application, &QCoreApplication::quit);
-    if (options.quitAfter) {
-        QTimer::singleShot(*options.quitAfter, &application, &QCoreApplication::quit);
-    }
+    QTimer quitTimer;
+    if (options.quitAfter)
+        quitLater(quitTimer, *options.quitAfter);
 
     Viewer viewer(options);
     runningViewer = &viewer;

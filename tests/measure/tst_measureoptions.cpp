@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The command line: what is understood and what is refused; which cameras are meant; names of reports.
+// The command line: what is understood and what is refused.
 #include <QtTest/QtTest>
 
-#include "CameraSelection.h"
 #include "Options.h"
 #include "Table.h"
 
 using Action = Options::Action;
 Q_DECLARE_METATYPE(Options::Action)
-Q_DECLARE_METATYPE(Selection::Fault)
 
 namespace {
 
@@ -18,11 +16,6 @@ Options parse(const QString& line)
                         line.split(QLatin1Char(' '), Qt::SkipEmptyParts));
 }
 
-SxCameraInfo info(const char* name, const char* id, const char* customId = "")
-{
-    return {QString::fromUtf8(name), QString::fromUtf8(id), QString::fromUtf8(customId)};
-}
-
 } // namespace
 
 class TestMeasureOptions : public QObject
@@ -30,30 +23,6 @@ class TestMeasureOptions : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void times_data()
-    {
-        // -1: refused
-        const Table<QString, qint64> row("text", "ms");
-        row("seconds", "10s", 10000);
-        row("no unit", "10", 10000);
-        row("fraction", "0.25s", 250);
-        row("milliseconds", "1500ms", 1500);
-        row("days, beyond 32 bits", "100d", 8640000000);
-        for (const char* bad :
-             {"", "0", "0.0001s", "-1s", "ten", "1x", "1e3", "nan", "inf", "10 s", "99999999d", "1.s"})
-            row(bad, bad, -1);
-    }
-
-    void times()
-    {
-        QFETCH(QString, text);
-        QFETCH(qint64, ms);
-        const Options options =
-            parseOptions({QStringLiteral("p"), QStringLiteral("--all"), QStringLiteral("--duration"), text});
-        QCOMPARE(options.action, ms < 0 ? Action::Refuse : Action::Measure);
-        QCOMPARE(options.duration ? qint64(options.duration->count()) : qint64(-1), ms);
-    }
-
     void aWholeLine()
     {
         const Options options = parse(QStringLiteral(
@@ -90,30 +59,6 @@ private Q_SLOTS:
         const Options options = parse(line);
         QTEST(options.action, "action");
         QCOMPARE(options.text.isEmpty(), options.action == Action::Measure || options.action == Action::List);
-    }
-
-    void camerasAreFound_data()
-    {
-        const Table<QStringList, QVector<int>, Selection::Fault> row("names", "found", "fault");
-        const auto none = Selection::Fault::None;
-        row("by ID", {"2"}, {1}, none);
-        row("by name", {"Other"}, {2}, none);
-        row("by own name", {"Left"}, {0}, none);
-        row("an ID goes before a name", {"3"}, {2}, none);
-        row("each once, in their order", {"3", "Left", "1"}, {0, 2}, none);
-        row("missing", {"1", "left"}, {}, Selection::Fault::Missing);
-        row("an ID that no name is", {"4"}, {3}, none);
-        row("ambiguous", {"Same"}, {}, Selection::Fault::Ambiguous);
-    }
-
-    void camerasAreFound()
-    {
-        QFETCH(QStringList, names);
-        const std::vector<SxCameraInfo> known{info("Same", "1", "Left"), info("Same", "2"), info("Other", "3"),
-                                              info("3", "4")};
-        const Selection selection = selectCameras(known, names);
-        QTEST(QVector<int>(selection.cameras.begin(), selection.cameras.end()), "found");
-        QTEST(selection.fault, "fault");
     }
 };
 

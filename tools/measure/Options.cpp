@@ -13,7 +13,7 @@
 namespace {
 
 constexpr qint32 smallestPeriod = 8; ///< bytes, one word of the counter
-constexpr qint64 longestMs = 10LL * 365 * 86400 * 1000;
+constexpr std::chrono::milliseconds shortestInterval{10};
 
 const QString badValue = QStringLiteral("%1: \"%2\" is not %3");
 
@@ -47,15 +47,26 @@ public:
     bool isSet(const char* name) const { return m_parser.isSet(QLatin1String(name)); }
     QString value(const char* name) const { return m_parser.value(QLatin1String(name)); }
 
-    std::optional<qint64> whole(const char* name, const std::vector<Unit>& units, qint64 least, qint64 most,
-                                const char* expected)
+    /// What is counted stands in `expected`, for the message.
+    std::optional<qint32> whole(const char* name, qint32 least, const char* expected)
+    {
+        constexpr qint32 most = std::numeric_limits<qint32>::max();
+        if (!isSet(name))
+            return std::nullopt;
+        const auto number = wholeNumberFromText(value(name), least, most);
+        if (!number)
+            refuseValue(name, QStringLiteral("%1 from %2 to %3").arg(QLatin1String(expected)).arg(least).arg(most));
+        return number ? std::optional<qint32>(static_cast<qint32>(*number)) : std::nullopt;
+    }
+    std::optional<std::chrono::milliseconds> time(const char* name, std::chrono::milliseconds least,
+                                                  const QString& expected)
     {
         if (!isSet(name))
             return std::nullopt;
-        const auto number = wholeNumber(value(name), units, least, most);
-        if (!number)
+        const auto time = timeFromText(value(name), least);
+        if (!time)
             refuseValue(name, expected);
-        return number;
+        return time;
     }
 
     void limits(Options& options)
@@ -63,9 +74,9 @@ public:
         for (const LimitOption& limit : limitOptions) {
             if (!isSet(limit.name))
                 continue;
-            const auto number = scaledNumber(value(limit.name), noUnit);
+            const auto number = numberFromText(value(limit.name));
             if (!number)
-                refuseValue(limit.name, "a number of 0 or more");
+                refuseValue(limit.name, QStringLiteral("a number of 0 or more"));
             const bool throughput = options.mode == MeasModeDataThroughput;
             if (throughput ? !limit.inThroughput : !limit.inCounters)
                 refuse(QStringLiteral("--%1 has no meaning in this mode").arg(QLatin1String(limit.name)));
@@ -74,9 +85,9 @@ public:
         }
     }
 
-    void refuseValue(const char* name, const char* expected)
+    void refuseValue(const char* name, const QString& expected)
     {
-        refuse(badValue.arg(QStringLiteral("--") + QLatin1String(name), value(name), QLatin1String(expected)));
+        refuse(badValue.arg(QStringLiteral("--") + QLatin1String(name), value(name), expected));
     }
     void refuse(const QString& why)
     {
@@ -129,21 +140,18 @@ void readMeasurement(const QCommandLineParser& parser, Options& options, Reader&
     if (mode == QLatin1String("counters"))
         options.mode = MeasModeStandardAcq;
     else if (mode != QLatin1String("throughput"))
-        read.refuseValue("mode", "throughput or counters");
+        read.refuseValue("mode", QStringLiteral("throughput or counters"));
 
-    if (const auto ms = read.whole("duration", times, 1, longestMs, "a time, such as 10s"))
-        options.duration = std::chrono::milliseconds(*ms);
-    if (const auto ms = read.whole("interval", times, 10, longestMs, "a time of 10ms or more, such as 1s"))
-        options.interval = std::chrono::milliseconds(*ms);
-    constexpr qint64 most = std::numeric_limits<qint32>::max();
-    if (const auto bytes = read.whole("sample-period", noUnit, smallestPeriod, most, "a number of bytes, 8 or more"))
-        options.samplePeriod = static_cast<qint32>(*bytes);
-    if (const auto samples = read.whole("capacity", multiples, 1, most, "a number of samples, such as 10M"))
-        options.capacity = static_cast<qint32>(*samples);
-    if (read.value("required") != QLatin1String("auto")) {
-        if (const auto rate = read.whole("required", noUnit, 1, most, "auto or a whole number of MB/s"))
-            options.required = static_cast<qint32>(*rate);
-    }
+    options.duration = read.time("duration", std::chrono::milliseconds(1), timeDescription);
+    if (const auto time =
+            read.time("interval", shortestInterval, QStringLiteral("a time from 10ms to 3650d, such as 1s")))
+        options.interval = *time;
+    if (const auto bytes = read.whole("sample-period", smallestPeriod, "a whole number of bytes"))
+        options.samplePeriod = *bytes;
+    if (const auto samples = read.whole("capacity", 1, "a whole number of samples"))
+        options.capacity = *samples;
+    if (read.value("required") != QLatin1String("auto"))
+        options.required = read.whole("required", 1, "auto or a whole number of MB/s");
     read.limits(options);
 
     if (!options.csvFile.isEmpty() && options.mode != MeasModeDataThroughput)
@@ -199,7 +207,7 @@ Options parseOptions(const QStringList& arguments)
     options.json = read.isSet("json");
     for (const char* file : {"cameras", "csv", "log"}) {
         if (read.isSet(file) && read.value(file).isEmpty())
-            read.refuseValue(file, "a file name");
+            read.refuseValue(file, QStringLiteral("a file name"));
     }
     if (read.isSet("list"))
         options.action = Options::Action::List;
