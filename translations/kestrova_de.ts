@@ -134,6 +134,17 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
     </message>
 </context>
 <context>
+    <name>CameraSelection</name>
+    <message>
+        <source>there is no camera &quot;%1&quot;</source>
+        <translation>es gibt keine Kamera „%1“</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is the name of several cameras, give one&apos;s ID: %2</source>
+        <translation>„%1“ heißen mehrere Kameras, bitte die ID einer davon angeben: %2</translation>
+    </message>
+</context>
+<context>
     <name>CxExportToolButton</name>
     <message>
         <source>Copy to clipboard</source>
@@ -440,10 +451,6 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
     <message>
         <source>%1 could not be opened</source>
         <translation>%1 konnte nicht geöffnet werden</translation>
-    </message>
-    <message>
-        <source>there is no camera &quot;%1&quot;</source>
-        <translation>es gibt keine Kamera „%1“</translation>
     </message>
     <message>
         <source>The settings could not be saved in %1</source>

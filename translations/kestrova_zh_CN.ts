@@ -134,6 +134,17 @@ Enter or a double click opens a camera.</source>
     </message>
 </context>
 <context>
+    <name>CameraSelection</name>
+    <message>
+        <source>there is no camera &quot;%1&quot;</source>
+        <translation>没有相机“%1”</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is the name of several cameras, give one&apos;s ID: %2</source>
+        <translation>“%1”是多台相机的名称，请给出其中一台的 ID：%2</translation>
+    </message>
+</context>
+<context>
     <name>CxExportToolButton</name>
     <message>
         <source>Copy to clipboard</source>
@@ -440,10 +451,6 @@ Enter or a double click opens a camera.</source>
     <message>
         <source>%1 could not be opened</source>
         <translation>无法打开 %1</translation>
-    </message>
-    <message>
-        <source>there is no camera &quot;%1&quot;</source>
-        <translation>没有相机“%1”</translation>
     </message>
     <message>
         <source>The settings could not be saved in %1</source>

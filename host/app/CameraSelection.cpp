@@ -2,12 +2,18 @@
 // Finds cameras by what the user calls them.
 #include "CameraSelection.h"
 
-#include <algorithm>
 #include <set>
 
-#include "PlainText.h"
+#include <QtCore/QCoreApplication>
+
+#include "CameraNames.h"
 
 namespace {
+
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(CameraSelection)
+};
 
 std::vector<int> matches(const std::vector<SxCameraInfo>& known, const QString& name)
 {
@@ -23,6 +29,17 @@ std::vector<int> matches(const std::vector<SxCameraInfo>& known, const QString& 
     return {};
 }
 
+/// "1 = MODEL (left), 2 = MODEL (right)"
+QString candidates(const std::vector<SxCameraInfo>& known, const std::vector<int>& found)
+{
+    QStringList texts;
+    for (const int i : found) {
+        const SxCameraInfo& info = known[static_cast<size_t>(i)];
+        texts.append(QStringLiteral("%1 = %2").arg(singleLine(info.id), cameraDisplayName(info)));
+    }
+    return texts.join(QStringLiteral(", "));
+}
+
 } // namespace
 
 Selection selectCameras(const std::vector<SxCameraInfo>& known, const QStringList& names)
@@ -31,18 +48,13 @@ Selection selectCameras(const std::vector<SxCameraInfo>& known, const QStringLis
     for (const QString& name : names) {
         const auto found = matches(known, name);
         if (found.empty())
-            return {{}, Selection::Fault::Missing, QStringLiteral("there is no camera \"%1\"").arg(name)};
+            return {{}, Selection::Fault::Missing, Texts::tr("there is no camera \"%1\"").arg(name)};
         if (found.size() > 1)
             return {{},
                     Selection::Fault::Ambiguous,
-                    QStringLiteral("\"%1\" are several cameras, give the ID instead").arg(name)};
+                    Texts::tr("\"%1\" is the name of several cameras, give one's ID: %2")
+                        .arg(name, candidates(known, found))};
         selected.insert(found.front());
     }
     return {{selected.begin(), selected.end()}, Selection::Fault::None, {}};
-}
-
-QString cameraTitle(const SxCameraInfo& info)
-{
-    const QString name = info.customId.isEmpty() ? info.name : info.customId;
-    return singleLine(QStringLiteral("%1 (%2)").arg(name, info.id));
 }

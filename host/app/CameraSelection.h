@@ -21,13 +21,10 @@ struct Selection
 
     std::vector<int> cameras;
     Fault fault = Fault::None;
-    QString text; ///< of the fault
+    QString text; ///< of the fault, in the program's language; names the candidates if there are several
 };
 
 /// Looks for each name among the IDs, then the users' own names, then the model names.
 Selection selectCameras(const std::vector<SxCameraInfo>& known, const QStringList& names);
-
-/// Name and ID, for people.
-QString cameraTitle(const SxCameraInfo& info);
 
 #endif

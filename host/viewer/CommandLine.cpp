@@ -33,8 +33,8 @@ CommandLine CommandLine::parse(const QStringList& arguments)
     const QCommandLineOption open(
         QStringLiteral("open"),
         QStringLiteral("Which cameras to open: \"all\" (default), \"none\", or a camera's name or "
-                       "id; may be given several times."),
-        QStringLiteral("all|none|NAME"));
+                       "ID; may be given several times."),
+        QStringLiteral("all|none|NAME|ID"));
     const QCommandLineOption pluginDir(QStringLiteral("plugin-dir"),
                                        QStringLiteral("Also look for plug-ins here; may be given several times."),
                                        QStringLiteral("DIR"));
@@ -46,9 +46,10 @@ CommandLine CommandLine::parse(const QStringList& arguments)
         QStringLiteral("LANGUAGE"));
     const QCommandLineOption start(QStringLiteral("start"),
                                    QStringLiteral("Press \"Start All\" when the window is up."));
-    const QCommandLineOption quitAfter(QStringLiteral("quit-after"),
-                                       QStringLiteral("Quit after this time, for example 10s or 5min."),
-                                       QStringLiteral("TIME"));
+    const QCommandLineOption quitAfter(
+        QStringLiteral("quit-after"),
+        QStringLiteral("Quit after this time, for example 10s; units are ms, s, min, h and d."),
+        QStringLiteral("TIME"));
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
                                         QStringLiteral("Save a picture of the whole window just before quitting."),
                                         QStringLiteral("FILE.png"));

@@ -2,6 +2,7 @@
 // Beginning and end of the program.
 #include "Viewer.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QtCore/QDir>
@@ -11,6 +12,7 @@
 #include "CameraEvents.h"
 #include "CameraNames.h"
 #include "CameraRegistry.h"
+#include "CameraSelection.h"
 #include "DeviceFamilies.h"
 #include "MainWindow.h"
 #include "PluginDocks.h"
@@ -96,22 +98,20 @@ QString Viewer::openCameras()
         return fault;
     }
     CameraRegistry& registry = CameraRegistry::instance();
-    for (const auto& device : devices) {
-        registry.addDevice(device);
+    std::vector<SxCameraInfo> known;
+    for (const auto& device : devices)
+        known.push_back(registry.deviceInfo(registry.addDevice(device)));
+    QStringList names = m_options.camerasToOpen;
+    names.removeAll(QStringLiteral("all"));
+    const Selection named = selectCameras(known, names);
+    for (int device = 0; device < static_cast<int>(known.size()) && named.text.isEmpty(); ++device) {
+        const bool wanted =
+            m_options.openAll || std::find(named.cameras.begin(), named.cameras.end(), device) != named.cameras.end();
+        if (wanted && !registry.open(device))
+            m_events.append(EventLog::Severity::Critical,
+                            tr("%1 could not be opened").arg(cameraDisplayName(known[static_cast<size_t>(device)])));
     }
-    QStringList wanted = m_options.camerasToOpen;
-    wanted.removeAll(QStringLiteral("all"));
-    for (int device = 0; device < registry.deviceCount(); ++device) {
-        const SxCameraInfo info = registry.deviceInfo(device);
-        int named = 0;
-        for (const QString& name : {info.name, info.id, info.customId}) {
-            named += wanted.removeAll(name);
-        }
-        if ((m_options.openAll || named > 0) && !registry.open(device)) {
-            m_events.append(EventLog::Severity::Critical, tr("%1 could not be opened").arg(cameraDisplayName(info)));
-        }
-    }
-    return wanted.isEmpty() ? QString() : tr("there is no camera \"%1\"").arg(wanted.constFirst());
+    return named.text;
 }
 
 void Viewer::loadSettings()

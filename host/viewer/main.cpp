@@ -11,6 +11,7 @@
 #include <QtWidgets/QApplication>
 
 #include "CommandLine.h"
+#include "ExitCode.h"
 #include "Language.h"
 #include "StopSignals.h"
 #include "Theme.h"
@@ -21,8 +22,6 @@ namespace {
 constexpr int offscreenFontSize = 9; // points
 
 constexpr qint64 longestSleepMs = 3600000;
-constexpr int exitWrongUsage = 2;
-constexpr int exitFailure = 1;
 
 /// What the command line asks for is known before there is a display, which not all of it needs.
 CommandLine readCommandLine(int& argc, char** argv)
@@ -88,7 +87,7 @@ int run(int argc, char** argv, const ViewerOptions& options)
     applyDarkTheme(application);
     if (!installTexts(options.language)) {
         std::fprintf(stderr, "kestrova: there is no language \"%s\"\n", qPrintable(options.language));
-        return exitWrongUsage;
+        return ExitWrongUsage;
     }
 
     const StopSignals stopSignals;
@@ -105,16 +104,16 @@ int run(int argc, char** argv, const ViewerOptions& options)
     const QString fault = viewer.start();
     if (!fault.isEmpty()) {
         std::fprintf(stderr, "kestrova: %s\n", qPrintable(fault));
-        return exitWrongUsage;
+        return ExitWrongUsage;
     }
     QApplication::exec();
     const bool pictureSaved = options.screenshotFile.isEmpty() || viewer.saveScreenshot(options.screenshotFile);
     viewer.shutDown();
     if (!pictureSaved) {
         std::fprintf(stderr, "kestrova: cannot write %s\n", qPrintable(options.screenshotFile));
-        return exitFailure;
+        return ExitFailure;
     }
-    return 0;
+    return ExitSuccess;
 }
 
 } // namespace
@@ -125,16 +124,16 @@ int main(int argc, char** argv)
     switch (commandLine.outcome) {
     case CommandLine::Outcome::Print:
         std::fputs(qPrintable(commandLine.text), stdout);
-        return 0;
+        return ExitSuccess;
     case CommandLine::Outcome::Error:
         std::fputs(qPrintable(commandLine.text), stderr);
-        return exitWrongUsage;
+        return ExitWrongUsage;
     case CommandLine::Outcome::Run:
         break;
     }
     if (!hasDisplay()) {
         std::fputs("kestrova: no display. \"kestrova-measure\" measures without one.\n", stderr);
-        return exitFailure;
+        return ExitFailure;
     }
     return run(argc, argv, commandLine.options);
 }

@@ -64,6 +64,8 @@ private Q_SLOTS:
         const Selection selection = selectCameras(known, names);
         QTEST(QVector<int>(selection.cameras.begin(), selection.cameras.end()), "found");
         QTEST(selection.fault, "fault");
+        QCOMPARE(selection.text.contains("1 = Same (Left), 2 = Same (2)"),
+                 selection.fault == Selection::Fault::Ambiguous);
     }
 };
 

@@ -32,6 +32,8 @@ private Q_SLOTS:
         row("no display", false, {}, 1, "no display");
         row("no such file", true, {"--cameras", "/no/such/file.json"}, 2, "/no/such/file.json");
         row("no such camera", true, {"--open", "Nobody"}, 2, "Nobody");
+        row("a name of several cameras", true, {"--cameras", "twins.json", "--open", "Twin"}, 2,
+            "1 = Twin (1), 2 = Twin (2)");
         row("in German", true, {"--open", "Niemand", "--language", "de"}, 2, "keine Kamera");
         row("no such language", true, {"--language", "tlh"}, 2, "no language \"tlh\"");
         row("no such place", true, {"--quit-after", "200ms", "--screenshot", "/proc/no/such.png"}, 1,
@@ -46,6 +48,11 @@ private Q_SLOTS:
         if (!display)
             environment.remove("QT_QPA_PLATFORM");
         m_program->setProcessEnvironment(environment);
+        m_program->setWorkingDirectory(m_directory->path());
+        QFile twins(m_directory->filePath("twins.json"));
+        QVERIFY(twins.open(QIODevice::WriteOnly));
+        twins.write(R"({"cameras": [{"name": "Twin", "id": "1"}, {"name": "Twin", "id": "2"}]})");
+        twins.close();
         run(arguments);
         QVERIFY(m_program->waitForFinished());
         QTEST(m_program->exitCode(), "exitCode");

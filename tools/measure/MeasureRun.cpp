@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <limits>
 
+#include "CameraNames.h"
 #include "CameraRegistry.h"
-#include "CameraSelection.h"
 #include "PlainText.h"
 
 namespace {
@@ -37,7 +37,7 @@ void MeasureRun::start()
         if (camera->start(m_options))
             m_started.push_back(camera.get());
         else
-            complain(QStringLiteral("%1 did not start").arg(cameraTitle(camera->info())));
+            complain(QStringLiteral("%1 did not start").arg(cameraDisplayName(camera->info())));
     }
     m_clock.start();
     m_nextLineMs = m_options.interval.count();
@@ -113,7 +113,7 @@ void MeasureRun::onCameraLost(VNCORE_HANDLE lost)
 {
     for (MeasuredCamera* camera : m_started) {
         if (camera->handle() == lost) {
-            complain(QStringLiteral("%1 was lost").arg(cameraTitle(camera->info())));
+            complain(QStringLiteral("%1 was lost").arg(cameraDisplayName(camera->info())));
             camera->setLost();
         }
     }

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "CameraSelection.h"
+#include "CameraNames.h"
 #include "PlainText.h"
 
 namespace {
@@ -55,7 +55,7 @@ public:
         for (const CameraSummary& camera : summary.cameras)
             row(camera.camera, camera.run);
         for (const CameraSummary& camera : summary.cameras) {
-            const QString title = cameraTitle(camera.camera);
+            const QString title = cameraDisplayName(camera.camera);
             if (camera.clockDriftPpm)
                 writeLine(QStringLiteral("%1: clock drift %2 ppm")
                               .arg(title, QString::number(*camera.clockDriftPpm, 'f', 1)));
@@ -90,7 +90,7 @@ private:
     void row(const SxCameraInfo& camera, const Stretch& stretch)
     {
         QString text = QString::number(stretch.endS, 'f', 1).rightJustified(timeWidth) + QStringLiteral("  ") +
-                       cameraTitle(camera).leftJustified(cameraWidth);
+                       cameraDisplayName(camera).leftJustified(cameraWidth);
         for (const Figure& figure : shown(stretch.figures))
             text += QLatin1Char(' ') + figureText(figure).rightJustified(figureWidth);
         writeLine(text);

@@ -13,20 +13,13 @@
 #include "CameraRegistry.h"
 #include "CameraSelection.h"
 #include "DeviceFamilies.h"
+#include "ExitCode.h"
 #include "MeasureRun.h"
 #include "Report.h"
 #include "ReportDescription.h"
 #include "StopSignals.h"
 
 namespace {
-
-enum ExitCode
-{
-    WithinLimits = 0,
-    LimitBroken = 1,
-    WrongUsage = 2, ///< also a file that cannot be written
-    CameraFailed = 3,
-};
 
 int complain(ExitCode code, const QString& text)
 {
@@ -62,10 +55,10 @@ ExitCode judge(const Summary& summary, bool fileFault)
         broken |= !camera.brokenLimits.isEmpty();
     }
     if (failed)
-        return CameraFailed;
+        return ExitCameraFailure;
     if (broken)
-        return LimitBroken;
-    return fileFault ? WrongUsage : WithinLimits;
+        return ExitFailure;
+    return fileFault ? ExitWrongUsage : ExitSuccess;
 }
 
 /// Measures the cameras, which are opened for it, and reports.
@@ -83,19 +76,20 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
     };
     if (!options.csvFile.isEmpty()) {
         if (infos.size() > 1 && !options.csvFile.contains(cameraPlaceholder))
-            return complain(WrongUsage, QStringLiteral("--csv: several cameras need {camera} in the file's name"));
+            return complain(ExitWrongUsage,
+                            QStringLiteral("--csv: several cameras need {camera} in the file's name"));
         files = reportFiles(options.csvFile, infos);
         for (const QString& file : files) {
             if (isLog(file) || isLog(descriptionFile(file)))
-                return complain(WrongUsage,
+                return complain(ExitWrongUsage,
                                 QStringLiteral("--csv and --log: %1 cannot be both").arg(options.logFile));
             if (!canWriteReport(file, &error) || !canWriteReport(descriptionFile(file), &error))
-                return complain(WrongUsage, error);
+                return complain(ExitWrongUsage, error);
         }
     }
     IntervalLog log;
     if (!options.logFile.isEmpty() && !log.open(options.logFile, options.mode))
-        return complain(WrongUsage, log.error());
+        return complain(ExitWrongUsage, log.error());
 
     std::vector<std::unique_ptr<MeasuredCamera>> cameras;
     for (size_t i = 0; i < selected.size(); ++i)
@@ -116,7 +110,7 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
         if (!files.isEmpty()) {
             line.report = writeReport(camera.record(), files[i], &error);
             if (!line.report || !writeDescription(camera, *line.report, &error)) {
-                complain(WrongUsage, error);
+                complain(ExitWrongUsage, error);
                 fileFault = true;
             }
         }
@@ -142,9 +136,9 @@ int main(int argc, char** argv)
     case Options::Action::Help:
     case Options::Action::Version:
         standardOutput.write(options.text.trimmed().toUtf8() + '\n');
-        return WithinLimits;
+        return ExitSuccess;
     case Options::Action::Refuse:
-        return complain(WrongUsage, options.text + QStringLiteral("\n") + usageText());
+        return complain(ExitWrongUsage, options.text + QStringLiteral("\n") + usageText());
     case Options::Action::List:
     case Options::Action::Measure:
         break;
@@ -155,10 +149,10 @@ int main(int argc, char** argv)
     KnownCameras known;
     QString error;
     if (!known.load(options.scenarioFile, &error))
-        return complain(WrongUsage, error);
+        return complain(ExitWrongUsage, error);
     if (options.action == Options::Action::List) {
         output->cameraList(known.infos);
-        return WithinLimits;
+        return ExitSuccess;
     }
     QStringList names = options.cameras;
     if (options.allCameras) {
@@ -167,8 +161,9 @@ int main(int argc, char** argv)
     }
     const Selection selection = selectCameras(known.infos, names);
     if (selection.fault != Selection::Fault::None)
-        return complain(selection.fault == Selection::Fault::Missing ? CameraFailed : WrongUsage, selection.text);
+        return complain(selection.fault == Selection::Fault::Missing ? ExitCameraFailure : ExitWrongUsage,
+                        selection.text);
     if (selection.cameras.empty())
-        return complain(CameraFailed, QStringLiteral("there is no camera"));
+        return complain(ExitCameraFailure, QStringLiteral("there is no camera"));
     return measure(options, selection.cameras, *output, stopSignals);
 }
