@@ -14,6 +14,7 @@ namespace {
 
 int pipeEnds[2] = {-1, -1}; // read, write
 constexpr int stopSignals[] = {SIGINT, SIGTERM, SIGHUP};
+constexpr int failedWrites[] = {SIGPIPE, SIGXFSZ};
 
 extern "C" void writeByte(int /*signal*/)
 {
@@ -36,7 +37,8 @@ void handle(int signal, void (*handler)(int))
 
 StopSignals::StopSignals(QObject* parent) : QObject(parent)
 {
-    handle(SIGPIPE, SIG_IGN);
+    for (const int signal : failedWrites)
+        handle(signal, SIG_IGN);
     if (::pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) {
         qWarning("No pipe for signals: they end the program at once");
         return;
@@ -56,7 +58,8 @@ StopSignals::~StopSignals()
 {
     for (const int signal : stopSignals)
         handle(signal, SIG_DFL);
-    handle(SIGPIPE, SIG_DFL);
+    for (const int signal : failedWrites)
+        handle(signal, SIG_DFL);
     for (int& end : pipeEnds) {
         if (end >= 0)
             ::close(end);

@@ -6,7 +6,7 @@
 #include <QtCore/QObject>
 
 /// At most one per program, on the thread of the event loop that it speaks to. As long as it lives, writing to a reader
-/// that went away (SIGPIPE) fails instead of ending the program.
+/// that went away (SIGPIPE) or beyond the largest file that is allowed (SIGXFSZ) fails instead of ending the program.
 class StopSignals : public QObject
 {
     Q_OBJECT

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Cameras with names that look like something else to whoever writes them into a table, a box, a log or a file name.
-#include <QtCore/QBuffer>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QTemporaryFile>
 #include <QtGui/QTextDocument>
 #include <QtTest/QTest>
 #include <QtWidgets/QToolButton>
@@ -107,15 +107,20 @@ void NamesTest::measureProgram()
     const Figures figures = throughputFigures({}, true);
     const IntervalLine interval{camera, QDateTime::currentDateTimeUtc(), {1.0, 1.0, figures}};
 
-    QBuffer text;
-    text.open(QIODevice::WriteOnly);
-    const auto output = makeTextOutput(text);
+    QTemporaryFile text;
+    QTemporaryFile json;
+    QVERIFY(text.open() && json.open());
+    LineWriter writer(text.handle(), text.fileName(), LineWriter::Until::Written);
+    const auto output = makeTextOutput(writer);
     output->interval(interval);
     output->cameraList({camera});
-    output->summary(
-        {MeasModeDataThroughput, 0, {{camera, interval.stretch, {}, {}, {}, ReportSummary{"f", 9, 8, 0, 1}}}});
+    output->summary({MeasModeDataThroughput,
+                     0,
+                     nullptr,
+                     {{camera, interval.stretch, {}, {}, {}, ReportSummary{"f", 9, 8, 0, 1}}}});
     const QString title = line + QStringLiteral(" (7)");
-    const QStringList lines = QString::fromUtf8(text.data()).split(QLatin1Char('\n'));
+    QVERIFY(text.seek(0));
+    const QStringList lines = QString::fromUtf8(text.readAll()).split(QLatin1Char('\n'));
     QCOMPARE(lines.size(), 9); // heading, interval, list, blank, summary, heading, row, report, end
     QVERIFY(lines[1].contains(title) && lines[6].contains(title));
     QCOMPARE(lines[2].simplified(), QStringLiteral("7 %1").arg(line).simplified());
@@ -123,11 +128,12 @@ void NamesTest::measureProgram()
              title + QStringLiteral(": report f holds 9 frames from 00:00:00.000 to 00:00:00.000 (0.000 s), "
                                     "8 frames dropped by the capacity"));
 
-    QBuffer json;
-    json.open(QIODevice::WriteOnly);
-    makeJsonOutput(json)->interval(interval);
-    QCOMPARE(json.data().count('\n'), 1);
-    QCOMPARE(QJsonDocument::fromJson(json.data()).object().value(QStringLiteral("name")).toString(), name);
+    LineWriter jsonLines(json.handle(), json.fileName(), LineWriter::Until::Written);
+    makeJsonOutput(jsonLines)->interval(interval);
+    QVERIFY(json.seek(0));
+    const QByteArray object = json.readAll();
+    QCOMPARE(object.count('\n'), 1);
+    QCOMPARE(QJsonDocument::fromJson(object).object().value(QStringLiteral("name")).toString(), name);
 
     IntervalLog log;
     QFile file(m_directory.filePath(QString::fromLatin1(QTest::currentDataTag()).left(2).toUtf8().toHex()));

@@ -178,6 +178,47 @@ private Q_SLOTS:
                  QStringLiteral("summary"));
     }
 
+    void resultsThatCannotBeWritten_data()
+    {
+        const Table<QString, int> row("line", "exitCode");
+        row("help", "--help", 2);
+        row("list", "--list", 2);
+        row("summary", "--camera 1 --duration 200ms", 2);
+        row("a broken limit is worse", "--camera 1 --duration 200ms --min-average 100000", 1);
+    }
+
+    void resultsThatCannotBeWritten()
+    {
+        QFETCH(QString, line);
+        QProcess process;
+        process.setStandardOutputFile(QStringLiteral("/dev/full"));
+        start(process, line);
+        const Result result = finish(process);
+        QTEST(result.exitCode, "exitCode");
+        QVERIFY2(result.error.contains("lost, standard output: No space left on device"), result.error);
+    }
+
+    /// The largest file that is allowed is a disk that becomes full.
+    void aLogThatCannotBeWritten()
+    {
+        QProcess shell;
+        shell.start(
+            QStringLiteral("/bin/sh"),
+            QStringList{QStringLiteral("-c"), QStringLiteral("ulimit -f 1; exec \"$0\" \"$@\""),
+                        QStringLiteral(KESTROVA_MEASURE)} +
+                arguments(QStringLiteral("--camera 1 --duration 600ms --interval 20ms --json --log @full.csv")));
+        const Result result = finish(shell);
+        QCOMPARE(result.exitCode, 2);
+        QCOMPARE(result.error.count("full.csv: File too large"), 1);
+        QFile log(folder.filePath(QStringLiteral("full.csv")));
+        QVERIFY(log.open(QIODevice::ReadOnly));
+        const QByteArray kept = log.readAll();
+        QVERIFY(kept.endsWith('\n'));
+        const auto lines = objects(result.out);
+        QCOMPARE(lines.back().value(QStringLiteral("exitCode")).toInt(), 2);
+        QCOMPARE(lines.back().value(QStringLiteral("lostLogLines")).toInt() + kept.count('\n'), int(lines.size()));
+    }
+
     void aReaderThatGoesAwayEndsTheRun()
     {
         QProcess shell;

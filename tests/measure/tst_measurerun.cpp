@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A run on hand-driven cameras: its lines add up, unknown is unknown, limits judge the whole, cameras are restored.
+#include <sys/resource.h>
+
+#include <csignal>
+
 #include <QtTest/QtTest>
 
-#include <QtCore/QBuffer>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
@@ -61,7 +64,9 @@ public:
     std::vector<QJsonObject> lines() const
     {
         std::vector<QJsonObject> objects;
-        for (const QByteArray& line : text.data().split('\n')) {
+        QFile file(text.fileName());
+        file.open(QIODevice::ReadOnly);
+        for (const QByteArray& line : file.readAll().split('\n')) {
             if (!line.isEmpty())
                 objects.push_back(QJsonDocument::fromJson(line).object());
         }
@@ -74,7 +79,8 @@ public:
 
     std::shared_ptr<sim::HandDrivenCamera> camera;
     const Options options;
-    QBuffer text;
+    QTemporaryFile text;
+    std::unique_ptr<LineWriter> writer;
     std::unique_ptr<Output> output;
     std::vector<std::unique_ptr<MeasuredCamera>> cameras;
     std::unique_ptr<MeasureRun> run;
@@ -82,8 +88,9 @@ public:
 private:
     std::unique_ptr<Output> makeOutput()
     {
-        text.open(QIODevice::WriteOnly);
-        return makeJsonOutput(text);
+        text.open();
+        writer = std::make_unique<LineWriter>(text.handle(), text.fileName(), LineWriter::Until::Written);
+        return makeJsonOutput(*writer);
     }
 };
 
@@ -253,7 +260,14 @@ private Q_SLOTS:
         {
             IntervalLog log;
             QVERIFY(log.open(name, MeasModeDataThroughput));
-            QVERIFY(log.append(line));
+            std::signal(SIGXFSZ, SIG_IGN);
+            for (const rlim_t room : {rlim_t(5), RLIM_INFINITY}) {
+                const rlimit limit{room == RLIM_INFINITY ? room : rlim_t(contents().size()) + room, RLIM_INFINITY};
+                QCOMPARE(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+                QCOMPARE(log.append(line), room == RLIM_INFINITY);
+            }
+            QCOMPARE(log.lines().lostLines(), quint64(1));
+            QVERIFY2(log.lines().error().endsWith("File too large"), qPrintable(log.lines().error()));
         }
         QCOMPARE(contents(), whole.left(whole.size() - 5) + '\n' + whole.mid(whole.indexOf('\n') + 1));
         QVERIFY(whole.contains("\"A \"\"B\"\" ,\""));
@@ -264,6 +278,7 @@ private Q_SLOTS:
         QVERIFY(!other.error().isEmpty());
         IntervalLog full;
         QVERIFY(!full.open(QStringLiteral("/dev/full"), MeasModeStandardAcq));
+        QCOMPARE(full.error(), QStringLiteral("/dev/full: No space left on device"));
     }
 };
 

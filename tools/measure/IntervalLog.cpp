@@ -2,10 +2,6 @@
 // Appends line by line; every line is on the disk before the next one.
 #include "IntervalLog.h"
 
-#include <unistd.h>
-
-#include <cmath>
-
 #include "PlainText.h"
 
 namespace {
@@ -29,23 +25,32 @@ QByteArray quoted(QString text)
 
 bool IntervalLog::open(const QString& fileName, ExMeasMode mode)
 {
-    m_file.setFileName(fileName);
-    if (!m_file.open(QIODevice::ReadWrite | QIODevice::Append | QIODevice::Unbuffered)) {
-        m_error = QStringLiteral("%1: %2").arg(fileName, m_file.errorString());
+    file.setFileName(fileName);
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Append | QIODevice::Unbuffered)) {
+        fault = QStringLiteral("%1: %2").arg(fileName, file.errorString());
         return false;
     }
-    if (m_file.isSequential() || m_file.size() == 0)
-        return write(header(mode) + '\n');
-    m_file.seek(0);
-    if (m_file.readLine().trimmed() != header(mode)) {
-        m_error = QStringLiteral("%1: is there and has other columns").arg(fileName);
-        return false;
+    QByteArray begin;
+    if (file.isSequential() || file.size() == 0) {
+        begin = header(mode) + '\n';
+    } else {
+        file.seek(0);
+        if (file.readLine().trimmed() != header(mode)) {
+            fault = QStringLiteral("%1: is there and has other columns").arg(fileName);
+            return false;
+        }
+        // A power cut may have torn the last line; the next one begins on its own.
+        char last = '\n';
+        file.seek(file.size() - 1);
+        file.getChar(&last);
+        if (last != '\n')
+            begin = "\n";
     }
-    // A power cut may have torn the last line; the next one begins on its own.
-    char last = '\n';
-    m_file.seek(m_file.size() - 1);
-    m_file.getChar(&last);
-    return last == '\n' || write("\n");
+    writer = std::make_unique<LineWriter>(file.handle(), fileName, LineWriter::Until::OnDisk);
+    if (begin.isEmpty() || writer->write(begin))
+        return true;
+    fault = writer->error();
+    return false;
 }
 
 bool IntervalLog::append(const IntervalLine& line)
@@ -55,15 +60,5 @@ bool IntervalLog::append(const IntervalLine& line)
                       QByteArray::number(line.stretch.lengthS, 'f', 3);
     for (const Figure& figure : line.stretch.figures)
         text += ',' + figureText(figure).toUtf8();
-    return write(text + '\n');
-}
-
-bool IntervalLog::write(const QByteArray& text)
-{
-    if (m_file.write(text) == text.size()) {
-        ::fdatasync(m_file.handle()); // fails on pipes, which have nothing to lose
-        return true;
-    }
-    m_error = QStringLiteral("%1: %2").arg(m_file.fileName(), m_file.errorString());
-    return false;
+    return writer->write(text + '\n');
 }

@@ -3,6 +3,8 @@
 #ifndef KESTROVA_MEASURE_INTERVALLOG_H
 #define KESTROVA_MEASURE_INTERVALLOG_H
 
+#include <memory>
+
 #include <QtCore/QFile>
 
 #include "Output.h"
@@ -13,15 +15,17 @@ public:
     /// Opens the file to append to it: a rig that starts again after a power cut keeps what it had. False if that
     /// fails or the file holds something else; see error().
     bool open(const QString& fileName, ExMeasMode mode);
-    /// Writes a line and brings it to the disk. False if that failed; see error().
+    /// Writes a line and brings it to the disk. False if that failed, which is no reason to give up; see lines().
     bool append(const IntervalLine& line);
-    QString error() const { return m_error; }
+    /// Why open() failed.
+    QString error() const { return fault; }
+    /// How writing went since open().
+    const LineWriter& lines() const { return *writer; }
 
 private:
-    bool write(const QByteArray& text);
-
-    QFile m_file;
-    QString m_error;
+    QFile file;
+    std::unique_ptr<LineWriter> writer; ///< of an open file
+    QString fault;
 };
 
 #endif

@@ -37,7 +37,7 @@ QJsonValue reportObject(const std::optional<ReportSummary>& report)
 class JsonOutput final : public Output
 {
 public:
-    explicit JsonOutput(QIODevice& device) : Output(device) {}
+    explicit JsonOutput(LineWriter& lines) : Output(lines) {}
 
     void interval(const IntervalLine& line) override
     {
@@ -68,6 +68,8 @@ public:
         write({{QStringLiteral("type"), QStringLiteral("summary")},
                {QStringLiteral("mode"), counters ? QStringLiteral("counters") : QStringLiteral("throughput")},
                {QStringLiteral("exitCode"), summary.exitCode},
+               {QStringLiteral("lostLogLines"),
+                summary.log ? QJsonValue(static_cast<double>(summary.log->lostLines())) : QJsonValue()},
                {QStringLiteral("cameras"), cameras}});
     }
 
@@ -89,7 +91,7 @@ private:
 
 } // namespace
 
-std::unique_ptr<Output> makeJsonOutput(QIODevice& device)
+std::unique_ptr<Output> makeJsonOutput(LineWriter& lines)
 {
-    return std::make_unique<JsonOutput>(device);
+    return std::make_unique<JsonOutput>(lines);
 }

@@ -3,21 +3,16 @@
 #include "MeasureRun.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <limits>
 
 #include "CameraNames.h"
 #include "CameraRegistry.h"
+#include "Complain.h"
 #include "PlainText.h"
 
 namespace {
 
 constexpr qint64 longestSleepMs = 3600000; ///< a timer takes no more than 24 days
-
-void complain(const QString& text)
-{
-    std::fprintf(stderr, "kestrova-measure: %s\n", singleLine(text).toLocal8Bit().constData());
-}
 
 } // namespace
 
@@ -75,7 +70,7 @@ void MeasureRun::wake()
     }
     for (MeasuredCamera* camera : m_started)
         camera->noteEnd();
-    if (m_output.isBroken() || !anyRunning())
+    if (m_output.lines().readerIsGone() || !anyRunning())
         stop();
     else
         armTimer();
@@ -98,10 +93,17 @@ void MeasureRun::printInterval(MeasuredCamera& camera)
 {
     const IntervalLine line{camera.info(), QDateTime::currentDateTimeUtc(), camera.takeInterval()};
     m_output.interval(line);
-    if (m_log && m_logError.isEmpty() && !m_log->append(line)) {
-        m_logError = m_log->error();
-        complain(m_logError);
+    tellOnce(m_output.lines());
+    if (m_log) {
+        m_log->append(line);
+        tellOnce(m_log->lines());
     }
+}
+
+void MeasureRun::tellOnce(const LineWriter& lines)
+{
+    if (lines.lostLines() > 0 && m_told.insert(&lines).second)
+        complain(singleLine(lines.error()));
 }
 
 bool MeasureRun::anyRunning() const

@@ -3,6 +3,8 @@
 #ifndef KESTROVA_MEASURE_MEASURERUN_H
 #define KESTROVA_MEASURE_MEASURERUN_H
 
+#include <set>
+
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
 
@@ -27,8 +29,6 @@ public:
     /// Prints a line for every camera.
     void printIntervals();
     bool isOver() const { return m_over; }
-    /// What the log said when it failed; empty if all is well.
-    QString logError() const { return m_logError; }
 
 Q_SIGNALS:
     void finished();
@@ -39,13 +39,14 @@ private:
     bool anyRunning() const;
     void onCameraLost(VNCORE_HANDLE camera);
     void printInterval(MeasuredCamera& camera);
+    void tellOnce(const LineWriter& lines);
 
     const Options& m_options;
     std::vector<std::unique_ptr<MeasuredCamera>>& m_cameras;
     std::vector<MeasuredCamera*> m_started;
     Output& m_output;
     IntervalLog* const m_log;
-    QString m_logError;
+    std::set<const LineWriter*> m_told; ///< whose failure was told
     QTimer m_timer;
     QElapsedTimer m_clock;
     qint64 m_nextLineMs = 0;

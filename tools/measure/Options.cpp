@@ -106,8 +106,8 @@ void declareOptions(QCommandLineParser& parser)
     parser.setApplicationDescription(QStringLiteral(
         "Measures the data throughput of cameras without a window.\n\n"
         "TIME is a number with ms, s, min, h or d, seconds without.\n"
-        "Exit code: 0 within the limits; 1 a limit was broken; 2 wrong usage or a file that cannot be\n"
-        "written; 3 a camera is missing, was lost, refused to start or sent no frame."));
+        "Exit code: 0 within the limits; 1 a limit was broken; 2 wrong usage, or a file or the output\n"
+        "cannot be written; 3 a camera is missing, was lost, refused to start or sent no frame."));
     const auto add = [&parser](const char* name, const char* help, const char* valueName = "",
                                const char* preset = "") {
         parser.addOption(

@@ -7,8 +7,8 @@
 #include <optional>
 
 #include <QtCore/QDateTime>
-#include <QtCore/QIODevice>
 
+#include "LineWriter.h"
 #include "MeasuredCamera.h"
 
 /// One line: a camera's interval, at a time of the calendar.
@@ -43,6 +43,7 @@ struct Summary
 {
     ExMeasMode mode;
     int exitCode;
+    const LineWriter* log; ///< null without one
     std::vector<CameraSummary> cameras;
 };
 
@@ -54,20 +55,20 @@ public:
     virtual void summary(const Summary& summary) = 0;
     virtual void cameraList(const std::vector<SxCameraInfo>& cameras) = 0;
 
-    /// Whether somebody still reads.
-    bool isBroken() const { return m_broken; }
+    /// Where the lines went, and whether they did.
+    const LineWriter& lines() const { return writer; }
 
 protected:
-    explicit Output(QIODevice& device) : m_device(device) {}
+    explicit Output(LineWriter& lines) : writer(lines) {}
     /// Writes a line at once: whoever reads wants to see it now.
-    void writeLine(const QString& text);
+    void writeLine(const QString& text) { writer.write((text + QLatin1Char('\n')).toUtf8()); }
 
 private:
-    QIODevice& m_device;
-    bool m_broken = false;
+    LineWriter& writer;
 };
 
-std::unique_ptr<Output> makeTextOutput(QIODevice& device);
-std::unique_ptr<Output> makeJsonOutput(QIODevice& device);
+/// The writer must outlive them.
+std::unique_ptr<Output> makeTextOutput(LineWriter& lines);
+std::unique_ptr<Output> makeJsonOutput(LineWriter& lines);
 
 #endif

@@ -49,6 +49,19 @@ QStringList reportFiles(const QString& pattern, const std::vector<SxCameraInfo>&
     return files;
 }
 
+bool writeWhole(QFile& file, const char* text, qint64 size)
+{
+    // After a part the rest is tried again: only a write that takes nothing has a reason.
+    while (size > 0) {
+        const qint64 written = file.write(text, size);
+        if (written <= 0)
+            return false;
+        text += written;
+        size -= written;
+    }
+    return true;
+}
+
 bool canWriteReport(const QString& fileName, QString* error)
 {
     QFile file(fileName);
@@ -63,9 +76,8 @@ std::optional<ReportSummary> writeReport(const CxCameraLineData& record, const Q
     // Unbuffered: the writer's pieces are large, and an error shows where it happens.
     QFile file(fileName);
     const bool opened = file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
-    CsvReportWriter writer([&file](const char* text, std::size_t size) {
-        return file.write(text, static_cast<qint64>(size)) == static_cast<qint64>(size);
-    });
+    CsvReportWriter writer(
+        [&file](const char* text, std::size_t size) { return writeWhole(file, text, static_cast<qint64>(size)); });
     constexpr qint64 always = std::numeric_limits<qint64>::max();
     if (opened && writer.write(record, -always, always) == CsvReportResult::Written)
         return describe(record, fileName);

@@ -37,7 +37,7 @@ Figures shown(const Figures& figures)
 class TextOutput final : public Output
 {
 public:
-    explicit TextOutput(QIODevice& device) : Output(device) {}
+    explicit TextOutput(LineWriter& lines) : Output(lines) {}
 
     void interval(const IntervalLine& line) override
     {
@@ -66,6 +66,9 @@ public:
             for (const QString& limit : camera.brokenLimits)
                 writeLine(QStringLiteral("%1: limit broken: %2").arg(title, limit));
         }
+        if (summary.log && summary.log->lostLines() > 0)
+            writeLine(QStringLiteral("%1 lines of the log were lost: %2")
+                          .arg(QString::number(summary.log->lostLines()), singleLine(summary.log->error())));
     }
 
     void cameraList(const std::vector<SxCameraInfo>& cameras) override
@@ -111,13 +114,7 @@ private:
 
 } // namespace
 
-void Output::writeLine(const QString& text)
+std::unique_ptr<Output> makeTextOutput(LineWriter& lines)
 {
-    const QByteArray line = (text + QLatin1Char('\n')).toUtf8();
-    m_broken |= m_device.write(line) != line.size();
-}
-
-std::unique_ptr<Output> makeTextOutput(QIODevice& device)
-{
-    return std::make_unique<TextOutput>(device);
+    return std::make_unique<TextOutput>(lines);
 }

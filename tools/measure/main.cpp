@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <iterator>
 
 #include <QtCore/QCoreApplication>
@@ -12,6 +11,7 @@
 
 #include "CameraRegistry.h"
 #include "CameraSelection.h"
+#include "Complain.h"
 #include "DeviceFamilies.h"
 #include "ExitCode.h"
 #include "MeasureRun.h"
@@ -21,10 +21,17 @@
 
 namespace {
 
-int complain(ExitCode code, const QString& text)
+int refuse(ExitCode code, const QString& text)
 {
-    std::fprintf(stderr, "kestrova-measure: %s\n", text.toLocal8Bit().constData());
+    complain(text);
     return code;
+}
+
+bool tellLostLines(const LineWriter& lines)
+{
+    if (lines.lostLines() > 0)
+        complain(QStringLiteral("%1 lines were lost, %2").arg(QString::number(lines.lostLines()), lines.error()));
+    return lines.lostLines() > 0;
 }
 
 /// Makes the cameras known; they are forgotten, and so closed, at the end of the program.
@@ -76,20 +83,19 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
     };
     if (!options.csvFile.isEmpty()) {
         if (infos.size() > 1 && !options.csvFile.contains(cameraPlaceholder))
-            return complain(ExitWrongUsage,
-                            QStringLiteral("--csv: several cameras need {camera} in the file's name"));
+            return refuse(ExitWrongUsage, QStringLiteral("--csv: several cameras need {camera} in the file's name"));
         files = reportFiles(options.csvFile, infos);
         for (const QString& file : files) {
             if (isLog(file) || isLog(descriptionFile(file)))
-                return complain(ExitWrongUsage,
-                                QStringLiteral("--csv and --log: %1 cannot be both").arg(options.logFile));
+                return refuse(ExitWrongUsage,
+                              QStringLiteral("--csv and --log: %1 cannot be both").arg(options.logFile));
             if (!canWriteReport(file, &error) || !canWriteReport(descriptionFile(file), &error))
-                return complain(ExitWrongUsage, error);
+                return refuse(ExitWrongUsage, error);
         }
     }
     IntervalLog log;
     if (!options.logFile.isEmpty() && !log.open(options.logFile, options.mode))
-        return complain(ExitWrongUsage, log.error());
+        return refuse(ExitWrongUsage, log.error());
 
     std::vector<std::unique_ptr<MeasuredCamera>> cameras;
     for (size_t i = 0; i < selected.size(); ++i)
@@ -101,8 +107,8 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
     run.start();
     QCoreApplication::exec();
 
-    bool fileFault = !run.logError().isEmpty();
-    Summary summary{options.mode, 0, {}};
+    Summary summary{options.mode, 0, options.logFile.isEmpty() ? nullptr : &log.lines(), {}};
+    bool fileFault = output.lines().lostLines() > 0 || (summary.log && summary.log->lostLines() > 0);
     for (int i = 0; i < static_cast<int>(cameras.size()); ++i) {
         const MeasuredCamera& camera = *cameras[static_cast<size_t>(i)];
         CameraSummary line{camera.info(), camera.wholeRun(), camera.clockDriftPpm(), camera.problems(), {}, {}};
@@ -110,7 +116,7 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
         if (!files.isEmpty()) {
             line.report = writeReport(camera.record(), files[i], &error);
             if (!line.report || !writeDescription(camera, *line.report, &error)) {
-                complain(ExitWrongUsage, error);
+                complain(error);
                 fileFault = true;
             }
         }
@@ -118,7 +124,7 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
     }
     summary.exitCode = judge(summary, fileFault);
     output.summary(summary);
-    return summary.exitCode;
+    return tellLostLines(output.lines()) ? judge(summary, true) : summary.exitCode;
 }
 
 } // namespace
@@ -127,32 +133,30 @@ int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("kestrova-measure"));
-    QFile standardOutput;
-    // The descriptor, not the stream: only so does a write tell that nobody reads any more.
-    standardOutput.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
+    const StopSignals stopSignals;
+    LineWriter standardOutput(STDOUT_FILENO, QStringLiteral("standard output"), LineWriter::Until::Written);
 
     const Options options = parseOptions(QCoreApplication::arguments());
     switch (options.action) {
     case Options::Action::Help:
     case Options::Action::Version:
         standardOutput.write(options.text.trimmed().toUtf8() + '\n');
-        return ExitSuccess;
+        return tellLostLines(standardOutput) ? ExitWrongUsage : ExitSuccess;
     case Options::Action::Refuse:
-        return complain(ExitWrongUsage, options.text + QStringLiteral("\n") + usageText());
+        return refuse(ExitWrongUsage, options.text + QStringLiteral("\n") + usageText());
     case Options::Action::List:
     case Options::Action::Measure:
         break;
     }
 
-    const StopSignals stopSignals;
     const auto output = options.json ? makeJsonOutput(standardOutput) : makeTextOutput(standardOutput);
     KnownCameras known;
     QString error;
     if (!known.load(options.scenarioFile, &error))
-        return complain(ExitWrongUsage, error);
+        return refuse(ExitWrongUsage, error);
     if (options.action == Options::Action::List) {
         output->cameraList(known.infos);
-        return ExitSuccess;
+        return tellLostLines(standardOutput) ? ExitWrongUsage : ExitSuccess;
     }
     QStringList names = options.cameras;
     if (options.allCameras) {
@@ -161,9 +165,9 @@ int main(int argc, char** argv)
     }
     const Selection selection = selectCameras(known.infos, names);
     if (selection.fault != Selection::Fault::None)
-        return complain(selection.fault == Selection::Fault::Missing ? ExitCameraFailure : ExitWrongUsage,
-                        selection.text);
+        return refuse(selection.fault == Selection::Fault::Missing ? ExitCameraFailure : ExitWrongUsage,
+                      selection.text);
     if (selection.cameras.empty())
-        return complain(ExitCameraFailure, QStringLiteral("there is no camera"));
+        return refuse(ExitCameraFailure, QStringLiteral("there is no camera"));
     return measure(options, selection.cameras, *output, stopSignals);
 }
