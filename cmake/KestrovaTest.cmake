@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # kestrova_add_test(<name> SOURCES <files>... LIBS <targets>... [LABELS <labels>...] [DISPLAY]): one Qt Test program.
 # With DISPLAY it runs on an X server of its own and, as it then takes real time, alone.
+find_package(Qt5 5.15 REQUIRED COMPONENTS Test)
+
 function(kestrova_add_test name)
     cmake_parse_arguments(ARG "DISPLAY" "" "SOURCES;LIBS;LABELS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})

@@ -8,7 +8,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh --check
 
-changed_since() { git diff --name-only --diff-filter=d "$1" -- "$2" ':!tests/install' ':!tests/fuzz'; }
+changed_since() { git diff --name-only --diff-filter=d "$1" -- "$2" ':!docs' ':!tests/fuzz'; }
 sources() { git ls-files -- '*.cpp' '*.h'; }
 
 step_format() {

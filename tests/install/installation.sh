@@ -47,7 +47,18 @@ needed=$(readelf -d "$prefix/bin/kestrova-measure" | sed -n 's/.*(NEEDED).*\[\(.
   grep -vE '^(lib(vnCore|Qt5Core|stdc\+\+|gcc_s|m|c)|ld-linux.*)\.so\.' || true)
 [ -z "$needed" ] || fail "kestrova-measure needs $needed"
 
-cmake -S "$here/plugin" -B "$work/plugin" -DCMAKE_PREFIX_PATH="$prefix" -G Ninja >"$work/plugin.log" &&
+# A page that is installed links to nothing that is not.
+while IFS=: read -r page link; do
+  [ -e "$(dirname "$page")/${link%%#*}" ] || fail "$page links to $link, which is not installed"
+done < <(grep -roP '\]\(\K(?!https?:)[^)]+' "$prefix/share/doc/kestrova" --include='*.md')
+[ -e "$prefix/share/doc/kestrova/docs/plugins.md" ] || fail "the documentation is not installed"
+
+# A build without tests needs nothing that only they need.
+cmake -S "$here/../.." -B "$work/bare" -G Ninja -DBUILD_TESTING=OFF -DCMAKE_DISABLE_FIND_PACKAGE_Qt5Test=ON \
+  -DCMAKE_DISABLE_FIND_PACKAGE_benchmark=ON >"$work/bare.log" 2>&1 || fail "$(cat "$work/bare.log")"
+ninja -C "$work/bare" -t targets all | grep -E '(^|/)(tst_|kestrova-bench)' && fail "a build without tests has tests"
+
+cmake -S "$prefix/share/doc/kestrova/docs/example-plugin" -B "$work/plugin" -DCMAKE_PREFIX_PATH="$prefix" -G Ninja >"$work/plugin.log" &&
   cmake --build "$work/plugin" >>"$work/plugin.log" || fail "$(cat "$work/plugin.log")"
 
 measure=$prefix/bin/kestrova-measure

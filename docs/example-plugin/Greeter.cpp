@@ -9,7 +9,7 @@
 class Greeter : public QObject, public CxPlugin
 {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID "example.kestrova.Kestrova.Greeter")
+    Q_PLUGIN_METADATA(IID VNCORE_PLUGIN_IID)
     Q_INTERFACES(CxPlugin)
 
 public:
