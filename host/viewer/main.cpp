@@ -123,7 +123,10 @@ int main(int argc, char** argv)
     const CommandLine commandLine = readCommandLine(argc, argv);
     switch (commandLine.outcome) {
     case CommandLine::Outcome::Print:
-        std::fputs(qPrintable(commandLine.text), stdout);
+        if (std::fputs(qPrintable(commandLine.text), stdout) < 0 || std::fflush(stdout) != 0) {
+            std::perror("kestrova: standard output");
+            return ExitWrongUsage;
+        }
         return ExitSuccess;
     case CommandLine::Outcome::Error:
         std::fputs(qPrintable(commandLine.text), stderr);

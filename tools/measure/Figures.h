@@ -13,7 +13,7 @@
 
 struct Figure
 {
-    const char* key;             ///< in JSON and the log; ends in its unit
+    const char* key;             ///< in JSON and the log; ends in its unit unless it is a count
     const char* title;           ///< heading of its column in text; null: not shown there
     int decimals;                ///< shown in text and the log
     std::optional<double> value; ///< nothing: not known
