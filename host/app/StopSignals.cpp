@@ -33,6 +33,12 @@ void handle(int signal, void (*handler)(int))
     ::sigaction(signal, &action, nullptr);
 }
 
+bool isIgnored(int signal)
+{
+    struct sigaction action = {};
+    return ::sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
 } // namespace
 
 StopSignals::StopSignals(QObject* parent) : QObject(parent)
@@ -50,14 +56,18 @@ StopSignals::StopSignals(QObject* parent) : QObject(parent)
         }
         Q_EMIT received();
     });
-    for (const int signal : stopSignals)
-        handle(signal, writeByte);
+    for (const int signal : stopSignals) {
+        if (signal != SIGHUP || !isIgnored(signal))
+            handle(signal, writeByte);
+    }
 }
 
 StopSignals::~StopSignals()
 {
-    for (const int signal : stopSignals)
-        handle(signal, SIG_DFL);
+    for (const int signal : stopSignals) {
+        if (!isIgnored(signal))
+            handle(signal, SIG_DFL);
+    }
     for (const int signal : failedWrites)
         handle(signal, SIG_DFL);
     for (int& end : pipeEnds) {

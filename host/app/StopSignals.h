@@ -5,7 +5,8 @@
 
 #include <QtCore/QObject>
 
-/// At most one per program, on the thread of the event loop that it speaks to. As long as it lives, writing to a reader
+/// At most one per program, on the thread of the event loop that it speaks to. A hang-up that was ignored when the
+/// program started (nohup) stays so. As long as it lives, writing to a reader
 /// that went away (SIGPIPE) or beyond the largest file that is allowed (SIGXFSZ) fails instead of ending the program.
 class StopSignals : public QObject
 {

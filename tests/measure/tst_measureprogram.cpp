@@ -158,19 +158,29 @@ private Q_SLOTS:
 
     void signalsEndTheRun_data()
     {
-        const Table<int> row("signal");
-        row("Ctrl-C", SIGINT);
-        row("SIGTERM", SIGTERM);
-        row("hang-up", SIGHUP);
+        const Table<QString, int> row("trap", "signal");
+        row("Ctrl-C", "", SIGINT);
+        row("SIGTERM", "", SIGTERM);
+        row("hang-up", "", SIGHUP);
+        row("as nohup starts it", "trap '' HUP; ", SIGHUP);
     }
 
     void signalsEndTheRun()
     {
+        QFETCH(QString, trap);
         QFETCH(int, signal);
         QProcess process;
-        start(process, QStringLiteral("--camera 1 --interval 50ms --json"));
+        process.start(QStringLiteral("/bin/sh"),
+                      QStringList{QStringLiteral("-c"), trap + QStringLiteral("exec \"$0\" \"$@\""),
+                                  QStringLiteral(KESTROVA_MEASURE)} +
+                          arguments(QStringLiteral("--camera 1 --interval 50ms --json")));
         QVERIFY(process.waitForReadyRead(longest));
         QCOMPARE(::kill(static_cast<pid_t>(process.processId()), signal), 0);
+        if (!trap.isEmpty()) { // it goes on
+            for (int lines = 0; lines < 5; lines += process.readAllStandardOutput().count('\n'))
+                QVERIFY(process.waitForReadyRead(longest));
+            QCOMPARE(::kill(static_cast<pid_t>(process.processId()), SIGTERM), 0);
+        }
         QVERIFY(process.waitForFinished(longest));
         QCOMPARE(process.exitStatus(), QProcess::NormalExit);
         QCOMPARE(process.exitCode(), 0);
