@@ -162,10 +162,6 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
         <translation>Ereignisse</translation>
     </message>
     <message>
-        <source>What has happened, the newest line at the end</source>
-        <translation>Was geschehen ist, die neueste Zeile am Ende</translation>
-    </message>
-    <message>
         <source>C&amp;lear</source>
         <translation>&amp;Leeren</translation>
     </message>
@@ -182,10 +178,6 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
         <translation>Sp&amp;eichern...</translation>
     </message>
     <message>
-        <source>Write the list into a text file</source>
-        <translation>Die Liste in eine Textdatei schreiben</translation>
-    </message>
-    <message>
         <source>Save the event list</source>
         <translation>Ereignisliste speichern</translation>
     </message>
@@ -198,6 +190,22 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
 %1: %2</source>
         <translation>Die Liste konnte nicht gespeichert werden.
 %1: %2</translation>
+    </message>
+    <message>
+        <source>What has happened, the newest line at the end; equal events share a line</source>
+        <translation>Was geschehen ist, die neueste Zeile am Ende; gleiche Ereignisse teilen sich eine Zeile</translation>
+    </message>
+    <message>
+        <source>The list keeps the last 100,000 events</source>
+        <translation>Die Liste behält die letzten 100.000 Ereignisse</translation>
+    </message>
+    <message>
+        <source>Write every event with its time into a text file</source>
+        <translation>Jedes Ereignis mit seiner Zeit in eine Textdatei schreiben</translation>
+    </message>
+    <message>
+        <source>No longer kept: %1</source>
+        <translation>Nicht mehr aufbewahrt: %1</translation>
     </message>
 </context>
 <context>
@@ -213,6 +221,10 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
     <message>
         <source>Event</source>
         <translation>Ereignis</translation>
+    </message>
+    <message>
+        <source>Older events that are no longer kept: %1</source>
+        <translation>Ältere Ereignisse, die nicht mehr aufbewahrt werden: %1</translation>
     </message>
 </context>
 <context>
@@ -339,6 +351,10 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
         <source>%1 log messages were dropped</source>
         <translation>%1 Protokollzeilen sind entfallen</translation>
     </message>
+    <message>
+        <source>Thread %1, %2 line %3, %4</source>
+        <translation>Thread %1, %2 Zeile %3, %4</translation>
+    </message>
 </context>
 <context>
     <name>PluginManager</name>
@@ -463,6 +479,10 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
     <message>
         <source>Plug-in %1 is not used. %2</source>
         <translation>Das Plug-in %1 wird nicht verwendet. %2</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 </TS>

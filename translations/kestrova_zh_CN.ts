@@ -162,10 +162,6 @@ Enter or a double click opens a camera.</source>
         <translation>事件</translation>
     </message>
     <message>
-        <source>What has happened, the newest line at the end</source>
-        <translation>已发生的事件，最新的在末行</translation>
-    </message>
-    <message>
         <source>C&amp;lear</source>
         <translation>清空(&amp;L)</translation>
     </message>
@@ -182,10 +178,6 @@ Enter or a double click opens a camera.</source>
         <translation>保存(&amp;A)...</translation>
     </message>
     <message>
-        <source>Write the list into a text file</source>
-        <translation>将列表写入文本文件</translation>
-    </message>
-    <message>
         <source>Save the event list</source>
         <translation>保存事件列表</translation>
     </message>
@@ -198,6 +190,22 @@ Enter or a double click opens a camera.</source>
 %1: %2</source>
         <translation>无法保存列表。
 %1：%2</translation>
+    </message>
+    <message>
+        <source>What has happened, the newest line at the end; equal events share a line</source>
+        <translation>发生的事件，最新的在末尾；相同的事件合并为一行</translation>
+    </message>
+    <message>
+        <source>The list keeps the last 100,000 events</source>
+        <translation>列表保留最近的 100,000 个事件</translation>
+    </message>
+    <message>
+        <source>Write every event with its time into a text file</source>
+        <translation>将每个事件及其时间写入文本文件</translation>
+    </message>
+    <message>
+        <source>No longer kept: %1</source>
+        <translation>已不再保留：%1</translation>
     </message>
 </context>
 <context>
@@ -213,6 +221,10 @@ Enter or a double click opens a camera.</source>
     <message>
         <source>Event</source>
         <translation>事件</translation>
+    </message>
+    <message>
+        <source>Older events that are no longer kept: %1</source>
+        <translation>已不再保留的较早事件：%1</translation>
     </message>
 </context>
 <context>
@@ -339,6 +351,10 @@ Enter or a double click opens a camera.</source>
         <source>%1 log messages were dropped</source>
         <translation>已丢弃 %1 条日志消息</translation>
     </message>
+    <message>
+        <source>Thread %1, %2 line %3, %4</source>
+        <translation>线程 %1，%2 第 %3 行，%4</translation>
+    </message>
 </context>
 <context>
     <name>PluginManager</name>
@@ -463,6 +479,10 @@ Enter or a double click opens a camera.</source>
     <message>
         <source>Plug-in %1 is not used. %2</source>
         <translation>未使用插件 %1。%2</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
     </message>
 </context>
 </TS>

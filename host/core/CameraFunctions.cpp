@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "CameraTable.h"
+#include "LastCameraCall.h"
 #include "OpenedCamera.h"
 
 namespace {
@@ -25,18 +26,27 @@ std::optional<QByteArray> askedParameter(const char* name)
 template<typename Call>
 bool onCamera(VNCORE_HANDLE camera, Call call) noexcept
 {
+    bool done = false;
     try {
         const auto opened = CameraTable::instance().find(camera);
-        return opened && call(*opened);
+        done = opened && call(*opened);
     } catch (const std::bad_alloc&) {
-        return false;
+        done = false;
     }
+    lastCameraCall() = {camera, done};
+    return done;
 }
 
 /// What keeps the memory of this thread's last image: until its next wait, whatever becomes of the camera.
 thread_local std::shared_ptr<const void> imageLease;
 
 } // namespace
+
+CameraCall& lastCameraCall()
+{
+    thread_local CameraCall call;
+    return call;
+}
 
 bool vnApi_GetParamInt(VNCORE_HANDLE camera, const char* name, int& value, int* /*reserved*/)
 {

@@ -7,6 +7,7 @@
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollBar>
@@ -17,7 +18,7 @@
 #include "EventLog.h"
 
 EventDock::EventDock(EventLog& log, QWidget* parent)
-    : QDockWidget(tr("Events"), parent), m_log(log), m_view(new QTreeView)
+    : QDockWidget(tr("Events"), parent), m_log(log), m_view(new QTreeView), m_forgotten(new QLabel)
 {
     setObjectName(QStringLiteral("dockEvents"));
     m_view->setModel(&log);
@@ -26,15 +27,20 @@ EventDock::EventDock(EventLog& log, QWidget* parent)
     m_view->setAlternatingRowColors(true);
     m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_view->setAccessibleName(tr("Events"));
-    m_view->setToolTip(tr("What has happened, the newest line at the end"));
+    m_view->setToolTip(tr("What has happened, the newest line at the end; equal events share a line"));
     m_view->header()->setSectionResizeMode(EventLog::TimeColumn, QHeaderView::ResizeToContents);
     m_view->header()->setSectionResizeMode(EventLog::CountColumn, QHeaderView::ResizeToContents);
 
+    m_follow.setSingleShot(true);
+    connect(&m_follow, &QTimer::timeout, this, &EventDock::followNewest);
     connect(&log, &QAbstractItemModel::rowsAboutToBeInserted, this, [this] {
         const QScrollBar* bar = m_view->verticalScrollBar();
-        m_atEnd = bar->value() == bar->maximum();
+        m_atEnd = m_follow.isActive() ? m_atEnd : bar->value() == bar->maximum();
     });
-    connect(&log, &QAbstractItemModel::rowsInserted, this, &EventDock::followNewest);
+    connect(&log, &QAbstractItemModel::rowsInserted, this, &EventDock::onRowsInserted);
+    connect(&log, &QAbstractItemModel::modelReset, this, &EventDock::showForgotten);
+    m_forgotten->setToolTip(tr("The list keeps the last 100,000 events"));
+    m_forgotten->hide();
 
     auto* clear = new QPushButton(tr("C&lear"));
     clear->setToolTip(tr("Empty the list"));
@@ -43,7 +49,7 @@ EventDock::EventDock(EventLog& log, QWidget* parent)
     connect(clear, &QPushButton::clicked, &log, &EventLog::clear);
 
     auto* save = new QPushButton(tr("S&ave..."));
-    save->setToolTip(tr("Write the list into a text file"));
+    save->setToolTip(tr("Write every event with its time into a text file"));
     save->setAccessibleName(tr("Save the event list"));
     connect(save, &QPushButton::clicked, this, &EventDock::save);
 
@@ -52,6 +58,7 @@ EventDock::EventDock(EventLog& log, QWidget* parent)
     layout->setContentsMargins(4, 4, 4, 4);
     layout->addWidget(m_view);
     auto* buttons = new QHBoxLayout;
+    buttons->addWidget(m_forgotten);
     buttons->addStretch();
     buttons->addWidget(clear);
     buttons->addWidget(save);
@@ -59,11 +66,25 @@ EventDock::EventDock(EventLog& log, QWidget* parent)
     setWidget(content);
 }
 
+void EventDock::onRowsInserted()
+{
+    showForgotten();
+    if (!m_follow.isActive()) {
+        m_follow.start(0);
+    }
+}
+
 void EventDock::followNewest()
 {
     if (m_atEnd) {
         m_view->scrollToBottom();
     }
+}
+
+void EventDock::showForgotten()
+{
+    m_forgotten->setText(tr("No longer kept: %1").arg(m_log.forgotten()));
+    m_forgotten->setVisible(m_log.forgotten() > 0);
 }
 
 void EventDock::save()

@@ -3,12 +3,14 @@
 #ifndef KESTROVA_EVENTDOCK_H
 #define KESTROVA_EVENTDOCK_H
 
+#include <QtCore/QTimer>
 #include <QtWidgets/QDockWidget>
 
 class EventLog;
+class QLabel;
 class QTreeView;
 
-/// Shows the list, newest line at the end, clears and saves it.
+/// Shows the list, newest line at the end, clears and saves it. Says how many events are no longer kept.
 class EventDock : public QDockWidget
 {
     Q_OBJECT
@@ -18,10 +20,14 @@ public:
 
 private:
     void save();
+    void onRowsInserted();
     void followNewest();
+    void showForgotten();
 
     EventLog& m_log;
     QTreeView* m_view;
+    QLabel* m_forgotten;
+    QTimer m_follow;     ///< scrolls once for all lines of a burst
     bool m_atEnd = true; ///< the user has not scrolled away from the newest line
 };
 

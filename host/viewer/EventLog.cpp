@@ -11,55 +11,94 @@
 
 namespace {
 
-constexpr int repeatDistance = 16; // lines: more sources than cameras that are usually measured together
+constexpr int foldDistance = 64; // rows: more sources than cameras that are usually measured together
+
+const char* severityName(EventLog::Severity severity)
+{
+    switch (severity) {
+    case EventLog::Severity::Information:
+        return "information";
+    case EventLog::Severity::Warning:
+        return "warning";
+    case EventLog::Severity::Critical:
+        return "critical";
+    }
+    return "";
+}
 
 } // namespace
 
-void EventLog::append(Severity severity, const QString& event)
+void EventLog::append(Severity severity, const QString& event, const QString& origin)
 {
-    const QString text = singleLine(event);
-    int count = 1;
-    const auto end = m_lines.rbegin() + std::min<std::ptrdiff_t>(repeatDistance, std::ptrdiff_t(m_lines.size()));
-    const auto former = std::find_if(
-        m_lines.rbegin(), end, [&](const Line& line) { return line.severity == severity && line.text == text; });
+    Event added{QDateTime::currentDateTime(), severity, singleLine(event), origin};
+    Row row{m_forgotten + qint64(m_events.size()), 1, added.time};
+    const auto end = m_rows.rbegin() + std::min<std::ptrdiff_t>(foldDistance, std::ptrdiff_t(m_rows.size()));
+    const auto former = std::find_if(m_rows.rbegin(), end, [&](const Row& each) {
+        return newestOf(each).severity == severity && newestOf(each).text == added.text;
+    });
     if (former != end) {
-        count = former->count + 1;
-        const int row = int(m_lines.size()) - 1 - int(former - m_lines.rbegin());
-        beginRemoveRows({}, row, row);
-        m_lines.erase(m_lines.begin() + row);
-        endRemoveRows();
-    } else if (m_lines.size() >= size_t(capacity)) {
-        beginRemoveRows({}, 0, 0);
-        m_lines.pop_front();
-        endRemoveRows();
+        added.text = newestOf(*former).text; // one text in memory for all of them
+        row.count = former->count + 1;
+        row.since = former->since;
+        eraseRow(int(m_rows.size()) - 1 - int(former - m_rows.rbegin()));
     }
-    const int row = int(m_lines.size());
-    beginInsertRows({}, row, row);
-    m_lines.push_back({QDateTime::currentDateTime(), severity, count, text});
+    if (m_events.size() >= size_t(capacity)) {
+        forgetOldest();
+    }
+    const int last = int(m_rows.size());
+    beginInsertRows({}, last, last);
+    m_events.push_back(std::move(added));
+    m_rows.push_back(row);
     endInsertRows();
+}
+
+void EventLog::eraseRow(int row)
+{
+    beginRemoveRows({}, row, row);
+    m_rows.erase(m_rows.begin() + row);
+    endRemoveRows();
+}
+
+void EventLog::forgetOldest()
+{
+    if (!m_rows.empty() && m_rows.front().newest == m_forgotten) {
+        eraseRow(0);
+    }
+    m_events.pop_front();
+    ++m_forgotten;
 }
 
 void EventLog::clear()
 {
     beginResetModel();
-    m_lines.clear();
+    m_rows.clear();
+    m_events.clear();
+    m_forgotten = 0;
     endResetModel();
 }
 
 bool EventLog::writeTo(QIODevice& device) const
 {
-    return std::all_of(m_lines.begin(), m_lines.end(), [&](const Line& line) {
-        const QByteArray bytes =
-            QStringLiteral("%1\t%2\t%3\n")
-                .arg(line.time.toString(Qt::ISODateWithMs), QString::number(line.count), line.text)
-                .toUtf8();
+    const auto write = [&](const QStringList& fields) {
+        const QByteArray bytes = fields.join(QLatin1Char('\t')).toUtf8() + '\n';
         return device.write(bytes) == bytes.size();
+    };
+    if (m_forgotten > 0 && !write({tr("Older events that are no longer kept: %1").arg(m_forgotten)})) {
+        return false;
+    }
+    return std::all_of(m_events.begin(), m_events.end(), [&](const Event& event) {
+        QStringList fields{event.time.toString(Qt::ISODateWithMs), QLatin1String(severityName(event.severity)),
+                           event.text};
+        if (!event.origin.isEmpty()) {
+            fields.append(event.origin);
+        }
+        return write(fields);
     });
 }
 
 int EventLog::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : int(m_lines.size());
+    return parent.isValid() ? 0 : int(m_rows.size());
 }
 
 int EventLog::columnCount(const QModelIndex& parent) const
@@ -69,24 +108,33 @@ int EventLog::columnCount(const QModelIndex& parent) const
 
 QVariant EventLog::data(const QModelIndex& index, int role) const
 {
-    const Line& line = m_lines[size_t(index.row())];
+    const Row& row = m_rows[size_t(index.row())];
+    const Event& newest = newestOf(row);
     switch (role) {
     case Qt::DisplayRole:
         switch (index.column()) {
         case TimeColumn:
-            return line.time.toString(QStringLiteral("HH:mm:ss"));
+            return newest.time.toString(QStringLiteral("HH:mm:ss"));
         case CountColumn:
-            return line.count > 1 ? QStringLiteral("%1 ×").arg(line.count) : QString();
+            return row.count > 1 ? QStringLiteral("%1 ×").arg(row.count) : QString();
         default:
-            return line.text;
+            return newest.text;
         }
-    case Qt::ToolTipRole:
-        return line.time.toString(Qt::ISODateWithMs) + QLatin1Char('\n') + line.text;
+    case Qt::ToolTipRole: {
+        QStringList lines{newest.time.toString(Qt::ISODateWithMs), newest.text};
+        if (row.count > 1) {
+            lines.prepend(row.since.toString(Qt::ISODateWithMs) + QStringLiteral(" …"));
+        }
+        if (!newest.origin.isEmpty()) {
+            lines.append(newest.origin);
+        }
+        return lines.join(QLatin1Char('\n'));
+    }
     case Qt::ForegroundRole:
-        if (line.severity == Severity::Critical) {
+        if (newest.severity == Severity::Critical) {
             return QColor(255, 120, 110);
         }
-        return line.severity == Severity::Warning ? QVariant(QColor(250, 190, 90)) : QVariant();
+        return newest.severity == Severity::Warning ? QVariant(QColor(250, 190, 90)) : QVariant();
     default:
         return {};
     }

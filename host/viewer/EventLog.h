@@ -10,8 +10,9 @@
 
 class QIODevice;
 
-/// The last 10,000 lines, newest at the end. A line that repeats a recent one takes its place with a higher count
-/// instead, so that a few sources that repeat themselves in turn do not flush the list. User interface thread only.
+/// Keeps the last 100,000 events, each with its own time. Its rows, newest at the end, fold them: an event like a recent
+/// one shares its row, which moves to the end with a higher count, so that a few sources that repeat themselves in turn
+/// do not flush the list. User interface thread only.
 class EventLog : public QAbstractTableModel
 {
     Q_OBJECT
@@ -30,13 +31,16 @@ public:
         TextColumn,
         ColumnCount
     };
-    static constexpr int capacity = 10'000;
+    static constexpr int capacity = 100'000;
 
     using QAbstractTableModel::QAbstractTableModel;
 
-    void append(Severity severity, const QString& event);
+    /// `origin` says where in the program that was noticed, for the tool tip and the file; it may be empty.
+    void append(Severity severity, const QString& event, const QString& origin = {});
     void clear();
-    /// Writes one line of text per entry. False on a write error.
+    /// How many events have gone since the list was last cleared, to make room for newer ones.
+    qint64 forgotten() const { return m_forgotten; }
+    /// Writes one line of text per event, folded by nothing. False on a write error.
     bool writeTo(QIODevice& device) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -45,15 +49,27 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    struct Line
+    struct Event
     {
-        QDateTime time; ///< of the latest occurrence
+        QDateTime time;
         Severity severity;
-        int count;
         QString text;
+        QString origin;
+    };
+    struct Row
+    {
+        qint64 newest; ///< number of its newest event
+        qint64 count;
+        QDateTime since; ///< of its first event
     };
 
-    std::deque<Line> m_lines;
+    const Event& newestOf(const Row& row) const { return m_events[size_t(row.newest - m_forgotten)]; }
+    void eraseRow(int row);
+    void forgetOldest();
+
+    std::deque<Event> m_events; ///< numbered on from m_forgotten
+    std::deque<Row> m_rows;     ///< in the order of their newest events
+    qint64 m_forgotten = 0;
 };
 
 #endif

@@ -6,6 +6,8 @@
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
 
+#include <vnCore/vnTypes.h>
+
 /// While it lives it is the process's message handler; there is at most one. A message is only queued where it
 /// arises, since that may be any thread with any lock held; everything else happens on the user interface thread a
 /// little later. A fatal message is written at once.
@@ -22,7 +24,9 @@ public:
     void drain();
 
 Q_SIGNALS:
-    void criticalMessage(const QString& text);
+    /// The message; the thread, file, line and function that it names, if it does; and the camera that its thread
+    /// called last: on the user interface thread only if that call has just failed, else null.
+    void criticalMessage(const QString& text, const QString& origin, VNCORE_HANDLE camera);
 
 private:
     QTimer m_timer;

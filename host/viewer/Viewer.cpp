@@ -9,6 +9,9 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QPushButton>
 
+#include <vnCore/CxCameraManager.h>
+#include <vnCore/CxCameraParameters.h>
+
 #include "CameraEvents.h"
 #include "CameraNames.h"
 #include "CameraRegistry.h"
@@ -33,7 +36,12 @@ const QLatin1String detailLevelKey("detailLevel");
 Viewer::Viewer(const ViewerOptions& options) : m_options(options), m_settings(options.settingsFile)
 {
     connect(&m_messages, &MessageQueue::criticalMessage, &m_events,
-            [this](const QString& text) { m_events.append(EventLog::Severity::Critical, text); });
+            [this](const QString& text, const QString& origin, VNCORE_HANDLE camera) {
+                const CxCameraParameters* known = CxCameraManager::instance()->cameraParameters(camera);
+                m_events.append(EventLog::Severity::Critical,
+                                known ? tr("%1: %2").arg(cameraDisplayName(known->cameraInfo()), text) : text,
+                                origin);
+            });
     m_cameraEvents = std::make_unique<CameraEvents>(m_events, m_takeOvers);
     m_window = std::make_unique<MainWindow>(m_takeOvers, m_events);
     m_docks = std::make_unique<PluginDocks>(*m_window, m_window->docksMenu());

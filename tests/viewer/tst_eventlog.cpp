@@ -6,7 +6,10 @@
 #include <QtTest/QAbstractItemModelTester>
 #include <QtTest/QtTest>
 
+#include <vnCore/vnApi.h>
+
 #include "EventLog.h"
+#include "LogLine.h"
 #include "MessageQueue.h"
 
 class TestEventLog : public QObject
@@ -25,33 +28,28 @@ private Q_SLOTS:
         QCOMPARE(column(log, EventLog::CountColumn), QStringList({"2 ×", "3 ×", ""}));
         log.append(EventLog::Severity::Critical, "c");
         QCOMPARE(log.rowCount(), 4);
+        const QList<QByteArray> saved = lines(log);
+        QCOMPARE(saved.size(), 7); // each event of its own
+        QVERIFY2(saved[2].endsWith("\tinformation\ta") && saved[6].endsWith("\tcritical\tc"), saved[2]);
+        QVERIFY(saved[0] <= saved[2] && saved[2] <= saved[4]); // the times
     }
 
-    void keepsTheLastTenThousand()
+    void keepsTheLastHundredThousand()
     {
         EventLog log;
-        for (int i = 0; i < EventLog::capacity + 3; ++i) {
-            log.append(EventLog::Severity::Information, QString::number(i));
+        log.append(EventLog::Severity::Information, "alone");
+        for (int i = 0; i < EventLog::capacity + 1; ++i) {
+            log.append(EventLog::Severity::Warning, i % 2 == 0 ? "two\nlines" : "other");
         }
-        QCOMPARE(log.rowCount(), 10'000);
-        QCOMPARE(column(log, EventLog::TextColumn).constFirst(), QStringLiteral("3"));
-        log.append(EventLog::Severity::Information, QString::number(EventLog::capacity));
-        QCOMPARE(log.rowCount(), 10'000);
+        QCOMPARE(log.forgotten(), 2);
+        QCOMPARE(column(log, EventLog::TextColumn), QStringList({"other", "two lines"}));
+        const QList<QByteArray> saved = lines(log);
+        QCOMPARE(saved.size(), 1 + 100'000);
+        QVERIFY2(saved[0].endsWith(": 2") && saved[1].endsWith("\twarning\tother"), saved[1]);
+        QBuffer notOpen;
+        QVERIFY(!log.writeTo(notOpen));
         log.clear();
-        QCOMPARE(log.rowCount(), 0);
-    }
-
-    void isSavedOneLineAnEntry()
-    {
-        EventLog log;
-        log.append(EventLog::Severity::Warning, "two\nlines");
-        log.append(EventLog::Severity::Warning, "two\nlines");
-        QBuffer buffer;
-        QVERIFY(!log.writeTo(buffer)); // not open
-        buffer.open(QIODevice::WriteOnly);
-        QVERIFY(log.writeTo(buffer));
-        QVERIFY2(buffer.data().endsWith("\t2\ttwo lines\n"), buffer.data());
-        QCOMPARE(buffer.data().count('\n'), 1);
+        QCOMPARE(log.rowCount() + log.forgotten(), 0);
     }
 
     void messageUnderALockIsOnlyQueued()
@@ -61,14 +59,21 @@ private Q_SLOTS:
         MessageQueue queue;
         std::mutex recordMutex;
         QStringList heard;
-        connect(&queue, &MessageQueue::criticalMessage, this, [&](const QString& text) {
-            const std::lock_guard lock(recordMutex);
-            heard.append(text);
-        });
+        QStringList origins;
+        QList<VNCORE_HANDLE> cameras;
+        connect(&queue, &MessageQueue::criticalMessage, this,
+                [&](const QString& text, const QString& origin, VNCORE_HANDLE camera) {
+                    const std::lock_guard lock(recordMutex);
+                    heard.append(text);
+                    origins.append(origin);
+                    cameras.append(camera);
+                });
+        auto* const closed = reinterpret_cast<VNCORE_HANDLE>(7);
         std::thread worker([&] {
             const std::lock_guard lock(recordMutex);
             qWarning("not critical");
-            qCritical("from a worker");
+            vnApi_StopAcquisition(closed);
+            logFailure("a file.cpp", 12, "Some::where", QStringLiteral("it \"fell\" \\ over"));
         });
         worker.join();
         {
@@ -76,7 +81,10 @@ private Q_SLOTS:
             qCritical("from the user interface");
         }
         QVERIFY(heard.isEmpty());
-        QTRY_COMPARE(heard, QStringList({"from a worker", "from the user interface"}));
+        QTRY_COMPARE(heard, QStringList({R"(it "fell" \ over)", "from the user interface"}));
+        QVERIFY2(origins[0].endsWith("a file.cpp line 12, Some::where()"), qPrintable(origins[0]));
+        QCOMPARE(origins[1], QString());
+        QCOMPARE(cameras, (QList<VNCORE_HANDLE>{closed, nullptr}));
     }
 
     void floodIsBoundedAndCounted()
@@ -95,6 +103,13 @@ private Q_SLOTS:
     }
 
 private:
+    static QList<QByteArray> lines(const EventLog& log)
+    {
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        return log.writeTo(buffer) ? buffer.data().chopped(1).split('\n') : QList<QByteArray>();
+    }
+
     static QStringList column(const EventLog& log, int column)
     {
         QStringList result;
