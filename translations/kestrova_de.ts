@@ -305,16 +305,8 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
         <translation>&amp;1  Einsteiger</translation>
     </message>
     <message>
-        <source>&amp;2</source>
-        <translation>&amp;2</translation>
-    </message>
-    <message>
         <source>&amp;3  Standard</source>
         <translation>&amp;3  Standard</translation>
-    </message>
-    <message>
-        <source>&amp;4</source>
-        <translation>&amp;4</translation>
     </message>
     <message>
         <source>&amp;5  Developer</source>
@@ -343,6 +335,30 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
     <message>
         <source>&lt;h3&gt;Kestrova %1&lt;/h3&gt;&lt;p&gt;Views machine-vision cameras and measures their data throughput.&lt;/p&gt;&lt;p&gt;Kestrova Imaging, &lt;a href=&quot;https://kestrova.example&quot;&gt;kestrova.example&lt;/a&gt;&lt;/p&gt;&lt;p&gt;Free software under the GNU General Public License, version 3 or later.&lt;/p&gt;</source>
         <translation>&lt;h3&gt;Kestrova %1&lt;/h3&gt;&lt;p&gt;Zeigt Industriekameras und misst ihren Datendurchsatz.&lt;/p&gt;&lt;p&gt;Kestrova Imaging, &lt;a href=&quot;https://kestrova.example&quot;&gt;kestrova.example&lt;/a&gt;&lt;/p&gt;&lt;p&gt;Freie Software unter der GNU General Public License, Version 3 oder später.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>&amp;Reset layout</source>
+        <translation>Anordnung &amp;zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+R</source>
+        <translation>Ctrl+Shift+R</translation>
+    </message>
+    <message>
+        <source>&amp;Picture</source>
+        <translation>&amp;Bild</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+P</source>
+        <translation>Ctrl+Shift+P</translation>
+    </message>
+    <message>
+        <source>&amp;2  Basic</source>
+        <translation>&amp;2  Grundlegend</translation>
+    </message>
+    <message>
+        <source>&amp;4  Expert</source>
+        <translation>&amp;4  Experte</translation>
     </message>
 </context>
 <context>

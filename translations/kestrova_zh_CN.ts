@@ -305,16 +305,8 @@ Enter or a double click opens a camera.</source>
         <translation>&amp;1  初级</translation>
     </message>
     <message>
-        <source>&amp;2</source>
-        <translation>&amp;2</translation>
-    </message>
-    <message>
         <source>&amp;3  Standard</source>
         <translation>&amp;3  标准</translation>
-    </message>
-    <message>
-        <source>&amp;4</source>
-        <translation>&amp;4</translation>
     </message>
     <message>
         <source>&amp;5  Developer</source>
@@ -343,6 +335,30 @@ Enter or a double click opens a camera.</source>
     <message>
         <source>&lt;h3&gt;Kestrova %1&lt;/h3&gt;&lt;p&gt;Views machine-vision cameras and measures their data throughput.&lt;/p&gt;&lt;p&gt;Kestrova Imaging, &lt;a href=&quot;https://kestrova.example&quot;&gt;kestrova.example&lt;/a&gt;&lt;/p&gt;&lt;p&gt;Free software under the GNU General Public License, version 3 or later.&lt;/p&gt;</source>
         <translation>&lt;h3&gt;Kestrova %1&lt;/h3&gt;&lt;p&gt;查看机器视觉相机并测量其数据吞吐量。&lt;/p&gt;&lt;p&gt;Kestrova Imaging, &lt;a href=&quot;https://kestrova.example&quot;&gt;kestrova.example&lt;/a&gt;&lt;/p&gt;&lt;p&gt;自由软件，遵循 GNU 通用公共许可证第 3 版或更高版本。&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>&amp;Reset layout</source>
+        <translation>重置布局(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+R</source>
+        <translation>Ctrl+Shift+R</translation>
+    </message>
+    <message>
+        <source>&amp;Picture</source>
+        <translation>图像(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+P</source>
+        <translation>Ctrl+Shift+P</translation>
+    </message>
+    <message>
+        <source>&amp;2  Basic</source>
+        <translation>&amp;2  基础</translation>
+    </message>
+    <message>
+        <source>&amp;4  Expert</source>
+        <translation>&amp;4  专家</translation>
     </message>
 </context>
 <context>

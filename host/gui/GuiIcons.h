@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The few icons of the host, drawn in the palette's text colour so that they suit light and dark surroundings at
-// any pixel density.
+// The few icons of the host, drawn at any pixel density. All but the application's have the palette's text colour, so
+// that they suit light and dark surroundings.
 #ifndef KESTROVA_GUIICONS_H
 #define KESTROVA_GUIICONS_H
 

@@ -25,6 +25,8 @@ constexpr int defaultBottomHeight = 630; // a plug-in with four cameras is reada
 constexpr int defaultCamerasWidth = 330;
 constexpr int defaultEventsWidth = 430;
 
+const QLatin1String pictureKey("picture");
+
 /// Qt crashes on an arrangement in which a bit has changed, so it gets none whose sum does not fit.
 QByteArray sumOf(const QByteArray& arrangement)
 {
@@ -72,13 +74,21 @@ void MainWindow::buildMenus(QDockWidget* cameras, QDockWidget* events)
 
     m_docksMenu = menuBar()->addMenu(tr("&View"));
     QMenu* levels = m_docksMenu->addMenu(tr("&Detail level"));
+    QAction* reset = m_docksMenu->addAction(tr("&Reset layout"), this, &MainWindow::resetLayout);
+    reset->setShortcut(QKeySequence(tr("Ctrl+Shift+R")));
     m_docksMenu->addSeparator();
+    m_showPicture = m_docksMenu->addAction(tr("&Picture"));
+    m_showPicture->setShortcut(QKeySequence(tr("Ctrl+Shift+P")));
+    m_showPicture->setCheckable(true);
+    m_showPicture->setChecked(true);
+    connect(m_showPicture, &QAction::toggled, centralWidget(), &QWidget::setVisible);
     m_docksMenu->addAction(cameras->toggleViewAction());
     m_docksMenu->addAction(events->toggleViewAction());
 
     levels->setToolTip(tr("How much plug-ins show"));
     m_detailLevels = new QActionGroup(this);
-    const QString names[] = {tr("&1  Beginner"), tr("&2"), tr("&3  Standard"), tr("&4"), tr("&5  Developer")};
+    const QString names[] = {tr("&1  Beginner"), tr("&2  Basic"), tr("&3  Standard"), tr("&4  Expert"),
+                             tr("&5  Developer")};
     int level = ViewerDelegate::lowestDetailLevel;
     for (const QString& name : names) {
         QAction* action = levels->addAction(name);
@@ -105,7 +115,9 @@ void MainWindow::setDetailLevel(int level)
 
 void MainWindow::restoreArrangement(QSettings& settings)
 {
+    m_firstArrangement = saveState();
     arrangeByDefault();
+    m_showPicture->setChecked(settings.value(pictureKey, true).toBool());
     restoreGeometry(unsealed(settings.value(QStringLiteral("geometry")).toByteArray()));
     restoreState(unsealed(settings.value(QStringLiteral("docks")).toByteArray()));
 }
@@ -114,6 +126,7 @@ void MainWindow::saveArrangement(QSettings& settings) const
 {
     settings.setValue(QStringLiteral("geometry"), sealed(saveGeometry()));
     settings.setValue(QStringLiteral("docks"), sealed(saveState()));
+    settings.setValue(pictureKey, m_showPicture->isChecked());
 }
 
 void MainWindow::arrangeByDefault()
@@ -134,6 +147,14 @@ void MainWindow::arrangeByDefault()
     resizeDocks({findChild<QDockWidget*>(QStringLiteral("dockCameras")),
                  findChild<QDockWidget*>(QStringLiteral("dockEvents"))},
                 {defaultCamerasWidth, defaultEventsWidth}, Qt::Horizontal);
+}
+
+void MainWindow::resetLayout()
+{
+    showNormal(); // a maximised window keeps its size
+    m_showPicture->setChecked(true);
+    restoreState(m_firstArrangement);
+    arrangeByDefault();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

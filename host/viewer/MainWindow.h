@@ -5,8 +5,8 @@
 
 #include <QtWidgets/QMainWindow>
 
-class CameraDock;
 class EventLog;
+class QAction;
 class QActionGroup;
 class QMenu;
 class QSettings;
@@ -25,7 +25,7 @@ public:
 
     void setDetailLevel(int level);
 
-    /// Called when all docks exist. Without stored values the default arrangement.
+    /// Called when all docks exist, once. Without stored values the default arrangement.
     void restoreArrangement(QSettings& settings);
     void saveArrangement(QSettings& settings) const;
 
@@ -40,8 +40,11 @@ protected:
 private:
     void buildMenus(QDockWidget* cameras, QDockWidget* events);
     void arrangeByDefault();
+    void resetLayout();
     void showAbout();
 
+    QAction* m_showPicture = nullptr;
+    QByteArray m_firstArrangement; ///< of docks as they were added
     QMenu* m_docksMenu = nullptr;
     QActionGroup* m_detailLevels = nullptr;
 };

@@ -1,14 +1,43 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The palette.
+// The palette, and what of the style does not suit it.
 #include "Theme.h"
 
+#include <QtGui/QPainter>
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QStyleFactory>
+#include <QtWidgets/QProxyStyle>
+#include <QtWidgets/QStyleOption>
+
+namespace {
+
+/// Frames of menus are drawn in a darker colour than the window's: on a dark window nobody sees where a menu ends.
+class DarkFusion : public QProxyStyle
+{
+public:
+    DarkFusion() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override
+    {
+        return metric == PM_MenuPanelWidth ? 1 : QProxyStyle::pixelMetric(metric, option, widget);
+    }
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override
+    {
+        if (element == PE_FrameMenu) {
+            painter->setPen(option->palette.color(QPalette::PlaceholderText));
+            painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+        } else {
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+        }
+    }
+};
+
+} // namespace
 
 void applyDarkTheme(QApplication& application)
 {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new DarkFusion); // the application's from here on
 
     const QColor window(44, 48, 54);
     const QColor base(28, 31, 35);

@@ -2,12 +2,16 @@
 // The viewer as a whole, in this process: order of beginning and end, settings, take-overs, critical lines.
 #include <QtTest/QtTest>
 #include <QtWidgets/QActionGroup>
+#include <QtWidgets/QDockWidget>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QMenuBar>
 
 #include <vnCore/vnCore.h>
 
 #include "CameraRegistry.h"
 #include "MainWindow.h"
 #include "PluginManager.h"
+#include "Theme.h"
 #include "Viewer.h"
 
 class TestViewer : public QObject
@@ -51,6 +55,44 @@ private Q_SLOTS:
         QVERIFY(diary().contains("load 7 (4 open)"));
     }
 
+    void pictureCanBeHiddenAndTheFirstLayoutComesBack()
+    {
+        const auto prepare = [this](Viewer& viewer) {
+            viewer.start();
+            auto* picture = viewer.window().centralWidget();
+            return std::make_pair(picture, viewer.window().findChild<QDockWidget*>("dockEvents"));
+        };
+        {
+            Viewer viewer(m_options);
+            const auto [picture, events] = prepare(viewer);
+            action(viewer, "&Picture")->trigger();
+            QVERIFY(!picture->isVisible());
+            viewer.window().addDockWidget(Qt::BottomDockWidgetArea, events);
+            events->hide();
+        }
+        Viewer viewer(m_options);
+        const auto [picture, events] = prepare(viewer);
+        QVERIFY(!picture->isVisible() && !events->isVisible()); // as it was left
+        action(viewer, "&Reset layout")->trigger();
+        QVERIFY(picture->isVisible() && events->isVisible());
+        QCOMPARE(viewer.window().dockWidgetArea(events), Qt::RightDockWidgetArea);
+    }
+
+    void menusHaveABorderAndNoBlankEntry()
+    {
+        const QPalette palette = QApplication::palette();
+        applyDarkTheme(*qApp);
+        const auto restored = qScopeGuard([&] { QApplication::setPalette(palette); });
+        Viewer viewer(m_options);
+        viewer.start();
+        auto* menu = viewer.window().menuBar()->actions()[1]->menu()->actions()[0]->menu();
+        for (const QAction* level : menu->actions())
+            QVERIFY2(level->text().size() > 4, qPrintable(level->text()));
+        const QImage image = menu->grab().toImage();
+        for (const QPoint& place : {QPoint(0, image.height() / 2), QPoint(image.width() / 2, image.height() - 1)})
+            QVERIFY(image.pixelColor(place).lightness() > menu->palette().window().color().lightness() + 50);
+    }
+
     void whatHappensIsAnEvent()
     {
         QFile file(m_options.settingsFile);
@@ -74,6 +116,13 @@ private Q_SLOTS:
 
 private:
     static QStringList diary() { return qApp->property("diary").toStringList(); }
+
+    static QAction* action(Viewer& viewer, const char* text)
+    {
+        const auto actions = viewer.window().docksMenu().actions();
+        return *std::find_if(actions.begin(), actions.end(),
+                             [text](const QAction* each) { return each->text() == QLatin1String(text); });
+    }
 
     static bool hasEvent(Viewer& viewer, const char* text)
     {
