@@ -93,6 +93,10 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
         <source>%1 refused the format %2</source>
         <translation>%1 hat das Format %2 abgelehnt</translation>
     </message>
+    <message>
+        <source>silent %1 s</source>
+        <translation>still seit %1 s</translation>
+    </message>
 </context>
 <context>
     <name>CameraEvents</name>

@@ -93,6 +93,10 @@ Enter or a double click opens a camera.</source>
         <source>%1 refused the format %2</source>
         <translation>%1 拒绝了格式 %2</translation>
     </message>
+    <message>
+        <source>silent %1 s</source>
+        <translation>静默 %1 秒</translation>
+    </message>
 </context>
 <context>
     <name>CameraEvents</name>

@@ -2,7 +2,6 @@
 // The camera list and its controls.
 #include "CameraDock.h"
 
-#include <QtGui/QPainter>
 #include <QtGui/QTextDocument>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QComboBox>
@@ -16,6 +15,7 @@
 
 #include "CameraNames.h"
 #include "CameraRegistry.h"
+#include "CameraState.h"
 #include "EventLog.h"
 #include "PlainText.h"
 #include "TakeOvers.h"
@@ -30,51 +30,14 @@ enum Column
     ColumnCount
 };
 
+constexpr int statesIntervalMs = 1000; // silence is shown in seconds
+
 const QLatin1String formatParameter(VN_PRM_IMAGE_DATA_FORMAT);
-
-struct CameraState
-{
-    QString text;
-    QColor color;
-};
-
-CameraState stateOf(int device, const TakeOvers& takeOvers)
-{
-    const CameraRegistry& registry = CameraRegistry::instance();
-    VNCORE_HANDLE camera = registry.openedHandle(device);
-    if (registry.isDeviceLost(device)) {
-        return {CameraDock::tr("lost"), QColor(235, 80, 70)};
-    }
-    if (!camera) {
-        return {CameraDock::tr("closed"), QColor(110, 116, 124)};
-    }
-    if (takeOvers.isTakenOver(camera)) {
-        return {CameraDock::tr("measuring"), QColor(240, 160, 50)};
-    }
-    if (registry.isHostAcquiring(camera)) {
-        return {CameraDock::tr("live"), QColor(0, 200, 160)};
-    }
-    return {CameraDock::tr("open"), QColor(200, 206, 212)};
-}
 
 /// Tool tips take for markup what looks like it.
 QString plainToolTip(const QString& text)
 {
     return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
-}
-
-QIcon dot(const QColor& color)
-{
-    QPixmap pixmap(32, 32);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(color);
-    painter.drawEllipse(8, 8, 16, 16);
-    QIcon icon(pixmap);
-    icon.addPixmap(pixmap, QIcon::Selected); // else the colour changes in a selected row
-    return icon;
 }
 
 } // namespace
@@ -154,6 +117,8 @@ void CameraDock::connectToCameras()
     connect(registry, &CameraRegistry::cameraReturned, this, &CameraDock::refresh);
     connect(registry, &CameraRegistry::devicesChanged, this, &CameraDock::refresh);
     connect(&m_takeOvers, &TakeOvers::changed, this, &CameraDock::refresh);
+    connect(&m_statesTimer, &QTimer::timeout, this, [this] { refreshStates(std::chrono::steady_clock::now()); });
+    m_statesTimer.start(statesIntervalMs);
 }
 
 int CameraDock::selectedDevice() const
@@ -184,17 +149,27 @@ void CameraDock::refreshList()
     }
     for (int device = 0; device < devices; ++device) {
         const SxCameraInfo info = registry.deviceInfo(device);
-        const CameraState state = stateOf(device, m_takeOvers);
         QTreeWidgetItem* item = m_list->topLevelItem(device);
         item->setText(NameColumn, singleLine(info.name));
         item->setToolTip(NameColumn, plainToolTip(cameraDisplayName(info)));
         item->setText(IdColumn, singleLine(info.customId.isEmpty() ? info.id : info.customId));
         item->setToolTip(IdColumn, plainToolTip(info.id));
-        item->setText(StateColumn, state.text);
-        item->setIcon(StateColumn, dot(state.color));
     }
+    refreshStates(std::chrono::steady_clock::now());
     if (!m_list->currentItem() && devices > 0) {
         m_list->setCurrentItem(m_list->topLevelItem(0));
+    }
+}
+
+void CameraDock::refreshStates(std::chrono::steady_clock::time_point now)
+{
+    for (int device = 0; device < m_list->topLevelItemCount(); ++device) {
+        QTreeWidgetItem* item = m_list->topLevelItem(device);
+        const CameraState state = cameraState(device, m_takeOvers, now);
+        if (state.text != item->text(StateColumn)) {
+            item->setText(StateColumn, state.text);
+            item->setIcon(StateColumn, stateIcon(state.kind));
+        }
     }
 }
 

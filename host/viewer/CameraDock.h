@@ -3,6 +3,9 @@
 #ifndef KESTROVA_CAMERADOCK_H
 #define KESTROVA_CAMERADOCK_H
 
+#include <chrono>
+
+#include <QtCore/QTimer>
 #include <QtWidgets/QDockWidget>
 
 #include <vnCore/vnTypes.h>
@@ -24,6 +27,9 @@ public:
 
     /// The selected camera's handle, null if it is not open.
     VNCORE_HANDLE selectedCamera() const;
+
+    /// Shows how each camera is at that time. Called every second.
+    void refreshStates(std::chrono::steady_clock::time_point now);
 
 Q_SIGNALS:
     /// Another camera is selected, or the selected one was opened or closed.
@@ -47,6 +53,7 @@ private:
     QPushButton* m_openButton = nullptr;
     QPushButton* m_viewButton = nullptr;
     QComboBox* m_formatBox = nullptr;
+    QTimer m_statesTimer;
     VNCORE_HANDLE m_announced = nullptr; ///< what selectedCameraChanged() said last
 };
 

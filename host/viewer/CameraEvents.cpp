@@ -46,29 +46,29 @@ CameraEvents::CameraEvents(EventLog& log, TakeOvers& takeOvers, QObject* parent)
 void CameraEvents::onTakenOver(VNCORE_HANDLE camera, bool takenOver)
 {
     if (takenOver) {
-        m_watches[camera].since = std::chrono::steady_clock::now();
+        m_measured.emplace(camera, false);
         m_log.append(EventLog::Severity::Information, tr("%1 taken over by a plug-in").arg(nameOf(camera)));
     } else {
-        m_watches.erase(camera);
+        m_measured.erase(camera);
         m_log.append(EventLog::Severity::Information, tr("%1 given back").arg(nameOf(camera)));
     }
 }
 
 void CameraEvents::checkFrames(TimePoint now)
 {
-    for (auto& [camera, watch] : m_watches) {
-        const DeviceImage image = CameraRegistry::instance().latestImage(camera);
-        const bool sameMemory = !watch.memory.owner_before(image.memory) && !image.memory.owner_before(watch.memory);
-        if (!sameMemory || image.descriptor.frameNumber != watch.frameNumber) {
-            if (watch.reported) {
-                m_log.append(EventLog::Severity::Information, tr("%1 sends frames again").arg(nameOf(camera)));
-            }
-            watch = {image.memory, image.descriptor.frameNumber, now, false};
-        } else if (!watch.reported && now - watch.since >= longestSilence) {
-            watch.reported = true;
+    for (auto& [camera, told] : m_measured) {
+        const auto since = CameraRegistry::instance().silentSince(camera);
+        const bool silent = since && now - *since >= longestSilence;
+        if (!since || silent == told) {
+            continue; // nobody acquires, or nothing new
+        }
+        told = silent;
+        if (silent) {
             m_log.append(EventLog::Severity::Warning,
                          tr("%1 is measured but has sent no frame for %2 s")
                              .arg(nameOf(camera), QString::number(longestSilence.count())));
+        } else {
+            m_log.append(EventLog::Severity::Information, tr("%1 sends frames again").arg(nameOf(camera)));
         }
     }
 }

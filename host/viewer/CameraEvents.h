@@ -9,7 +9,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
 
-#include "CameraDevice.h"
+#include <vnCore/vnTypes.h>
 
 class EventLog;
 class TakeOvers;
@@ -26,23 +26,15 @@ public:
 
     CameraEvents(EventLog& log, TakeOvers& takeOvers, QObject* parent = nullptr);
 
-    /// Looks whether each measured camera has a newer frame than at the last call. Called every second.
+    /// Looks for how long each measured camera has sent no frame. Called every second.
     void checkFrames(TimePoint now);
 
 private:
-    struct Watch
-    {
-        std::weak_ptr<const void> memory; ///< of the last frame seen; weak, so that its driver can reuse it
-        quint32 frameNumber = 0;
-        TimePoint since; ///< when that frame was first seen
-        bool reported = false;
-    };
-
     void onTakenOver(VNCORE_HANDLE camera, bool takenOver);
 
     EventLog& m_log;
     QTimer m_timer;
-    std::map<VNCORE_HANDLE, Watch> m_watches; ///< the measured cameras
+    std::map<VNCORE_HANDLE, bool> m_measured; ///< the measured cameras; whether their silence has been told
 };
 
 #endif

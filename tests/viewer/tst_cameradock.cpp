@@ -128,23 +128,32 @@ private Q_SLOTS:
         QVERIFY(vnApi_StartAcquisition(camera));
         m_takeOvers->setTakenOver(camera, true);
         m_log->clear();
-        auto now = std::chrono::steady_clock::now();
-        const auto check = [&](std::chrono::seconds later) { m_events->checkFrames(now += later); };
+        const auto check = [&](std::chrono::seconds silence) {
+            const auto now = *CameraRegistry::instance().silentSince(camera) + silence;
+            m_events->checkFrames(now);
+            m_dock->refreshStates(now);
+        };
         check(4s);
+        QCOMPARE(states()[0], QStringLiteral("measuring"));
         QVERIFY(lines().isEmpty());
-        check(2s);
-        check(7s);
+        check(5s);
+        check(12s);
+        QCOMPARE(states()[0], QStringLiteral("silent 12 s"));
         QCOMPARE(lines().size(), 1);
         QVERIFY(lines()[0].contains("no frame for 5 s"));
 
         receiveFrame(camera);
         check(1s);
+        QCOMPARE(states()[0], QStringLiteral("measuring"));
         QCOMPARE(lines().size(), 2);
-        check(4s);
-        QCOMPARE(lines().size(), 2);
-        check(1s);
-        QCOMPARE(lines().size(), 2); // merged with the first
+        check(5s);
+        QCOMPARE(lines().size(), 2); // one line with the first
         QVERIFY(lines().constLast().contains("no frame"));
+        m_cameras[0]->lose();
+        m_cameras[0]->comeBack(); // sends nothing until it is started again
+        QTRY_VERIFY(lines().constLast().contains("is back"));
+        check(7s);
+        QCOMPARE(states()[0], QStringLiteral("silent 7 s"));
         vnApi_StopAcquisition(camera);
     }
 
