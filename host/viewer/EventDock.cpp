@@ -31,13 +31,15 @@ EventDock::EventDock(EventLog& log, QWidget* parent)
     m_view->header()->setSectionResizeMode(EventLog::TimeColumn, QHeaderView::ResizeToContents);
     m_view->header()->setSectionResizeMode(EventLog::CountColumn, QHeaderView::ResizeToContents);
 
-    m_follow.setSingleShot(true);
-    connect(&m_follow, &QTimer::timeout, this, &EventDock::followNewest);
-    connect(&log, &QAbstractItemModel::rowsAboutToBeInserted, this, [this] {
-        const QScrollBar* bar = m_view->verticalScrollBar();
-        m_atEnd = m_follow.isActive() ? m_atEnd : bar->value() == bar->maximum();
+    // The range changes once for all lines of a burst, and also when the dock changes its height.
+    QScrollBar* bar = m_view->verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this, [this, bar] { m_atEnd = bar->value() == bar->maximum(); });
+    connect(bar, &QScrollBar::rangeChanged, this, [this, bar] {
+        if (m_atEnd) {
+            bar->setValue(bar->maximum());
+        }
     });
-    connect(&log, &QAbstractItemModel::rowsInserted, this, &EventDock::onRowsInserted);
+    connect(&log, &QAbstractItemModel::rowsInserted, this, &EventDock::showForgotten);
     connect(&log, &QAbstractItemModel::modelReset, this, &EventDock::showForgotten);
     m_forgotten->setToolTip(tr("The list keeps the last 100,000 events"));
     m_forgotten->hide();
@@ -64,21 +66,6 @@ EventDock::EventDock(EventLog& log, QWidget* parent)
     buttons->addWidget(save);
     layout->addLayout(buttons);
     setWidget(content);
-}
-
-void EventDock::onRowsInserted()
-{
-    showForgotten();
-    if (!m_follow.isActive()) {
-        m_follow.start(0);
-    }
-}
-
-void EventDock::followNewest()
-{
-    if (m_atEnd) {
-        m_view->scrollToBottom();
-    }
 }
 
 void EventDock::showForgotten()

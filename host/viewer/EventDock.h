@@ -3,7 +3,6 @@
 #ifndef KESTROVA_EVENTDOCK_H
 #define KESTROVA_EVENTDOCK_H
 
-#include <QtCore/QTimer>
 #include <QtWidgets/QDockWidget>
 
 class EventLog;
@@ -20,14 +19,11 @@ public:
 
 private:
     void save();
-    void onRowsInserted();
-    void followNewest();
     void showForgotten();
 
     EventLog& m_log;
     QTreeView* m_view;
     QLabel* m_forgotten;
-    QTimer m_follow;     ///< scrolls once for all lines of a burst
     bool m_atEnd = true; ///< the user has not scrolled away from the newest line
 };
 

@@ -9,6 +9,7 @@
 #include <vnCore/vnApi.h>
 
 #include "EventLog.h"
+#include "LastCameraCall.h"
 #include "LogLine.h"
 #include "MessageQueue.h"
 
@@ -68,23 +69,28 @@ private Q_SLOTS:
                     origins.append(origin);
                     cameras.append(camera);
                 });
+        auto* const measured = reinterpret_cast<VNCORE_HANDLE>(6);
         auto* const closed = reinterpret_cast<VNCORE_HANDLE>(7);
         std::thread worker([&] {
             const std::lock_guard lock(recordMutex);
             qWarning("not critical");
-            vnApi_StopAcquisition(closed);
+            lastCameraCall() = {measured, true};
             logFailure("a file.cpp", 12, "Some::where", QStringLiteral("it \"fell\" \\ over"));
         });
         worker.join();
         {
             const std::lock_guard lock(recordMutex);
+            vnApi_StopAcquisition(closed); // fails
             qCritical("from the user interface");
         }
         QVERIFY(heard.isEmpty());
         QTRY_COMPARE(heard, QStringList({R"(it "fell" \ over)", "from the user interface"}));
         QVERIFY2(origins[0].endsWith("a file.cpp line 12, Some::where()"), qPrintable(origins[0]));
         QCOMPARE(origins[1], QString());
-        QCOMPARE(cameras, (QList<VNCORE_HANDLE>{closed, nullptr}));
+        QCOMPARE(cameras, (QList<VNCORE_HANDLE>{measured, closed}));
+        qCritical("later");
+        QTRY_COMPARE(cameras.size(), 3);
+        QVERIFY(cameras[2] == nullptr);
     }
 
     void floodIsBoundedAndCounted()

@@ -5,6 +5,8 @@
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QTreeView>
 
 #include <vnCore/vnCore.h>
 
@@ -112,6 +114,28 @@ private Q_SLOTS:
         QVERIFY(hasEvent(viewer, "taken over"));
         delete viewer.window().findChild<QWidget*>("TestWidget");
         QVERIFY(hasEvent(viewer, "given back"));
+    }
+
+    void newestEventStaysInView()
+    {
+        Viewer viewer(m_options);
+        viewer.start();
+        auto* dock = viewer.window().findChild<QDockWidget*>("dockEvents");
+        const QScrollBar* bar = dock->findChild<QTreeView*>()->verticalScrollBar();
+        const auto append = [&viewer] {
+            for (int i = 0; i < 100; ++i)
+                viewer.events().append(EventLog::Severity::Information, QString::number(i));
+        };
+        append();
+        QTRY_VERIFY(bar->maximum() > 50 && bar->value() == bar->maximum());
+        const int before = bar->maximum();
+        viewer.window().resize(viewer.window().width(), 500);
+        QTRY_VERIFY(bar->maximum() > before);
+        QCOMPARE(bar->value(), bar->maximum());
+        dock->findChild<QTreeView*>()->scrollToTop();
+        append();
+        QTRY_VERIFY(bar->maximum() > before + 100);
+        QCOMPARE(bar->value(), 0);
     }
 
 private:
