@@ -40,10 +40,11 @@ void DialogRobot::attend(QDialog* dialog)
 void DialogRobot::watchReport(QProgressDialog* dialog)
 {
     seen.append(dialog->windowTitle() + QLatin1Char('|') + dialog->labelText());
-    connect(dialog->findChild<QProgressBar*>(), &QProgressBar::valueChanged, this, [this, dialog](int value) {
+    const auto act = [this, dialog](int value) {
         if (duringReport && value == 0)
             duringReport(dialog);
-    });
+    };
+    connect(dialog->findChild<QProgressBar*>(), &QProgressBar::valueChanged, dialog, act, Qt::QueuedConnection);
 }
 
 void DialogRobot::answerFile(QFileDialog* dialog)

@@ -18,6 +18,7 @@ namespace {
 
 constexpr int columns = 8;
 constexpr quint64 nsPerTick = 4;
+constexpr quint64 intervalsPerQuestion = quint64{1} << 15; ///< whether to go on: some milliseconds of writing
 
 /// Collects lines and passes them on when there are enough.
 class TextBuffer
@@ -74,6 +75,7 @@ CsvReportResult CsvReportWriter::write(const CxCameraLineData& data, qint64 from
 
     QMutexLocker lock(&data.mutex);
     TextBuffer text(m_sink);
+    const auto cancelled = [&] { return text.flush() ? CsvReportResult::Cancelled : failed(); };
     std::memcpy(text.position(), csvReportHeader, sizeof csvReportHeader - 1);
     if (!text.advance(text.position() + sizeof csvReportHeader - 1))
         return failed();
@@ -82,13 +84,16 @@ CsvReportResult CsvReportWriter::write(const CxCameraLineData& data, qint64 from
     const qint32 required = data.requiredThroughput;
     BufferModel buffer(data.cameraBufferSize); // carried on from frame to frame
     qint32 visited = 0;
+    const auto goOn = [&] { return !m_goOn || m_goOn(visited); };
     for (const auto& frame : data.frameList) {
-        if (m_goOn && !m_goOn(visited))
-            return text.flush() ? CsvReportResult::Cancelled : failed();
+        if (!goOn())
+            return cancelled();
         if (!frame->blockTicks || frame->blockCount == 0)
             continue;
         const quint64* ticks = frame->blockTicks.get();
         for (quint64 i = 1; i < frame->blockCount; ++i) {
+            if (i % intervalsPerQuestion == 0 && !goOn())
+                return cancelled();
             const quint64 offsetUs = (ticks[i] - ticks[0]) / ticksPerUs;
             const qint64 timeUs = saturatingAdd(frame->timestampUs, static_cast<qint64>(offsetUs));
             if (timeUs < fromUs)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The text of the report of a throughput measurement. Knows no file and no dialog: it hands its text to a sink and
-// asks before every frame whether to go on.
+// asks all the time whether to go on.
 #ifndef KESTROVA_CSVREPORTWRITER_H
 #define KESTROVA_CSVREPORTWRITER_H
 
@@ -30,7 +30,8 @@ class CsvReportWriter
 public:
     /// Takes a piece of text; false if it could not be written, which ends the report.
     using Sink = std::function<bool(const char* text, std::size_t size)>;
-    /// Asked before every frame with the number of frames visited so far; false ends the report.
+    /// Asked before every frame, and every few milliseconds within a large one, with the number of frames visited so
+    /// far; false ends the report.
     using GoOn = std::function<bool(qint32 visited)>;
 
     explicit CsvReportWriter(Sink sink, GoOn goOn = {});

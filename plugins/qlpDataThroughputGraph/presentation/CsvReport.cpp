@@ -17,7 +17,7 @@
 namespace {
 
 constexpr int firstPaintMs = 1000; ///< longest time that the dialog gets to appear
-constexpr int paintEveryMs = 34;   ///< not more than 30 times a second
+constexpr int paintEveryMs = 34;   ///< 30 times a second: more would cost more than the report
 
 /// Frames that the progress counts: those near the range, up to the first one behind it.
 qint32 countFrames(const CxCameraLineData& data, qint64 fromUs, qint64 toUs)
@@ -61,12 +61,13 @@ public:
         QCoreApplication::processEvents(QEventLoop::AllEvents, firstPaintMs);
     }
 
-    /// Called for every frame, though nobody can see a value that is not painted: a modal dialog paints and processes
-    /// events whenever it takes one, which costs more than the frame.
+    /// Paints the progress and processes events when it is time to: the dialog itself does so only when it has been
+    /// open for some seconds.
     bool goOn(qint32 visited)
     {
         if (!m_dialog.wasCanceled() && (!m_sincePaint.isValid() || m_sincePaint.hasExpired(paintEveryMs))) {
             m_dialog.setValue(visited);
+            QCoreApplication::processEvents();
             m_sincePaint.start();
         }
         return !m_dialog.wasCanceled();
