@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Cameras and users that do anything at any moment, also while a box is open: nothing crashes, every record has its
-// camera, and in the end every camera has its parameters back.
+// Cameras and users that do anything at any moment, also while a box is open: nothing crashes, rows, records and plot
+// areas are those of the opened cameras, and in the end every camera has its parameters back.
 #include <vnCore/CxCameraManager.h>
 #include <vnCore/vnApi.h>
 
 #include "DialogRobot.h"
+#include "form/RowCells.h"
 #include "FormBench.h"
+#include "RandomRecord.h"
 #include "RandomUser.h"
 #include "Table.h"
 
@@ -44,7 +46,10 @@ private Q_SLOTS:
         DialogRobot robot;
         robot.fileName = reports.filePath(QStringLiteral("report.csv"));
         robot.inside = [&](QDialog*) { doAnything(bench); };
-        robot.duringReport = [&](QProgressDialog*) { doAnything(bench); };
+        robot.duringReport = [&](QProgressDialog*) {
+            for (int events = below(40); events > 0; --events)
+                doAnything(bench);
+        };
         robot.answer = [this](QDialog* setup) { below(2) ? setup->accept() : setup->reject(); };
         for (int i = 0; i < eventCount(); ++i) {
             // Now, or inside whatever processes events next: a progress box, a dialog, the loop below.
@@ -79,7 +84,7 @@ private:
     {
         const int camera = below(3);
         auto& registry = CameraRegistry::instance();
-        switch (below(17)) {
+        switch (below(18)) {
         case 0:
         case 1:
             bench.open(camera);
@@ -123,16 +128,42 @@ private:
             }
             bench.open(camera);
             break;
+        case 13:
+            if (QToolButton* button = bench.exportButton(camera))
+                exportReport(*bench.form->lineDataMap[cameraOf(button)], *button);
+            break;
         default:
             m_user.act(*bench.form);
         }
     }
 
+    static void exportReport(CxCameraLineData& record, QToolButton& button)
+    {
+        if (record.mutex.tryLock()) { // else a report of it is being written
+            if (!record.measuring)
+                appendFrame(record, 0, {0, 1000});
+            record.mutex.unlock();
+        }
+        button.click();
+    }
+
     void checkRecords(const FormBench& bench)
     {
-        const auto opened = CxCameraManager::instance()->openedCameras();
-        for (const VNCORE_HANDLE hCam : bench.form->lineDataMap.keys())
-            QVERIFY(opened.contains(hCam));
+        if (measureColumn(bench.form->measMode) < 0)
+            return;
+        auto opened = CxCameraManager::instance()->openedCameras();
+        const auto& records = bench.form->lineDataMap;
+        QList<VNCORE_HANDLE> rows, plotted, areas;
+        for (int row = 0; row < bench.table()->rowCount(); ++row)
+            rows.append(cameraOf(bench.graphBox(row)));
+        QCOMPARE(rows, opened);
+        std::sort(opened.begin(), opened.end());
+        QCOMPARE(records.keys(), opened);
+        for (const QCPAxisRect* rect : bench.plot()->axisRects())
+            areas.append(cameraOf(rect));
+        std::copy_if(rows.begin(), rows.end(), std::back_inserter(plotted),
+                     [&](VNCORE_HANDLE hCam) { return records[hCam]->plotEnabled; });
+        QCOMPARE(areas, plotted);
     }
 
     int below(int limit) { return m_user.below(limit); }

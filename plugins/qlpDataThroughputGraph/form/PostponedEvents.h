@@ -3,58 +3,53 @@
 #ifndef KESTROVA_POSTPONEDEVENTS_H
 #define KESTROVA_POSTPONEDEVENTS_H
 
-#include <algorithm>
+#include <set>
 #include <utility>
-#include <vector>
 
 #include <vnCore/vnTypes.h>
 
-/// Each event is noted once, in the order of first arrival. That is enough: whoever handles one asks the host for the
-/// state at that time. A camera that closes and opens again stays in this order, so its former record goes first.
+/// Each event is noted once, and they are handled kind by kind, whatever order they came in. That is enough: whoever
+/// handles one asks the host for the state at that time.
 class PostponedEvents
 {
 public:
+    /// In the order of handling: while events are held no record is made, so each one whose camera has closed is a
+    /// former one, which goes before there is a record for every opened camera; last come those that look for records.
     enum Kind
     {
-        RefreshTimer,
-        GraphRefresh,
-        CameraOpened,
         CameraClosed,
+        CameraOpened,
         CameraAcquisition,
-        CameraFormat
+        CameraFormat,
+        GraphRefresh,
+        RefreshTimer
     };
-    struct Event
-    {
-        Kind kind;
-        VNCORE_HANDLE hCam; ///< null if the kind concerns no one camera
-
-        bool operator==(const Event& other) const { return kind == other.kind && hCam == other.hCam; }
-    };
+    /// The camera is null if the kind concerns no one camera.
+    using Events = std::set<std::pair<Kind, VNCORE_HANDLE>>;
 
     /// From now on events are noted, for the sake of a camera whose record is in use.
-    void hold(VNCORE_HANDLE camera) { m_inUse = camera; }
-    bool isHeld() const { return m_inUse != nullptr; }
-    bool isInUse(VNCORE_HANDLE camera) const { return isHeld() && camera == m_inUse; }
+    void hold(VNCORE_HANDLE camera) { inUse = camera; }
+    bool isHeld() const { return inUse != nullptr; }
+    bool isInUse(VNCORE_HANDLE camera) const { return isHeld() && camera == inUse; }
 
     /// True if the event has been noted and the caller must return.
     bool postpone(Kind kind, VNCORE_HANDLE camera = nullptr)
     {
-        const Event event{kind, camera};
-        if (isHeld() && std::find(m_events.begin(), m_events.end(), event) == m_events.end())
-            m_events.push_back(event);
+        if (isHeld())
+            events.emplace(kind, camera);
         return isHeld();
     }
 
     /// Nothing is noted any more; what was is handed over.
-    std::vector<Event> release()
+    Events release()
     {
-        m_inUse = nullptr;
-        return std::exchange(m_events, {});
+        inUse = nullptr;
+        return std::exchange(events, {});
     }
 
 private:
-    VNCORE_HANDLE m_inUse = nullptr;
-    std::vector<Event> m_events;
+    VNCORE_HANDLE inUse = nullptr;
+    Events events;
 };
 
 #endif
