@@ -122,13 +122,28 @@ private Q_SLOTS:
         QVERIFY(!bench.cameras[0]->isAcquiring());
     }
 
+    void endedByItself_data()
+    {
+        const Table<int, bool, bool> row("mode", "live", "plotted");
+        row("no frame in view", MeasModeDataThroughput, true, true);
+        row("not live", MeasModeDataThroughput, false, true);
+        row("not plotted", MeasModeDataThroughput, true, false);
+        row("counters, not live", MeasModeStandardAcq, false, true);
+    }
     void endedByItself()
     {
-        FormBench bench(1);
+        QFETCH(int, mode);
+        FormBench bench(1, mode);
+        QFETCH(bool, live);
+        QFETCH(bool, plotted);
+        bench.child<QAbstractButton>("checkBoxLiveGraph")->setChecked(live);
+        bench.graphBox(0)->setChecked(plotted);
         QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
         bench.record(0).stopMeasurement();
-        bench.form->updateCameraListRow(bench.handle(0));
+        bench.tick();
         QCOMPARE(bench.status(0), QStringLiteral("Stopped"));
+        QVERIFY(bench.child("btnSetup")->isEnabled());
+        QVERIFY(mode != MeasModeDataThroughput || bench.exportButton(0)->isEnabled());
         QCOMPARE(bench.measureButton(0)->text(), QStringLiteral("Stop"));
         QTest::mouseClick(bench.measureButton(0), Qt::LeftButton); // the state counts, not the text
         QCOMPARE(bench.status(0), QStringLiteral("Testing"));

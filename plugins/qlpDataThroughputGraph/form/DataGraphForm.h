@@ -135,6 +135,7 @@ private:
     bool ReportFailedStart(const QString& cameraName);
     void UpdateMeasureButtonText(VNCORE_HANDLE hCam, const QString& text);
     void UpdateMeasureControls(VNCORE_HANDLE hCam, bool measuring);
+    void ShowEndedMeasurements();
     void UpdateSetupButton();
     void RefreshRequiredThroughput(VNCORE_HANDLE hCam);
 

@@ -67,6 +67,7 @@ void CxDataGraphForm::timerSignal()
         updateGraph();
     else
         RefreshStatistics();
+    ShowEndedMeasurements();
 }
 
 void CxDataGraphForm::on_refreshGraph_clicked()

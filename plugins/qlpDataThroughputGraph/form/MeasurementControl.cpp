@@ -216,6 +216,22 @@ void CxDataGraphForm::UpdateMeasureControls(VNCORE_HANDLE hCam, bool measuring)
     UpdateSetupButton();
 }
 
+/// A measurement that ends by itself tells nobody: it is found here.
+void CxDataGraphForm::ShowEndedMeasurements()
+{
+    for (const CxCameraLineData* record : qAsConst(lineDataMap)) {
+        const int row = rowOf(ui->table, record->hCam);
+        if (row < 0 || record->isMeasuring())
+            continue;
+        if (auto* button = ExportCell::at(ui->table, row).button)
+            button->setEnabled(true);
+        const auto* status = ui->table->item(row, statusColumn);
+        if (status && status->text() == tr("Testing"))
+            updateCameraListRow(record->hCam);
+    }
+    UpdateSetupButton();
+}
+
 /// A change of period or mode clears the samples, which a running worker appends to.
 void CxDataGraphForm::UpdateSetupButton()
 {
