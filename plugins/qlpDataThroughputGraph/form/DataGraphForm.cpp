@@ -52,6 +52,10 @@ CxDataGraphForm::CxDataGraphForm(QWidget* parent)
     ui->btnExport->addSupportedExportType(ExportToFile);
     ui->btnExport->setExportType(ExportToClipboard);
 
+    lateReplot.setSingleShot(true);
+    connect(&lateReplot, &QTimer::timeout, this, &CxDataGraphForm::ReplotPlot);
+    connect(ui->plot, &QCustomPlot::afterReplot, &lateReplot, &QTimer::stop);
+
     updateCameraList();
     ConnectHost();
     refreshTimer.start(refreshPeriodMs);

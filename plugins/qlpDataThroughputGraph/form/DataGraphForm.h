@@ -191,6 +191,7 @@ private:
     QMutex plotMutex;
 
     PostponedEvents postponedEvents; ///< held while a report is written
+    QTimer lateReplot; ///< unless something else replots first, as a plot does that is dragged or zoomed
     QCPMarginGroup* timeAxisMargins; ///< lines up the time axes of all areas; the plot owns it
     bool unitCaptions = false;       ///< updateColumnNames() has been asked for: rebuilds keep the units
     bool replotPending = false;      ///< the plot could not be seen when it should have been replotted

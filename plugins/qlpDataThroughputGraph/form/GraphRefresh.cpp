@@ -220,7 +220,7 @@ void CxDataGraphForm::on_plotChangeZoom(QCPRange range)
         return record && record->isMeasuring();
     });
     if (measuring)
-        ReplotPlot(); // the next tick brings the data
+        lateReplot.start(); // the next tick brings the data
     else
         updateGraph();
 }
