@@ -61,6 +61,7 @@ private Q_SLOTS:
             if (below(4) == 0)
                 QCoreApplication::processEvents();
             checkRecords(bench);
+            checkRanges(bench);
             if (QTest::currentTestFailed())
                 return;
         }
@@ -84,7 +85,7 @@ private:
     {
         const int camera = below(3);
         auto& registry = CameraRegistry::instance();
-        switch (below(18)) {
+        switch (below(19)) {
         case 0:
         case 1:
             bench.open(camera);
@@ -132,6 +133,9 @@ private:
             if (QToolButton* button = bench.exportButton(camera))
                 exportReport(*bench.form->lineDataMap[cameraOf(button)], *button);
             break;
+        case 14:
+            bench.child<QPushButton>("resetPan")->click();
+            break;
         default:
             m_user.act(*bench.form);
         }
@@ -164,6 +168,13 @@ private:
         std::copy_if(rows.begin(), rows.end(), std::back_inserter(plotted),
                      [&](VNCORE_HANDLE hCam) { return records[hCam]->plotEnabled; });
         QCOMPARE(areas, plotted);
+    }
+
+    static void checkRanges(const FormBench& bench)
+    {
+        for (const QCPAxisRect* area : bench.plot()->axisRects())
+            QCOMPARE(area->axis(QCPAxis::atBottom)->range(),
+                     QCPRange(bench.form->timeRangeLower, bench.form->timeRangeUpper));
     }
 
     int below(int limit) { return m_user.below(limit); }

@@ -239,15 +239,10 @@ void CxDataGraphForm::on_btnResetZoom_clicked()
     ReplotPlot();
 }
 
-/// The zoom stays: an axis whose span is not the default one makes it the shared one again.
+/// The zoom stays, and the view ends at the reference time.
 void CxDataGraphForm::on_resetPan_clicked()
 {
-    timeRangeLower = defaultRangeLower;
-    timeRangeUpper = defaultRangeUpper;
-    for (const QCPAxisRect* axisRect : ui->plot->axisRects()) {
-        QCPAxis* axis = timeAxis(axisRect);
-        axis->setRange(-axis->range().size(), 0.0);
-    }
+    on_plotChangeZoom(QCPRange(timeRangeLower - timeRangeUpper, 0.0));
     ReplotPlot();
 }
 
