@@ -2,6 +2,9 @@
 // Fonts and colours.
 #include "Look.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QTableWidget>
@@ -18,6 +21,23 @@ constexpr auto scrollBarSheet = "QScrollBar { background: %1; border: none; }"
 constexpr int largestPixels = 12;
 constexpr int headingPixels = 11; ///< two lines must fit beside one row
 
+constexpr double leastContrast = 4.5; ///< of text of this size, as WCAG 2 computes it
+
+double luminance(const QColor& colour)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+}
+
+/// 1 for equal colours to 21 for black and white.
+double contrast(const QColor& one, const QColor& other)
+{
+    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
 QPalette darkPalette()
 {
     const QColor button(52, 56, 62);
@@ -32,6 +52,11 @@ QPalette darkPalette()
 }
 
 } // namespace
+
+QColor look::groundFor(const QColor& textColour)
+{
+    return contrast(textColour, background) >= leastContrast ? background : QColor(Qt::white);
+}
 
 void look::limitFont(QWidget* form)
 {

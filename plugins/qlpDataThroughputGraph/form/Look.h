@@ -16,6 +16,9 @@ const QColor grid(58, 62, 68);
 const QColor text(Qt::white);
 const QColor disabledText(128, 128, 128);
 
+/// A ground on which text of that colour can be read: the dark one, or white where the contrast would be too low.
+QColor groundFor(const QColor& textColour);
+
 /// The sizes of the form's parts are pixels, so its font must not be much larger than they expect.
 void limitFont(QWidget* form);
 

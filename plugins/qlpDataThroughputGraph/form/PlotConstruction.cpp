@@ -213,6 +213,7 @@ void CxDataGraphForm::AddPlotCheckRow(int row, const Curve& curve)
     auto* item = new QTableWidgetItem(tr(curve.name));
     item->setTextAlignment(Qt::AlignCenter);
     item->setForeground(QColor(curve.colour));
+    item->setBackground(look::groundFor(curve.colour));
     item->setToolTip(tr(curve.toolTip));
     ui->tablePlotCheck->setItem(row, 1, item);
 }
