@@ -130,11 +130,17 @@ private Q_SLOTS:
         minimum->selectAll();
         QTest::keyClicks(minimum, QStringLiteral("90"));
         QCOMPARE(range(1), QStringLiteral("90..500"));
+        maximum->selectAll();
+        QTest::keyClicks(maximum, QStringLiteral("4,50")); // below the minimum at first
+        QCOMPARE(range(1), QStringLiteral("90..450"));
+        bench.graphBox(0)->click(); // builds the areas anew
+        bench.graphBox(0)->click();
+        QCOMPARE(range(1), QStringLiteral("90..450"));
         minimum->clear();
-        QCOMPARE(range(1), QStringLiteral("0..500"));
+        QCOMPARE(range(1), QStringLiteral("0..450"));
         QCOMPARE(range(0), QStringLiteral("0..1000"));
         bench.tick();
-        QCOMPARE(range(1), QStringLiteral("0..500"));
+        QCOMPARE(range(1), QStringLiteral("0..450"));
     }
 
     void rebuildResetsScalingOnly()

@@ -124,6 +124,7 @@ private:
     void AddRequiredThroughputCell(int row, CxCameraLineData& record);
     void AddYAxisScalingCell(int row, VNCORE_HANDLE hCam);
     QCPAxis* EditedValueAxis() const;
+    void TakeTypedRange(VNCORE_HANDLE hCam);
 
     // --- measurement control (MeasurementControl.cpp) ---
     void StartAll(const std::vector<CameraKey>& cameras);

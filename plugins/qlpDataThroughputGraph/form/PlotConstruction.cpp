@@ -4,6 +4,7 @@
 #include "DataGraphForm.h"
 
 #include <algorithm>
+#include <optional>
 
 #include <qcustomplot.h>
 
@@ -27,11 +28,56 @@ constexpr int leastFontPixels = 8;
 constexpr int aroundAxesPixels = 44; ///< of an area's height: title, time axis, margins
 constexpr int valueTickPixels = 20;  ///< height for each value tick
 constexpr int mostValueTicks = 5;
+constexpr int leastLabelPadding = 10;
+constexpr int mostLabelPadding = 40;
+constexpr int aroundLabelPixels = 4;            ///< of an area's height: between the labels of two value axes
 constexpr QMargins leastMargins(15, 8, 38, 15); // on the right half of the last time's label must fit
 
 QPen curvePen(const QColor& colour)
 {
     return QPen(QBrush(colour), 1.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
+}
+
+/// The one value of all points on the axis, if there is but one.
+std::optional<double> constantOn(const QCPAxis& axis)
+{
+    std::optional<QCPRange> data;
+    for (const QCPGraph* graph : axis.graphs()) {
+        bool found = false;
+        const QCPRange values = graph->getValueRange(found);
+        if (found)
+            data = data ? data->expanded(values) : values;
+    }
+    return data && data->size() == 0.0 ? std::optional(data->lower) : std::nullopt;
+}
+
+/// A tenth of the value on either side.
+QCPRange around(double value)
+{
+    return value == 0.0 ? QCPRange(-1.0, 1.0) : QCPRange(0.9 * value, 1.1 * value);
+}
+
+/// In pixels, of the labels that the axis draws now.
+int widestTickLabel(const QCPAxis& axis)
+{
+    QVector<double> ticks;
+    QVector<QString> labels;
+    axis.ticker()->generate(axis.range(), axis.parentPlot()->locale(), QLatin1Char('g'), axis.numberPrecision(),
+                            ticks, nullptr, &labels);
+    int widest = 0;
+    for (const QString& label : qAsConst(labels))
+        widest = std::max(widest, QFontMetrics(axis.tickLabelFont()).horizontalAdvance(label));
+    return widest;
+}
+
+/// A label that is longer than its axis reaches down to the times, of which the first begins left of the axis. It lies
+/// beside that one, however narrow the values are.
+int labelPadding(const QCPAxisRect& rect)
+{
+    const QCPAxis* values = rect.axis(QCPAxis::atLeft);
+    const int time = widestTickLabel(*rect.axis(QCPAxis::atBottom)) / 2;
+    return std::clamp(time - values->tickLabelPadding() - widestTickLabel(*values) + 2, leastLabelPadding,
+                      mostLabelPadding);
 }
 
 } // namespace
@@ -62,6 +108,7 @@ bool CxDataGraphForm::AddCameraPlot(VNCORE_HANDLE hCam, int layoutRow, const QSt
     }
     ui->plot->plotLayout()->addElement(layoutRow + 1, 0, axisRect);
     AutoScaleVertAxis(hCam, axisRect);
+    TakeTypedRange(hCam);
     return true;
 }
 
@@ -111,7 +158,9 @@ void CxDataGraphForm::FitValueAxes(int plotHeight)
     for (const auto side : {QCPAxis::atLeft, QCPAxis::atRight}) {
         const QString label = rects.first()->axis(side)->label(); // the same in every area
         QFont font = rects.first()->axis(side)->labelFont();
-        const auto fits = [&] { return QFontMetrics(font).horizontalAdvance(label) <= areaHeight; };
+        const auto fits = [&] {
+            return QFontMetrics(font).horizontalAdvance(label) <= areaHeight - aroundLabelPixels;
+        };
         for (int pixels = axisFontPixels; pixels >= leastFontPixels; --pixels) {
             font.setPixelSize(pixels);
             if (fits())
@@ -125,6 +174,8 @@ void CxDataGraphForm::FitValueAxes(int plotHeight)
             axis->setLabelColor(colour);
         }
     }
+    for (QCPAxisRect* rect : rects)
+        rect->axis(QCPAxis::atLeft)->setLabelPadding(labelPadding(*rect));
 }
 
 QCPGraph* CxDataGraphForm::AddStandardAcqPlot(VNCORE_HANDLE hCam, const QString& curveName,
@@ -198,9 +249,16 @@ void CxDataGraphForm::AutoScaleVertAxis(VNCORE_HANDLE hCam, QCPAxisRect* axisRec
         return;
     QCPAxis* axis = axisRect->axis(QCPAxis::atLeft);
     axis->rescale();
-    const QCPRange range = axis->range(); // the edit boxes' handlers change the axis
-    cell.minimum->setText(QString::number(truncated<qint32>(range.lower)));
-    cell.maximum->setText(QString::number(truncated<qint32>(range.upper)));
+    const auto constant = constantOn(*axis);
+    if (constant)
+        axis->setRange(around(*constant));
+    const QCPRange range = axis->range();
+    const auto lower = truncated<qint32>(range.lower);
+    const auto upper = truncated<qint32>(range.upper);
+    cell.minimum->setText(QString::number(lower)); // the boxes' handlers change the axis
+    cell.maximum->setText(QString::number(upper));
+    if (constant || lower == upper) // whole numbers could leave the curve out
+        axis->setRange(range);
 }
 
 void CxDataGraphForm::AddPlotCheckRow(int row, const Curve& curve)

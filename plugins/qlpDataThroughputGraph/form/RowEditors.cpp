@@ -125,15 +125,8 @@ void CxDataGraphForm::AddYAxisScalingCell(int row, VNCORE_HANDLE hCam)
     connect(cell.automatic, &QCheckBox::clicked, this, &CxDataGraphForm::onChkCamAutoVertAxis);
     connect(cell.minimum, &QLineEdit::textChanged, this, &CxDataGraphForm::onEditVertScaleMinChanged);
     connect(cell.maximum, &QLineEdit::textChanged, this, &CxDataGraphForm::onEditVertScaleMaxChanged);
-    // On the way to "500" the maximum was below the minimum, and the axis took it for that.
-    const auto settle = [this, hCam] {
-        const auto edited = cellOf<YAxisScalingCell>(ui->table, hCam);
-        const QCPAxisRect* axisRect = edited.automatic ? FindCameraAxisRect(hCam) : nullptr;
-        if (axisRect && edited.minimum->text().toInt() < edited.maximum->text().toInt())
-            axisRect->axis(QCPAxis::atLeft)->setRange(edited.minimum->text().toInt(), edited.maximum->text().toInt());
-    };
-    connect(cell.minimum, &QLineEdit::editingFinished, this, settle);
-    connect(cell.maximum, &QLineEdit::editingFinished, this, settle);
+    for (const QLineEdit* edit : {cell.minimum, cell.maximum})
+        connect(edit, &QLineEdit::editingFinished, this, &CxDataGraphForm::ReplotPlot);
     ui->table->setCellWidget(row, ThroughputColumn::YAxisScaling, cell.container);
 }
 
@@ -148,18 +141,38 @@ void CxDataGraphForm::onChkCamAutoVertAxis(bool state)
         return;
     cell.minimum->setEnabled(!state);
     cell.maximum->setEnabled(!state);
+    TakeTypedRange(cameraOf(box));
+    ReplotPlot();
 }
 
 void CxDataGraphForm::onEditVertScaleMinChanged(QString text)
 {
-    if (QCPAxis* axis = EditedValueAxis())
+    if (QCPAxis* axis = EditedValueAxis()) {
         axis->setRange(text.toDouble(), axis->range().upper);
+        TakeTypedRange(cameraOf(sender()));
+    }
 }
 
 void CxDataGraphForm::onEditVertScaleMaxChanged(QString text)
 {
-    if (QCPAxis* axis = EditedValueAxis())
+    if (QCPAxis* axis = EditedValueAxis()) {
         axis->setRange(axis->range().lower, text.toDouble());
+        TakeTypedRange(cameraOf(sender()));
+    }
+}
+
+/// Unless the boxes follow the axis, it has what they hold, once that rises: on the way to 2000 the maximum is 2, below
+/// any minimum.
+void CxDataGraphForm::TakeTypedRange(VNCORE_HANDLE hCam)
+{
+    const auto cell = cellOf<YAxisScalingCell>(ui->table, hCam);
+    const QCPAxisRect* axisRect = FindCameraAxisRect(hCam);
+    if (!cell.automatic || cell.automatic->isChecked() || !axisRect)
+        return;
+    const int lower = cell.minimum->text().toInt();
+    const int upper = cell.maximum->text().toInt();
+    if (lower < upper)
+        axisRect->axis(QCPAxis::atLeft)->setRange(lower, upper);
 }
 
 /// The value axis whose edit box sent the present signal, or null.
