@@ -1,9 +1,33 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The plots: areas and axes, which curves there are and what they hold, scaling, the shared time range, replots.
+#include <vnCoreGui/CxExportToolButton.h>
+
 #include "FormBench.h"
 #include "Table.h"
 
 static constexpr qint64 second = 1000000;
+
+using Steps = std::vector<std::pair<const char*, std::function<void()>>>;
+
+static QImage pictureAfterReplot(QCustomPlot& plot)
+{
+    plot.replot(QCustomPlot::rpImmediateRefresh);
+    return plot.grab().toImage();
+}
+
+/// Around everything that the picture loses when something is hidden.
+static QRect drawnBy(QCustomPlot& plot, const std::function<void()>& hide)
+{
+    const QImage with = pictureAfterReplot(plot);
+    hide();
+    const QImage without = pictureAfterReplot(plot);
+    QRect around;
+    for (int y = 0; y < with.height(); ++y)
+        for (int x = 0; x < with.width(); ++x)
+            if (with.pixel(x, y) != without.pixel(x, y))
+                around |= QRect(x, y, 1, 1);
+    return around;
+}
 
 class FormPlotTest : public QObject
 {
@@ -33,31 +57,69 @@ private Q_SLOTS:
         }
     }
 
+    void valueAxisFollowsItsCurves_data()
+    {
+        const Table<quint64, quint64, QString, QString> row("ticks", "laterTicks", "boxes", "axis");
+        row("812.7 and 3.7 MB/s", 1260, 276760, "3..812", "3..812");
+        row("1000 MB/s all the time", 1024, 1024, "900..1100", "900..1100");
+        row("4 MB/s all the time", 256000, 256000, "3..4", "3.6..4.4"); // whole numbers would cut it off
+        row("0.8 and 0.2 MB/s", 1280000, 5120000, "0..0", "0.2..0.8");
+    }
     void valueAxisFollowsItsCurves()
     {
+        QFETCH(quint64, ticks);
+        QFETCH(quint64, laterTicks);
         FormBench bench(1);
         auto& record = bench.record(0);
-        addFrames(record, bench.nowUs - 10 * second, bench.nowUs - 5 * second, second, 1260);  // 812.7 MB/s
-        addFrames(record, bench.nowUs - 4 * second, bench.nowUs - 1 * second, second, 276760); // 3.7 MB/s
+        addFrames(record, bench.nowUs - 10 * second, bench.nowUs - 5 * second, second, ticks);
+        addFrames(record, bench.nowUs - 4 * second, bench.nowUs - 1 * second, second, laterTicks);
         bench.tick();
-        QCOMPARE(bench.inCell<QLineEdit>(0, ThroughputColumn::YAxisScaling, 0)->text(), QStringLiteral("3"));
-        QCOMPARE(bench.inCell<QLineEdit>(0, ThroughputColumn::YAxisScaling, 1)->text(), QStringLiteral("812"));
-        QCOMPARE(rangeText(bench.area(0)->axis(QCPAxis::atLeft)), QStringLiteral("3..812"));
+        const auto box = [&](int i) { return bench.inCell<QLineEdit>(0, ThroughputColumn::YAxisScaling, i)->text(); };
+        QTEST(box(0) + QStringLiteral("..") + box(1), "boxes");
+        QTEST(rangeText(bench.area(0)->axis(QCPAxis::atLeft)), "axis");
     }
 
-    /// However many areas share the plot's height, labels do not run into each other and ticks do not pile up.
+    void curveNamesCanBeRead()
+    {
+        const auto luminance = [](const QColor& colour) {
+            const auto linear = [](double v) {
+                return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+            };
+            return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+                   0.0722 * linear(colour.blueF());
+        };
+        for (const int mode : {MeasModeDataThroughput, MeasModeStandardAcq}) {
+            FormBench bench(1, mode);
+            const auto* legend = bench.child<QTableWidget>("tablePlotCheck");
+            for (int row = 0; row < legend->rowCount(); ++row) {
+                const auto* name = legend->item(row, 1);
+                const QImage cell = legend->viewport()->grab(legend->visualItemRect(name)).toImage();
+                const auto [darker, lighter] =
+                    std::minmax({luminance(cell.pixel(2, 2)), luminance(name->foreground().color())});
+                QVERIFY2((lighter + 0.05) / (darker + 0.05) >= 4.5, qPrintable(name->text()));
+            }
+        }
+    }
+
+    /// However many areas share the plot's height, labels do not run into each other or into the times, and ticks do not
+    /// pile up.
     void valueAxesFitTheirArea()
     {
-        FormBench bench(1);
-        for (int cameras = 1; cameras <= 8; bench.addCamera(), ++cameras) {
-            for (const int height : {200, 400, 900}) {
-                bench.plot()->resize(600, height);
-                const auto* axis = bench.area(cameras - 1)->axis(QCPAxis::atLeft);
-                const bool labelled = axis->labelColor() == Qt::white;
-                const int labelLength = QFontMetrics(axis->labelFont()).horizontalAdvance(axis->label());
-                QVERIFY(labelled ? labelLength <= height / cameras : height / cameras < 80);
-                QVERIFY(axis->ticker()->tickCount() * axis->tickLabelFont().pixelSize() <=
-                        std::max(11, height / cameras));
+        for (const int mode : {MeasModeDataThroughput, MeasModeStandardAcq}) {
+            FormBench bench(1, mode);
+            for (int cameras = 1; cameras <= 5; bench.addCamera(), ++cameras) {
+                for (const int height : {200, 272, 400, 900}) {
+                    bench.plot()->resize(516, height);
+                    auto* area = bench.area(cameras - 1);
+                    auto* values = area->axis(QCPAxis::atLeft);
+                    const QRect label = drawnBy(*bench.plot(), [&] { values->setLabelColor(Qt::transparent); });
+                    QVERIFY(label.height() < height / cameras && (!label.isEmpty() || height / cameras < 80));
+                    const QRect times = drawnBy(
+                        *bench.plot(), [&] { area->axis(QCPAxis::atBottom)->setTickLabelColor(Qt::transparent); });
+                    QVERIFY(!label.intersects(times));
+                    QVERIFY(values->ticker()->tickCount() * values->tickLabelFont().pixelSize() <=
+                            std::max(11, height / cameras));
+                }
             }
         }
     }
@@ -181,6 +243,56 @@ private Q_SLOTS:
         QVERIFY(bench.plot()->isHidden());
         CameraRegistry::instance().closeAll();
         QVERIFY(bench.plot()->isVisible());
+    }
+
+    void pictureIsWhatTheLayoutSays()
+    {
+        FormBench bench(3);
+        for (int i : {0, 1})
+            addFrames(bench.record(i), bench.nowUs - 10 * second, bench.nowUs, second, 2000);
+        bench.tick();
+        bench.child<QCheckBox>("checkBoxLiveGraph")->click();
+        bench.measureButton(2)->click();
+        const auto graph = [&bench](int row) { return [&bench, row] { bench.graphBox(row)->click(); }; };
+        const Steps steps{{"one off", graph(0)},
+                          {"all off and one on", [&] { graph(1)(), graph(2)(), graph(0)(); }},
+                          {"refreshed", [&] { bench.press("refreshGraph"); }},
+                          {"no data any more", [&] { bench.record(0).clearData(), bench.press("refreshGraph"); }},
+                          {"all on while hidden", [&] { bench.form->hide(), graph(1)(), bench.form->show(); }},
+                          {"closed", [&] { bench.close(0); }},
+                          {"by hand", [&] { bench.inCell<QCheckBox>(0, ThroughputColumn::YAxisScaling)->click(); }}};
+        for (const auto& [name, step] : steps) {
+            step();
+            const QImage shown = bench.plot()->grab().toImage();
+            QVERIFY2(shown == pictureAfterReplot(*bench.plot()), name);
+        }
+    }
+
+    void dragsEndWithAntialiasing()
+    {
+        FormBench bench(3);
+        const auto send = [&bench](QEvent::Type type, int x, Qt::MouseButton button, Qt::MouseButtons buttons) {
+            QMouseEvent event(type, bench.area(0)->center() + QPointF(x, 0), button, buttons, Qt::NoModifier);
+            QCoreApplication::sendEvent(bench.plot(), &event);
+        };
+        const Steps ends{
+            {"released", [&] { send(QEvent::MouseButtonRelease, 30, Qt::LeftButton, {}); }},
+            {"camera opens", [&] { bench.addCamera(); }},
+            {"camera closes", [&] { bench.close(2); }},
+            {"graph box", [&] { bench.graphBox(0)->click(); }},
+            {"hidden", [&] { bench.form->hide(), bench.form->show(); }},
+            {"lost release", [&] { send(QEvent::MouseMove, 40, Qt::NoButton, {}); }},
+            {"picture", [&] { emit bench.child<CxExportToolButton>("btnExport")->exportClicked(1); }},
+            {"second press", [&] { send(QEvent::MouseButtonPress, 0, Qt::RightButton, Qt::LeftButton); }}};
+        for (const auto& [name, end] : ends) {
+            pictureAfterReplot(*bench.plot());
+            send(QEvent::MouseButtonPress, 0, Qt::LeftButton, Qt::LeftButton);
+            send(QEvent::MouseMove, 30, Qt::NoButton, Qt::LeftButton);
+            QVERIFY2(bench.plot()->notAntialiasedElements() == QCP::aeAll, name);
+            end();
+            QVERIFY2(!bench.plot()->notAntialiasedElements(), name);
+            send(QEvent::MouseButtonRelease, 30, Qt::LeftButton, {});
+        }
     }
 
     void replots()

@@ -154,13 +154,45 @@ void CxDataGraphForm::ReplotPlot()
 
 bool CxDataGraphForm::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == ui->plot && event->type() == QEvent::Resize) // before the plot itself hears of it
+    if (watched != ui->plot)
+        return QWidget::eventFilter(watched, event);
+    switch (event->type()) {
+    case QEvent::Resize:
         FitValueAxes(static_cast<QResizeEvent*>(event)->size().height());
-    if (watched == ui->plot && event->type() == QEvent::Show && replotPending) {
-        replotPending = false;
-        ui->plot->replot(QCustomPlot::rpQueuedReplot);
+        break;
+    case QEvent::Show:
+        if (replotPending)
+            ReplotPlot();
+        break;
+    case QEvent::Hide:
+        EndDrag();
+        break;
+    case QEvent::MouseButtonPress:
+        EndDrag();
+        plotDragged = static_cast<QMouseEvent*>(event)->buttons().testFlag(Qt::LeftButton);
+        break;
+    case QEvent::MouseMove:
+        if (!static_cast<QMouseEvent*>(event)->buttons().testFlag(Qt::LeftButton))
+            EndDrag();
+        break;
+    case QEvent::MouseButtonRelease:
+        plotDragged = false;
+        break;
+    default:
+        break;
     }
     return QWidget::eventFilter(watched, event);
+}
+
+/// The plot has antialiasing again when its area hears of the release. This is for one that goes before, and for a
+/// release that went elsewhere.
+void CxDataGraphForm::EndDrag()
+{
+    if (!plotDragged)
+        return;
+    plotDragged = false;
+    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(), Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(ui->plot, &release);
 }
 
 // Needs QCustomPlot's declarations, which the form's header leaves out.

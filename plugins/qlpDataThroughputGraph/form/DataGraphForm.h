@@ -80,7 +80,8 @@ private Q_SLOTS:
     void on_plotChangeZoom(QCPRange range);
 
 protected:
-    /// Makes up for the replot that was left out while the plot could not be seen.
+    /// Of the plot, before it hears of them itself: its size, its drags, and the replot that was left out while it could
+    /// not be seen.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -98,6 +99,7 @@ private:
     CxCameraLineData* FindRecord(const CameraKey& camera) const;
     bool IsAnyMeasuring() const;
     void ReplotPlot();
+    void EndDrag();
 
     // --- camera table (CameraTable.cpp) ---
     void BuildStandardAcqTable();
@@ -157,7 +159,8 @@ private:
     // --- refresh and zoom (GraphRefresh.cpp) ---
     void RefreshStatistics();
     void UpdateReferenceTime();
-    void UpdateThroughputGraph();
+    bool HasPoints() const;
+    bool UpdateThroughputGraph();
     bool EvaluateVisible(CxCameraLineData& record, QCPGraph* minGraph = nullptr, QCPGraph* levelGraph = nullptr,
                          const QCPRange* keyRange = nullptr, double minKeySpacing = 0.0);
     void UpdateStandardGraph();
@@ -195,6 +198,7 @@ private:
     QTimer lateReplot; ///< unless something else replots first, as a plot does that is dragged or zoomed
     QCPMarginGroup* timeAxisMargins; ///< lines up the time axes of all areas; the plot owns it
     bool unitCaptions = false;       ///< updateColumnNames() has been asked for: rebuilds keep the units
+    bool plotDragged = false;        ///< a mouse button went down on the plot and has not come up
     bool replotPending = false;      ///< the plot could not be seen when it should have been replotted
 };
 

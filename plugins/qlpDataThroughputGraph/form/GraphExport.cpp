@@ -41,6 +41,7 @@ void CxDataGraphForm::onBtnExport(int iExportType)
 {
     if (iExportType != ExportToClipboard && iExportType != ExportToFile)
         return;
+    EndDrag(); // the picture has antialiasing
     const QImage picture = pictureOf(*ui->plot);
     if (iExportType == ExportToClipboard) {
         QGuiApplication::clipboard()->setImage(picture);

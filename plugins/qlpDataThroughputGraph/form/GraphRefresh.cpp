@@ -81,10 +81,12 @@ void CxDataGraphForm::updateGraph()
         return;
     const QMutexLocker lock(&plotMutex);
     UpdateReferenceTime();
+    const bool drawn = HasPoints();
     ui->plot->clearGraphs();
     switch (measMode) {
     case MeasModeDataThroughput:
-        UpdateThroughputGraph();
+        if (UpdateThroughputGraph() || drawn) // also when nothing has come in the place of what was drawn
+            ReplotPlot();
         break;
     case MeasModeStandardAcq:
         UpdateStandardGraph();
@@ -94,7 +96,17 @@ void CxDataGraphForm::updateGraph()
     }
 }
 
-void CxDataGraphForm::UpdateThroughputGraph()
+bool CxDataGraphForm::HasPoints() const
+{
+    for (int i = 0; i < ui->plot->graphCount(); ++i) {
+        if (!ui->plot->graph(i)->data()->isEmpty())
+            return true;
+    }
+    return false;
+}
+
+/// True if a curve has been filled.
+bool CxDataGraphForm::UpdateThroughputGraph()
 {
     const bool detailed = IxAppDelegate::instance()->applicationOptions().detailLevel > minThroughputDetail;
     const auto addCurve = [this](VNCORE_HANDLE hCam, const Curve& curve) -> QCPGraph* {
@@ -116,8 +128,7 @@ void CxDataGraphForm::UpdateThroughputGraph()
             filled = true;
         }
     }
-    if (filled)
-        ReplotPlot();
+    return filled;
 }
 
 bool CxDataGraphForm::EvaluateVisible(CxCameraLineData& record, QCPGraph* minGraph, QCPGraph* levelGraph,
@@ -269,8 +280,7 @@ void CxDataGraphForm::onChkCamPlotData(bool state)
         }
     }
     ShowPlotIfWanted();
-    if (!IsAnyMeasuring())
-        ReplotPlot();
+    ReplotPlot();
 }
 
 /// Hides the plot while there are cameras but none is plotted.

@@ -279,6 +279,7 @@ void CxDataGraphForm::AddPlotCheckRow(int row, const Curve& curve)
 /// Curves go before the axes that they refer to.
 void CxDataGraphForm::ClearPlotAreas()
 {
+    EndDrag();
     ui->plot->clearGraphs();
     ui->plot->plotLayout()->clear();
     ui->plot->plotLayout()->simplify();
@@ -290,6 +291,7 @@ void CxDataGraphForm::RemovePlotArea(VNCORE_HANDLE hCam)
     QCPAxisRect* axisRect = FindCameraAxisRect(hCam);
     if (!axisRect)
         return;
+    EndDrag();
     for (QCPGraph* graph : axisRect->graphs())
         ui->plot->removeGraph(graph);
     QCPLayoutGrid* layout = ui->plot->plotLayout();
