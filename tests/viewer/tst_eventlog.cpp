@@ -75,7 +75,7 @@ private Q_SLOTS:
             const std::lock_guard lock(recordMutex);
             qWarning("not critical");
             lastCameraCall() = {measured, true};
-            logFailure("a file.cpp", 12, "Some::where", QStringLiteral("it \"fell\" \\ over"));
+            logFailure("a file.cpp", 12, "Some::where", "it \"fell\" \\ over");
         });
         worker.join();
         {

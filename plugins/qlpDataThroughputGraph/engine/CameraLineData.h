@@ -216,7 +216,6 @@ private:
     // CameraPreparation.cpp
     bool setupDataThroughput();
     bool setupStandardAcq();
-    bool switchFrameBufferOff();
     bool startWorkerLocked();
     void finishMeasurementLocked();
 

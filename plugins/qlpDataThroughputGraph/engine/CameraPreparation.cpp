@@ -4,6 +4,8 @@
 #include "CameraLineData.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <new>
 #include <utility>
 
@@ -34,6 +36,117 @@ constexpr qint32 transportSpeedRegister = 4096; ///< MB/s
 constexpr qint32 timeStampResetMode = 0;
 constexpr qint32 timeStampResetSource = 19;
 
+using Record = CxCameraLineData;
+
+/// One call of the preparation or the restore.
+struct Step
+{
+    enum Kind
+    {
+        Save,
+        Set,
+        PutBack
+    };
+
+    Kind kind;
+    const char* parameter;
+    qint32 value;          ///< of Set
+    qint32 Record::*saved; ///< of Save and PutBack
+    const char* failure;   ///< null: the measurement does without this step; else what the log says
+};
+
+constexpr Step save(const char* parameter, qint32 Record::*into, const char* failure = nullptr)
+{
+    return {Step::Save, parameter, 0, into, failure};
+}
+
+constexpr Step set(const char* parameter, qint32 value, const char* failure = nullptr)
+{
+    return {Step::Set, parameter, value, nullptr, failure};
+}
+
+constexpr Step putBack(const char* parameter, qint32 Record::*from)
+{
+    return {Step::PutBack, parameter, 0, from, nullptr};
+}
+
+// --- the data throughput mode: prepared from top to bottom, with the restore below ---
+constexpr Step throughputSteps[] = {
+    save(VN_PRM_IMAGE_DATA_FORMAT, &Record::savedImgDataFormat),
+    save(VN_PRM_OUTPUT_DATA_BIT_DEPTH, &Record::savedOutputBitDepth),
+    save(VN_PRM_OUTPUT_DATA_PACKING, &Record::savedOutputBitPacking),
+    save(VN_PRM_BUFFER_POLICY, &Record::savedBufferPolicy),
+    save(VN_PRM_COLUMN_FPN_CORRECTION, &Record::savedColumnFpnCorrection),
+    save(VN_PRM_ROW_FPN_CORRECTION, &Record::savedRowFpnCorrection),
+    save(VN_PRM_LUT_ENABLE, &Record::savedLutEnable),
+    set(VN_PRM_BUFFER_POLICY, VN_BP_UNSAFE, "vnApi_SetParamInt(VN_PRM_BUFFER_POLICY, VN_BP_UNSAFE) failed"),
+    set(VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_TRANSPORT_DATA,
+        "vnApi_SetParamInt(VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_TRANSPORT_DATA) failed"),
+    set(VN_PRM_OUTPUT_DATA_BIT_DEPTH, 16, "vnApi_SetParamInt(VN_PRM_OUTPUT_DATA_BIT_DEPTH) failed"),
+    set(VN_PRM_OUTPUT_DATA_PACKING, 0, "vnApi_SetParamInt(VN_PRM_OUTPUT_DATA_PACKING, 0) failed"),
+    set(VN_PRM_COLUMN_FPN_CORRECTION, 0),
+    set(VN_PRM_ROW_FPN_CORRECTION, 0),
+    set(VN_PRM_LUT_ENABLE, 0),
+    // The test pattern is one of the selected generator, so each is read after the selection that it belongs to.
+    save(VN_PRM_TEST_PATTERN_GENERATOR_SELECTOR, &Record::savedTestPatternGenerator,
+         "vnApi_GetParamInt(VN_PRM_TEST_PATTERN_GENERATOR_SELECTOR) failed"),
+    set(VN_PRM_TEST_PATTERN_GENERATOR_SELECTOR, VN_TESTPAT_GEN_FPGA,
+        "vnApi_SetParamInt(VN_PRM_TEST_PATTERN_GENERATOR_SELECTOR, VN_TESTPAT_GEN_FPGA) failed"),
+    save(VN_PRM_TEST_PATTERN, &Record::savedTestPattern, "vnApi_GetParamInt(VN_PRM_TEST_PATTERN) failed"),
+    set(VN_PRM_TEST_PATTERN, VN_TESTPAT_DEVICE_SPEC_COUNTER,
+        "vnApi_SetParamInt(VN_PRM_TEST_PATTERN, VN_TESTPAT_DEVICE_SPEC_COUNTER) failed"),
+};
+constexpr Step frameBufferQuestions[] = {
+    set(VN_PRM_DP_UNIT_SELECTOR VN_PRM_SUFFIX_SETTABLE, VN_DP_UNIT_FPGA),
+    set(VN_PRM_DP_PROC_SELECTOR VN_PRM_SUFFIX_SETTABLE, VN_DP_PROC_FRAME_BUFFER),
+    set(VN_PRM_DP_PARAM_SELECTOR VN_PRM_SUFFIX_SETTABLE, VN_DP_PARAM_FRAMEBUF_MODE),
+};
+constexpr Step frameBufferSteps[] = {
+    set(VN_PRM_DP_UNIT_SELECTOR, VN_DP_UNIT_FPGA,
+        "vnApi_SetParamInt(VN_PRM_DP_UNIT_SELECTOR, VN_DP_UNIT_FPGA) failed"),
+    set(VN_PRM_DP_PROC_SELECTOR, VN_DP_PROC_FRAME_BUFFER,
+        "vnApi_SetParamInt(VN_PRM_DP_PROC_SELECTOR, VN_DP_PROC_FRAME_BUFFER) failed"),
+    set(VN_PRM_DP_PARAM_SELECTOR, VN_DP_PARAM_FRAMEBUF_MODE,
+        "vnApi_SetParamInt(VN_PRM_DP_PARAM_SELECTOR, VN_DP_PARAM_FRAMEBUF_MODE) failed"),
+    set(VN_PRM_DP_PARAM_VALUE, VN_DP_PARAM_VALUE_FRAMEBUF_MODE_DISABLED,
+        "vnApi_SetParamInt(VN_PRM_DP_PARAM_VALUE, VN_DP_PARAM_VALUE_FRAMEBUF_MODE_DISABLED) failed"),
+};
+constexpr Step registerSteps[] = {
+    set(VN_PRM_DEVICE_UNIT_SELECTOR, testDeviceUnit),
+    set(VN_PRM_DEVICE_UNIT_REGISTER_SELECTOR, testRegister),
+    set(VN_PRM_DEVICE_UNIT_REGISTER_VALUE, testRegisterMeasuring),
+};
+
+constexpr Step registerRestore[] = {
+    set(VN_PRM_DEVICE_UNIT_SELECTOR, testDeviceUnit),
+    set(VN_PRM_DEVICE_UNIT_REGISTER_SELECTOR, testRegister),
+    set(VN_PRM_DEVICE_UNIT_REGISTER_VALUE, testRegisterNormal),
+};
+constexpr Step throughputRestore[] = {
+    putBack(VN_PRM_TEST_PATTERN, &Record::savedTestPattern),
+    putBack(VN_PRM_TEST_PATTERN_GENERATOR_SELECTOR, &Record::savedTestPatternGenerator),
+    putBack(VN_PRM_OUTPUT_DATA_PACKING, &Record::savedOutputBitPacking),
+    putBack(VN_PRM_OUTPUT_DATA_BIT_DEPTH, &Record::savedOutputBitDepth),
+    putBack(VN_PRM_IMAGE_DATA_FORMAT, &Record::savedImgDataFormat),
+    putBack(VN_PRM_BUFFER_POLICY, &Record::savedBufferPolicy),
+    putBack(VN_PRM_COLUMN_FPN_CORRECTION, &Record::savedColumnFpnCorrection),
+    putBack(VN_PRM_ROW_FPN_CORRECTION, &Record::savedRowFpnCorrection),
+    putBack(VN_PRM_LUT_ENABLE, &Record::savedLutEnable),
+};
+constexpr Step frameBufferRestore[] = {
+    set(VN_PRM_DP_PARAM_SELECTOR, VN_DP_PARAM_FRAMEBUF_MODE),
+    set(VN_PRM_DP_PARAM_VALUE, VN_DP_PARAM_VALUE_FRAMEBUF_MODE_ENABLED),
+};
+
+// --- the standard mode ---
+constexpr Step standardSteps[] = {
+    save(VN_PRM_BUFFER_POLICY, &Record::savedBufferPolicy),
+    set(VN_PRM_BUFFER_POLICY, VN_BP_UNSAFE, "vnApi_SetParamInt(VN_PRM_BUFFER_POLICY, VN_BP_UNSAFE) failed"),
+};
+constexpr Step standardRestore[] = {
+    putBack(VN_PRM_BUFFER_POLICY, &Record::savedBufferPolicy),
+};
+
 bool setParam(VNCORE_HANDLE camera, const char* name, qint32 value)
 {
     return vnApi_SetParamInt(camera, name, value, nullptr);
@@ -42,6 +155,40 @@ bool setParam(VNCORE_HANDLE camera, const char* name, qint32 value)
 bool getParam(VNCORE_HANDLE camera, const char* name, qint32& value)
 {
     return vnApi_GetParamInt(camera, name, value, nullptr);
+}
+
+bool take(Record& record, const Step& step)
+{
+    switch (step.kind) {
+    case Step::Save:
+        return getParam(record.hCam, step.parameter, record.*step.saved);
+    case Step::Set:
+        return setParam(record.hCam, step.parameter, step.value);
+    case Step::PutBack:
+        return setParam(record.hCam, step.parameter, record.*step.saved);
+    }
+    return false;
+}
+
+/// Ends at the first required step that fails, and logs it.
+template<std::size_t count>
+bool prepare(Record& record, const Step (&steps)[count])
+{
+    for (const Step& step : steps) {
+        if (take(record, step) || step.failure == nullptr)
+            continue;
+        LOG_FAILURE(setupName, step.failure);
+        return false;
+    }
+    return true;
+}
+
+/// Takes every step, whatever fails. True if none did.
+template<std::size_t count>
+bool takeAll(Record& record, const Step (&steps)[count])
+{
+    return std::count_if(std::begin(steps), std::end(steps), [&](const Step& step) { return take(record, step); }) ==
+           static_cast<std::ptrdiff_t>(count);
 }
 
 } // namespace
@@ -147,92 +294,19 @@ bool CxCameraLineData::setupCameraParameters()
 
 bool CxCameraLineData::setupDataThroughput()
 {
-    getParam(hCam, VN_PRM_IMAGE_DATA_FORMAT, savedImgDataFormat);
-    getParam(hCam, VN_PRM_OUTPUT_DATA_BIT_DEPTH, savedOutputBitDepth);
-    getParam(hCam, VN_PRM_OUTPUT_DATA_PACKING, savedOutputBitPacking);
-    getParam(hCam, VN_PRM_BUFFER_POLICY, savedBufferPolicy);
-    getParam(hCam, VN_PRM_COLUMN_FPN_CORRECTION, savedColumnFpnCorrection);
-    getParam(hCam, VN_PRM_ROW_FPN_CORRECTION, savedRowFpnCorrection);
-    getParam(hCam, VN_PRM_LUT_ENABLE, savedLutEnable);
-
-    if (!setParam(hCam, VN_PRM_BUFFER_POLICY, VN_BP_UNSAFE)) {
-        LOG_FAILURE(setupName, "vnApi_SetParamInt(VN_PRM_BUFFER_POLICY, VN_BP_UNSAFE) failed");
+    if (!prepare(*this, throughputSteps))
         return false;
+    frameBufferModeChanged = false;
+    // A camera that cannot switch its frame buffer off keeps it; the measurement works with it.
+    if (takeAll(*this, frameBufferQuestions)) {
+        if (!prepare(*this, frameBufferSteps))
+            return false;
+        frameBufferModeChanged = true;
     }
-    if (!setParam(hCam, VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_TRANSPORT_DATA)) {
-        LOG_FAILURE(setupName, "vnApi_SetParamInt(VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_TRANSPORT_DATA) failed");
-        return false;
-    }
-    if (!setParam(hCam, VN_PRM_OUTPUT_DATA_BIT_DEPTH, 16)) {
-        LOG_FAILURE(setupName, "vnApi_SetParamInt(VN_PRM_OUTPUT_DATA_BIT_DEPTH) failed");
-        return false;
-    }
-    if (!setParam(hCam, VN_PRM_OUTPUT_DATA_PACKING, 0)) {
-        LOG_FAILURE(setupName, "vnApi_SetParamInt(VN_PRM_OUTPUT_DATA_PACKING, 0) failed");
-        return false;
-    }
-    setParam(hCam, VN_PRM_COLUMN_FPN_CORRECTION, 0);
-    setParam(hCam, VN_PRM_ROW_FPN_CORRECTION, 0);
-    setParam(hCam, VN_PRM_LUT_ENABLE, 0);
-
-    // The test pattern is one of the selected generator, so each is read after the selection that it belongs to.
-    if (!getParam(hCam, VN_PRM_TEST_PATTERN_GENERATOR_SELECTOR, savedTestPatternGenerator)) {
-        LOG_FAILURE(setupName, "vnApi_GetParamInt(VN_PRM_TEST_PATTERN_GENERATOR_SELECTOR) failed");
-        return false;
-    }
-    if (!setParam(hCam, VN_PRM_TEST_PATTERN_GENERATOR_SELECTOR, VN_TESTPAT_GEN_FPGA)) {
-        LOG_FAILURE(setupName,
-                    "vnApi_SetParamInt(VN_PRM_TEST_PATTERN_GENERATOR_SELECTOR, VN_TESTPAT_GEN_FPGA) failed");
-        return false;
-    }
-    if (!getParam(hCam, VN_PRM_TEST_PATTERN, savedTestPattern)) {
-        LOG_FAILURE(setupName, "vnApi_GetParamInt(VN_PRM_TEST_PATTERN) failed");
-        return false;
-    }
-    if (!setParam(hCam, VN_PRM_TEST_PATTERN, VN_TESTPAT_DEVICE_SPEC_COUNTER)) {
-        LOG_FAILURE(setupName, "vnApi_SetParamInt(VN_PRM_TEST_PATTERN, VN_TESTPAT_DEVICE_SPEC_COUNTER) failed");
-        return false;
-    }
-
-    if (!switchFrameBufferOff())
-        return false;
-    if (setParam(hCam, VN_PRM_DEVICE_UNIT_SELECTOR, testDeviceUnit) &&
-        setParam(hCam, VN_PRM_DEVICE_UNIT_REGISTER_SELECTOR, testRegister) &&
-        setParam(hCam, VN_PRM_DEVICE_UNIT_REGISTER_VALUE, testRegisterMeasuring))
+    if (std::all_of(std::begin(registerSteps), std::end(registerSteps),
+                    [this](const Step& step) { return take(*this, step); }))
         deviceRegisterChanged = true;
     cameraBufferSize = readCameraBufferSize();
-    return true;
-}
-
-bool CxCameraLineData::switchFrameBufferOff()
-{
-    frameBufferModeChanged = false;
-    // Not short-circuited: all three are asked.
-    const bool unitSettable = setParam(hCam, VN_PRM_DP_UNIT_SELECTOR VN_PRM_SUFFIX_SETTABLE, VN_DP_UNIT_FPGA);
-    const bool procSettable = setParam(hCam, VN_PRM_DP_PROC_SELECTOR VN_PRM_SUFFIX_SETTABLE, VN_DP_PROC_FRAME_BUFFER);
-    const bool paramSettable =
-        setParam(hCam, VN_PRM_DP_PARAM_SELECTOR VN_PRM_SUFFIX_SETTABLE, VN_DP_PARAM_FRAMEBUF_MODE);
-    if (!unitSettable || !procSettable || !paramSettable)
-        return true; // the camera keeps its frame buffer; the measurement works with it
-
-    if (!setParam(hCam, VN_PRM_DP_UNIT_SELECTOR, VN_DP_UNIT_FPGA)) {
-        LOG_FAILURE(setupName, "vnApi_SetParamInt(VN_PRM_DP_UNIT_SELECTOR, VN_DP_UNIT_FPGA) failed");
-        return false;
-    }
-    if (!setParam(hCam, VN_PRM_DP_PROC_SELECTOR, VN_DP_PROC_FRAME_BUFFER)) {
-        LOG_FAILURE(setupName, "vnApi_SetParamInt(VN_PRM_DP_PROC_SELECTOR, VN_DP_PROC_FRAME_BUFFER) failed");
-        return false;
-    }
-    if (!setParam(hCam, VN_PRM_DP_PARAM_SELECTOR, VN_DP_PARAM_FRAMEBUF_MODE)) {
-        LOG_FAILURE(setupName, "vnApi_SetParamInt(VN_PRM_DP_PARAM_SELECTOR, VN_DP_PARAM_FRAMEBUF_MODE) failed");
-        return false;
-    }
-    if (!setParam(hCam, VN_PRM_DP_PARAM_VALUE, VN_DP_PARAM_VALUE_FRAMEBUF_MODE_DISABLED)) {
-        LOG_FAILURE(setupName,
-                    "vnApi_SetParamInt(VN_PRM_DP_PARAM_VALUE, VN_DP_PARAM_VALUE_FRAMEBUF_MODE_DISABLED) failed");
-        return false;
-    }
-    frameBufferModeChanged = true;
     return true;
 }
 
@@ -240,12 +314,7 @@ bool CxCameraLineData::setupStandardAcq()
 {
     for (const auto& counter : counterList)
         counter->supported = setParam(hCam, VN_PRM_COUNTER_SELECTOR VN_PRM_SUFFIX_SETTABLE, counter->selector);
-    getParam(hCam, VN_PRM_BUFFER_POLICY, savedBufferPolicy);
-    if (!setParam(hCam, VN_PRM_BUFFER_POLICY, VN_BP_UNSAFE)) {
-        LOG_FAILURE(setupName, "vnApi_SetParamInt(VN_PRM_BUFFER_POLICY, VN_BP_UNSAFE) failed");
-        return false;
-    }
-    return true;
+    return prepare(*this, standardSteps);
 }
 
 void CxCameraLineData::restoreCameraParameters()
@@ -253,26 +322,13 @@ void CxCameraLineData::restoreCameraParameters()
     // `measMode` is the user's choice for the next start and may have changed since this one.
     const qint32 mode = std::exchange(preparedMode, std::nullopt).value_or(measMode);
     if (mode == MeasModeDataThroughput) {
-        if (deviceRegisterChanged) {
-            setParam(hCam, VN_PRM_DEVICE_UNIT_SELECTOR, testDeviceUnit);
-            setParam(hCam, VN_PRM_DEVICE_UNIT_REGISTER_SELECTOR, testRegister);
-            setParam(hCam, VN_PRM_DEVICE_UNIT_REGISTER_VALUE, testRegisterNormal);
-        }
-        setParam(hCam, VN_PRM_TEST_PATTERN, savedTestPattern);
-        setParam(hCam, VN_PRM_TEST_PATTERN_GENERATOR_SELECTOR, savedTestPatternGenerator);
-        setParam(hCam, VN_PRM_OUTPUT_DATA_PACKING, savedOutputBitPacking);
-        setParam(hCam, VN_PRM_OUTPUT_DATA_BIT_DEPTH, savedOutputBitDepth);
-        setParam(hCam, VN_PRM_IMAGE_DATA_FORMAT, savedImgDataFormat);
-        setParam(hCam, VN_PRM_BUFFER_POLICY, savedBufferPolicy);
-        setParam(hCam, VN_PRM_COLUMN_FPN_CORRECTION, savedColumnFpnCorrection);
-        setParam(hCam, VN_PRM_ROW_FPN_CORRECTION, savedRowFpnCorrection);
-        setParam(hCam, VN_PRM_LUT_ENABLE, savedLutEnable);
-        if (frameBufferModeChanged) {
-            setParam(hCam, VN_PRM_DP_PARAM_SELECTOR, VN_DP_PARAM_FRAMEBUF_MODE);
-            setParam(hCam, VN_PRM_DP_PARAM_VALUE, VN_DP_PARAM_VALUE_FRAMEBUF_MODE_ENABLED);
-        }
+        if (deviceRegisterChanged)
+            takeAll(*this, registerRestore);
+        takeAll(*this, throughputRestore);
+        if (frameBufferModeChanged)
+            takeAll(*this, frameBufferRestore);
     } else if (mode == MeasModeStandardAcq) {
-        setParam(hCam, VN_PRM_BUFFER_POLICY, savedBufferPolicy);
+        takeAll(*this, standardRestore);
     }
 }
 

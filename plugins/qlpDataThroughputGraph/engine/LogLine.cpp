@@ -8,10 +8,10 @@
 #include <QtCore/QDebug>
 #include <QtCore/QThread>
 
-void logFailure(const char* file, int line, const char* where, const QString& text)
+void logFailure(const char* file, int line, const char* where, const char* text)
 {
     try {
-        const QString message = (QLatin1String(where) + QStringLiteral("(): %1")).arg(text, 0, QLatin1Char(' '));
+        const QString message = QStringLiteral("%1(): %2").arg(QLatin1String(where), QLatin1String(text));
         // The line carries its own place, so the logger gets none.
         QMessageLogger().critical() << QThread::currentThreadId() << file << "L" << line << ":"
                                     << "" << message;

@@ -3,11 +3,10 @@
 #ifndef KESTROVA_LOGLINE_H
 #define KESTROVA_LOGLINE_H
 
-#include <QtCore/QString>
+/// Writes one critical line through Qt's logger. `where` is "Class::method"; both texts are Latin-1. Any thread, with
+/// any lock held, and without memory.
+void logFailure(const char* file, int line, const char* where, const char* text);
 
-/// Writes one critical line through Qt's logger. `where` is "Class::method". Any thread, with any lock held.
-void logFailure(const char* file, int line, const char* where, const QString& text);
-
-#define LOG_FAILURE(where, text) logFailure(__FILE__, __LINE__, where, QStringLiteral(text))
+#define LOG_FAILURE(where, text) logFailure(__FILE__, __LINE__, where, text)
 
 #endif
