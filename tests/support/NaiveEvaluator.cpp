@@ -4,6 +4,8 @@
 
 #include <cfloat>
 
+#include "FrameCounters.h"
+
 NaiveFigures naiveFigures(const CxCameraLineData& data, double keyUpper, qint64 fromUs, qint64 toUs,
                           double minKeySpacing)
 {
@@ -102,10 +104,9 @@ NaiveCounters naiveCounters(const CxCameraLineData& data, double keyUpper, qint6
         if (static_cast<double>(rel - lastRel) > minKeySpacing * 1000.0) {
             lastRel = rel;
             const double key = static_cast<double>(rel) / 1000000.0 + keyUpper;
-            const qint32 values[] = {s.transportSkip, s.apiSkip, s.missedTrgOverlap, s.missedTrgOverflow,
-                                     s.bufferOverflow};
-            for (int i = 0; i < 5; ++i)
-                counters.curves[i].push_back({key, static_cast<double>(values[i])});
+            forSampledCounters([&](const FrameCounter& counter, std::size_t i) {
+                counters.curves[i].push_back({key, static_cast<double>(s.*counter.sample)});
+            });
         }
     }
     return counters;

@@ -63,11 +63,11 @@ CounterDifferences counterDifferences(const CxCameraLineData& data)
             return std::nullopt;
         return steps;
     };
-    return {difference(VN_COUNTER_TRANSPORT_SKIP, &CounterSample::transportSkip),
-            difference(VN_COUNTER_API_SKIP, &CounterSample::apiSkip),
-            difference(VN_COUNTER_MISSED_TRG_OVERLAP, &CounterSample::missedTrgOverlap),
-            difference(VN_COUNTER_MISSED_TRG_OVERFLOW, &CounterSample::missedTrgOverflow),
-            difference(VN_COUNTER_BUFFER_OVERFLOW, &CounterSample::bufferOverflow)};
+    CounterDifferences differences;
+    forSampledCounters([&](const FrameCounter& counter, std::size_t) {
+        differences[counter.selector] = difference(counter.selector, counter.sample);
+    });
+    return differences;
 }
 
 Figures counterFigures(const RunTotals& totals, const CounterDifferences& counters)
@@ -75,12 +75,12 @@ Figures counterFigures(const RunTotals& totals, const CounterDifferences& counte
     return {
         {"frames", "frames", 0, number(totals.frames)},
         {"missingFrames", "missing", 0, ifAnyFrame(totals, totals.missingFrames)},
-        {"transportSkips", "link skips", 0, counters.transportSkip},
-        {"apiSkips", "API skips", 0, counters.apiSkip},
-        {"skips", "skips", 0, sum(counters.transportSkip, counters.apiSkip)},
-        {"missedTriggersOverlap", "overlap", 0, counters.missedTrgOverlap},
-        {"missedTriggersOverflow", "full", 0, counters.missedTrgOverflow},
-        {"overflows", "overflows", 0, counters.bufferOverflow},
+        {"transportSkips", "link skips", 0, counters[VN_COUNTER_TRANSPORT_SKIP]},
+        {"apiSkips", "API skips", 0, counters[VN_COUNTER_API_SKIP]},
+        {"skips", "skips", 0, sum(counters[VN_COUNTER_TRANSPORT_SKIP], counters[VN_COUNTER_API_SKIP])},
+        {"missedTriggersOverlap", "overlap", 0, counters[VN_COUNTER_MISSED_TRG_OVERLAP]},
+        {"missedTriggersOverflow", "full", 0, counters[VN_COUNTER_MISSED_TRG_OVERFLOW]},
+        {"overflows", "overflows", 0, counters[VN_COUNTER_BUFFER_OVERFLOW]},
         {"longestGapMs", "gap ms", 1, longestGapMs(totals)},
         {"failedWaits", nullptr, 0, number(totals.failedWaits)},
     };

@@ -4,12 +4,14 @@
 #ifndef KESTROVA_MEASURE_FIGURES_H
 #define KESTROVA_MEASURE_FIGURES_H
 
+#include <array>
 #include <optional>
 #include <vector>
 
 #include <QtCore/QString>
 
 #include "CameraLineData.h"
+#include "FrameCounters.h"
 
 struct Figure
 {
@@ -24,15 +26,9 @@ using Figures = std::vector<Figure>;
 /// `bufferKnown`: whether there is a required throughput to simulate the buffer with.
 Figures throughputFigures(const RunTotals& totals, bool bufferKnown);
 
-/// Differences of the frame counters from a run's first sample to its last; those that the camera lacks are unknown.
-struct CounterDifferences
-{
-    std::optional<double> transportSkip;
-    std::optional<double> apiSkip;
-    std::optional<double> missedTrgOverlap;
-    std::optional<double> missedTrgOverflow;
-    std::optional<double> bufferOverflow;
-};
+/// Differences of the frame counters from a run's first sample to its last, by selector; those that the camera lacks
+/// or samples do not keep are unknown.
+using CounterDifferences = std::array<std::optional<double>, frameCounters.size()>;
 CounterDifferences counterDifferences(const CxCameraLineData& data);
 Figures counterFigures(const RunTotals& totals, const CounterDifferences& counters);
 

@@ -8,6 +8,7 @@
 
 #include "AcquisitionThread.h"
 #include "Allocation.h"
+#include "FrameCounters.h"
 #include "LogLine.h"
 #include "MeasurementClock.h"
 
@@ -26,15 +27,8 @@ std::atomic<quint64> lastSerial{0};
 
 CxCameraLineData::CxCameraLineData() : serial(++lastSerial)
 {
-    const auto add = [this](VN_COUNTER_SELECTOR kind, const char* name) {
-        counterList.push_back(std::make_unique<CounterKind>(kind, QLatin1String(name)));
-    };
-    add(VN_COUNTER_TRANSPORT_SKIP, "Transport skip");
-    add(VN_COUNTER_API_SKIP, "API skip");
-    add(VN_COUNTER_TRANSFERRED, "Transferred");
-    add(VN_COUNTER_MISSED_TRG_OVERLAP, "Missed trg. overlap");
-    add(VN_COUNTER_MISSED_TRG_OVERFLOW, "Missed trg overflow");
-    add(VN_COUNTER_BUFFER_OVERFLOW, "Buffer overflow");
+    for (const FrameCounter& counter : frameCounters)
+        counterList.push_back(std::make_unique<CounterKind>(counter.selector, QLatin1String(counter.name)));
 }
 
 CxCameraLineData::~CxCameraLineData()

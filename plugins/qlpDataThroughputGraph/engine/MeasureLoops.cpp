@@ -15,6 +15,7 @@
 #include "BlockModel.h"
 #include "BlockReader.h"
 #include "ClockDrift.h"
+#include "FrameCounters.h"
 #include "LogLine.h"
 #include "MeasurementClock.h"
 
@@ -171,11 +172,9 @@ bool CxCameraLineData::keepSample(const VN_IMG& image, const FrameTimes& times, 
         auto sample = std::make_unique<CounterSample>();
         sample->frameNumber = image.frameNumber;
         sample->timestampUs = times.timestampUs;
-        sample->transportSkip = counterValue(VN_COUNTER_TRANSPORT_SKIP);
-        sample->apiSkip = counterValue(VN_COUNTER_API_SKIP);
-        sample->missedTrgOverlap = counterValue(VN_COUNTER_MISSED_TRG_OVERLAP);
-        sample->missedTrgOverflow = counterValue(VN_COUNTER_MISSED_TRG_OVERFLOW);
-        sample->bufferOverflow = counterValue(VN_COUNTER_BUFFER_OVERFLOW);
+        forSampledCounters([&](const FrameCounter& counter, std::size_t) {
+            (*sample).*counter.sample = counterValue(counter.selector);
+        });
 
         std::vector<std::unique_ptr<CounterSample>> removed; // outlives the lock
         QMutexLocker lock(&mutex);

@@ -69,6 +69,11 @@ constexpr std::array<Counter, 6> counters{{
     {MissedTrgOverflow, VN_COUNTER_MISSED_TRG_OVERFLOW},
     {BufferOverflow, VN_COUNTER_BUFFER_OVERFLOW},
 }};
+
+constexpr VN_COUNTER_SELECTOR counterOf(int column)
+{
+    return counters[static_cast<std::size_t>(column - Transferred)].selector;
+}
 } // namespace StandardColumn
 
 namespace ThroughputColumn {

@@ -8,7 +8,8 @@
 #include <QtCore/QCoreApplication>
 #include <QtGui/QRgb>
 
-#include <vnCore/vnTypes.h>
+#include "../engine/FrameCounters.h"
+#include "Columns.h"
 
 struct Curve
 {
@@ -20,19 +21,21 @@ struct Curve
 
 constexpr auto noCounter = VN_COUNTER_SELECTOR(-1);
 
-/// In the order in which CxCameraLineData::fillCounterGraphs() takes them.
-constexpr std::array<Curve, 5> standardCurves{{
-    {"Transport skip", QT_TRANSLATE_NOOP("CxDataGraphForm", "Number of skipped frames on transport layer"),
-     qRgb(255, 165, 0), VN_COUNTER_TRANSPORT_SKIP},
-    {"API skip", QT_TRANSLATE_NOOP("CxDataGraphForm", "Number of skipped frames on API layer"), qRgb(255, 0, 0),
-     VN_COUNTER_API_SKIP},
-    {"Missed trg. overlap", QT_TRANSLATE_NOOP("CxDataGraphForm", "Number of missed triggers due to overlap"),
-     qRgb(255, 255, 0), VN_COUNTER_MISSED_TRG_OVERLAP},
-    {"Missed trg overflow",
-     QT_TRANSLATE_NOOP("CxDataGraphForm", "Number of missed triggers due to frame buffer full"), qRgb(0, 255, 0),
-     VN_COUNTER_MISSED_TRG_OVERFLOW},
-    {"Buffer overflow", QT_TRANSLATE_NOOP("CxDataGraphForm", "Frame buffer full counter"), qRgb(0, 0, 255),
-     VN_COUNTER_BUFFER_OVERFLOW},
+/// The curve of the counter that a column shows.
+constexpr Curve counterCurve(int column, QRgb colour)
+{
+    const VN_COUNTER_SELECTOR selector = StandardColumn::counterOf(column);
+    return {frameCounters[selector].name, StandardColumn::texts[static_cast<std::size_t>(column)].toolTip, colour,
+            selector};
+}
+
+/// In the order in which CxCameraLineData::fillCounterGraphs() takes them: that of the counters.
+constexpr std::array<Curve, sampledCounters> standardCurves{{
+    counterCurve(StandardColumn::TransportSkip, qRgb(255, 165, 0)),
+    counterCurve(StandardColumn::ApiSkip, qRgb(255, 0, 0)),
+    counterCurve(StandardColumn::MissedTrgOverlap, qRgb(255, 255, 0)),
+    counterCurve(StandardColumn::MissedTrgOverflow, qRgb(0, 255, 0)),
+    counterCurve(StandardColumn::BufferOverflow, qRgb(0, 0, 255)),
 }};
 
 constexpr Curve minThroughputCurve{"Min throughput",

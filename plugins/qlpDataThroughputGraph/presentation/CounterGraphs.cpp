@@ -7,6 +7,7 @@
 
 #include <QtCore/QMutexLocker>
 
+#include "FrameCounters.h"
 #include "LogLine.h"
 #include "PlotPoints.h"
 #include "TimeMath.h"
@@ -52,10 +53,8 @@ bool CxCameraLineData::fillGraphs(const std::array<QCPGraph*, 5>& graphs, const 
         lastUs = times[next];
         const CounterSample& sample = *counterSampleList[next];
         const double key = plotKey(saturatingSub(lastUs, toUs), keyRange);
-        const std::array<qint32, 5> values{sample.transportSkip, sample.apiSkip, sample.missedTrgOverlap,
-                                           sample.missedTrgOverflow, sample.bufferOverflow};
-        for (std::size_t i = 0; i < graphs.size(); ++i)
-            addPoint(graphs[i], key, values[i]);
+        forSampledCounters(
+            [&](const FrameCounter& counter, std::size_t i) { addPoint(graphs[i], key, sample.*counter.sample); });
         ++next;
     }
 }
