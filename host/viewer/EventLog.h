@@ -31,7 +31,7 @@ public:
         TextColumn,
         ColumnCount
     };
-    static constexpr int capacity = 100'000;
+    static constexpr int capacity = 100000;
 
     using QAbstractTableModel::QAbstractTableModel;
 

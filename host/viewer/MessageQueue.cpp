@@ -55,7 +55,7 @@ VNCORE_HANDLE cameraOfThisThread()
     return worker || !call.succeeded ? call.camera : nullptr;
 }
 
-constexpr size_t capacity = 20'000; // messages: a flood must not eat the memory
+constexpr size_t capacity = 20000; // messages: a flood must not eat the memory
 constexpr int drainIntervalMs = 100;
 
 // Guards the two below. Inside it nothing is called but the containers' own operations.

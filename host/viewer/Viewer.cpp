@@ -25,7 +25,7 @@
 
 namespace {
 
-constexpr int saveIntervalMs = 60'000;
+constexpr int saveIntervalMs = 60000;
 
 const QLatin1String groupName("Viewer");
 const QLatin1String directoryKey("lastDirectory");

@@ -9,6 +9,7 @@
 #include <QtTest/QTest>
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QTreeWidget>
+#include <vnCore/vnApi.h>
 
 #include "CameraDock.h"
 #include "CameraEvents.h"
@@ -86,6 +87,8 @@ void NamesTest::viewerAndForm()
              QStringLiteral("Camera %1 does not support data throughput analysis in Kestrova.")
                  .arg(displayName.simplified()));
 
+    bench.gates[0]->failing = sim::Call::Wait;
+    QVERIFY(vnApi_StartAcquisition(bench.handle(0)));
     takeOvers.setTakenOver(bench.handle(0), true);
     events.checkFrames(std::chrono::steady_clock::now() + std::chrono::seconds(5));
     QStringList lines;

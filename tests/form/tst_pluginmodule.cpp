@@ -31,8 +31,10 @@ private Q_SLOTS:
         QT_WARNING_DISABLE_DEPRECATED
         const QByteArray written = "QTMETADATA  " + QJsonDocument(expected).toBinaryData();
         QT_WARNING_POP
-        const auto block = reinterpret_cast<const char* (*)()>(QLibrary::resolve(module, "qt_plugin_query_metadata"));
+        QLibrary library(module);
+        const auto block = reinterpret_cast<const char* (*)()>(library.resolve("qt_plugin_query_metadata"));
         QCOMPARE(QByteArray(block(), written.size()), written);
+        library.unload();
     }
 
     void exportsTwoFunctions()
