@@ -15,214 +15,193 @@
 #include "ImageView.h"
 #include "TakeOvers.h"
 
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString closed("closed, closed, &Open");
+const QString opened("open, closed, &Close, &Start view, Mono 8");
+const QString measuring("measuring, closed, &Close");
+
+/// The list of two cameras, as a person sees and uses it.
+struct Desk
+{
+    Desk() { dock.show(); }
+    ~Desk() { CameraRegistry::instance().removeAllDevices(); }
+
+    static std::vector<std::shared_ptr<sim::HandDrivenCamera>> addCameras()
+    {
+        std::vector<std::shared_ptr<sim::HandDrivenCamera>> added;
+        for (const char* name : {"A", "B"}) {
+            sim::CameraScenario scenario;
+            scenario.name = scenario.id = QString::fromLatin1(name);
+            added.push_back(std::make_shared<sim::HandDrivenCamera>(scenario));
+            added.back()->setGated(true);
+            CameraRegistry::instance().addDevice(added.back());
+        }
+        return added;
+    }
+
+    static VNCORE_HANDLE camera() { return CxCameraManager::instance()->openedCameras().value(0); }
+    QComboBox* formats() const { return dock.findChild<QComboBox*>("boxCameraFormat"); }
+    void press(const char* name) const
+    {
+        QTest::mouseClick(dock.findChild<QPushButton*>(QString::fromLatin1(name)), Qt::LeftButton);
+    }
+    /// The states of the cameras, then the controls that can be used.
+    QString shown() const
+    {
+        QStringList texts{list->topLevelItem(0)->text(2), list->topLevelItem(1)->text(2)};
+        for (const auto* button : dock.findChildren<QPushButton*>())
+            texts.append(button->isEnabled() ? button->text() : QString());
+        texts.append(formats()->isEnabled() ? formats()->currentText() : QString());
+        texts.removeAll({});
+        return texts.join(QStringLiteral(", "));
+    }
+    QStringList lines() const
+    {
+        QStringList result;
+        for (int row = 0; row < log.rowCount(); ++row)
+            result.append(log.index(row, EventLog::TextColumn).data().toString());
+        return result;
+    }
+    VN_IMG receiveFrame() const
+    {
+        cameras[0]->release();
+        VN_IMG image{};
+        image.size = sizeof image;
+        return vnApi_GetImage(camera(), 5000, &image, nullptr, true) ? image : VN_IMG{};
+    }
+
+    const std::vector<std::shared_ptr<sim::HandDrivenCamera>> cameras = addCameras();
+    EventLog log;
+    TakeOvers takeOvers;
+    CameraEvents events{log, takeOvers};
+    CameraDock dock{takeOvers, log};
+    QTreeWidget* const list = dock.findChild<QTreeWidget*>();
+};
+
+} // namespace
+
 class TestCameraDock : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        for (const char* name : {"CAM-A", "CAM-B"}) {
-            sim::CameraScenario scenario;
-            scenario.name = QString::fromLatin1(name);
-            scenario.id = scenario.name + QStringLiteral("-1");
-            m_cameras.push_back(std::make_shared<sim::HandDrivenCamera>(scenario));
-            m_cameras.back()->setGated(true);
-            CameraRegistry::instance().addDevice(m_cameras.back());
-        }
-        m_log = std::make_unique<EventLog>();
-        m_takeOvers = std::make_unique<TakeOvers>();
-        m_events = std::make_unique<CameraEvents>(*m_log, *m_takeOvers);
-        m_dock = std::make_unique<CameraDock>(*m_takeOvers, *m_log);
-        m_dock->show();
-    }
-    void cleanup()
-    {
-        m_dock.reset();
-        m_events.reset();
-        m_takeOvers.reset();
-        CameraRegistry::instance().removeAllDevices();
-        m_cameras.clear();
-    }
-
     void opensViewsAndCloses()
     {
-        QCOMPARE(states(), QStringList({"closed", "closed"}));
-        QVERIFY(!button("btnViewCamera")->isEnabled());
-        QSignalSpy selected(m_dock.get(), &CameraDock::selectedCameraChanged);
-        press("btnOpenCamera");
-        QCOMPARE(states(), QStringList({"open", "closed"}));
+        Desk desk;
+        QCOMPARE(desk.shown(), closed);
+        QSignalSpy selected(&desk.dock, &CameraDock::selectedCameraChanged);
+        desk.press("btnOpenCamera");
+        QCOMPARE(desk.shown(), opened);
+        QCOMPARE(selected.takeFirst()[0].value<VNCORE_HANDLE>(), desk.camera());
+        desk.press("btnViewCamera");
+        QCOMPARE(desk.shown(), QString("live, closed, &Close, &Stop view, Mono 8"));
+        QVERIFY(desk.cameras[0]->isAcquiring());
+        desk.press("btnOpenCamera");
+        QCOMPARE(desk.shown(), closed);
+        QVERIFY(!desk.cameras[0]->isAcquiring());
         QCOMPARE(selected.size(), 1);
-        QCOMPARE(m_dock->selectedCamera(), opened(0));
-
-        press("btnViewCamera");
-        QCOMPARE(states(), QStringList({"live", "closed"}));
-        QVERIFY(m_cameras[0]->isAcquiring());
-        press("btnOpenCamera");
-        QCOMPARE(states(), QStringList({"closed", "closed"}));
-        QVERIFY(!m_cameras[0]->isAcquiring());
-        QCOMPARE(selected.size(), 2);
-        QCOMPARE(lines(), QStringList({"CAM-A (CAM-A-1) opened", "CAM-A (CAM-A-1) closed"}));
+        QCOMPARE(desk.lines(), QStringList({"A (A) opened", "A (A) closed"}));
     }
 
     void formatIsAppliedAndFollowsTheCamera()
     {
-        press("btnOpenCamera");
-        auto* box = m_dock->findChild<QComboBox*>("boxCameraFormat");
-        QCOMPARE(box->count(), 3);
-        QCOMPARE(box->currentData().toInt(), int(VN_FRM_MONO8));
-        box->setFocus();
-        QTest::keyClick(box, Qt::Key_Down);
-        QCOMPARE(m_cameras[0]->parameter(VN_PRM_IMAGE_DATA_FORMAT), int(VN_FRM_MONO16));
-        vnApi_SetParamInt(opened(0), VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_TRANSPORT_DATA, nullptr);
-        QTRY_COMPARE(box->currentData().toInt(), int(VN_FRM_TRANSPORT_DATA));
-
-        m_cameras[0]->setHook([](const sim::HostCall& call) { return call.kind != sim::Call::Set; });
-        QTest::keyClick(box, Qt::Key_Up);
-        QCOMPARE(lines().constLast().contains("refused"), true);
-        QCOMPARE(box->currentData().toInt(), int(VN_FRM_TRANSPORT_DATA));
+        Desk desk;
+        desk.press("btnOpenCamera");
+        QTest::keyClick(desk.formats(), Qt::Key_Down);
+        QCOMPARE(desk.cameras[0]->parameter(VN_PRM_IMAGE_DATA_FORMAT), int(VN_FRM_MONO16));
+        vnApi_SetParamInt(desk.camera(), VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_TRANSPORT_DATA, nullptr);
+        QTRY_COMPARE(desk.formats()->currentData().toInt(), int(VN_FRM_TRANSPORT_DATA));
+        desk.cameras[0]->setHook([](const sim::HostCall& call) { return call.kind != sim::Call::Set; });
+        QTest::keyClick(desk.formats(), Qt::Key_Up);
+        QVERIFY(desk.lines().constLast().contains("refused"));
+        QCOMPARE(desk.formats()->currentData().toInt(), int(VN_FRM_TRANSPORT_DATA));
     }
 
     void takenOverCameraCanOnlyBeClosed()
     {
-        press("btnOpenCamera");
-        VNCORE_HANDLE camera = opened(0);
-        m_takeOvers->setTakenOver(camera, true);
-        m_takeOvers->setTakenOver(nullptr, true); // not open
-        QCOMPARE(states(), QStringList({"measuring", "closed"}));
-        QVERIFY(!button("btnViewCamera")->isEnabled());
-        QVERIFY(!m_dock->findChild<QComboBox*>("boxCameraFormat")->isEnabled());
-        QVERIFY(button("btnOpenCamera")->isEnabled());
-
-        press("btnOpenCamera"); // closing forgets the take-over ...
-        press("btnOpenCamera"); // ... so that the camera, which has its former handle, is free again
-        QCOMPARE(opened(0), camera);
-        QCOMPARE(states(), QStringList({"open", "closed"}));
-
-        m_takeOvers->setTakenOver(camera, true);
-        m_takeOvers->forgetAll();
-        QCOMPARE(states(), QStringList({"open", "closed"}));
-        QVERIFY(button("btnViewCamera")->isEnabled());
+        Desk desk;
+        desk.press("btnOpenCamera");
+        const VNCORE_HANDLE camera = desk.camera();
+        desk.takeOvers.setTakenOver(camera, true);
+        desk.takeOvers.setTakenOver(nullptr, true); // not open
+        QCOMPARE(desk.shown(), measuring);
+        desk.press("btnOpenCamera"); // closing forgets the take-over ...
+        desk.press("btnOpenCamera"); // ... so that the camera, which has its former handle, is free again
+        QCOMPARE(desk.camera(), camera);
+        QCOMPARE(desk.shown(), opened);
+        desk.takeOvers.setTakenOver(camera, true);
+        QCOMPARE(desk.shown(), measuring);
+        desk.takeOvers.forgetAll();
+        QCOMPARE(desk.shown(), opened);
     }
 
     void lossAndReturnAreShown()
     {
-        press("btnOpenCamera");
-        m_cameras[0]->lose();
-        QTRY_COMPARE(states(), QStringList({"lost", "closed"}));
-        m_cameras[0]->comeBack();
-        QTRY_COMPARE(states(), QStringList({"open", "closed"}));
-        QCOMPARE(lines(), QStringList({"CAM-A (CAM-A-1) opened", "CAM-A (CAM-A-1) lost", "CAM-A (CAM-A-1) is back"}));
-
-        m_cameras[1]->lose();
-        list()->setCurrentItem(list()->topLevelItem(1));
-        press("btnOpenCamera");
-        QCOMPARE(lines().constLast(), QStringLiteral("CAM-B (CAM-B-1) could not be opened"));
+        Desk desk;
+        desk.press("btnOpenCamera");
+        desk.cameras[0]->lose();
+        QTRY_VERIFY(desk.shown().startsWith("lost, closed, "));
+        desk.cameras[0]->comeBack();
+        QTRY_COMPARE(desk.shown(), opened);
+        desk.cameras[1]->lose();
+        desk.list->setCurrentItem(desk.list->topLevelItem(1));
+        desk.press("btnOpenCamera");
+        QCOMPARE(desk.lines(),
+                 QStringList({"A (A) opened", "A (A) lost", "A (A) is back", "B (B) could not be opened"}));
     }
 
     void silentMeasuredCameraIsReportedOnce()
     {
-        using namespace std::chrono_literals;
-        press("btnOpenCamera");
-        VNCORE_HANDLE camera = opened(0);
-        QVERIFY(vnApi_StartAcquisition(camera));
-        m_takeOvers->setTakenOver(camera, true);
-        m_log->clear();
-        const auto check = [&](std::chrono::seconds silence) {
-            const auto now = *CameraRegistry::instance().silentSince(camera) + silence;
-            m_events->checkFrames(now);
-            m_dock->refreshStates(now);
+        Desk desk;
+        desk.press("btnOpenCamera");
+        QVERIFY(vnApi_StartAcquisition(desk.camera()));
+        desk.takeOvers.setTakenOver(desk.camera(), true);
+        desk.log.clear();
+        /// The state and the number of lines.
+        const auto after = [&desk](std::chrono::seconds silence) {
+            const auto now = *CameraRegistry::instance().silentSince(desk.camera()) + silence;
+            desk.events.checkFrames(now);
+            desk.dock.refreshStates(now);
+            return QStringLiteral("%1, %2").arg(desk.list->topLevelItem(0)->text(2)).arg(desk.lines().size());
         };
-        check(4s);
-        QCOMPARE(states()[0], QStringLiteral("measuring"));
-        QVERIFY(lines().isEmpty());
-        check(5s);
-        check(12s);
-        QCOMPARE(states()[0], QStringLiteral("silent 12 s"));
-        QCOMPARE(lines().size(), 1);
-        QVERIFY(lines()[0].contains("no frame for 5 s"));
-
-        receiveFrame(camera);
-        check(1s);
-        QCOMPARE(states()[0], QStringLiteral("measuring"));
-        QCOMPARE(lines().size(), 2);
-        check(5s);
-        QCOMPARE(lines().size(), 2); // one line with the first
-        QVERIFY(lines().constLast().contains("no frame"));
-        m_cameras[0]->lose();
-        m_cameras[0]->comeBack(); // sends nothing until it is started again
-        QTRY_VERIFY(lines().constLast().contains("is back"));
-        check(7s);
-        QCOMPARE(states()[0], QStringLiteral("silent 7 s"));
-        vnApi_StopAcquisition(camera);
+        QCOMPARE(after(4s), QString("measuring, 0"));
+        QCOMPARE(after(5s), QString("silent 5 s, 1"));
+        QCOMPARE(after(12s), QString("silent 12 s, 1"));
+        QVERIFY(desk.lines()[0].contains("no frame for 5 s"));
+        desk.receiveFrame();
+        QCOMPARE(after(1s), QString("measuring, 2"));
+        QCOMPARE(after(5s), QString("silent 5 s, 2")); // one line with the first
+        QVERIFY(desk.lines().constLast().contains("no frame"));
+        desk.cameras[0]->lose();
+        desk.cameras[0]->comeBack(); // sends nothing until it is started again
+        QTRY_VERIFY(desk.lines().constLast().contains("is back"));
+        QVERIFY(after(7s).startsWith("silent 7 s"));
     }
 
     void viewShowsWhatIsMeasuredButNotWhileHidden()
     {
-        press("btnOpenCamera");
-        VNCORE_HANDLE camera = opened(0);
-        QVERIFY(vnApi_StartAcquisition(camera));
-        const VN_IMG first = receiveFrame(camera);
-
-        const auto frame = [](const VN_IMG& image) { return QStringLiteral("frame %1").arg(image.frameNumber); };
+        Desk desk;
+        desk.press("btnOpenCamera");
+        QVERIFY(vnApi_StartAcquisition(desk.camera()));
+        desk.receiveFrame();
         ImageView view;
         ImageView witness; // stays visible
         for (ImageView* each : {&view, &witness}) {
-            each->setCamera(camera);
+            each->setCamera(desk.camera());
             each->resize(300, 200);
             each->show();
-            QTRY_VERIFY(each->caption().contains(frame(first)));
+            QTRY_VERIFY(each->caption().contains("Mono 8") && each->caption().contains("frame 0"));
         }
-        QVERIFY(view.caption().contains("Mono 8"));
         view.hide();
-        const VN_IMG second = receiveFrame(camera);
-        QCOMPARE(second.frameNumber, first.frameNumber + 1); // looking took none
-        QTRY_VERIFY(witness.caption().contains(frame(second)));
-        QVERIFY(view.caption().contains(frame(first)));
+        QCOMPARE(desk.receiveFrame().frameNumber, 1U); // looking took none
+        QTRY_VERIFY(witness.caption().contains("frame 1"));
+        QVERIFY(view.caption().contains("frame 0"));
         view.show();
-        QTRY_VERIFY(view.caption().contains(frame(second)));
-        vnApi_StopAcquisition(camera);
+        QTRY_VERIFY(view.caption().contains("frame 1"));
     }
-
-private:
-    QTreeWidget* list() const { return m_dock->findChild<QTreeWidget*>(); }
-    QPushButton* button(const char* name) const { return m_dock->findChild<QPushButton*>(QString::fromLatin1(name)); }
-    void press(const char* name) const { QTest::mouseClick(button(name), Qt::LeftButton); }
-    static VNCORE_HANDLE opened(int index) { return CxCameraManager::instance()->openedCameras().value(index); }
-
-    QStringList states() const
-    {
-        QStringList result;
-        for (int row = 0; row < list()->topLevelItemCount(); ++row) {
-            result.append(list()->topLevelItem(row)->text(2));
-        }
-        return result;
-    }
-
-    QStringList lines() const
-    {
-        QStringList result;
-        for (int row = 0; row < m_log->rowCount(); ++row) {
-            result.append(m_log->index(row, EventLog::TextColumn).data().toString());
-        }
-        return result;
-    }
-
-    VN_IMG receiveFrame(VNCORE_HANDLE camera)
-    {
-        m_cameras[0]->release();
-        VN_IMG image{};
-        image.size = sizeof image;
-        const bool received = vnApi_GetImage(camera, 5000, &image, nullptr, true);
-        Q_ASSERT(received);
-        return received ? image : VN_IMG{};
-    }
-
-    std::vector<std::shared_ptr<sim::HandDrivenCamera>> m_cameras;
-    std::unique_ptr<EventLog> m_log;
-    std::unique_ptr<TakeOvers> m_takeOvers;
-    std::unique_ptr<CameraEvents> m_events;
-    std::unique_ptr<CameraDock> m_dock;
 };
 
 QTEST_MAIN(TestCameraDock)
