@@ -7,10 +7,9 @@
 #include <QtTest/QtTest>
 
 #include <QtCore/QJsonArray>
-#include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
 
 #include "CameraRegistry.h"
+#include "Files.h"
 #include "HandDrivenCamera.h"
 #include "MeasureRun.h"
 #include "Report.h"
@@ -33,19 +32,18 @@ class Bench
 {
 public:
     explicit Bench(const sim::CameraScenario& scenario = {}, const Options& runOptions = byHand())
-        : camera(std::make_shared<sim::HandDrivenCamera>(scenario)), options(runOptions), output(makeOutput())
+        : camera(std::make_shared<sim::HandDrivenCamera>(scenario)), options(runOptions)
     {
         camera->setGated(true);
         auto& registry = CameraRegistry::instance();
         const int index = registry.addDevice(camera);
         cameras.push_back(
             std::make_unique<MeasuredCamera>(registry.open(index), registry.deviceInfo(index), options));
-        run = std::make_unique<MeasureRun>(options, cameras, *output, nullptr);
+        run.start();
     }
     ~Bench()
     {
-        camera->setGated(false);
-        run->stop();
+        stop();
         CameraRegistry::instance().removeAllDevices();
     }
 
@@ -58,40 +56,23 @@ public:
     void stop()
     {
         camera->setGated(false);
-        run->stop();
+        run.stop();
     }
 
-    std::vector<QJsonObject> lines() const
-    {
-        std::vector<QJsonObject> objects;
-        QFile file(text.fileName());
-        file.open(QIODevice::ReadOnly);
-        for (const QByteArray& line : file.readAll().split('\n')) {
-            if (!line.isEmpty())
-                objects.push_back(QJsonDocument::fromJson(line).object());
-        }
-        return objects;
-    }
     double total(const char* key) const
     {
         return figureValue(cameras[0]->wholeRun().figures, QLatin1String(key)).value();
     }
 
     std::shared_ptr<sim::HandDrivenCamera> camera;
+    const QMap<QString, int> before = camera->parameters();
     const Options options;
     QTemporaryFile text;
-    std::unique_ptr<LineWriter> writer;
-    std::unique_ptr<Output> output;
+    const bool opened = text.open();
+    LineWriter writer{text.handle(), text.fileName(), LineWriter::Until::Written};
+    const std::unique_ptr<Output> output = makeJsonOutput(writer);
     std::vector<std::unique_ptr<MeasuredCamera>> cameras;
-    std::unique_ptr<MeasureRun> run;
-
-private:
-    std::unique_ptr<Output> makeOutput()
-    {
-        text.open();
-        writer = std::make_unique<LineWriter>(text.handle(), text.fileName(), LineWriter::Until::Written);
-        return makeJsonOutput(*writer);
-    }
+    MeasureRun run{options, cameras, *output, nullptr};
 };
 
 double sumOf(const std::vector<QJsonObject>& lines, const char* key)
@@ -124,20 +105,18 @@ private Q_SLOTS:
         Options options = byHand(ExMeasMode(mode));
         options.capacity = 500; // far less than the run
         Bench bench(scenario, options);
-        const auto before = bench.camera->parameters();
-        bench.run->start();
         for (const int images : {7, 1, 0, 12}) {
             QVERIFY(bench.take(images));
-            bench.run->printIntervals();
+            bench.run.printIntervals();
         }
         bench.stop();
-        QCOMPARE(bench.camera->parameters(), before);
+        QCOMPARE(bench.camera->parameters(), bench.before);
         QVERIFY(!bench.camera->isAcquiring());
 
-        const auto lines = bench.lines();
+        const auto lines = jsonLines(readFile(bench.text.fileName()));
         QCOMPARE(lines.size(), size_t(5));
-        QCOMPARE(lines[0].value(QStringLiteral("frames")).toInt(), 7);
-        QVERIFY(lines[2].value(QStringLiteral("missingFrames")).isNull());
+        QCOMPARE(lines[0]["frames"].toInt(), 7);
+        QVERIFY(lines[2]["missingFrames"].isNull());
         for (const char* key : {"frames", "missingFrames", "failedWaits"})
             QCOMPARE(sumOf(lines, key), bench.total(key));
         QVERIFY(bench.total("missingFrames") > 0);
@@ -145,12 +124,12 @@ private Q_SLOTS:
         QVERIFY(qAbs(sumOf(lines, "intervalS") - bench.cameras[0]->wholeRun().lengthS) < 1e-6);
         if (mode == MeasModeStandardAcq) {
             // Counters run: the last line's are the run's. Nothing but the link loses frames here.
-            QCOMPARE(lines.back().value(QStringLiteral("skips")).toDouble(), bench.total("skips"));
+            QCOMPARE(lines.back()["skips"].toDouble(), bench.total("skips"));
             QCOMPARE(bench.total("transportSkips"), bench.total("missingFrames"));
         } else {
             QCOMPARE(sumOf(lines, "blocks"), bench.total("blocks"));
-            QVERIFY(lines[2].value(QStringLiteral("avgThroughputMBps")).isNull());
-            QVERIFY(lines[0].value(QStringLiteral("avgThroughputMBps")).toDouble() > 0.0);
+            QVERIFY(lines[2]["avgThroughputMBps"].isNull());
+            QVERIFY(lines[0]["avgThroughputMBps"].toDouble() > 0.0);
         }
     }
 
@@ -161,7 +140,6 @@ private Q_SLOTS:
         scenario.missedTriggerCounters = false;
         for (const ExMeasMode mode : {MeasModeDataThroughput, MeasModeStandardAcq}) {
             Bench bench(scenario, byHand(mode));
-            bench.run->start();
             QVERIFY(bench.take(5));
             QStringList unknown;
             for (const Figure& figure : bench.cameras[0]->wholeRun().figures) {
@@ -194,7 +172,6 @@ private Q_SLOTS:
         options.samplePeriod = 8192;
         options.required = 100000; // no link is as fast: every frame overflows the buffer
         Bench bench({}, options);
-        bench.run->start();
         QVERIFY(bench.take(40));
         bench.stop();
         QTemporaryDir folder;
@@ -208,20 +185,16 @@ private Q_SLOTS:
         QCOMPARE(bench.total("maxBufferLevelPercent"), 100.0);
         QCOMPARE(bench.total("overflows"), bench.total("frames"));
         QVERIFY(report->fromUs < report->toUs);
-        QFile written(file);
-        QVERIFY(written.open(QIODevice::ReadOnly));
+        const QByteArray written = readFile(file);
         const double blocksPerFrame = bench.total("blocks") / bench.total("frames");
-        QCOMPARE(double(written.readAll().count('\n')), 1 + double(report->frames) * (blocksPerFrame - 1));
+        QCOMPARE(double(written.count('\n')), 1 + double(report->frames) * (blocksPerFrame - 1));
 
         QVERIFY(writeDescription(*bench.cameras[0], *report, &error));
-        QFile described(file + QStringLiteral(".json"));
-        QVERIFY(described.open(QIODevice::ReadOnly));
-        const QJsonObject description = QJsonDocument::fromJson(described.readAll()).object();
-        QCOMPARE(description["report"].toString(), QStringLiteral("report.csv"));
-        QCOMPARE(description["camera"]["id"].toString(), bench.cameras[0]->info().id);
-        QCOMPARE(description["mode"].toString(), QStringLiteral("throughput"));
-        QCOMPARE(description["samplePeriodBytes"].toInt(), 8192);
-        QCOMPARE(description["requiredThroughputMBps"].toInt(), 100000);
+        const QJsonObject description = jsonLines(readFile(file + ".json").simplified())[0];
+        QString facts = description["camera"]["id"].toString();
+        for (const char* key : {"report", "mode", "samplePeriodBytes", "requiredThroughputMBps"})
+            facts += ' ' + description[QLatin1String(key)].toVariant().toString();
+        QCOMPARE(facts, bench.cameras[0]->info().id + " report.csv throughput 8192 100000");
         QCOMPARE(description["droppedFrames"].toDouble(), double(report->droppedFrames));
         QVERIFY(description["bufferSizeBytes"].toInt() > 0);
         const QString startTime = description["startTime"].toString();
@@ -231,8 +204,8 @@ private Q_SLOTS:
             QVERIFY(!column["meaning"].toString().isEmpty());
             headings.append(column["heading"].toString());
         }
-        QVERIFY(written.seek(0));
-        QCOMPARE(headings.join(", ").replace("number, ", "number,") + '\n', QString(written.readLine()));
+        QCOMPARE(headings.join(", ").replace("number, ", "number,") + '\n',
+                 QString(written.left(written.indexOf('\n') + 1)));
 
         QVERIFY(!canWriteReport(folder.filePath(QStringLiteral("no/where.csv")), &error));
         QVERIFY(!error.isEmpty());
@@ -243,33 +216,30 @@ private Q_SLOTS:
     {
         QTemporaryDir folder;
         const QString name = folder.filePath(QStringLiteral("log.csv"));
-        const auto contents = [&name] {
-            QFile file(name);
-            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-        };
         const SxCameraInfo camera{QStringLiteral("A \"B\"\n,"), QStringLiteral("1"), {}};
         const IntervalLine line{camera, QDateTime::currentDateTimeUtc(), {1.0, 1.0, throughputFigures({}, true)}};
         {
             IntervalLog log;
             QVERIFY(log.open(name, MeasModeDataThroughput));
             QVERIFY(log.append(line));
-            QCOMPARE(contents().count('\n'), 2); // there at once
+            QCOMPARE(readFile(name).count('\n'), 2); // there at once
         }
-        const QByteArray whole = contents();
+        const QByteArray whole = readFile(name);
         QVERIFY(QFile::resize(name, whole.size() - 5)); // a power cut
         {
             IntervalLog log;
             QVERIFY(log.open(name, MeasModeDataThroughput));
             std::signal(SIGXFSZ, SIG_IGN);
             for (const rlim_t room : {rlim_t(5), RLIM_INFINITY}) {
-                const rlimit limit{room == RLIM_INFINITY ? room : rlim_t(contents().size()) + room, RLIM_INFINITY};
+                const rlimit limit{room == RLIM_INFINITY ? room : rlim_t(readFile(name).size()) + room,
+                                   RLIM_INFINITY};
                 QCOMPARE(::setrlimit(RLIMIT_FSIZE, &limit), 0);
                 QCOMPARE(log.append(line), room == RLIM_INFINITY);
             }
             QCOMPARE(log.lines().lostLines(), quint64(1));
             QVERIFY2(log.lines().error().endsWith("File too large"), qPrintable(log.lines().error()));
         }
-        QCOMPARE(contents(), whole.left(whole.size() - 5) + '\n' + whole.mid(whole.indexOf('\n') + 1));
+        QCOMPARE(readFile(name), whole.left(whole.size() - 5) + '\n' + whole.mid(whole.indexOf('\n') + 1));
         QVERIFY(whole.contains("\"A \"\"B\"\" ,\""));
         QVERIFY(whole.contains("n/a"));
 

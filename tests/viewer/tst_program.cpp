@@ -4,6 +4,7 @@
 
 #include <QtTest/QtTest>
 
+#include "Files.h"
 #include "Table.h"
 
 class TestProgram : public QObject
@@ -13,14 +14,13 @@ class TestProgram : public QObject
 private Q_SLOTS:
     void init()
     {
-        m_directory = std::make_unique<QTemporaryDir>();
-        m_program = std::make_unique<QProcess>();
-        m_program->setProcessChannelMode(QProcess::MergedChannels);
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.remove("DISPLAY");
-        environment.remove("WAYLAND_DISPLAY");
-        environment.insert("QT_QPA_PLATFORM", "offscreen");
-        m_program->setProcessEnvironment(environment);
+        directory = std::make_unique<QTemporaryDir>();
+        program = std::make_unique<QProcess>();
+        program->setProcessChannelMode(QProcess::MergedChannels);
+        program->setWorkingDirectory(directory->path());
+        qunsetenv("DISPLAY");
+        qunsetenv("WAYLAND_DISPLAY");
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     }
 
     void exitCodes_data()
@@ -28,10 +28,14 @@ private Q_SLOTS:
         const Table<bool, QStringList, int, QString> row("display", "arguments", "exitCode", "text");
         row("help", false, {"--help"}, 0, "--screenshot");
         row("version", false, {"--version"}, 0, "kestrova ");
-        row("wrong usage", false, {"--nonsense"}, 2, "nonsense");
+        row("unknown option", false, {"--colour"}, 2, "colour");
+        row("value missing", false, {"--cameras"}, 2, "cameras");
+        row("value empty", false, {"--screenshot", ""}, 2, "screenshot");
+        row("stray argument", false, {"--start", "now"}, 2, "now");
+        row("no time", false, {"--quit-after", "0s"}, 2, "1ms to");
         row("no display", false, {}, 1, "no display");
         row("no such file", true, {"--cameras", "/no/such/file.json"}, 2, "/no/such/file.json");
-        row("no such camera", true, {"--open", "Nobody"}, 2, "Nobody");
+        row("no such camera", true, {"--open", "Nobody", "--open=none"}, 2, "Nobody");
         row("a name of several cameras", true, {"--cameras", "twins.json", "--open", "Twin"}, 2,
             "1 = Twin (1), 2 = Twin (2)");
         row("in German", true, {"--open", "Niemand", "--language", "de"}, 2, "keine Kamera");
@@ -44,22 +48,16 @@ private Q_SLOTS:
         QFETCH(bool, display);
         QFETCH(QStringList, arguments);
         QFETCH(QString, text);
-        QProcessEnvironment environment = m_program->processEnvironment();
         if (!display)
-            environment.remove("QT_QPA_PLATFORM");
-        m_program->setProcessEnvironment(environment);
-        m_program->setWorkingDirectory(m_directory->path());
-        QFile twins(m_directory->filePath("twins.json"));
-        QVERIFY(twins.open(QIODevice::WriteOnly));
-        twins.write(R"({"cameras": [{"name": "Twin", "id": "1"}, {"name": "Twin", "id": "2"}]})");
-        twins.close();
+            qunsetenv("QT_QPA_PLATFORM");
+        writeFile(directory->filePath("twins.json"),
+                  R"({"cameras": [{"name": "Twin", "id": "1"}, {"name": "Twin", "id": "2"}]})");
         run(arguments);
-        QVERIFY(m_program->waitForFinished());
-        QTEST(m_program->exitCode(), "exitCode");
-        const QByteArray output = m_program->readAll();
+        QVERIFY(program->waitForFinished());
+        QTEST(program->exitCode(), "exitCode");
+        const QByteArray output = program->readAll();
         QVERIFY2(output.contains(text.toUtf8()), output);
-        if (m_program->exitCode() == 2)
-            QVERIFY2(!QFile::exists(settingsFile()), "what was not loaded must not be saved");
+        QVERIFY2(program->exitCode() != 2 || !QFile::exists(settingsFile()), "what was not loaded is not saved");
     }
 
     void quitsInGoodOrderPastAnOpenBox_data()
@@ -76,18 +74,14 @@ private Q_SLOTS:
         QFETCH(int, signal);
         run(QStringList{"--start", "--open", "none"} +
             (signal == 0 ? QStringList{"--quit-after", "1s"} : QStringList()));
-        QByteArray output;
-        QTRY_VERIFY_WITH_TIMEOUT((output += m_program->readAll()).contains("box opens") ||
-                                     m_program->state() == QProcess::NotRunning,
-                                 20'000);
-        if (signal != 0) {
-            ::kill(pid_t(m_program->processId()), signal);
-        }
-        QVERIFY(m_program->waitForFinished());
-        QCOMPARE(m_program->exitStatus(), QProcess::NormalExit);
-        QCOMPARE(m_program->exitCode(), 0);
-        output += m_program->readAll();
-        QVERIFY2(output.contains("box closed"), output);
+        QByteArray output = untilTheBoxOpens();
+        if (signal != 0)
+            ::kill(pid_t(program->processId()), signal);
+        QVERIFY(program->waitForFinished());
+        QCOMPARE(program->exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program->exitCode(), 0);
+        output += program->readAll();
+        QVERIFY2(output.contains("box closed") && !output.contains("camera closed"), output);
         const QSettings settings(settingsFile(), QSettings::IniFormat);
         QVERIFY(settings.contains("TestPlugin/number") && settings.contains("Viewer/geometry"));
     }
@@ -97,37 +91,45 @@ private Q_SLOTS:
         QProcess display;
         display.start("Xvfb", {"-displayfd", "1", "-nolisten", "tcp"});
         QVERIFY(display.waitForStarted());
-        while (!display.canReadLine()) {
+        while (!display.canReadLine())
             QVERIFY(display.waitForReadyRead());
-        }
-        QProcessEnvironment environment = m_program->processEnvironment();
-        environment.insert("QT_QPA_PLATFORM", "xcb");
-        environment.insert("DISPLAY", ":" + display.readLine().trimmed());
-        m_program->setProcessEnvironment(environment);
+        qputenv("QT_QPA_PLATFORM", "xcb");
+        qputenv("DISPLAY", ':' + display.readLine().trimmed());
         run({"--start"});
-        QByteArray output;
-        QTRY_VERIFY_WITH_TIMEOUT((output += m_program->readAll()).contains("box opens"), 20'000);
+        QByteArray output = untilTheBoxOpens();
         display.kill();
         QVERIFY(display.waitForFinished());
-        QVERIFY(m_program->waitForFinished());
-        QCOMPARE(m_program->exitStatus(), QProcess::NormalExit);
-        output += m_program->readAll();
+        QVERIFY(program->waitForFinished());
+        QCOMPARE(program->exitStatus(), QProcess::NormalExit);
+        output += program->readAll();
         QCOMPARE(output.count("camera closed"), 4);
         QVERIFY(QSettings(settingsFile(), QSettings::IniFormat).contains("TestPlugin/number"));
     }
 
 private:
-    QString settingsFile() const { return m_directory->filePath("settings.ini"); }
+    QString settingsFile() const { return directory->filePath("settings.ini"); }
 
     void run(const QStringList& arguments)
     {
-        m_program->start(KESTROVA_PROGRAM,
-                         QStringList{"--settings", settingsFile(), "--plugin-dir", MODULES_DIR "/good"} + arguments);
-        QVERIFY(m_program->waitForStarted());
+        program->start(KESTROVA_PROGRAM, QStringList{"--settings", settingsFile(), "--plugin-dir",
+                                                     MODULES_DIR "/good", "--plugin-dir", "/no/such/directory"} +
+                                             arguments);
+        QVERIFY(program->waitForStarted());
     }
 
-    std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<QProcess> m_program;
+    QByteArray untilTheBoxOpens()
+    {
+        QByteArray output;
+        [&] {
+            QTRY_VERIFY_WITH_TIMEOUT((output += program->readAll()).contains("box opens") ||
+                                         program->state() == QProcess::NotRunning,
+                                     20'000);
+        }();
+        return output;
+    }
+
+    std::unique_ptr<QTemporaryDir> directory;
+    std::unique_ptr<QProcess> program;
 };
 
 QTEST_GUILESS_MAIN(TestProgram)
