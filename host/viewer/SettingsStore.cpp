@@ -34,6 +34,11 @@ SettingsStore::SettingsStore(const QString& file)
 
 bool SettingsStore::save(const std::function<void(QSettings&)>& collect)
 {
+    const bool failedBefore = m_settings->status() != QSettings::NoError;
+    if (failedBefore) {
+        // QSettings keeps a status for good. Another one for the same file has what is yet to be written, too.
+        m_settings = std::make_unique<QSettings>(m_settings->fileName(), QSettings::IniFormat);
+    }
     // Plug-ins write all their values each time. Written to directly, m_settings would rewrite its file although
     // nothing has changed.
     QSettings copy(inMemory, QSettings::IniFormat);
@@ -43,7 +48,7 @@ bool SettingsStore::save(const std::function<void(QSettings&)>& collect)
     }
     collect(copy);
 
-    bool changed = false;
+    bool changed = failedBefore;
     const QStringList after = copy.allKeys();
     for (const QString& key : after) {
         const QVariant value = copy.value(key);

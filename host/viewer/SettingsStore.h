@@ -21,11 +21,11 @@ public:
     /// Where a damaged file went, empty if all was well.
     QString damagedFile() const { return m_damagedFile; }
 
-    /// For reading.
+    /// For reading, until the next save().
     QSettings& settings() { return *m_settings; }
 
     /// Lets `collect` write into a copy of the settings and puts what differs into the file. False if the file
-    /// could not be written.
+    /// could not be written; the next call tries again.
     bool save(const std::function<void(QSettings&)>& collect);
 
 private:
