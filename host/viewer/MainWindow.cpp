@@ -8,6 +8,7 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 #include <QtWidgets/QActionGroup>
+#include <QtWidgets/QLayout>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
@@ -21,7 +22,7 @@
 namespace {
 
 constexpr QSize defaultSize(1520, 1000);
-constexpr int defaultBottomHeight = 630; // a plug-in with four cameras is readable
+constexpr double defaultBottomShare = 0.63; // a plug-in with four cameras is readable
 constexpr int defaultCamerasWidth = 330;
 constexpr int defaultEventsWidth = 430;
 
@@ -120,6 +121,10 @@ void MainWindow::restoreArrangement(QSettings& settings)
     m_showPicture->setChecked(settings.value(pictureKey, true).toBool());
     restoreGeometry(unsealed(settings.value(QStringLiteral("geometry")).toByteArray()));
     restoreState(unsealed(settings.value(QStringLiteral("docks")).toByteArray()));
+    shares.clear(); // those of the restored arrangement are seen when it is shown
+    const auto docks = findChildren<QDockWidget*>();
+    for (QDockWidget* dock : docks)
+        dock->installEventFilter(this);
 }
 
 void MainWindow::saveArrangement(QSettings& settings) const
@@ -134,19 +139,30 @@ void MainWindow::arrangeByDefault()
     // Without a display there is only a pretended screen, which need not limit the picture of the window.
     const bool realScreen = QGuiApplication::platformName() != QLatin1String("offscreen");
     resize(realScreen ? defaultSize.boundedTo(screen()->availableSize()) : defaultSize);
+    const auto docks = findChildren<QDockWidget*>();
+    for (const QDockWidget* dock : docks)
+        shares[dock] = defaultBottomShare;
+    applyShares();
+    resizeDocks({findChild<QDockWidget*>(QStringLiteral("dockCameras")),
+                 findChild<QDockWidget*>(QStringLiteral("dockEvents"))},
+                {defaultCamerasWidth, defaultEventsWidth}, Qt::Horizontal);
+}
+
+void MainWindow::applyShares()
+{
     QList<QDockWidget*> bottom;
     QList<int> heights;
     const auto docks = findChildren<QDockWidget*>();
     for (QDockWidget* dock : docks) {
-        if (dockWidgetArea(dock) == Qt::BottomDockWidgetArea) {
+        if (dockWidgetArea(dock) == Qt::BottomDockWidgetArea && !dock->isHidden() && !dock->isFloating() &&
+            shares.contains(dock)) {
             bottom.append(dock);
-            heights.append(defaultBottomHeight * height() / defaultSize.height());
+            heights.append(qRound(shares.value(dock) * height()));
         }
     }
     resizeDocks(bottom, heights, Qt::Vertical);
-    resizeDocks({findChild<QDockWidget*>(QStringLiteral("dockCameras")),
-                 findChild<QDockWidget*>(QStringLiteral("dockEvents"))},
-                {defaultCamerasWidth, defaultEventsWidth}, Qt::Horizontal);
+    layout()->activate(); // at once: a later change of a height is taken for a choice of the user
+    arrangedHeight = height();
 }
 
 void MainWindow::resetLayout()
@@ -155,6 +171,21 @@ void MainWindow::resetLayout()
     m_showPicture->setChecked(true);
     restoreState(m_firstArrangement);
     arrangeByDefault();
+}
+
+/// Left alone, Qt takes from the bottom docks when the window shrinks and gives nothing back when it grows.
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    applyShares();
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    // While the window has its height, others give a dock its own: a person, an arrangement, another dock.
+    if (event->type() == QEvent::Resize && height() == arrangedHeight)
+        shares[watched] = double(static_cast<QResizeEvent*>(event)->size().height()) / height();
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

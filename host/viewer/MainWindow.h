@@ -3,6 +3,7 @@
 #ifndef KESTROVA_MAINWINDOW_H
 #define KESTROVA_MAINWINDOW_H
 
+#include <QtCore/QHash>
 #include <QtWidgets/QMainWindow>
 
 class EventLog;
@@ -36,10 +37,13 @@ Q_SIGNALS:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildMenus(QDockWidget* cameras, QDockWidget* events);
     void arrangeByDefault();
+    void applyShares();
     void resetLayout();
     void showAbout();
 
@@ -47,6 +51,8 @@ private:
     QByteArray m_firstArrangement; ///< of docks as they were added
     QMenu* m_docksMenu = nullptr;
     QActionGroup* m_detailLevels = nullptr;
+    QHash<const QObject*, double> shares; ///< of the window's height, for docks as they were last arranged
+    int arrangedHeight = -1;              ///< of the window, when its docks were last arranged
 };
 
 #endif

@@ -80,6 +80,22 @@ private Q_SLOTS:
         QCOMPARE(viewer.window().dockWidgetArea(events), Qt::RightDockWidgetArea);
     }
 
+    void bottomDockKeepsItsShareOfTheHeight()
+    {
+        for (const int expected : {630, 450}) { // as first arranged, as it was left
+            Viewer viewer(m_options);
+            viewer.start();
+            MainWindow& window = viewer.window();
+            auto* dock = window.findChildren<QDockWidget*>(QRegularExpression("TestWidget")).constFirst();
+            QCOMPARE(dock->height(), expected);
+            window.resizeDocks({dock}, {450}, Qt::Vertical);
+            QTRY_COMPARE(dock->height(), 450);
+            for (const int height : {500, 1400, window.height()})
+                window.resize(window.width(), height);
+            QCOMPARE(dock->height(), 450);
+        }
+    }
+
     void menusHaveABorderAndNoBlankEntry()
     {
         const QPalette palette = QApplication::palette();
