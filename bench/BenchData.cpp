@@ -8,17 +8,17 @@ std::unique_ptr<FrameRecord> FrameSource::next(quint64 blocks)
 {
     constexpr quint64 blocksPerPacket = 16;
     auto frame = std::make_unique<FrameRecord>();
-    frame->frameNumber = m_frame++;
+    frame->frameNumber = frameNumber++;
     frame->timestampUs = timeUs();
     frame->blockCount = blocks;
     frame->blockTicks.reset(new quint64[blocks]);
     for (quint64 i = 0; i < blocks; ++i) {
-        frame->blockTicks[i] = m_tick;
-        m_tick += 880 + m_random() % 32;
+        frame->blockTicks[i] = tick;
+        tick += 880 + random() % 32;
         if (i % blocksPerPacket == 0)
-            m_tick += 1500 + m_random() % 1000;
-        if (m_random() % 5000 == 0)
-            m_tick += m_random() % 200000;
+            tick += 1500 + random() % 1000;
+        if (random() % 5000 == 0)
+            tick += random() % 200000;
     }
     frame->durationTicks = frame->blockTicks[blocks - 1] - frame->blockTicks[0];
     return frame;

@@ -18,12 +18,12 @@ class FrameSource
 public:
     std::unique_ptr<FrameRecord> next(quint64 blocks = benchFrameBlocks);
     /// The end of the last frame, microseconds.
-    qint64 timeUs() const { return static_cast<qint64>(m_tick / 250); }
+    qint64 timeUs() const { return static_cast<qint64>(tick / 250); }
 
 private:
-    std::minstd_rand m_random{1};
-    quint64 m_tick = 0;
-    quint64 m_frame = 0;
+    std::minstd_rand random{1};
+    quint64 tick = 0;
+    quint64 frameNumber = 0;
 };
 
 /// Sets the record up for the frames of a FrameSource and appends as many, made for these settings.

@@ -53,20 +53,20 @@ class MeasuredFrames
 {
 public:
     explicit MeasuredFrames(const sim::CameraScenario& camera)
-        : m_model(camera, std::make_shared<sim::SharedLink>(camera.link), 1)
+        : model(camera, std::make_shared<sim::SharedLink>(camera.link), 1)
     {
-        m_model.set(QStringLiteral(VN_PRM_IMAGE_DATA_FORMAT), VN_FRM_TRANSPORT_DATA, 0);
-        m_model.set(QStringLiteral(VN_PRM_OUTPUT_DATA_BIT_DEPTH), 16, 0);
-        m_model.set(QStringLiteral(VN_PRM_TEST_PATTERN_GENERATOR_SELECTOR), VN_TESTPAT_GEN_FPGA, 0);
-        m_model.set(QStringLiteral(VN_PRM_TEST_PATTERN), VN_TESTPAT_DEVICE_SPEC_COUNTER, 0);
-        m_model.start(0);
+        model.set(QStringLiteral(VN_PRM_IMAGE_DATA_FORMAT), VN_FRM_TRANSPORT_DATA, 0);
+        model.set(QStringLiteral(VN_PRM_OUTPUT_DATA_BIT_DEPTH), 16, 0);
+        model.set(QStringLiteral(VN_PRM_TEST_PATTERN_GENERATOR_SELECTOR), VN_TESTPAT_GEN_FPGA, 0);
+        model.set(QStringLiteral(VN_PRM_TEST_PATTERN), VN_TESTPAT_DEVICE_SPEC_COUNTER, 0);
+        model.start(0);
     }
 
     std::unique_ptr<FrameRecord> next()
     {
-        while (!m_model.hasFrame())
-            m_model.advanceTo(*m_model.nextEventNs());
-        const sim::Frame frame = m_model.takeFrame();
+        while (!model.hasFrame())
+            model.advanceTo(*model.nextEventNs());
+        const sim::Frame frame = model.takeFrame();
         auto record = std::make_unique<FrameRecord>();
         record->frameNumber = frame.number;
         record->timestampUs = static_cast<qint64>(frame.stampUs);
@@ -79,7 +79,7 @@ public:
     }
 
 private:
-    sim::CameraModel m_model;
+    sim::CameraModel model;
 };
 
 /// A camera of the form that measures without a worker: frames come when they are told to.
@@ -88,39 +88,39 @@ class MeasuringCamera
 public:
     /// Its record is full at that time.
     MeasuringCamera(const sim::CameraScenario& camera, CxCameraLineData& record, qint64 nowUs)
-        : m_frames(camera), m_record(record), m_settings(record.evaluationSettings()), m_next(m_frames.next())
+        : source(camera), data(record), settings(record.evaluationSettings()), ahead(source.next())
     {
         std::vector<std::unique_ptr<FrameRecord>> frames;
         for (quint64 blocks = 0; blocks < keptBlocks; blocks += frames.back()->blockCount)
-            frames.push_back(std::exchange(m_next, m_frames.next()));
-        m_offsetUs = nowUs - frames.back()->timestampUs;
-        m_record.avgFrameTime = static_cast<double>(m_next->timestampUs) / static_cast<double>(frames.size());
-        m_record.measuring = true;
+            frames.push_back(std::exchange(ahead, source.next()));
+        offsetUs = nowUs - frames.back()->timestampUs;
+        data.avgFrameTime = static_cast<double>(ahead->timestampUs) / static_cast<double>(frames.size());
+        data.measuring = true;
         for (auto& frame : frames)
             append(std::move(frame));
     }
-    ~MeasuringCamera() { m_record.measuring = false; }
+    ~MeasuringCamera() { data.measuring = false; }
 
     void arriveUntil(qint64 nowUs)
     {
-        const QMutexLocker lock(&m_record.mutex);
-        for (; m_next->timestampUs + m_offsetUs <= nowUs; m_record.frameList.pop_front())
-            append(std::exchange(m_next, m_frames.next()));
+        const QMutexLocker lock(&data.mutex);
+        for (; ahead->timestampUs + offsetUs <= nowUs; data.frameList.pop_front())
+            append(std::exchange(ahead, source.next()));
     }
 
 private:
     void append(std::unique_ptr<FrameRecord> frame)
     {
-        frame->timestampUs += m_offsetUs;
-        FrameAggregates aggregates = makeAggregates(*frame, m_settings);
-        m_record.frameList.push_back(std::move(frame), std::move(aggregates), m_settings);
+        frame->timestampUs += offsetUs;
+        FrameAggregates aggregates = makeAggregates(*frame, settings);
+        data.frameList.push_back(std::move(frame), std::move(aggregates), settings);
     }
 
-    MeasuredFrames m_frames;
-    CxCameraLineData& m_record;
-    EvaluationSettings m_settings;
-    std::unique_ptr<FrameRecord> m_next;
-    qint64 m_offsetUs = 0;
+    MeasuredFrames source;
+    CxCameraLineData& data;
+    EvaluationSettings settings;
+    std::unique_ptr<FrameRecord> ahead;
+    qint64 offsetUs = 0;
 };
 
 double threadSeconds()

@@ -42,7 +42,7 @@ int CameraRegistry::addDevice(std::shared_ptr<CameraDevice> device)
             },
             Qt::QueuedConnection);
     });
-    m_devices.push_back({std::move(device), nullptr});
+    knownDevices.push_back({std::move(device), nullptr});
     Q_EMIT devicesChanged();
     return deviceCount() - 1;
 }
@@ -50,7 +50,7 @@ int CameraRegistry::addDevice(std::shared_ptr<CameraDevice> device)
 void CameraRegistry::removeAllDevices()
 {
     // First, so that no slot can open one again.
-    const auto devices = std::exchange(m_devices, {});
+    const auto devices = std::exchange(knownDevices, {});
     closeAll();
     for (const auto& known : devices)
         known.device->setLossListener({});
@@ -60,7 +60,7 @@ void CameraRegistry::removeAllDevices()
 const CameraRegistry::KnownDevice* CameraRegistry::known(int device) const
 {
     Q_ASSERT(QThread::currentThread() == thread());
-    return device >= 0 && device < deviceCount() ? &m_devices[static_cast<size_t>(device)] : nullptr;
+    return device >= 0 && device < deviceCount() ? &knownDevices[static_cast<size_t>(device)] : nullptr;
 }
 
 std::shared_ptr<CameraDevice> CameraRegistry::device(int device) const
@@ -84,7 +84,7 @@ bool CameraRegistry::isDeviceLost(int device) const
 VNCORE_HANDLE CameraRegistry::openedHandle(int device) const
 {
     const auto* entry = known(device);
-    return entry && m_opened.contains(entry->handle) ? entry->handle : nullptr;
+    return entry && openedHandles.contains(entry->handle) ? entry->handle : nullptr;
 }
 
 VNCORE_HANDLE CameraRegistry::open(int device)
@@ -92,12 +92,12 @@ VNCORE_HANDLE CameraRegistry::open(int device)
     const auto* entry = known(device);
     if (!entry || entry->device->isLost() || CameraTable::instance().find(entry->handle))
         return nullptr;
-    auto& handle = m_devices[static_cast<size_t>(device)].handle;
+    auto& handle = knownDevices[static_cast<size_t>(device)].handle;
     if (handle == nullptr)
-        handle = reinterpret_cast<VNCORE_HANDLE>(++m_lastHandle); // NOLINT(performance-no-int-to-ptr): a number
+        handle = reinterpret_cast<VNCORE_HANDLE>(++lastHandle); // NOLINT(performance-no-int-to-ptr): a number
     VNCORE_HANDLE camera = handle;
     CameraTable::instance().insert(camera, std::make_shared<OpenedCamera>(camera, entry->device));
-    m_opened.append(camera);
+    openedHandles.append(camera);
     Q_EMIT CxCameraManager::instance()->cameraOpened(camera);
     return camera;
 }
@@ -105,7 +105,7 @@ VNCORE_HANDLE CameraRegistry::open(int device)
 bool CameraRegistry::close(VNCORE_HANDLE camera)
 {
     Q_ASSERT(QThread::currentThread() == thread());
-    if (!m_opened.removeOne(camera))
+    if (!openedHandles.removeOne(camera))
         return false;
     Q_EMIT CxCameraManager::instance()->cameraClosed(camera);
     if (const auto opened = CameraTable::instance().find(camera))
@@ -116,14 +116,14 @@ bool CameraRegistry::close(VNCORE_HANDLE camera)
 
 void CameraRegistry::closeAll()
 {
-    const auto opened = m_opened;
+    const auto opened = openedHandles;
     std::for_each(opened.cbegin(), opened.cend(), [this](VNCORE_HANDLE camera) { close(camera); });
 }
 
 bool CameraRegistry::startHostAcquisition(VNCORE_HANDLE camera)
 {
     const auto opened = CameraTable::instance().find(camera);
-    if (!m_opened.contains(camera) || !opened || !opened->startHostAcquisition())
+    if (!openedHandles.contains(camera) || !opened || !opened->startHostAcquisition())
         return false;
     Q_EMIT CxCameraManager::instance()->acquisitionStarted(camera);
     return true;
@@ -159,15 +159,15 @@ std::optional<std::chrono::steady_clock::time_point> CameraRegistry::silentSince
 
 void CameraRegistry::announceLoss(const std::shared_ptr<CameraDevice>& device, bool lost)
 {
-    const auto entry = std::find_if(m_devices.cbegin(), m_devices.cend(),
+    const auto entry = std::find_if(knownDevices.cbegin(), knownDevices.cend(),
                                     [&device](const KnownDevice& known) { return known.device == device; });
-    if (entry == m_devices.cend())
+    if (entry == knownDevices.cend())
         return;
     VNCORE_HANDLE camera = entry->handle;
-    if (m_opened.contains(camera)) {
+    if (openedHandles.contains(camera)) {
         Q_EMIT lost ? cameraLost(camera) : cameraReturned(camera);
         // A camera comes back with the values of its power-up.
-        if (!lost && m_opened.contains(camera))
+        if (!lost && openedHandles.contains(camera))
             Q_EMIT CxCameraManager::instance()->imageFormatChanged(camera);
     }
     Q_EMIT devicesChanged();

@@ -33,7 +33,7 @@ public:
     /// Closes what is open and forgets every device; for the end of the program and between tests. Handles are not
     /// given out again.
     void removeAllDevices();
-    int deviceCount() const { return static_cast<int>(m_devices.size()); }
+    int deviceCount() const { return static_cast<int>(knownDevices.size()); }
     /// Of an unknown index: null, empty texts, not lost, null.
     std::shared_ptr<CameraDevice> device(int device) const;
     SxCameraInfo deviceInfo(int device) const;
@@ -47,7 +47,7 @@ public:
     /// still acquires. False if the camera is not open. The handle is dead when this returns.
     bool close(VNCORE_HANDLE camera);
     void closeAll();
-    QList<VNCORE_HANDLE> openedCameras() const { return m_opened; }
+    QList<VNCORE_HANDLE> openedCameras() const { return openedHandles; }
 
     /// The host's own acquisition, for the view: pulls images on a thread of its own. Start is refused while a
     /// plug-in acquires and when no thread can be had. Stop may take a fifth of a second, and returns false if there is nothing to stop or the
@@ -84,9 +84,9 @@ private:
     const KnownDevice* known(int device) const;
     void announceLoss(const std::shared_ptr<CameraDevice>& device, bool lost);
 
-    std::vector<KnownDevice> m_devices;
-    QList<VNCORE_HANDLE> m_opened; ///< in the order of opening
-    quintptr m_lastHandle = 0;
+    std::vector<KnownDevice> knownDevices;
+    QList<VNCORE_HANDLE> openedHandles; ///< in the order of opening
+    quintptr lastHandle = 0;
 };
 
 #endif

@@ -12,25 +12,25 @@ CameraTable& CameraTable::instance()
 
 void CameraTable::insert(VNCORE_HANDLE handle, std::shared_ptr<OpenedCamera> camera)
 {
-    const std::lock_guard lock(m_mutex);
-    m_cameras.emplace(handle, std::move(camera));
+    const std::lock_guard lock(mutex);
+    cameras.emplace(handle, std::move(camera));
 }
 
 void CameraTable::remove(VNCORE_HANDLE handle)
 {
     // The camera's end, if this is its last owner, comes after the lock.
     std::shared_ptr<OpenedCamera> removed;
-    const std::lock_guard lock(m_mutex);
-    const auto found = m_cameras.find(handle);
-    if (found != m_cameras.end()) {
+    const std::lock_guard lock(mutex);
+    const auto found = cameras.find(handle);
+    if (found != cameras.end()) {
         removed = std::move(found->second);
-        m_cameras.erase(found);
+        cameras.erase(found);
     }
 }
 
 std::shared_ptr<OpenedCamera> CameraTable::find(VNCORE_HANDLE handle) const
 {
-    const std::lock_guard lock(m_mutex);
-    const auto found = m_cameras.find(handle);
-    return found == m_cameras.end() ? nullptr : found->second;
+    const std::lock_guard lock(mutex);
+    const auto found = cameras.find(handle);
+    return found == cameras.end() ? nullptr : found->second;
 }

@@ -23,9 +23,9 @@ public:
     std::shared_ptr<OpenedCamera> find(VNCORE_HANDLE handle) const;
 
 private:
-    /// Guards m_cameras; nothing is called under it.
-    mutable std::mutex m_mutex;
-    std::map<VNCORE_HANDLE, std::shared_ptr<OpenedCamera>> m_cameras;
+    /// Guards cameras; nothing is called under it.
+    mutable std::mutex mutex;
+    std::map<VNCORE_HANDLE, std::shared_ptr<OpenedCamera>> cameras;
 };
 
 #endif

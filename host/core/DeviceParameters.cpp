@@ -19,7 +19,7 @@ bool CxCameraParam::setParamValue(const CxValue& newValue)
 }
 
 DeviceParameters::DeviceParameters(CameraDevice& device, std::function<bool(const char*, int)> write)
-    : m_device(device), m_write(std::move(write))
+    : camera(device), writeInt(std::move(write))
 {
 }
 
@@ -28,40 +28,40 @@ DeviceParameters::~DeviceParameters() = default;
 CxCameraParam* DeviceParameters::findParam(const QString& name, bool /*includeHidden*/)
 {
     const QByteArray key = name.toUtf8();
-    if (!m_device.hasParameter(key.constData()))
+    if (!camera.hasParameter(key.constData()))
         return nullptr;
-    auto& param = m_params[name];
+    auto& param = params[name];
     if (!param) {
         param = std::make_unique<CxCameraParam>();
         param->name = name;
     }
-    if (m_batch.contains(name))
+    if (pendingChanges.contains(name))
         return param.get();
-    param->enumItems = m_device.enumeration(key.constData());
+    param->enumItems = camera.enumeration(key.constData());
     int value = 0;
-    if (m_device.getInt(key.constData(), value))
+    if (camera.getInt(key.constData(), value))
         param->value = CxValue(value);
     return param.get();
 }
 
 SxCameraInfo DeviceParameters::cameraInfo() const
 {
-    return m_device.info();
+    return camera.info();
 }
 
 void DeviceParameters::addParamCommitToBatch(const QString& name)
 {
-    if (!m_batch.contains(name))
-        m_batch.append(name);
+    if (!pendingChanges.contains(name))
+        pendingChanges.append(name);
 }
 
 bool DeviceParameters::endCommitBatch(ExCommitRefreshGuiMode mode)
 {
-    const QStringList batch = std::exchange(m_batch, {});
+    const QStringList batch = std::exchange(pendingChanges, {});
     bool allTaken = true;
     for (const QString& name : batch) {
-        const auto found = m_params.find(name);
-        allTaken &= found != m_params.end() && m_write(name.toUtf8().constData(), found->second->value.toInt());
+        const auto found = params.find(name);
+        allTaken &= found != params.end() && writeInt(name.toUtf8().constData(), found->second->value.toInt());
     }
     if (mode == CommitRefreshGuiChanged) {
         for (const QString& name : batch)

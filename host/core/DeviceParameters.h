@@ -27,10 +27,10 @@ public:
     bool endCommitBatch(ExCommitRefreshGuiMode mode) override;
 
 private:
-    CameraDevice& m_device;
-    const std::function<bool(const char*, int)> m_write;
-    std::map<QString, std::unique_ptr<CxCameraParam>> m_params; ///< those that were looked up
-    QStringList m_batch;
+    CameraDevice& camera;
+    const std::function<bool(const char*, int)> writeInt;
+    std::map<QString, std::unique_ptr<CxCameraParam>> params; ///< those that were looked up
+    QStringList pendingChanges;
 };
 
 #endif

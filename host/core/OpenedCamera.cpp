@@ -43,46 +43,46 @@ void announceFormatLater(VNCORE_HANDLE camera)
 } // namespace
 
 OpenedCamera::OpenedCamera(VNCORE_HANDLE handle, std::shared_ptr<CameraDevice> device)
-    : m_handle(handle),
-      m_device(std::move(device)),
-      m_parameters(*m_device, [this](const char* name, int value) { return setInt(name, value); })
+    : ownHandle(handle),
+      camera(std::move(device)),
+      deviceParameters(*camera, [this](const char* name, int value) { return setInt(name, value); })
 {
 }
 
 OpenedCamera::~OpenedCamera()
 {
-    if (m_puller.joinable())
-        m_puller.join();
+    if (puller.joinable())
+        puller.join();
 }
 
 bool OpenedCamera::setInt(const char* name, int value)
 {
-    if (!m_device->setInt(name, value))
+    if (!camera->setInt(name, value))
         return false;
     if (std::strcmp(name, VN_PRM_IMAGE_DATA_FORMAT) == 0)
-        announceFormatLater(m_handle);
+        announceFormatLater(ownHandle);
     return true;
 }
 
 bool OpenedCamera::stopDevice()
 {
-    return succeeds([this] { return m_device->stop(); });
+    return succeeds([this] { return camera->stop(); });
 }
 
 bool OpenedCamera::startAcquisition(Acquirer acquirer)
 {
     auto state = Acquirer::None;
-    if (!m_acquirer.compare_exchange_strong(state, Acquirer::Changing))
+    if (!presentAcquirer.compare_exchange_strong(state, Acquirer::Changing))
         return false;
-    if (m_stopRefused)
-        m_stopRefused = !stopDevice();
-    const bool started = succeeds([this] { return m_device->start(); });
+    if (stopRefused)
+        stopRefused = !stopDevice();
+    const bool started = succeeds([this] { return camera->start(); });
     if (started) {
-        const std::lock_guard lock(m_latestMutex);
-        m_silentSince = std::chrono::steady_clock::now();
+        const std::lock_guard lock(newestMutex);
+        lastImageAt = std::chrono::steady_clock::now();
     }
     state = Acquirer::Changing;
-    if (m_acquirer.compare_exchange_strong(state, started ? acquirer : Acquirer::None))
+    if (presentAcquirer.compare_exchange_strong(state, started ? acquirer : Acquirer::None))
         return started;
     // Closed meanwhile, perhaps before the start took effect.
     stopDevice();
@@ -92,24 +92,24 @@ bool OpenedCamera::startAcquisition(Acquirer acquirer)
 bool OpenedCamera::stopAcquisition(Acquirer acquirer)
 {
     auto state = acquirer;
-    if (!m_acquirer.compare_exchange_strong(state, Acquirer::Changing))
+    if (!presentAcquirer.compare_exchange_strong(state, Acquirer::Changing))
         return false;
     const bool stopped = stopDevice();
-    m_stopRefused = !stopped;
+    stopRefused = !stopped;
     state = Acquirer::Changing;
-    m_acquirer.compare_exchange_strong(state, Acquirer::None);
+    presentAcquirer.compare_exchange_strong(state, Acquirer::None);
     return stopped;
 }
 
 bool OpenedCamera::waitForImage(Acquirer acquirer, std::chrono::milliseconds limit, DeviceImage& image)
 {
-    if (m_acquirer != acquirer || !succeeds([&] { return m_device->waitForImage(limit, image); }))
+    if (presentAcquirer != acquirer || !succeeds([&] { return camera->waitForImage(limit, image); }))
         return false;
     DeviceImage latest = image;
-    const std::lock_guard lock(m_latestMutex);
-    m_silentSince = std::chrono::steady_clock::now();
+    const std::lock_guard lock(newestMutex);
+    lastImageAt = std::chrono::steady_clock::now();
     if (image.descriptor.data != nullptr)
-        std::swap(m_latest, latest);
+        std::swap(newest, latest);
     return true;
 }
 
@@ -118,7 +118,7 @@ bool OpenedCamera::startHostAcquisition()
     if (!startAcquisition(Acquirer::Host))
         return false;
     try {
-        m_puller = std::thread(&OpenedCamera::pullImages, this);
+        puller = std::thread(&OpenedCamera::pullImages, this);
         return true;
     } catch (const std::exception&) { // no thread can be had, or no memory for it
         stopAcquisition(Acquirer::Host);
@@ -129,39 +129,39 @@ bool OpenedCamera::startHostAcquisition()
 bool OpenedCamera::stopHostAcquisition()
 {
     const bool stopped = stopAcquisition(Acquirer::Host);
-    if (m_puller.joinable())
-        m_puller.join();
+    if (puller.joinable())
+        puller.join();
     return stopped;
 }
 
 void OpenedCamera::pullImages()
 {
     DeviceImage image;
-    while (m_acquirer == Acquirer::Host) {
+    while (presentAcquirer == Acquirer::Host) {
         // Without memory for an image a wait fails at once, again and again.
-        if (!waitForImage(Acquirer::Host, hostWait, image) && m_acquirer == Acquirer::Host)
+        if (!waitForImage(Acquirer::Host, hostWait, image) && presentAcquirer == Acquirer::Host)
             std::this_thread::sleep_for(failedWaitPause);
     }
 }
 
 DeviceImage OpenedCamera::latestImage() const
 {
-    const std::lock_guard lock(m_latestMutex);
-    return m_latest;
+    const std::lock_guard lock(newestMutex);
+    return newest;
 }
 
 std::optional<std::chrono::steady_clock::time_point> OpenedCamera::silentSince() const
 {
-    if (m_acquirer != Acquirer::Host && m_acquirer != Acquirer::Plugin)
+    if (presentAcquirer != Acquirer::Host && presentAcquirer != Acquirer::Plugin)
         return std::nullopt;
-    const std::lock_guard lock(m_latestMutex);
-    return m_silentSince;
+    const std::lock_guard lock(newestMutex);
+    return lastImageAt;
 }
 
 void OpenedCamera::close()
 {
-    m_acquirer = Acquirer::Closed;
+    presentAcquirer = Acquirer::Closed;
     stopDevice();
-    if (m_puller.joinable())
-        m_puller.join();
+    if (puller.joinable())
+        puller.join();
 }

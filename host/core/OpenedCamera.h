@@ -30,8 +30,8 @@ public:
     OpenedCamera(VNCORE_HANDLE handle, std::shared_ptr<CameraDevice> device);
     ~OpenedCamera();
 
-    CameraDevice& device() { return *m_device; }
-    CxCameraParameters* parameters() { return &m_parameters; }
+    CameraDevice& device() { return *camera; }
+    CxCameraParameters* parameters() { return &deviceParameters; }
 
     /// Writes a parameter for whoever asks; a new image format is announced, queued.
     bool setInt(const char* name, int value);
@@ -39,7 +39,7 @@ public:
     bool startAcquisition(Acquirer acquirer);
     /// False if `acquirer` has no acquisition or the camera did not obey; the acquisition is over in any case.
     bool stopAcquisition(Acquirer acquirer);
-    bool isAcquiring(Acquirer acquirer) const { return m_acquirer == acquirer; }
+    bool isAcquiring(Acquirer acquirer) const { return presentAcquirer == acquirer; }
     /// False at once if `acquirer` has no acquisition.
     bool waitForImage(Acquirer acquirer, std::chrono::milliseconds limit, DeviceImage& image);
 
@@ -58,17 +58,17 @@ private:
     bool stopDevice();
     void pullImages();
 
-    VNCORE_HANDLE m_handle;
-    const std::shared_ptr<CameraDevice> m_device;
-    DeviceParameters m_parameters;
-    std::atomic<Acquirer> m_acquirer{Acquirer::None};
-    std::atomic<bool> m_stopRefused{false}; ///< the camera may still acquire, for nobody
-    std::thread m_puller;
+    VNCORE_HANDLE ownHandle;
+    const std::shared_ptr<CameraDevice> camera;
+    DeviceParameters deviceParameters;
+    std::atomic<Acquirer> presentAcquirer{Acquirer::None};
+    std::atomic<bool> stopRefused{false}; ///< the camera may still acquire, for nobody
+    std::thread puller;
 
     /// Guards what follows; nothing is called under it.
-    mutable std::mutex m_latestMutex;
-    DeviceImage m_latest;
-    std::chrono::steady_clock::time_point m_silentSince;
+    mutable std::mutex newestMutex;
+    DeviceImage newest;
+    std::chrono::steady_clock::time_point lastImageAt;
 };
 
 #endif

@@ -28,45 +28,45 @@ QIcon typeIcon(ExExportType type, const QPalette& palette)
 
 } // namespace
 
-CxExportToolButton::CxExportToolButton(QWidget* parent) : QToolButton(parent), m_types(new QActionGroup(this))
+CxExportToolButton::CxExportToolButton(QWidget* parent) : QToolButton(parent), types(new QActionGroup(this))
 {
     setPopupMode(QToolButton::MenuButtonPopup);
     setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     setFocusPolicy(Qt::StrongFocus);
     setMenu(new QMenu(this));
     connect(this, &QToolButton::clicked, this, &CxExportToolButton::exportOrAsk);
-    connect(m_types, &QActionGroup::triggered, this,
+    connect(types, &QActionGroup::triggered, this,
             [this](QAction* action) { setExportType(ExExportType(action->data().toInt())); });
 }
 
 void CxExportToolButton::addSupportedExportType(ExExportType type)
 {
-    const auto actions = m_types->actions();
+    const auto actions = types->actions();
     for (const QAction* action : actions) {
         if (action->data().toInt() == type) {
             return;
         }
     }
-    auto* action = m_types->addAction(typeName(type));
+    auto* action = types->addAction(typeName(type));
     action->setCheckable(true);
     action->setData(int(type));
     menu()->addAction(action);
     if (actions.isEmpty()) {
-        m_type = type;
+        chosenType = type;
     }
     updateAppearance();
 }
 
 void CxExportToolButton::setExportType(ExExportType type)
 {
-    m_type = type;
+    chosenType = type;
     updateAppearance();
 }
 
 void CxExportToolButton::exportOrAsk()
 {
-    if (m_types->checkedAction()) {
-        Q_EMIT exportClicked(m_type);
+    if (types->checkedAction()) {
+        Q_EMIT exportClicked(chosenType);
     } else {
         menu()->popup(mapToGlobal(rect().bottomLeft()));
     }
@@ -83,14 +83,14 @@ void CxExportToolButton::changeEvent(QEvent* event)
 void CxExportToolButton::updateAppearance()
 {
     QString selected;
-    for (QAction* action : m_types->actions()) {
+    for (QAction* action : types->actions()) {
         const auto type = ExExportType(action->data().toInt());
         action->setIcon(typeIcon(type, palette()));
-        action->setChecked(type == m_type);
-        if (type == m_type) {
+        action->setChecked(type == chosenType);
+        if (type == chosenType) {
             selected = action->text();
         }
     }
-    setIcon(typeIcon(m_type, palette()));
+    setIcon(typeIcon(chosenType, palette()));
     setAccessibleDescription(selected);
 }

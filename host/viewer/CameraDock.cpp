@@ -43,7 +43,7 @@ QString plainToolTip(const QString& text)
 } // namespace
 
 CameraDock::CameraDock(const TakeOvers& takeOvers, EventLog& log, QWidget* parent)
-    : QDockWidget(tr("Cameras"), parent), m_takeOvers(takeOvers), m_log(log)
+    : QDockWidget(tr("Cameras"), parent), takenOver(takeOvers), eventLog(log)
 {
     setObjectName(QStringLiteral("dockCameras"));
     buildWidgets();
@@ -53,53 +53,53 @@ CameraDock::CameraDock(const TakeOvers& takeOvers, EventLog& log, QWidget* paren
 
 void CameraDock::buildWidgets()
 {
-    m_list = new QTreeWidget;
-    m_list->setHeaderLabels({tr("Camera"), tr("Id"), tr("State")});
-    m_list->setRootIsDecorated(false);
-    m_list->setUniformRowHeights(true);
-    m_list->setAccessibleName(tr("Cameras"));
-    m_list->setToolTip(tr("The cameras of this machine; the selected one is shown in the middle.\n"
-                          "Enter or a double click opens a camera."));
-    m_list->header()->setStretchLastSection(false);
-    m_list->header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
-    m_list->header()->setSectionResizeMode(IdColumn, QHeaderView::ResizeToContents);
-    m_list->header()->setSectionResizeMode(StateColumn, QHeaderView::ResizeToContents);
-    connect(m_list, &QTreeWidget::currentItemChanged, this, &CameraDock::refreshControls);
-    connect(m_list, &QTreeWidget::itemActivated, this, [this] {
+    list = new QTreeWidget;
+    list->setHeaderLabels({tr("Camera"), tr("Id"), tr("State")});
+    list->setRootIsDecorated(false);
+    list->setUniformRowHeights(true);
+    list->setAccessibleName(tr("Cameras"));
+    list->setToolTip(tr("The cameras of this machine; the selected one is shown in the middle.\n"
+                        "Enter or a double click opens a camera."));
+    list->header()->setStretchLastSection(false);
+    list->header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
+    list->header()->setSectionResizeMode(IdColumn, QHeaderView::ResizeToContents);
+    list->header()->setSectionResizeMode(StateColumn, QHeaderView::ResizeToContents);
+    connect(list, &QTreeWidget::currentItemChanged, this, &CameraDock::refreshControls);
+    connect(list, &QTreeWidget::itemActivated, this, [this] {
         if (selectedCamera() == nullptr) {
             openOrClose();
         }
     });
 
-    m_openButton = new QPushButton;
-    m_openButton->setObjectName(QStringLiteral("btnOpenCamera"));
-    m_openButton->setToolTip(tr("Open or close the selected camera; closing ends a measurement with it"));
-    connect(m_openButton, &QPushButton::clicked, this, &CameraDock::openOrClose);
+    openButton = new QPushButton;
+    openButton->setObjectName(QStringLiteral("btnOpenCamera"));
+    openButton->setToolTip(tr("Open or close the selected camera; closing ends a measurement with it"));
+    connect(openButton, &QPushButton::clicked, this, &CameraDock::openOrClose);
 
-    m_viewButton = new QPushButton;
-    m_viewButton->setObjectName(QStringLiteral("btnViewCamera"));
-    m_viewButton->setToolTip(tr("Start or stop showing live images of the selected camera"));
-    connect(m_viewButton, &QPushButton::clicked, this, &CameraDock::startOrStopView);
+    viewButton = new QPushButton;
+    viewButton->setObjectName(QStringLiteral("btnViewCamera"));
+    viewButton->setToolTip(tr("Start or stop showing live images of the selected camera"));
+    connect(viewButton, &QPushButton::clicked, this, &CameraDock::startOrStopView);
 
-    m_formatBox = new QComboBox;
-    m_formatBox->setObjectName(QStringLiteral("boxCameraFormat"));
-    m_formatBox->setToolTip(tr("The image format of the selected camera"));
-    m_formatBox->setAccessibleName(tr("Image format"));
-    connect(m_formatBox, QOverload<int>::of(&QComboBox::activated), this, &CameraDock::applyFormat);
+    formatBox = new QComboBox;
+    formatBox->setObjectName(QStringLiteral("boxCameraFormat"));
+    formatBox->setToolTip(tr("The image format of the selected camera"));
+    formatBox->setAccessibleName(tr("Image format"));
+    connect(formatBox, QOverload<int>::of(&QComboBox::activated), this, &CameraDock::applyFormat);
     auto* formatLabel = new QLabel(tr("Fo&rmat:"));
-    formatLabel->setBuddy(m_formatBox);
+    formatLabel->setBuddy(formatBox);
 
     auto* content = new QWidget;
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(4, 4, 4, 4);
-    layout->addWidget(m_list);
+    layout->addWidget(list);
     auto* buttons = new QHBoxLayout;
-    buttons->addWidget(m_openButton);
-    buttons->addWidget(m_viewButton);
+    buttons->addWidget(openButton);
+    buttons->addWidget(viewButton);
     layout->addLayout(buttons);
     auto* format = new QHBoxLayout;
     format->addWidget(formatLabel);
-    format->addWidget(m_formatBox, 1);
+    format->addWidget(formatBox, 1);
     layout->addLayout(format);
     setWidget(content);
 }
@@ -116,14 +116,14 @@ void CameraDock::connectToCameras()
     connect(registry, &CameraRegistry::cameraLost, this, &CameraDock::refresh);
     connect(registry, &CameraRegistry::cameraReturned, this, &CameraDock::refresh);
     connect(registry, &CameraRegistry::devicesChanged, this, &CameraDock::refresh);
-    connect(&m_takeOvers, &TakeOvers::changed, this, &CameraDock::refresh);
-    connect(&m_statesTimer, &QTimer::timeout, this, [this] { refreshStates(std::chrono::steady_clock::now()); });
-    m_statesTimer.start(statesIntervalMs);
+    connect(&takenOver, &TakeOvers::changed, this, &CameraDock::refresh);
+    connect(&statesTimer, &QTimer::timeout, this, [this] { refreshStates(std::chrono::steady_clock::now()); });
+    statesTimer.start(statesIntervalMs);
 }
 
 int CameraDock::selectedDevice() const
 {
-    return m_list->indexOfTopLevelItem(m_list->currentItem()); // a row is a device's index
+    return list->indexOfTopLevelItem(list->currentItem()); // a row is a device's index
 }
 
 VNCORE_HANDLE CameraDock::selectedCamera() const
@@ -141,31 +141,31 @@ void CameraDock::refreshList()
 {
     const CameraRegistry& registry = CameraRegistry::instance();
     const int devices = registry.deviceCount();
-    while (m_list->topLevelItemCount() > devices) {
-        delete m_list->takeTopLevelItem(m_list->topLevelItemCount() - 1);
+    while (list->topLevelItemCount() > devices) {
+        delete list->takeTopLevelItem(list->topLevelItemCount() - 1);
     }
-    while (m_list->topLevelItemCount() < devices) {
-        m_list->addTopLevelItem(new QTreeWidgetItem);
+    while (list->topLevelItemCount() < devices) {
+        list->addTopLevelItem(new QTreeWidgetItem);
     }
     for (int device = 0; device < devices; ++device) {
         const SxCameraInfo info = registry.deviceInfo(device);
-        QTreeWidgetItem* item = m_list->topLevelItem(device);
+        QTreeWidgetItem* item = list->topLevelItem(device);
         item->setText(NameColumn, singleLine(info.name));
         item->setToolTip(NameColumn, plainToolTip(cameraDisplayName(info)));
         item->setText(IdColumn, singleLine(info.customId.isEmpty() ? info.id : info.customId));
         item->setToolTip(IdColumn, plainToolTip(info.id));
     }
     refreshStates(std::chrono::steady_clock::now());
-    if (!m_list->currentItem() && devices > 0) {
-        m_list->setCurrentItem(m_list->topLevelItem(0));
+    if (!list->currentItem() && devices > 0) {
+        list->setCurrentItem(list->topLevelItem(0));
     }
 }
 
 void CameraDock::refreshStates(std::chrono::steady_clock::time_point now)
 {
-    for (int device = 0; device < m_list->topLevelItemCount(); ++device) {
-        QTreeWidgetItem* item = m_list->topLevelItem(device);
-        const CameraState state = cameraState(device, m_takeOvers, now);
+    for (int device = 0; device < list->topLevelItemCount(); ++device) {
+        QTreeWidgetItem* item = list->topLevelItem(device);
+        const CameraState state = cameraState(device, takenOver, now);
         if (state.text != item->text(StateColumn)) {
             item->setText(StateColumn, state.text);
             item->setIcon(StateColumn, stateIcon(state.kind));
@@ -177,15 +177,15 @@ void CameraDock::refreshControls()
 {
     const CameraRegistry& registry = CameraRegistry::instance();
     VNCORE_HANDLE camera = selectedCamera();
-    const bool mine = camera && !m_takeOvers.isTakenOver(camera);
-    m_openButton->setEnabled(m_list->currentItem() != nullptr);
-    m_openButton->setText(camera ? tr("&Close") : tr("&Open"));
-    m_viewButton->setEnabled(mine);
-    m_viewButton->setText(registry.isHostAcquiring(camera) ? tr("&Stop view") : tr("&Start view"));
-    m_formatBox->setEnabled(mine);
+    const bool mine = camera && !takenOver.isTakenOver(camera);
+    openButton->setEnabled(list->currentItem() != nullptr);
+    openButton->setText(camera ? tr("&Close") : tr("&Open"));
+    viewButton->setEnabled(mine);
+    viewButton->setText(registry.isHostAcquiring(camera) ? tr("&Stop view") : tr("&Start view"));
+    formatBox->setEnabled(mine);
     refreshFormats(camera);
-    if (camera != m_announced) {
-        m_announced = camera;
+    if (camera != announced) {
+        announced = camera;
         Q_EMIT selectedCameraChanged(camera);
     }
 }
@@ -194,12 +194,12 @@ void CameraDock::refreshFormats(VNCORE_HANDLE camera)
 {
     CxCameraParameters* parameters = CxCameraManager::instance()->cameraParameters(camera);
     const CxCameraParam* format = parameters ? parameters->findParam(formatParameter, false) : nullptr;
-    m_formatBox->clear();
+    formatBox->clear();
     if (format) {
         for (const auto& item : format->enumItems) {
-            m_formatBox->addItem(item.text, item.value);
+            formatBox->addItem(item.text, item.value);
         }
-        m_formatBox->setCurrentIndex(m_formatBox->findData(format->value.toInt()));
+        formatBox->setCurrentIndex(formatBox->findData(format->value.toInt()));
     }
 }
 
@@ -210,8 +210,8 @@ void CameraDock::openOrClose()
     if (VNCORE_HANDLE camera = registry.openedHandle(device)) {
         registry.close(camera);
     } else if (!registry.open(device)) {
-        m_log.append(EventLog::Severity::Warning,
-                     tr("%1 could not be opened").arg(cameraDisplayName(registry.deviceInfo(device))));
+        eventLog.append(EventLog::Severity::Warning,
+                        tr("%1 could not be opened").arg(cameraDisplayName(registry.deviceInfo(device))));
     }
     refresh();
 }
@@ -224,8 +224,8 @@ void CameraDock::startOrStopView()
     if (registry.isHostAcquiring(camera)) {
         registry.stopHostAcquisition(camera);
     } else if (!registry.startHostAcquisition(camera)) {
-        m_log.append(EventLog::Severity::Warning,
-                     tr("%1 could not be started").arg(cameraDisplayName(registry.deviceInfo(device))));
+        eventLog.append(EventLog::Severity::Warning,
+                        tr("%1 could not be started").arg(cameraDisplayName(registry.deviceInfo(device))));
     }
     refresh();
 }
@@ -237,15 +237,15 @@ void CameraDock::applyFormat()
     if (!format) {
         return;
     }
-    bool applied = format->setParamValue(CxValue(m_formatBox->currentData().toInt()));
+    bool applied = format->setParamValue(CxValue(formatBox->currentData().toInt()));
     if (applied) {
         parameters->addParamCommitToBatch(formatParameter);
         applied = parameters->endCommitBatch(CommitRefreshGuiChanged);
     }
     if (!applied) {
-        m_log.append(EventLog::Severity::Warning,
-                     tr("%1 refused the format %2")
-                         .arg(cameraDisplayName(parameters->cameraInfo()), m_formatBox->currentText()));
+        eventLog.append(EventLog::Severity::Warning,
+                        tr("%1 refused the format %2")
+                            .arg(cameraDisplayName(parameters->cameraInfo()), formatBox->currentText()));
         refreshControls();
     }
 }

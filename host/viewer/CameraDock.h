@@ -47,14 +47,14 @@ private:
     void startOrStopView();
     void applyFormat();
 
-    const TakeOvers& m_takeOvers;
-    EventLog& m_log;
-    QTreeWidget* m_list = nullptr;
-    QPushButton* m_openButton = nullptr;
-    QPushButton* m_viewButton = nullptr;
-    QComboBox* m_formatBox = nullptr;
-    QTimer m_statesTimer;
-    VNCORE_HANDLE m_announced = nullptr; ///< what selectedCameraChanged() said last
+    const TakeOvers& takenOver;
+    EventLog& eventLog;
+    QTreeWidget* list = nullptr;
+    QPushButton* openButton = nullptr;
+    QPushButton* viewButton = nullptr;
+    QComboBox* formatBox = nullptr;
+    QTimer statesTimer;
+    VNCORE_HANDLE announced = nullptr; ///< what selectedCameraChanged() said last
 };
 
 #endif

@@ -21,42 +21,42 @@ QString nameOf(VNCORE_HANDLE camera)
 
 } // namespace
 
-CameraEvents::CameraEvents(EventLog& log, TakeOvers& takeOvers, QObject* parent) : QObject(parent), m_log(log)
+CameraEvents::CameraEvents(EventLog& log, TakeOvers& takeOvers, QObject* parent) : QObject(parent), eventLog(log)
 {
     using Severity = EventLog::Severity;
     auto* manager = CxCameraManager::instance();
     connect(manager, &CxCameraManager::cameraOpened, this, [this](VNCORE_HANDLE camera) {
-        m_log.append(Severity::Information, tr("%1 opened").arg(nameOf(camera)));
+        eventLog.append(Severity::Information, tr("%1 opened").arg(nameOf(camera)));
     });
     connect(manager, &CxCameraManager::cameraClosed, this, [this](VNCORE_HANDLE camera) {
-        m_log.append(Severity::Information, tr("%1 closed").arg(nameOf(camera)));
+        eventLog.append(Severity::Information, tr("%1 closed").arg(nameOf(camera)));
     });
     auto* registry = &CameraRegistry::instance();
     connect(registry, &CameraRegistry::cameraLost, this,
-            [this](VNCORE_HANDLE camera) { m_log.append(Severity::Critical, tr("%1 lost").arg(nameOf(camera))); });
+            [this](VNCORE_HANDLE camera) { eventLog.append(Severity::Critical, tr("%1 lost").arg(nameOf(camera))); });
     connect(registry, &CameraRegistry::cameraReturned, this, [this](VNCORE_HANDLE camera) {
-        m_log.append(Severity::Information, tr("%1 is back").arg(nameOf(camera)));
+        eventLog.append(Severity::Information, tr("%1 is back").arg(nameOf(camera)));
     });
     connect(&takeOvers, &TakeOvers::changed, this, &CameraEvents::onTakenOver);
 
-    connect(&m_timer, &QTimer::timeout, this, [this] { checkFrames(std::chrono::steady_clock::now()); });
-    m_timer.start(watchIntervalMs);
+    connect(&timer, &QTimer::timeout, this, [this] { checkFrames(std::chrono::steady_clock::now()); });
+    timer.start(watchIntervalMs);
 }
 
 void CameraEvents::onTakenOver(VNCORE_HANDLE camera, bool takenOver)
 {
     if (takenOver) {
-        m_measured.emplace(camera, false);
-        m_log.append(EventLog::Severity::Information, tr("%1 taken over by a plug-in").arg(nameOf(camera)));
+        measured.emplace(camera, false);
+        eventLog.append(EventLog::Severity::Information, tr("%1 taken over by a plug-in").arg(nameOf(camera)));
     } else {
-        m_measured.erase(camera);
-        m_log.append(EventLog::Severity::Information, tr("%1 given back").arg(nameOf(camera)));
+        measured.erase(camera);
+        eventLog.append(EventLog::Severity::Information, tr("%1 given back").arg(nameOf(camera)));
     }
 }
 
 void CameraEvents::checkFrames(TimePoint now)
 {
-    for (auto& [camera, told] : m_measured) {
+    for (auto& [camera, told] : measured) {
         const auto since = CameraRegistry::instance().silentSince(camera);
         const bool silent = since && now - *since >= longestSilence;
         if (!since || silent == told) {
@@ -64,11 +64,11 @@ void CameraEvents::checkFrames(TimePoint now)
         }
         told = silent;
         if (silent) {
-            m_log.append(EventLog::Severity::Warning,
-                         tr("%1 is measured but has sent no frame for %2 s")
-                             .arg(nameOf(camera), QString::number(longestSilence.count())));
+            eventLog.append(EventLog::Severity::Warning,
+                            tr("%1 is measured but has sent no frame for %2 s")
+                                .arg(nameOf(camera), QString::number(longestSilence.count())));
         } else {
-            m_log.append(EventLog::Severity::Information, tr("%1 sends frames again").arg(nameOf(camera)));
+            eventLog.append(EventLog::Severity::Information, tr("%1 sends frames again").arg(nameOf(camera)));
         }
     }
 }

@@ -32,9 +32,9 @@ public:
 private:
     void onTakenOver(VNCORE_HANDLE camera, bool takenOver);
 
-    EventLog& m_log;
-    QTimer m_timer;
-    std::map<VNCORE_HANDLE, bool> m_measured; ///< the measured cameras; whether their silence has been told
+    EventLog& eventLog;
+    QTimer timer;
+    std::map<VNCORE_HANDLE, bool> measured; ///< the measured cameras; whether their silence has been told
 };
 
 #endif

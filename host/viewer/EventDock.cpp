@@ -18,31 +18,31 @@
 #include "EventLog.h"
 
 EventDock::EventDock(EventLog& log, QWidget* parent)
-    : QDockWidget(tr("Events"), parent), m_log(log), m_view(new QTreeView), m_forgotten(new QLabel)
+    : QDockWidget(tr("Events"), parent), eventLog(log), view(new QTreeView), forgotten(new QLabel)
 {
     setObjectName(QStringLiteral("dockEvents"));
-    m_view->setModel(&log);
-    m_view->setRootIsDecorated(false);
-    m_view->setUniformRowHeights(true);
-    m_view->setAlternatingRowColors(true);
-    m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_view->setAccessibleName(tr("Events"));
-    m_view->setToolTip(tr("What has happened, the newest line at the end; equal events share a line"));
-    m_view->header()->setSectionResizeMode(EventLog::TimeColumn, QHeaderView::ResizeToContents);
-    m_view->header()->setSectionResizeMode(EventLog::CountColumn, QHeaderView::ResizeToContents);
+    view->setModel(&log);
+    view->setRootIsDecorated(false);
+    view->setUniformRowHeights(true);
+    view->setAlternatingRowColors(true);
+    view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    view->setAccessibleName(tr("Events"));
+    view->setToolTip(tr("What has happened, the newest line at the end; equal events share a line"));
+    view->header()->setSectionResizeMode(EventLog::TimeColumn, QHeaderView::ResizeToContents);
+    view->header()->setSectionResizeMode(EventLog::CountColumn, QHeaderView::ResizeToContents);
 
     // The range changes once for all lines of a burst, and also when the dock changes its height.
-    QScrollBar* bar = m_view->verticalScrollBar();
-    connect(bar, &QScrollBar::valueChanged, this, [this, bar] { m_atEnd = bar->value() == bar->maximum(); });
+    QScrollBar* bar = view->verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this, [this, bar] { atEnd = bar->value() == bar->maximum(); });
     connect(bar, &QScrollBar::rangeChanged, this, [this, bar] {
-        if (m_atEnd) {
+        if (atEnd) {
             bar->setValue(bar->maximum());
         }
     });
     connect(&log, &QAbstractItemModel::rowsInserted, this, &EventDock::showForgotten);
     connect(&log, &QAbstractItemModel::modelReset, this, &EventDock::showForgotten);
-    m_forgotten->setToolTip(tr("The list keeps the last 100,000 events"));
-    m_forgotten->hide();
+    forgotten->setToolTip(tr("The list keeps the last 100,000 events"));
+    forgotten->hide();
 
     auto* clear = new QPushButton(tr("C&lear"));
     clear->setToolTip(tr("Empty the list"));
@@ -58,9 +58,9 @@ EventDock::EventDock(EventLog& log, QWidget* parent)
     auto* content = new QWidget;
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(4, 4, 4, 4);
-    layout->addWidget(m_view);
+    layout->addWidget(view);
     auto* buttons = new QHBoxLayout;
-    buttons->addWidget(m_forgotten);
+    buttons->addWidget(forgotten);
     buttons->addStretch();
     buttons->addWidget(clear);
     buttons->addWidget(save);
@@ -70,8 +70,8 @@ EventDock::EventDock(EventLog& log, QWidget* parent)
 
 void EventDock::showForgotten()
 {
-    m_forgotten->setText(tr("No longer kept: %1").arg(m_log.forgotten()));
-    m_forgotten->setVisible(m_log.forgotten() > 0);
+    forgotten->setText(tr("No longer kept: %1").arg(eventLog.forgotten()));
+    forgotten->setVisible(eventLog.forgotten() > 0);
 }
 
 void EventDock::save()
@@ -85,7 +85,7 @@ void EventDock::save()
     }
     IxAppDelegate::instance()->setLastDirectory(QFileInfo(fileName).absolutePath());
     QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || !m_log.writeTo(file) || !file.commit()) {
+    if (!file.open(QIODevice::WriteOnly) || !eventLog.writeTo(file) || !file.commit()) {
         QMessageBox::warning(this, tr("Save the event list"),
                              tr("The list could not be saved.\n%1: %2").arg(fileName, file.errorString()));
     }

@@ -21,10 +21,10 @@ private:
     void save();
     void showForgotten();
 
-    EventLog& m_log;
-    QTreeView* m_view;
-    QLabel* m_forgotten;
-    bool m_atEnd = true; ///< the user has not scrolled away from the newest line
+    EventLog& eventLog;
+    QTreeView* view;
+    QLabel* forgotten;
+    bool atEnd = true; ///< the user has not scrolled away from the newest line
 };
 
 #endif

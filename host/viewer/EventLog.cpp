@@ -31,49 +31,49 @@ const char* severityName(EventLog::Severity severity)
 void EventLog::append(Severity severity, const QString& event, const QString& origin)
 {
     Event added{QDateTime::currentDateTime(), severity, singleLine(event), origin};
-    Row row{m_forgotten + qint64(m_events.size()), 1, added.time};
-    const auto end = m_rows.rbegin() + std::min<std::ptrdiff_t>(foldDistance, std::ptrdiff_t(m_rows.size()));
-    const auto former = std::find_if(m_rows.rbegin(), end, [&](const Row& each) {
+    Row row{forgottenEvents + qint64(events.size()), 1, added.time};
+    const auto end = rows.rbegin() + std::min<std::ptrdiff_t>(foldDistance, std::ptrdiff_t(rows.size()));
+    const auto former = std::find_if(rows.rbegin(), end, [&](const Row& each) {
         return newestOf(each).severity == severity && newestOf(each).text == added.text;
     });
     if (former != end) {
         added.text = newestOf(*former).text; // one text in memory for all of them
         row.count = former->count + 1;
         row.since = former->since;
-        eraseRow(int(m_rows.size()) - 1 - int(former - m_rows.rbegin()));
+        eraseRow(int(rows.size()) - 1 - int(former - rows.rbegin()));
     }
-    if (m_events.size() >= size_t(capacity)) {
+    if (events.size() >= size_t(capacity)) {
         forgetOldest();
     }
-    const int last = int(m_rows.size());
+    const int last = int(rows.size());
     beginInsertRows({}, last, last);
-    m_events.push_back(std::move(added));
-    m_rows.push_back(row);
+    events.push_back(std::move(added));
+    rows.push_back(row);
     endInsertRows();
 }
 
 void EventLog::eraseRow(int row)
 {
     beginRemoveRows({}, row, row);
-    m_rows.erase(m_rows.begin() + row);
+    rows.erase(rows.begin() + row);
     endRemoveRows();
 }
 
 void EventLog::forgetOldest()
 {
-    if (!m_rows.empty() && m_rows.front().newest == m_forgotten) {
+    if (!rows.empty() && rows.front().newest == forgottenEvents) {
         eraseRow(0);
     }
-    m_events.pop_front();
-    ++m_forgotten;
+    events.pop_front();
+    ++forgottenEvents;
 }
 
 void EventLog::clear()
 {
     beginResetModel();
-    m_rows.clear();
-    m_events.clear();
-    m_forgotten = 0;
+    rows.clear();
+    events.clear();
+    forgottenEvents = 0;
     endResetModel();
 }
 
@@ -83,10 +83,10 @@ bool EventLog::writeTo(QIODevice& device) const
         const QByteArray bytes = fields.join(QLatin1Char('\t')).toUtf8() + '\n';
         return device.write(bytes) == bytes.size();
     };
-    if (m_forgotten > 0 && !write({tr("Older events that are no longer kept: %1").arg(m_forgotten)})) {
+    if (forgottenEvents > 0 && !write({tr("Older events that are no longer kept: %1").arg(forgottenEvents)})) {
         return false;
     }
-    return std::all_of(m_events.begin(), m_events.end(), [&](const Event& event) {
+    return std::all_of(events.begin(), events.end(), [&](const Event& event) {
         QStringList fields{event.time.toString(Qt::ISODateWithMs), QLatin1String(severityName(event.severity)),
                            event.text};
         if (!event.origin.isEmpty()) {
@@ -98,7 +98,7 @@ bool EventLog::writeTo(QIODevice& device) const
 
 int EventLog::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : int(m_rows.size());
+    return parent.isValid() ? 0 : int(rows.size());
 }
 
 int EventLog::columnCount(const QModelIndex& parent) const
@@ -108,7 +108,7 @@ int EventLog::columnCount(const QModelIndex& parent) const
 
 QVariant EventLog::data(const QModelIndex& index, int role) const
 {
-    const Row& row = m_rows[size_t(index.row())];
+    const Row& row = rows[size_t(index.row())];
     const Event& newest = newestOf(row);
     switch (role) {
     case Qt::DisplayRole:

@@ -39,7 +39,7 @@ public:
     void append(Severity severity, const QString& event, const QString& origin = {});
     void clear();
     /// How many events have gone since the list was last cleared, to make room for newer ones.
-    qint64 forgotten() const { return m_forgotten; }
+    qint64 forgotten() const { return forgottenEvents; }
     /// Writes one line of text per event, folded by nothing. False on a write error.
     bool writeTo(QIODevice& device) const;
 
@@ -63,13 +63,13 @@ private:
         QDateTime since; ///< of its first event
     };
 
-    const Event& newestOf(const Row& row) const { return m_events[size_t(row.newest - m_forgotten)]; }
+    const Event& newestOf(const Row& row) const { return events[size_t(row.newest - forgottenEvents)]; }
     void eraseRow(int row);
     void forgetOldest();
 
-    std::deque<Event> m_events; ///< numbered on from m_forgotten
-    std::deque<Row> m_rows;     ///< in the order of their newest events
-    qint64 m_forgotten = 0;
+    std::deque<Event> events; ///< numbered on from forgottenEvents
+    std::deque<Row> rows;     ///< in the order of their newest events
+    qint64 forgottenEvents = 0;
 };
 
 #endif

@@ -16,47 +16,44 @@ public:
 
     void reset()
     {
-        m_begin.reset();
-        m_perSecond = 0.0;
+        begin.reset();
+        perSecond = 0.0;
     }
 
     /// A frame was seen. A number that runs backwards begins anew: the acquisition was started again.
     void frameSeen(quint32 number, TimePoint now)
     {
-        if (!m_begin || number < m_lastNumber) {
+        if (!begin || number < lastNumber) {
             reset();
-            m_begin = now;
-            m_beginNumber = number;
+            begin = now;
+            beginNumber = number;
         }
-        m_lastNumber = number;
-        const std::chrono::duration<double> elapsed = now - *m_begin;
+        lastNumber = number;
+        const std::chrono::duration<double> elapsed = now - *begin;
         if (elapsed.count() >= 1.0) {
-            m_perSecond = double(number - m_beginNumber) / elapsed.count();
-            m_begin = now;
-            m_beginNumber = number;
+            perSecond = double(number - beginNumber) / elapsed.count();
+            begin = now;
+            beginNumber = number;
         }
     }
 
     /// Forgets the rate when no frame has been seen for some time; true if there was one to forget.
     bool expire(TimePoint now)
     {
-        if (m_perSecond == 0.0 || now - *m_begin < std::chrono::seconds(3))
+        if (perSecond == 0.0 || now - *begin < std::chrono::seconds(3))
             return false;
         reset();
         return true;
     }
 
     /// Frames per second; none during the first second.
-    std::optional<double> rate() const
-    {
-        return m_perSecond > 0.0 ? std::optional<double>(m_perSecond) : std::nullopt;
-    }
+    std::optional<double> rate() const { return perSecond > 0.0 ? std::optional<double>(perSecond) : std::nullopt; }
 
 private:
-    std::optional<TimePoint> m_begin;
-    quint32 m_beginNumber = 0;
-    quint32 m_lastNumber = 0;
-    double m_perSecond = 0.0; ///< 0: not known
+    std::optional<TimePoint> begin;
+    quint32 beginNumber = 0;
+    quint32 lastNumber = 0;
+    double perSecond = 0.0; ///< 0: not known
 };
 
 #endif

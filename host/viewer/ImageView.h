@@ -21,10 +21,10 @@ public:
 
     /// Null shows no camera.
     void setCamera(VNCORE_HANDLE camera);
-    VNCORE_HANDLE camera() const { return m_camera; }
+    VNCORE_HANDLE camera() const { return shownCamera; }
 
     /// Format, size, frame number and rate as the view shows them; empty without an image.
-    QString caption() const { return m_caption; }
+    QString caption() const { return captionText; }
 
     QSize sizeHint() const override { return {480, 320}; }
     QSize minimumSizeHint() const override { return {160, 120}; }
@@ -40,13 +40,13 @@ private:
     void showImage(const DeviceImage& image);
     void showCaption(const VN_IMG& descriptor);
 
-    QTimer m_timer;
-    VNCORE_HANDLE m_camera = nullptr;
-    std::weak_ptr<const void> m_shown; ///< memory of the shown image: holding it would keep it from its driver
-    quint32 m_shownNumber = 0;
-    FrameRate m_rate;
-    QImage m_picture;
-    QString m_caption;
+    QTimer timer;
+    VNCORE_HANDLE shownCamera = nullptr;
+    std::weak_ptr<const void> shown; ///< memory of the shown image: holding it would keep it from its driver
+    quint32 shownNumber = 0;
+    FrameRate frameRate;
+    QImage picture;
+    QString captionText;
 };
 
 #endif

@@ -73,21 +73,21 @@ void MainWindow::buildMenus(QDockWidget* cameras, QDockWidget* events)
     QAction* quit = file->addAction(tr("&Quit"), this, &MainWindow::quitRequested);
     quit->setShortcut(QKeySequence(tr("Ctrl+Q")));
 
-    m_docksMenu = menuBar()->addMenu(tr("&View"));
-    QMenu* levels = m_docksMenu->addMenu(tr("&Detail level"));
-    QAction* reset = m_docksMenu->addAction(tr("&Reset layout"), this, &MainWindow::resetLayout);
+    viewMenu = menuBar()->addMenu(tr("&View"));
+    QMenu* levels = viewMenu->addMenu(tr("&Detail level"));
+    QAction* reset = viewMenu->addAction(tr("&Reset layout"), this, &MainWindow::resetLayout);
     reset->setShortcut(QKeySequence(tr("Ctrl+Shift+R")));
-    m_docksMenu->addSeparator();
-    m_showPicture = m_docksMenu->addAction(tr("&Picture"));
-    m_showPicture->setShortcut(QKeySequence(tr("Ctrl+Shift+P")));
-    m_showPicture->setCheckable(true);
-    m_showPicture->setChecked(true);
-    connect(m_showPicture, &QAction::toggled, centralWidget(), &QWidget::setVisible);
-    m_docksMenu->addAction(cameras->toggleViewAction());
-    m_docksMenu->addAction(events->toggleViewAction());
+    viewMenu->addSeparator();
+    showPicture = viewMenu->addAction(tr("&Picture"));
+    showPicture->setShortcut(QKeySequence(tr("Ctrl+Shift+P")));
+    showPicture->setCheckable(true);
+    showPicture->setChecked(true);
+    connect(showPicture, &QAction::toggled, centralWidget(), &QWidget::setVisible);
+    viewMenu->addAction(cameras->toggleViewAction());
+    viewMenu->addAction(events->toggleViewAction());
 
     levels->setToolTip(tr("How much plug-ins show"));
-    m_detailLevels = new QActionGroup(this);
+    detailLevels = new QActionGroup(this);
     const QString names[] = {tr("&1  Beginner"), tr("&2  Basic"), tr("&3  Standard"), tr("&4  Expert"),
                              tr("&5  Developer")};
     int level = ViewerDelegate::lowestDetailLevel;
@@ -95,9 +95,9 @@ void MainWindow::buildMenus(QDockWidget* cameras, QDockWidget* events)
         QAction* action = levels->addAction(name);
         action->setCheckable(true);
         action->setData(level++);
-        m_detailLevels->addAction(action);
+        detailLevels->addAction(action);
     }
-    connect(m_detailLevels, &QActionGroup::triggered, this,
+    connect(detailLevels, &QActionGroup::triggered, this,
             [this](const QAction* action) { Q_EMIT detailLevelChosen(action->data().toInt()); });
 
     QMenu* help = menuBar()->addMenu(tr("&Help"));
@@ -108,7 +108,7 @@ void MainWindow::buildMenus(QDockWidget* cameras, QDockWidget* events)
 
 void MainWindow::setDetailLevel(int level)
 {
-    const auto actions = m_detailLevels->actions();
+    const auto actions = detailLevels->actions();
     for (QAction* action : actions) {
         action->setChecked(action->data().toInt() == level);
     }
@@ -116,9 +116,9 @@ void MainWindow::setDetailLevel(int level)
 
 void MainWindow::restoreArrangement(QSettings& settings)
 {
-    m_firstArrangement = saveState();
+    firstArrangement = saveState();
     arrangeByDefault();
-    m_showPicture->setChecked(settings.value(pictureKey, true).toBool());
+    showPicture->setChecked(settings.value(pictureKey, true).toBool());
     restoreGeometry(unsealed(settings.value(QStringLiteral("geometry")).toByteArray()));
     restoreState(unsealed(settings.value(QStringLiteral("docks")).toByteArray()));
     shares.clear(); // those of the restored arrangement are seen when it is shown
@@ -131,7 +131,7 @@ void MainWindow::saveArrangement(QSettings& settings) const
 {
     settings.setValue(QStringLiteral("geometry"), sealed(saveGeometry()));
     settings.setValue(QStringLiteral("docks"), sealed(saveState()));
-    settings.setValue(pictureKey, m_showPicture->isChecked());
+    settings.setValue(pictureKey, showPicture->isChecked());
 }
 
 void MainWindow::arrangeByDefault()
@@ -168,8 +168,8 @@ void MainWindow::applyShares()
 void MainWindow::resetLayout()
 {
     showNormal(); // a maximised window keeps its size
-    m_showPicture->setChecked(true);
-    restoreState(m_firstArrangement);
+    showPicture->setChecked(true);
+    restoreState(firstArrangement);
     arrangeByDefault();
 }
 

@@ -22,7 +22,7 @@ public:
     MainWindow(const TakeOvers& takeOvers, EventLog& log);
 
     /// Where further docks put what shows and hides them.
-    QMenu& docksMenu() { return *m_docksMenu; }
+    QMenu& docksMenu() { return *viewMenu; }
 
     void setDetailLevel(int level);
 
@@ -47,10 +47,10 @@ private:
     void resetLayout();
     void showAbout();
 
-    QAction* m_showPicture = nullptr;
-    QByteArray m_firstArrangement; ///< of docks as they were added
-    QMenu* m_docksMenu = nullptr;
-    QActionGroup* m_detailLevels = nullptr;
+    QAction* showPicture = nullptr;
+    QByteArray firstArrangement; ///< of docks as they were added
+    QMenu* viewMenu = nullptr;
+    QActionGroup* detailLevels = nullptr;
     QHash<const QObject*, double> shares; ///< of the window's height, for docks as they were last arranged
     int arrangedHeight = -1;              ///< of the window, when its docks were last arranged
 };

@@ -86,15 +86,15 @@ void queueMessage(QtMsgType type, const QMessageLogContext& context, const QStri
 
 } // namespace
 
-MessageQueue::MessageQueue(QObject* parent) : QObject(parent), m_formerHandler(qInstallMessageHandler(queueMessage))
+MessageQueue::MessageQueue(QObject* parent) : QObject(parent), formerHandler(qInstallMessageHandler(queueMessage))
 {
-    connect(&m_timer, &QTimer::timeout, this, &MessageQueue::drain);
-    m_timer.start(drainIntervalMs);
+    connect(&timer, &QTimer::timeout, this, &MessageQueue::drain);
+    timer.start(drainIntervalMs);
 }
 
 MessageQueue::~MessageQueue()
 {
-    qInstallMessageHandler(m_formerHandler);
+    qInstallMessageHandler(formerHandler);
     drain();
 }
 

@@ -29,8 +29,8 @@ Q_SIGNALS:
     void criticalMessage(const QString& text, const QString& origin, VNCORE_HANDLE camera);
 
 private:
-    QTimer m_timer;
-    QtMessageHandler m_formerHandler;
+    QTimer timer;
+    QtMessageHandler formerHandler;
 };
 
 #endif

@@ -7,7 +7,7 @@
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollArea>
 
-PluginDocks::PluginDocks(QMainWindow& window, QMenu& viewMenu) : m_window(window), m_viewMenu(viewMenu) {}
+PluginDocks::PluginDocks(QMainWindow& window, QMenu& viewMenu) : mainWindow(window), dockMenu(viewMenu) {}
 
 PluginDocks::~PluginDocks()
 {
@@ -16,9 +16,9 @@ PluginDocks::~PluginDocks()
 
 void PluginDocks::add(QWidget* widget, int area, int allowedAreas, bool floating)
 {
-    auto* dock = new QDockWidget(widget->windowTitle(), &m_window);
+    auto* dock = new QDockWidget(widget->windowTitle(), &mainWindow);
     // The name finds the dock again in stored settings.
-    dock->setObjectName(QStringLiteral("dock%1_%2").arg(widget->objectName(), QString::number(m_docks.size())));
+    dock->setObjectName(QStringLiteral("dock%1_%2").arg(widget->objectName(), QString::number(docks.size())));
     dock->setAccessibleName(widget->windowTitle());
     dock->setAllowedAreas(Qt::DockWidgetAreas(allowedAreas));
 
@@ -29,10 +29,10 @@ void PluginDocks::add(QWidget* widget, int area, int allowedAreas, bool floating
     scrollArea->setWidget(widget);
     dock->setWidget(scrollArea);
 
-    m_window.addDockWidget(Qt::DockWidgetArea(area), dock);
+    mainWindow.addDockWidget(Qt::DockWidgetArea(area), dock);
     dock->setFloating(floating);
-    m_viewMenu.addAction(dock->toggleViewAction());
-    m_docks.append(dock);
+    dockMenu.addAction(dock->toggleViewAction());
+    docks.append(dock);
 
     // A dock that takes its widget along is no QDockWidget any more by then.
     connect(widget, &QObject::destroyed, this, [this, dock = QPointer<QObject>(dock)] {
@@ -45,15 +45,15 @@ void PluginDocks::add(QWidget* widget, int area, int allowedAreas, bool floating
 
 void PluginDocks::destroyFrom(int index)
 {
-    for (int i = m_docks.size() - 1; i >= index; --i) {
-        delete m_docks[i];
+    for (int i = docks.size() - 1; i >= index; --i) {
+        delete docks[i];
     }
 }
 
 QList<QWidget*> PluginDocks::widgets() const
 {
     QList<QWidget*> result;
-    for (const auto& dock : m_docks) {
+    for (const auto& dock : docks) {
         auto* scrollArea = dock ? qobject_cast<QScrollArea*>(dock->widget()) : nullptr;
         if (scrollArea && scrollArea->widget()) {
             result.append(scrollArea->widget());

@@ -25,7 +25,7 @@ public:
     void add(QWidget* widget, int area, int allowedAreas, bool floating);
 
     /// How many widgets have been added so far, destroyed ones included.
-    int count() const { return m_docks.size(); }
+    int count() const { return docks.size(); }
     /// Destroys the widgets from the index-th on, the newest first.
     void destroyFrom(int index);
 
@@ -37,9 +37,9 @@ Q_SIGNALS:
     void widgetDied();
 
 private:
-    QMainWindow& m_window;
-    QMenu& m_viewMenu;
-    QList<QPointer<QDockWidget>> m_docks;
+    QMainWindow& mainWindow;
+    QMenu& dockMenu;
+    QList<QPointer<QDockWidget>> docks;
 };
 
 #endif

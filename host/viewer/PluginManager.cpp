@@ -85,7 +85,7 @@ QString initialise(QPluginLoader& loader, PluginInfo& info, CxPlugin*& plugin)
 
 } // namespace
 
-PluginManager::PluginManager(PluginDocks& docks) : m_docks(docks) {}
+PluginManager::PluginManager(PluginDocks& docks) : pluginDocks(docks) {}
 
 PluginManager::~PluginManager()
 {
@@ -112,8 +112,8 @@ void PluginManager::load(const QStringList& directories)
     }
     files.removeDuplicates();
     for (const QString& file : qAsConst(files)) {
-        m_infos.push_back(loadFile(file));
-        const PluginInfo& info = m_infos.back();
+        infos.push_back(loadFile(file));
+        const PluginInfo& info = infos.back();
         if (!info.error.isEmpty()) {
             qWarning("Plug-in %s is not used: %s", qPrintable(info.file), qPrintable(info.error));
         }
@@ -142,16 +142,16 @@ PluginInfo PluginManager::loadFile(const QString& file)
         info.warning = Text::tr("Others can change what this plug-in does: they can write to %1.").arg(writable);
     }
 
-    const int widgetsBefore = m_docks.count();
+    const int widgetsBefore = pluginDocks.count();
     CxPlugin* plugin = nullptr;
     const QString thrown = thrownBy([&] { info.error = initialise(*loader, info, plugin); });
     if (!thrown.isEmpty()) {
         info.error = thrown;
     }
     if (info.error.isEmpty()) {
-        m_loaded.push_back({std::move(loader), plugin});
+        loadedPlugins.push_back({std::move(loader), plugin});
     } else {
-        m_docks.destroyFrom(widgetsBefore);
+        pluginDocks.destroyFrom(widgetsBefore);
         loader->unload();
     }
     return info;
@@ -159,7 +159,7 @@ PluginInfo PluginManager::loadFile(const QString& file)
 
 void PluginManager::loadSettings(QSettings& settings)
 {
-    for (const Loaded& loaded : m_loaded) {
+    for (const Loaded& loaded : loadedPlugins) {
         callInUse(*loaded.loader, [&] { loaded.plugin->loadSettings(settings); });
         leaveGroups(settings);
     }
@@ -167,7 +167,7 @@ void PluginManager::loadSettings(QSettings& settings)
 
 void PluginManager::saveSettings(QSettings& settings)
 {
-    for (const Loaded& loaded : m_loaded) {
+    for (const Loaded& loaded : loadedPlugins) {
         if (loaded.plugin) {
             callInUse(*loaded.loader, [&] { loaded.plugin->saveSettings(settings); });
             leaveGroups(settings);
@@ -177,19 +177,19 @@ void PluginManager::saveSettings(QSettings& settings)
 
 void PluginManager::finish()
 {
-    for (Loaded& loaded : m_loaded) {
+    for (Loaded& loaded : loadedPlugins) {
         if (loaded.plugin) {
             callInUse(*loaded.loader, [&] { loaded.plugin->finish(); });
             loaded.plugin = nullptr;
         }
     }
-    m_docks.destroyFrom(0);
+    pluginDocks.destroyFrom(0);
 }
 
 void PluginManager::unload()
 {
-    for (Loaded& loaded : m_loaded) {
+    for (Loaded& loaded : loadedPlugins) {
         loaded.loader->unload(); // deletes the plug-in object first
     }
-    m_loaded.clear();
+    loadedPlugins.clear();
 }

@@ -50,7 +50,7 @@ public:
     void unload();
 
     /// Every file that was found, used or not.
-    const std::vector<PluginInfo>& plugins() const { return m_infos; }
+    const std::vector<PluginInfo>& plugins() const { return infos; }
 
 private:
     PluginInfo loadFile(const QString& file);
@@ -61,9 +61,9 @@ private:
         CxPlugin* plugin; ///< null after finish()
     };
 
-    PluginDocks& m_docks;
-    std::vector<Loaded> m_loaded;
-    std::vector<PluginInfo> m_infos;
+    PluginDocks& pluginDocks;
+    std::vector<Loaded> loadedPlugins;
+    std::vector<PluginInfo> infos;
 };
 
 #endif

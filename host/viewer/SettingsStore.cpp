@@ -21,30 +21,30 @@ QString defaultFile()
 SettingsStore::SettingsStore(const QString& file)
 {
     const QString path = file.isEmpty() ? defaultFile() : file;
-    m_settings = std::make_unique<QSettings>(path, QSettings::IniFormat);
-    m_settings->allKeys(); // reads the file
-    if (m_settings->status() == QSettings::FormatError) {
-        m_settings.reset();
-        m_damagedFile = path + QStringLiteral(".damaged");
-        QFile::remove(m_damagedFile);
-        QFile::rename(path, m_damagedFile);
-        m_settings = std::make_unique<QSettings>(path, QSettings::IniFormat);
+    store = std::make_unique<QSettings>(path, QSettings::IniFormat);
+    store->allKeys(); // reads the file
+    if (store->status() == QSettings::FormatError) {
+        store.reset();
+        asideFile = path + QStringLiteral(".damaged");
+        QFile::remove(asideFile);
+        QFile::rename(path, asideFile);
+        store = std::make_unique<QSettings>(path, QSettings::IniFormat);
     }
 }
 
 bool SettingsStore::save(const std::function<void(QSettings&)>& collect)
 {
-    const bool failedBefore = m_settings->status() != QSettings::NoError;
+    const bool failedBefore = store->status() != QSettings::NoError;
     if (failedBefore) {
         // QSettings keeps a status for good. Another one for the same file has what is yet to be written, too.
-        m_settings = std::make_unique<QSettings>(m_settings->fileName(), QSettings::IniFormat);
+        store = std::make_unique<QSettings>(store->fileName(), QSettings::IniFormat);
     }
-    // Plug-ins write all their values each time. Written to directly, m_settings would rewrite its file although
+    // Plug-ins write all their values each time. Written to directly, store would rewrite its file although
     // nothing has changed.
     QSettings copy(inMemory, QSettings::IniFormat);
-    const QStringList before = m_settings->allKeys();
+    const QStringList before = store->allKeys();
     for (const QString& key : before) {
-        copy.setValue(key, m_settings->value(key));
+        copy.setValue(key, store->value(key));
     }
     collect(copy);
 
@@ -52,19 +52,19 @@ bool SettingsStore::save(const std::function<void(QSettings&)>& collect)
     const QStringList after = copy.allKeys();
     for (const QString& key : after) {
         const QVariant value = copy.value(key);
-        if (!m_settings->contains(key) || m_settings->value(key) != value) {
-            m_settings->setValue(key, value);
+        if (!store->contains(key) || store->value(key) != value) {
+            store->setValue(key, value);
             changed = true;
         }
     }
     for (const QString& key : before) {
         if (!copy.contains(key)) {
-            m_settings->remove(key);
+            store->remove(key);
             changed = true;
         }
     }
     if (changed) {
-        m_settings->sync();
+        store->sync();
     }
-    return m_settings->status() == QSettings::NoError;
+    return store->status() == QSettings::NoError;
 }

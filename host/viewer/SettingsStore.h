@@ -19,18 +19,18 @@ public:
     explicit SettingsStore(const QString& file = {});
 
     /// Where a damaged file went, empty if all was well.
-    QString damagedFile() const { return m_damagedFile; }
+    QString damagedFile() const { return asideFile; }
 
     /// For reading, until the next save().
-    QSettings& settings() { return *m_settings; }
+    QSettings& settings() { return *store; }
 
     /// Lets `collect` write into a copy of the settings and puts what differs into the file. False if the file
     /// could not be written; the next call tries again.
     bool save(const std::function<void(QSettings&)>& collect);
 
 private:
-    std::unique_ptr<QSettings> m_settings;
-    QString m_damagedFile;
+    std::unique_ptr<QSettings> store;
+    QString asideFile;
 };
 
 #endif

@@ -16,9 +16,9 @@ void TakeOvers::setTakenOver(VNCORE_HANDLE camera, bool takenOver)
         return;
     }
     if (!takenOver) {
-        m_cameras.remove(camera);
+        takenCameras.remove(camera);
     } else if (CxCameraManager::instance()->openedCameras().contains(camera)) {
-        m_cameras.insert(camera);
+        takenCameras.insert(camera);
     } else {
         return;
     }
@@ -27,7 +27,7 @@ void TakeOvers::setTakenOver(VNCORE_HANDLE camera, bool takenOver)
 
 void TakeOvers::forgetAll()
 {
-    const auto cameras = m_cameras;
+    const auto cameras = takenCameras;
     for (VNCORE_HANDLE camera : cameras) {
         setTakenOver(camera, false);
     }

@@ -19,7 +19,7 @@ public:
 
     /// Taking over a camera that is not open does nothing.
     void setTakenOver(VNCORE_HANDLE camera, bool takenOver);
-    bool isTakenOver(VNCORE_HANDLE camera) const { return m_cameras.contains(camera); }
+    bool isTakenOver(VNCORE_HANDLE camera) const { return takenCameras.contains(camera); }
 
     /// For the death of a plug-in's widget. Whose take-over was whose is not known; should another plug-in measure
     /// as well, the registry still refuses the host's own acquisition.
@@ -29,7 +29,7 @@ Q_SIGNALS:
     void changed(VNCORE_HANDLE camera, bool takenOver);
 
 private:
-    QSet<VNCORE_HANDLE> m_cameras;
+    QSet<VNCORE_HANDLE> takenCameras;
 };
 
 #endif

@@ -33,33 +33,33 @@ const QLatin1String detailLevelKey("detailLevel");
 
 } // namespace
 
-Viewer::Viewer(const ViewerOptions& options) : m_options(options), m_settings(options.settingsFile)
+Viewer::Viewer(const ViewerOptions& options) : viewerOptions(options), settingsStore(options.settingsFile)
 {
-    connect(&m_messages, &MessageQueue::criticalMessage, &m_events,
+    connect(&messages, &MessageQueue::criticalMessage, &eventLog,
             [this](const QString& text, const QString& origin, VNCORE_HANDLE camera) {
                 const CxCameraParameters* known = CxCameraManager::instance()->cameraParameters(camera);
-                m_events.append(EventLog::Severity::Critical,
+                eventLog.append(EventLog::Severity::Critical,
                                 known ? tr("%1: %2").arg(cameraDisplayName(known->cameraInfo()), text) : text,
                                 origin);
             });
-    m_cameraEvents = std::make_unique<CameraEvents>(m_events, m_takeOvers);
-    m_window = std::make_unique<MainWindow>(m_takeOvers, m_events);
-    m_docks = std::make_unique<PluginDocks>(*m_window, m_window->docksMenu());
-    m_delegate = std::make_unique<ViewerDelegate>(*m_docks, m_takeOvers);
-    m_plugins = std::make_unique<PluginManager>(*m_docks);
+    cameraEvents = std::make_unique<CameraEvents>(eventLog, takeOvers);
+    mainWindow = std::make_unique<MainWindow>(takeOvers, eventLog);
+    docks = std::make_unique<PluginDocks>(*mainWindow, mainWindow->docksMenu());
+    delegate = std::make_unique<ViewerDelegate>(*docks, takeOvers);
+    pluginManager = std::make_unique<PluginManager>(*docks);
 
-    connect(m_docks.get(), &PluginDocks::widgetDied, &m_takeOvers, &TakeOvers::forgetAll);
-    connect(m_window.get(), &MainWindow::quitRequested, this, &QCoreApplication::quit);
-    connect(m_window.get(), &MainWindow::detailLevelChosen, this,
-            [this](int level) { m_delegate->setDetailLevel(level); });
-    connect(m_window.get(), &MainWindow::pluginListRequested, this,
-            [this] { PluginsDialog(m_plugins->plugins(), m_window.get()).exec(); });
-    connect(&m_saveTimer, &QTimer::timeout, this, &Viewer::saveSettings);
-    if (!m_settings.damagedFile().isEmpty()) {
-        m_events.append(EventLog::Severity::Warning,
+    connect(docks.get(), &PluginDocks::widgetDied, &takeOvers, &TakeOvers::forgetAll);
+    connect(mainWindow.get(), &MainWindow::quitRequested, this, &QCoreApplication::quit);
+    connect(mainWindow.get(), &MainWindow::detailLevelChosen, this,
+            [this](int level) { delegate->setDetailLevel(level); });
+    connect(mainWindow.get(), &MainWindow::pluginListRequested, this,
+            [this] { PluginsDialog(pluginManager->plugins(), mainWindow.get()).exec(); });
+    connect(&saveTimer, &QTimer::timeout, this, &Viewer::saveSettings);
+    if (!settingsStore.damagedFile().isEmpty()) {
+        eventLog.append(EventLog::Severity::Warning,
                         tr("The settings file was damaged and is now %1; the viewer begins "
                            "with defaults")
-                            .arg(m_settings.damagedFile()));
+                            .arg(settingsStore.damagedFile()));
     }
 }
 
@@ -70,29 +70,29 @@ Viewer::~Viewer()
 
 QString Viewer::start()
 {
-    m_running = true;
+    running = true;
     QString fault = openCameras();
     if (!fault.isEmpty()) {
         return fault;
     }
-    m_plugins->load(QStringList{PluginManager::installedDirectory()} + m_options.pluginDirs);
-    for (const PluginInfo& info : m_plugins->plugins()) {
+    pluginManager->load(QStringList{PluginManager::installedDirectory()} + viewerOptions.pluginDirs);
+    for (const PluginInfo& info : pluginManager->plugins()) {
         if (!info.error.isEmpty()) {
-            m_events.append(EventLog::Severity::Warning, tr("Plug-in %1 is not used. %2").arg(info.file, info.error));
+            eventLog.append(EventLog::Severity::Warning, tr("Plug-in %1 is not used. %2").arg(info.file, info.error));
         }
         if (!info.warning.isEmpty()) {
-            m_events.append(EventLog::Severity::Warning, info.file + QStringLiteral(": ") + info.warning);
+            eventLog.append(EventLog::Severity::Warning, info.file + QStringLiteral(": ") + info.warning);
         }
     }
-    for (const QString& directory : qAsConst(m_options.pluginDirs)) {
+    for (const QString& directory : qAsConst(viewerOptions.pluginDirs)) {
         if (!QDir(directory).exists()) {
-            m_events.append(EventLog::Severity::Warning, tr("There is no plug-in directory %1").arg(directory));
+            eventLog.append(EventLog::Severity::Warning, tr("There is no plug-in directory %1").arg(directory));
         }
     }
     loadSettings();
-    m_saveTimer.start(saveIntervalMs);
-    m_window->show();
-    if (m_options.start) {
+    saveTimer.start(saveIntervalMs);
+    mainWindow->show();
+    if (viewerOptions.start) {
         QTimer::singleShot(0, this, &Viewer::pressStartAll);
     }
     return {};
@@ -101,7 +101,7 @@ QString Viewer::start()
 QString Viewer::openCameras()
 {
     QString fault;
-    const auto devices = createDevices(m_options.camerasFile, &fault);
+    const auto devices = createDevices(viewerOptions.camerasFile, &fault);
     if (devices.empty() && !fault.isEmpty()) {
         return fault;
     }
@@ -109,14 +109,14 @@ QString Viewer::openCameras()
     std::vector<SxCameraInfo> known;
     for (const auto& device : devices)
         known.push_back(registry.deviceInfo(registry.addDevice(device)));
-    QStringList names = m_options.camerasToOpen;
+    QStringList names = viewerOptions.camerasToOpen;
     names.removeAll(QStringLiteral("all"));
     const Selection named = selectCameras(known, names);
     for (int device = 0; device < static_cast<int>(known.size()) && named.text.isEmpty(); ++device) {
-        const bool wanted =
-            m_options.openAll || std::find(named.cameras.begin(), named.cameras.end(), device) != named.cameras.end();
+        const bool wanted = viewerOptions.openAll ||
+                            std::find(named.cameras.begin(), named.cameras.end(), device) != named.cameras.end();
         if (wanted && !registry.open(device))
-            m_events.append(EventLog::Severity::Critical,
+            eventLog.append(EventLog::Severity::Critical,
                             tr("%1 could not be opened").arg(cameraDisplayName(known[static_cast<size_t>(device)])));
     }
     return named.text;
@@ -124,43 +124,43 @@ QString Viewer::openCameras()
 
 void Viewer::loadSettings()
 {
-    QSettings& settings = m_settings.settings();
-    m_plugins->loadSettings(settings);
+    QSettings& settings = settingsStore.settings();
+    pluginManager->loadSettings(settings);
     settings.beginGroup(groupName);
-    m_delegate->setLastDirectory(settings.value(directoryKey, m_delegate->lastDirectory()).toString());
-    m_delegate->setDetailLevel(settings.value(detailLevelKey, SxApplicationOptions().detailLevel).toInt());
-    m_window->setDetailLevel(m_delegate->applicationOptions().detailLevel);
-    m_window->restoreArrangement(settings);
+    delegate->setLastDirectory(settings.value(directoryKey, delegate->lastDirectory()).toString());
+    delegate->setDetailLevel(settings.value(detailLevelKey, SxApplicationOptions().detailLevel).toInt());
+    mainWindow->setDetailLevel(delegate->applicationOptions().detailLevel);
+    mainWindow->restoreArrangement(settings);
     settings.endGroup();
 }
 
 void Viewer::saveSettings()
 {
-    const bool saved = m_settings.save([this](QSettings& settings) {
+    const bool saved = settingsStore.save([this](QSettings& settings) {
         settings.beginGroup(groupName);
-        settings.setValue(directoryKey, m_delegate->lastDirectory());
-        settings.setValue(detailLevelKey, m_delegate->applicationOptions().detailLevel);
-        m_window->saveArrangement(settings);
+        settings.setValue(directoryKey, delegate->lastDirectory());
+        settings.setValue(detailLevelKey, delegate->applicationOptions().detailLevel);
+        mainWindow->saveArrangement(settings);
         settings.endGroup();
-        m_plugins->saveSettings(settings);
+        pluginManager->saveSettings(settings);
     });
     if (!saved) {
-        m_events.append(EventLog::Severity::Warning,
-                        tr("The settings could not be saved in %1").arg(m_settings.settings().fileName()));
+        eventLog.append(EventLog::Severity::Warning,
+                        tr("The settings could not be saved in %1").arg(settingsStore.settings().fileName()));
     }
 }
 
 void Viewer::pressStartAll()
 {
     QList<QPointer<QPushButton>> buttons; // a press may open a box, and anything may happen meanwhile
-    const auto widgets = m_docks->widgets();
+    const auto widgets = docks->widgets();
     for (const QWidget* widget : widgets) {
         if (auto* button = widget->findChild<QPushButton*>(QStringLiteral("btnStartAll"))) {
             buttons.append(button);
         }
     }
     if (buttons.isEmpty()) {
-        m_events.append(EventLog::Severity::Warning, tr("No plug-in has a \"Start All\" button"));
+        eventLog.append(EventLog::Severity::Warning, tr("No plug-in has a \"Start All\" button"));
     }
     for (const auto& button : buttons) {
         if (button) {
@@ -171,24 +171,24 @@ void Viewer::pressStartAll()
 
 bool Viewer::saveScreenshot(const QString& file)
 {
-    return m_window->grab().save(file, "PNG");
+    return mainWindow->grab().save(file, "PNG");
 }
 
 void Viewer::shutDown()
 {
-    if (!std::exchange(m_running, false)) {
+    if (!std::exchange(running, false)) {
         return;
     }
     saveSettingsAtEnd();
-    m_window->hide();
-    m_plugins->finish();
+    mainWindow->hide();
+    pluginManager->finish();
     CameraRegistry::instance().removeAllDevices();
-    m_plugins->unload();
+    pluginManager->unload();
 }
 
 void Viewer::leave()
 {
-    if (!std::exchange(m_running, false)) {
+    if (!std::exchange(running, false)) {
         return;
     }
     saveSettingsAtEnd();
@@ -201,8 +201,8 @@ void Viewer::leave()
 
 void Viewer::saveSettingsAtEnd()
 {
-    if (m_saveTimer.isActive()) { // start() has come as far as loading them
-        m_saveTimer.stop();
+    if (saveTimer.isActive()) { // start() has come as far as loading them
+        saveTimer.stop();
         saveSettings();
     }
 }

@@ -43,9 +43,9 @@ public:
     /// False if the file could not be written.
     bool saveScreenshot(const QString& file);
 
-    MainWindow& window() { return *m_window; }
-    EventLog& events() { return m_events; }
-    const PluginManager& plugins() const { return *m_plugins; }
+    MainWindow& window() { return *mainWindow; }
+    EventLog& events() { return eventLog; }
+    const PluginManager& plugins() const { return *pluginManager; }
 
 private:
     QString openCameras();
@@ -55,18 +55,18 @@ private:
     void pressStartAll();
 
     // In the order of dependence: what stands below uses what stands above.
-    ViewerOptions m_options;
-    EventLog m_events;
-    MessageQueue m_messages;
-    SettingsStore m_settings;
-    QTimer m_saveTimer;
-    TakeOvers m_takeOvers;
-    std::unique_ptr<CameraEvents> m_cameraEvents;
-    std::unique_ptr<MainWindow> m_window;
-    std::unique_ptr<PluginDocks> m_docks;
-    std::unique_ptr<ViewerDelegate> m_delegate;
-    std::unique_ptr<PluginManager> m_plugins;
-    bool m_running = false;
+    ViewerOptions viewerOptions;
+    EventLog eventLog;
+    MessageQueue messages;
+    SettingsStore settingsStore;
+    QTimer saveTimer;
+    TakeOvers takeOvers;
+    std::unique_ptr<CameraEvents> cameraEvents;
+    std::unique_ptr<MainWindow> mainWindow;
+    std::unique_ptr<PluginDocks> docks;
+    std::unique_ptr<ViewerDelegate> delegate;
+    std::unique_ptr<PluginManager> pluginManager;
+    bool running = false;
 };
 
 #endif

@@ -9,7 +9,7 @@
 #include "PluginDocks.h"
 #include "TakeOvers.h"
 
-ViewerDelegate::ViewerDelegate(PluginDocks& docks, TakeOvers& takeOvers) : m_docks(docks), m_takeOvers(takeOvers)
+ViewerDelegate::ViewerDelegate(PluginDocks& docks, TakeOvers& takeOvers) : pluginDocks(docks), takenOver(takeOvers)
 {
     setAppDelegate(this);
 }
@@ -21,17 +21,17 @@ ViewerDelegate::~ViewerDelegate()
 
 QString ViewerDelegate::lastDirectory()
 {
-    return QFileInfo(m_lastDirectory).isDir() ? m_lastDirectory : QDir::homePath();
+    return QFileInfo(exportDirectory).isDir() ? exportDirectory : QDir::homePath();
 }
 
 void ViewerDelegate::addPluginWidget(QWidget* widget, int area, int allowedAreas, bool floating)
 {
-    m_docks.add(widget, area, allowedAreas, floating);
+    pluginDocks.add(widget, area, allowedAreas, floating);
 }
 
 void ViewerDelegate::setCameraControlEnabled(VNCORE_HANDLE camera, bool enabled)
 {
-    m_takeOvers.setTakenOver(camera, !enabled);
+    takenOver.setTakenOver(camera, !enabled);
 }
 
 void ViewerDelegate::registerPlot(QCustomPlot* plot)
@@ -41,5 +41,5 @@ void ViewerDelegate::registerPlot(QCustomPlot* plot)
 
 void ViewerDelegate::setDetailLevel(int level)
 {
-    m_options.detailLevel = qBound(lowestDetailLevel, level, highestDetailLevel);
+    options.detailLevel = qBound(lowestDetailLevel, level, highestDetailLevel);
 }

@@ -22,9 +22,9 @@ public:
     ViewerDelegate(const ViewerDelegate&) = delete;
     ViewerDelegate& operator=(const ViewerDelegate&) = delete;
 
-    SxApplicationOptions applicationOptions() override { return m_options; }
+    SxApplicationOptions applicationOptions() override { return options; }
     QString lastDirectory() override;
-    void setLastDirectory(const QString& directory) override { m_lastDirectory = directory; }
+    void setLastDirectory(const QString& directory) override { exportDirectory = directory; }
     void addPluginWidget(QWidget* widget, int area, int allowedAreas, bool floating) override;
     void setCameraControlEnabled(VNCORE_HANDLE camera, bool enabled) override;
     void registerPlot(QCustomPlot* plot) override;
@@ -33,10 +33,10 @@ public:
     void setDetailLevel(int level);
 
 private:
-    PluginDocks& m_docks;
-    TakeOvers& m_takeOvers;
-    SxApplicationOptions m_options;
-    QString m_lastDirectory = QDir::homePath();
+    PluginDocks& pluginDocks;
+    TakeOvers& takenOver;
+    SxApplicationOptions options;
+    QString exportDirectory = QDir::homePath();
 };
 
 #endif

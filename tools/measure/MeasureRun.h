@@ -28,7 +28,7 @@ public:
     void stop();
     /// Prints a line for every camera.
     void printIntervals();
-    bool isOver() const { return m_over; }
+    bool isOver() const { return over; }
 
 Q_SIGNALS:
     void finished();
@@ -41,16 +41,16 @@ private:
     void printInterval(MeasuredCamera& camera);
     void tellOnce(const LineWriter& lines);
 
-    const Options& m_options;
-    std::vector<std::unique_ptr<MeasuredCamera>>& m_cameras;
-    std::vector<MeasuredCamera*> m_started;
-    Output& m_output;
-    IntervalLog* const m_log;
-    std::set<const LineWriter*> m_told; ///< whose failure was told
-    QTimer m_timer;
-    QElapsedTimer m_clock;
-    qint64 m_nextLineMs = 0;
-    bool m_over = false;
+    const Options& runOptions;
+    std::vector<std::unique_ptr<MeasuredCamera>>& allCameras;
+    std::vector<MeasuredCamera*> started;
+    Output& lineOutput;
+    IntervalLog* const intervalLog;
+    std::set<const LineWriter*> told; ///< whose failure was told
+    QTimer timer;
+    QElapsedTimer clock;
+    qint64 nextLineMs = 0;
+    bool over = false;
 };
 
 #endif

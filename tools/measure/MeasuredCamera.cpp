@@ -5,60 +5,60 @@
 #include <utility>
 
 MeasuredCamera::MeasuredCamera(VNCORE_HANDLE camera, SxCameraInfo info, const Options& options)
-    : m_info(std::move(info))
+    : cameraInfo(std::move(info))
 {
-    m_record.hCam = camera;
-    m_record.cameraName = m_info.name;
-    m_record.measMode = options.mode;
-    m_record.autoRequiredThroughput = !options.required.has_value();
-    m_record.requiredThroughput = options.required.value_or(0);
+    data.hCam = camera;
+    data.cameraName = cameraInfo.name;
+    data.measMode = options.mode;
+    data.autoRequiredThroughput = !options.required.has_value();
+    data.requiredThroughput = options.required.value_or(0);
 }
 
 bool MeasuredCamera::start(const Options& options)
 {
-    m_startTime = QDateTime::currentDateTime();
-    m_started = m_record.startMeasurement(options.samplePeriod, options.capacity);
-    m_clock.start();
-    return m_started;
+    startedAt = QDateTime::currentDateTime();
+    started = data.startMeasurement(options.samplePeriod, options.capacity);
+    clock.start();
+    return started;
 }
 
 void MeasuredCamera::announceStop()
 {
     noteEnd();
-    m_record.announceStop();
-    if (m_started && !m_endS)
-        m_endS = elapsedS();
+    data.announceStop();
+    if (started && !endedAtS)
+        endedAtS = elapsedS();
 }
 
 void MeasuredCamera::stop()
 {
     announceStop();
-    m_record.stopMeasurement();
+    data.stopMeasurement();
 }
 
 void MeasuredCamera::setLost()
 {
-    m_lost = m_started;
+    lost = started;
 }
 
 void MeasuredCamera::noteEnd()
 {
-    if (m_started && !m_endS && !m_record.isMeasuring()) {
-        m_endedItself = true;
-        m_endS = elapsedS();
+    if (started && !endedAtS && !data.isMeasuring()) {
+        endedItself = true;
+        endedAtS = elapsedS();
     }
 }
 
 QStringList MeasuredCamera::problems() const
 {
-    if (!m_started)
+    if (!started)
         return {QStringLiteral("did not start")};
     QStringList problems;
-    if (m_lost)
+    if (lost)
         problems.append(QStringLiteral("was lost"));
-    if (m_endedItself)
+    if (endedItself)
         problems.append(QStringLiteral("measurement ended for lack of memory"));
-    const RunTotals totals = m_record.runTotals();
+    const RunTotals totals = data.runTotals();
     if (totals.frames == 0)
         problems.append(QStringLiteral("sent no frame"));
     else if (totals.skippedFrames == totals.frames)
@@ -69,26 +69,26 @@ QStringList MeasuredCamera::problems() const
 Stretch MeasuredCamera::takeInterval()
 {
     const double endS = elapsedS();
-    const double beginS = std::exchange(m_intervalBeginS, endS);
-    return {endS, endS - beginS, figures(m_record.takeIntervalTotals())};
+    const double beginS = std::exchange(intervalBeginS, endS);
+    return {endS, endS - beginS, figures(data.takeIntervalTotals())};
 }
 
 Stretch MeasuredCamera::wholeRun() const
 {
     const double endS = elapsedS();
-    return {endS, endS, figures(m_record.runTotals())};
+    return {endS, endS, figures(data.runTotals())};
 }
 
 Figures MeasuredCamera::figures(const RunTotals& totals) const
 {
-    if (m_record.measMode == MeasModeStandardAcq)
-        return counterFigures(totals, counterDifferences(m_record));
-    return throughputFigures(totals, m_record.requiredThroughput > 0);
+    if (data.measMode == MeasModeStandardAcq)
+        return counterFigures(totals, counterDifferences(data));
+    return throughputFigures(totals, data.requiredThroughput > 0);
 }
 
 double MeasuredCamera::elapsedS() const
 {
-    if (!m_started)
+    if (!started)
         return 0.0;
-    return m_endS ? *m_endS : static_cast<double>(m_clock.nsecsElapsed()) / 1e9;
+    return endedAtS ? *endedAtS : static_cast<double>(clock.nsecsElapsed()) / 1e9;
 }

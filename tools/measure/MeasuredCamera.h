@@ -26,11 +26,11 @@ class MeasuredCamera
 public:
     MeasuredCamera(VNCORE_HANDLE camera, SxCameraInfo info, const Options& options);
 
-    const SxCameraInfo& info() const { return m_info; }
-    VNCORE_HANDLE handle() const { return m_record.hCam; }
-    const CxCameraLineData& record() const { return m_record; }
+    const SxCameraInfo& info() const { return cameraInfo; }
+    VNCORE_HANDLE handle() const { return data.hCam; }
+    const CxCameraLineData& record() const { return data; }
     /// Of the calendar, in local time.
-    QDateTime startTime() const { return m_startTime; }
+    QDateTime startTime() const { return startedAt; }
 
     /// False if the camera refuses or could not be opened.
     bool start(const Options& options);
@@ -39,7 +39,7 @@ public:
     /// Ends the measurement and restores the camera; takes up to one image wait if the camera sends nothing.
     void stop();
     /// Measures, as far as is known: not lost, not out of memory.
-    bool isRunning() const { return m_record.isMeasuring() && !m_lost; }
+    bool isRunning() const { return data.isMeasuring() && !lost; }
 
     void setLost();
     /// Notes a measurement that ended by itself.
@@ -50,21 +50,21 @@ public:
     /// What came since the last call. Each frame is in exactly one stretch.
     Stretch takeInterval();
     Stretch wholeRun() const;
-    std::optional<double> clockDriftPpm() const { return m_record.clockDriftPpm(); }
+    std::optional<double> clockDriftPpm() const { return data.clockDriftPpm(); }
 
 private:
     Figures figures(const RunTotals& totals) const;
     double elapsedS() const;
 
-    const SxCameraInfo m_info;
-    CxCameraLineData m_record;
-    QElapsedTimer m_clock;
-    QDateTime m_startTime;
-    double m_intervalBeginS = 0.0;
-    std::optional<double> m_endS; ///< of a measurement that is over
-    bool m_started = false;
-    bool m_lost = false;
-    bool m_endedItself = false;
+    const SxCameraInfo cameraInfo;
+    CxCameraLineData data;
+    QElapsedTimer clock;
+    QDateTime startedAt;
+    double intervalBeginS = 0.0;
+    std::optional<double> endedAtS; ///< of a measurement that is over
+    bool started = false;
+    bool lost = false;
+    bool endedItself = false;
 };
 
 #endif

@@ -42,10 +42,10 @@ constexpr LimitOption limitOptions[] = {
 class Reader
 {
 public:
-    explicit Reader(const QCommandLineParser& parser) : m_parser(parser) {}
+    explicit Reader(const QCommandLineParser& parser) : commandLine(parser) {}
 
-    bool isSet(const char* name) const { return m_parser.isSet(QLatin1String(name)); }
-    QString value(const char* name) const { return m_parser.value(QLatin1String(name)); }
+    bool isSet(const char* name) const { return commandLine.isSet(QLatin1String(name)); }
+    QString value(const char* name) const { return commandLine.value(QLatin1String(name)); }
 
     /// What is counted stands in `expected`, for the message.
     std::optional<qint32> whole(const char* name, qint32 least, const char* expected)
@@ -91,14 +91,14 @@ public:
     }
     void refuse(const QString& why)
     {
-        if (m_fault.isEmpty())
-            m_fault = why;
+        if (firstFault.isEmpty())
+            firstFault = why;
     }
-    const QString& fault() const { return m_fault; }
+    const QString& fault() const { return firstFault; }
 
 private:
-    const QCommandLineParser& m_parser;
-    QString m_fault;
+    const QCommandLineParser& commandLine;
+    QString firstFault;
 };
 
 void declareOptions(QCommandLineParser& parser)

@@ -41,7 +41,7 @@ public:
 
     void interval(const IntervalLine& line) override
     {
-        if (m_lines++ % linesPerHeading == 0)
+        if (lineCount++ % linesPerHeading == 0)
             heading(line.stretch.figures);
         row(line.camera, line.stretch);
     }
@@ -109,7 +109,7 @@ private:
                  QString::number(report.droppedFrames));
     }
 
-    qint64 m_lines = 0;
+    qint64 lineCount = 0;
 };
 
 } // namespace

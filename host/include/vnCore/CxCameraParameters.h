@@ -13,11 +13,11 @@ class VNCORE_EXPORT CxValue
 {
 public:
     CxValue() = default;
-    explicit CxValue(int value) : m_value(value) {}
-    int toInt() const { return m_value; }
+    explicit CxValue(int value) : number(value) {}
+    int toInt() const { return number; }
 
 private:
-    int m_value = 0;
+    int number = 0;
 };
 
 /// Who a camera is. Texts as the camera gives them: nothing about their characters is promised.

@@ -31,7 +31,7 @@ public:
     /// Selects the type and emits nothing. One that is not in the menu (from settings, say) is kept as it is; the
     /// menu then shows no selection, and pressing the button opens it.
     void setExportType(ExExportType type);
-    ExExportType exportType() const { return m_type; }
+    ExExportType exportType() const { return chosenType; }
 
 Q_SIGNALS:
     /// The button was pressed; an ExExportType.
@@ -44,8 +44,8 @@ private:
     void exportOrAsk();
     void updateAppearance();
 
-    QActionGroup* m_types; ///< one checkable action per supported type, its data the type
-    ExExportType m_type = ExportToClipboard;
+    QActionGroup* types; ///< one checkable action per supported type, its data the type
+    ExExportType chosenType = ExportToClipboard;
 };
 
 #endif

@@ -38,27 +38,27 @@ inline double frameThroughput(const FrameRecord& frame, quint32 period)
 class BufferModel
 {
 public:
-    explicit BufferModel(qint32 size) : m_size(size) {}
+    explicit BufferModel(qint32 size) : capacity(size) {}
 
     /// True if the bytes did not fit.
     bool add(double bytes)
     {
-        m_occupancy += bytes;
-        if (m_occupancy < 0) {
-            m_occupancy = 0;
-        } else if (m_occupancy > m_size) {
-            m_occupancy = m_size;
+        bytesHeld += bytes;
+        if (bytesHeld < 0) {
+            bytesHeld = 0;
+        } else if (bytesHeld > capacity) {
+            bytesHeld = capacity;
             return true;
         }
         return false;
     }
 
-    double occupancy() const { return m_occupancy; }              ///< bytes
-    double level() const { return m_occupancy / m_size * 100.0; } ///< percent; not a number for a buffer of 0 bytes
+    double occupancy() const { return bytesHeld; }                ///< bytes
+    double level() const { return bytesHeld / capacity * 100.0; } ///< percent; not a number for a buffer of 0 bytes
 
 private:
-    double m_size;
-    double m_occupancy = 0.0;
+    double capacity;
+    double bytesHeld = 0.0;
 };
 
 #endif

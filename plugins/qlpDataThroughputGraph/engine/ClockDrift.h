@@ -33,12 +33,12 @@ private:
 
     void endMinute();
 
-    std::optional<Delay> m_shortest; ///< of the present minute
-    qint64 m_minuteEndUs = 0;
-    std::optional<Delay> m_reference; ///< of the first minute, moved by the jumps since then
-    Delay m_latest;                   ///< of the last whole minute
-    qint64 m_previousStampUs = 0;
-    qint64 m_correctionNs = 0;
+    std::optional<Delay> shortest; ///< of the present minute
+    qint64 minuteEndUs = 0;
+    std::optional<Delay> reference; ///< of the first minute, moved by the jumps since then
+    Delay latest;                   ///< of the last whole minute
+    qint64 previousStampUs = 0;
+    qint64 correctionNs = 0;
 };
 
 #endif

@@ -24,22 +24,22 @@ constexpr quint64 intervalsPerQuestion = quint64{1} << 15; ///< whether to go on
 class TextBuffer
 {
 public:
-    explicit TextBuffer(const CsvReportWriter::Sink& sink) : m_sink(sink) {}
+    explicit TextBuffer(const CsvReportWriter::Sink& sink) : output(sink) {}
 
     /// Where the next line goes; there is room for all its columns.
-    char* position() { return m_text.get() + m_used; }
+    char* position() { return buffer.get() + used; }
 
     /// Takes what was written up to `end`. False when the sink refuses.
     bool advance(const char* end)
     {
-        m_used = static_cast<std::size_t>(end - m_text.get());
-        return m_used < flushAt || flush();
+        used = static_cast<std::size_t>(end - buffer.get());
+        return used < flushAt || flush();
     }
 
     bool flush()
     {
-        const std::size_t size = std::exchange(m_used, 0);
-        return size == 0 || m_sink(m_text.get(), size);
+        const std::size_t size = std::exchange(used, 0);
+        return size == 0 || output(buffer.get(), size);
     }
 
 private:
@@ -47,9 +47,9 @@ private:
     static constexpr std::size_t lineRoom = columns * (std::size_t{csvNumberRoom} + 1);
     static_assert(sizeof csvReportHeader < lineRoom + flushAt, "the header must fit");
 
-    const CsvReportWriter::Sink& m_sink;
-    std::unique_ptr<char[]> m_text{new char[flushAt + lineRoom]};
-    std::size_t m_used = 0;
+    const CsvReportWriter::Sink& output;
+    std::unique_ptr<char[]> buffer{new char[flushAt + lineRoom]};
+    std::size_t used = 0;
 };
 
 /// The numbers of a line with a comma between them and a line feed at the end.
@@ -64,7 +64,7 @@ char* writeLine(char* out, First first, Rest... rest)
 
 } // namespace
 
-CsvReportWriter::CsvReportWriter(Sink sink, GoOn goOn) : m_sink(std::move(sink)), m_goOn(std::move(goOn)) {}
+CsvReportWriter::CsvReportWriter(Sink sink, GoOn goOn) : output(std::move(sink)), mayGoOn(std::move(goOn)) {}
 
 CsvReportResult CsvReportWriter::write(const CxCameraLineData& data, qint64 fromUs, qint64 toUs)
 {
@@ -74,7 +74,7 @@ CsvReportResult CsvReportWriter::write(const CxCameraLineData& data, qint64 from
     };
 
     QMutexLocker lock(&data.mutex);
-    TextBuffer text(m_sink);
+    TextBuffer text(output);
     const auto cancelled = [&] { return text.flush() ? CsvReportResult::Cancelled : failed(); };
     std::memcpy(text.position(), csvReportHeader, sizeof csvReportHeader - 1);
     if (!text.advance(text.position() + sizeof csvReportHeader - 1))
@@ -84,7 +84,7 @@ CsvReportResult CsvReportWriter::write(const CxCameraLineData& data, qint64 from
     const qint32 required = data.requiredThroughput;
     BufferModel buffer(data.cameraBufferSize); // carried on from frame to frame
     qint32 visited = 0;
-    const auto goOn = [&] { return !m_goOn || m_goOn(visited); };
+    const auto goOn = [&] { return !mayGoOn || mayGoOn(visited); };
     for (const auto& frame : data.frameList) {
         if (!goOn())
             return cancelled();

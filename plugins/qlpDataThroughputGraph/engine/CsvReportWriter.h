@@ -41,8 +41,8 @@ public:
     CsvReportResult write(const CxCameraLineData& data, qint64 fromUs, qint64 toUs);
 
 private:
-    Sink m_sink;
-    GoOn m_goOn;
+    Sink output;
+    GoOn mayGoOn;
 };
 
 #endif

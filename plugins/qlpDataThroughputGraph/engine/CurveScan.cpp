@@ -21,24 +21,24 @@ class CurveScan
 {
 public:
     CurveScan(const FrameList& frames, quint64 end, const EvaluationSettings& settings, qint64 toUs)
-        : m_frames(frames), m_parts(settings), m_toUs(toUs), m_end(end)
+        : list(frames), parts(settings), lastUs(toUs), endNumber(end)
     {
         // Frames that begin after the range cannot hold a point.
         if (frames.starts().isOrdered() && toUs < std::numeric_limits<qint64>::max())
-            m_end = std::min(m_end, frames.starts().find(0, toUs + 1));
+            endNumber = std::min(endNumber, frames.starts().find(0, toUs + 1));
     }
 
-    bool isEnd(const Place& place) const { return place.frame >= m_end; }
+    bool isEnd(const Place& place) const { return place.frame >= endNumber; }
 
     /// The next interval that ends in fromUs..toUs.
     Place find(Place from, qint64 fromUs) const
     {
         while (!isEnd(from)) {
-            const FrameRecord& frame = *m_frames[from.frame];
-            from.interval = findInterval(frame, m_frames.aggregates(from.frame), from.interval, fromUs, m_toUs);
+            const FrameRecord& frame = *list[from.frame];
+            from.interval = findInterval(frame, list.aggregates(from.frame), from.interval, fromUs, lastUs);
             if (from.interval < intervalCount(frame))
                 break;
-            from = {m_frames.ends().find(from.frame + 1, fromUs), 0};
+            from = {list.ends().find(from.frame + 1, fromUs), 0};
         }
         return from;
     }
@@ -46,15 +46,15 @@ public:
     /// Asks the caches for what a look at that time will need, in two steps since the second one needs the first.
     void prefetchFrame(quint64 from, qint64 timeUs) const
     {
-        const quint64 frame = m_frames.ends().find(from, timeUs);
-        if (frame < m_end)
-            __builtin_prefetch(m_frames[frame].get());
+        const quint64 frame = list.ends().find(from, timeUs);
+        if (frame < endNumber)
+            __builtin_prefetch(list[frame].get());
     }
     void prefetchIntervals(quint64 from, qint64 timeUs) const
     {
-        const quint64 frame = m_frames.ends().find(from, timeUs);
-        if (frame < m_end)
-            ::prefetchIntervals(*m_frames[frame], m_frames.aggregates(frame), timeUs);
+        const quint64 frame = list.ends().find(from, timeUs);
+        if (frame < endNumber)
+            ::prefetchIntervals(*list[frame], list.aggregates(frame), timeUs);
     }
 
     /// Of the intervals from..to, both included. Whole frames first: often they make it needless to look into the
@@ -67,9 +67,9 @@ public:
             return result;
         }
         const quint64 firstWhole = from.interval == 0 ? from.frame : from.frame + 1;
-        result = m_frames.figures(firstWhole, to.frame).extremes;
+        result = list.figures(firstWhole, to.frame).extremes;
         if (firstWhole != from.frame)
-            addPart(from.frame, from.interval, intervalCount(*m_frames[from.frame]), result);
+            addPart(from.frame, from.interval, intervalCount(*list[from.frame]), result);
         addPart(to.frame, 0, to.interval + 1, result);
         return result;
     }
@@ -77,13 +77,13 @@ public:
 private:
     void addPart(quint64 frame, quint64 begin, quint64 end, Extremes& into)
     {
-        m_parts.add(*m_frames[frame], m_frames.aggregates(frame), begin, end, into);
+        parts.add(*list[frame], list.aggregates(frame), begin, end, into);
     }
 
-    const FrameList& m_frames;
-    FramePartEvaluator m_parts;
-    qint64 m_toUs;
-    quint64 m_end;
+    const FrameList& list;
+    FramePartEvaluator parts;
+    qint64 lastUs;
+    quint64 endNumber;
 };
 
 } // namespace

@@ -18,14 +18,14 @@ class FillModel
 {
 public:
     FillModel(const EvaluationSettings& settings, double fill)
-        : m_period(settings.samplePeriod),
-          m_required(settings.requiredThroughput),
-          m_size(settings.bufferSize),
-          m_fill(fill)
+        : period(settings.samplePeriod),
+          required(settings.requiredThroughput),
+          size(settings.bufferSize),
+          occupancy(fill)
     {
     }
-    double fill() const { return m_fill; }
-    bool isOverflowed() const { return m_fill == Extremes::overflowed; }
+    double fill() const { return occupancy; }
+    bool isOverflowed() const { return occupancy == Extremes::overflowed; }
 
     /// Visits intervals begin..end (exclusive) and returns the highest occupancy; occupancies that are not a number
     /// do not count.
@@ -37,11 +37,11 @@ public:
         while (begin < end && !isOverflowed()) {
             const quint64 count = std::min<quint64>(end - begin, deltas.size());
             for (quint64 i = 0; i < count; ++i)
-                deltas[i] = BlockInterval(ticks[begin + i + 1] - ticks[begin + i], m_period).delta(m_required);
+                deltas[i] = BlockInterval(ticks[begin + i + 1] - ticks[begin + i], period).delta(required);
             for (quint64 i = 0; i < count && !isOverflowed(); ++i) {
                 add(deltas[i]);
-                if (m_fill > highest)
-                    highest = m_fill;
+                if (occupancy > highest)
+                    highest = occupancy;
             }
             begin += count;
         }
@@ -51,17 +51,17 @@ public:
 private:
     void add(double bytes)
     {
-        m_fill += bytes;
-        if (m_fill < 0.0)
-            m_fill = 0.0;
-        else if (m_fill > m_size)
-            m_fill = Extremes::overflowed;
+        occupancy += bytes;
+        if (occupancy < 0.0)
+            occupancy = 0.0;
+        else if (occupancy > size)
+            occupancy = Extremes::overflowed;
     }
 
-    quint32 m_period;
-    double m_required;
-    double m_size;
-    double m_fill;
+    quint32 period;
+    double required;
+    double size;
+    double occupancy;
 };
 
 quint64 largestDifference(const quint64* ticks, quint64 begin, quint64 end)
@@ -165,13 +165,13 @@ void FramePartEvaluator::addPartOfGroup(const FrameRecord& frame, const BlockGro
         into.ticks = std::max(into.ticks, largestDifference(ticks, begin, end));
     if (!(group.extremes.fill > into.fill))
         return;
-    const bool continues = m_frame == &frame && m_next >= groupBegin && m_next <= begin;
-    FillModel buffer(m_settings, continues ? m_fill : group.fillBefore);
-    buffer.visit(ticks, continues ? m_next : groupBegin, begin);
+    const bool continues = lastFrame == &frame && next >= groupBegin && next <= begin;
+    FillModel buffer(evaluation, continues ? occupancy : group.fillBefore);
+    buffer.visit(ticks, continues ? next : groupBegin, begin);
     into.fill = std::max(into.fill, buffer.visit(ticks, begin, end));
-    m_frame = &frame;
-    m_next = end;
-    m_fill = buffer.fill();
+    lastFrame = &frame;
+    next = end;
+    occupancy = buffer.fill();
 }
 
 quint64 findInterval(const FrameRecord& frame, const FrameAggregates& aggregates, quint64 begin, qint64 fromUs,

@@ -81,7 +81,7 @@ FrameAggregates makeAggregates(const FrameRecord& frame, const EvaluationSetting
 class FramePartEvaluator
 {
 public:
-    explicit FramePartEvaluator(const EvaluationSettings& settings) : m_settings(settings) {}
+    explicit FramePartEvaluator(const EvaluationSettings& settings) : evaluation(settings) {}
 
     /// Adds intervals begin..end (exclusive) to `into`. What cannot raise it is not looked at.
     void add(const FrameRecord& frame, const FrameAggregates& aggregates, quint64 begin, quint64 end, Extremes& into);
@@ -90,11 +90,11 @@ private:
     void addPartOfGroup(const FrameRecord& frame, const BlockGroup& group, quint64 groupBegin, quint64 begin,
                         quint64 end, Extremes& into);
 
-    EvaluationSettings m_settings;
+    EvaluationSettings evaluation;
     // Where the occupancy is known beside the starts of groups.
-    const FrameRecord* m_frame = nullptr;
-    quint64 m_next = 0;
-    double m_fill = 0.0;
+    const FrameRecord* lastFrame = nullptr;
+    quint64 next = 0;
+    double occupancy = 0.0;
 };
 
 /// The first interval from `begin` on whose end lies within fromUs..toUs; intervalCount() if there is none.

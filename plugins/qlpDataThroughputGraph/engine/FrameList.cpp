@@ -26,25 +26,25 @@ qint64 endOf(const FrameRecord& record, const FrameAggregates& aggregates)
 
 void FrameList::push_back(std::unique_ptr<FrameRecord> record)
 {
-    FrameAggregates aggregates = makeAggregates(*record, m_settings);
-    push_back(std::move(record), std::move(aggregates), m_settings);
+    FrameAggregates aggregates = makeAggregates(*record, evaluation);
+    push_back(std::move(record), std::move(aggregates), evaluation);
 }
 
 void FrameList::push_back(std::unique_ptr<FrameRecord> record, FrameAggregates aggregates,
                           const EvaluationSettings& settings)
 {
     makeRoom(0);
-    if (settings != m_settings && empty()) {
-        m_settings = settings;
-        m_staleBegin = m_staleEnd = endNumber();
+    if (settings != evaluation && empty()) {
+        evaluation = settings;
+        staleBegin = staleEnd = endNumber();
     }
-    if (settings != m_settings) {
-        m_staleBegin = m_staleBegin == m_staleEnd ? endNumber() : m_staleBegin;
-        m_staleEnd = endNumber() + 1;
+    if (settings != evaluation) {
+        staleBegin = staleBegin == staleEnd ? endNumber() : staleBegin;
+        staleEnd = endNumber() + 1;
     }
-    m_starts.push_back(record->timestampUs);
-    m_ends.push_back(endOf(*record, aggregates));
-    m_frames.push_back({std::move(record), std::move(aggregates)});
+    startTimes.push_back(record->timestampUs);
+    endTimes.push_back(endOf(*record, aggregates));
+    frames.push_back({std::move(record), std::move(aggregates)});
 
     quint64 complete = endNumber();
     for (std::size_t level = 0; complete % fanOut == 0; ++level) {
@@ -55,34 +55,34 @@ void FrameList::push_back(std::unique_ptr<FrameRecord> record, FrameAggregates a
 
 void FrameList::makeRoom(quint64 leaving)
 {
-    m_starts.makeRoom();
-    m_ends.makeRoom();
-    m_frames.makeRoom();
+    startTimes.makeRoom();
+    endTimes.makeRoom();
+    frames.makeRoom();
     quint64 complete = endNumber() + 1;
     for (std::size_t level = 0; complete % fanOut == 0; ++level) {
         complete /= fanOut;
-        if (level == m_levels.size())
-            m_levels.emplace_back();
-        m_levels[level].makeRoom();
+        if (level == levels.size())
+            levels.emplace_back();
+        levels[level].makeRoom();
     }
-    const std::size_t retired = m_retired.size() + leaving;
-    if (m_remaking && retired > m_retired.capacity())
-        m_retired.reserve(2 * retired);
+    const std::size_t retired = retiredFrames.size() + leaving;
+    if (remaking && retired > retiredFrames.capacity())
+        retiredFrames.reserve(2 * retired);
 }
 
 FrameList::Frame FrameList::takeFront()
 {
-    Frame frame = m_frames.takeFront();
-    m_starts.pop_front();
-    m_ends.pop_front();
+    Frame frame = frames.takeFront();
+    startTimes.pop_front();
+    endTimes.pop_front();
     quint64 gone = firstNumber();
     for (std::size_t level = 0; gone % fanOut == 0; ++level) {
         gone /= fanOut;
-        m_levels[level].takeFront();
+        levels[level].takeFront();
     }
-    if (!m_remaking)
+    if (!remaking)
         return frame;
-    m_retired.push_back(std::move(frame));
+    retiredFrames.push_back(std::move(frame));
     return {};
 }
 
@@ -105,22 +105,22 @@ RangeFigures FrameList::figures(quint64 begin, quint64 end) const
 
 RangeFigures FrameList::leaf(quint64 number) const
 {
-    const FrameAggregates& frame = m_frames[number - firstNumber()].aggregates;
+    const FrameAggregates& frame = frames[number - firstNumber()].aggregates;
     return {frame.extremes, frame.extremes.fill == Extremes::overflowed ? 1U : 0U, frame.throughput};
 }
 
-/// Level 0 are the frames themselves, level k the nodes of m_levels[k - 1].
+/// Level 0 are the frames themselves, level k the nodes of levels[k - 1].
 RangeFigures FrameList::node(std::size_t level, quint64 number) const
 {
     if (level == 0)
         return leaf(number);
-    const Tape<RangeFigures>& nodes = m_levels[level - 1];
+    const Tape<RangeFigures>& nodes = levels[level - 1];
     return nodes[number - nodes.dropped()];
 }
 
 RangeFigures FrameList::children(std::size_t level, quint64 number) const
 {
-    const quint64 first = level == 0 ? firstNumber() : m_levels[level - 1].dropped();
+    const quint64 first = level == 0 ? firstNumber() : levels[level - 1].dropped();
     RangeFigures sum;
     for (quint64 child = std::max(number * fanOut, first); child < (number + 1) * fanOut; ++child)
         sum.add(node(level, child));
@@ -130,9 +130,9 @@ RangeFigures FrameList::children(std::size_t level, quint64 number) const
 /// A node whose first frames are trimmed is incomplete, but never asked for.
 void FrameList::setNode(std::size_t level, quint64 number)
 {
-    if (level == m_levels.size())
-        m_levels.emplace_back();
-    Tape<RangeFigures>& nodes = m_levels[level];
+    if (level == levels.size())
+        levels.emplace_back();
+    Tape<RangeFigures>& nodes = levels[level];
     const RangeFigures figures = children(level, number);
     if (number == nodes.dropped() + nodes.size())
         nodes.push_back(figures);
@@ -142,8 +142,8 @@ void FrameList::setNode(std::size_t level, quint64 number)
 
 void FrameList::setNodesOver(quint64 begin, quint64 end)
 {
-    for (std::size_t level = 0; level < m_levels.size(); ++level) {
-        const Tape<RangeFigures>& nodes = m_levels[level];
+    for (std::size_t level = 0; level < levels.size(); ++level) {
+        const Tape<RangeFigures>& nodes = levels[level];
         begin = std::max(begin / fanOut, nodes.dropped());
         end = (end + fanOut - 1) / fanOut;
         for (quint64 number = begin; number < std::min(end, nodes.dropped() + nodes.size()); ++number)
@@ -153,45 +153,45 @@ void FrameList::setNodesOver(quint64 begin, quint64 end)
 
 bool FrameList::isStale(const EvaluationSettings& settings) const
 {
-    return !empty() && (settings != m_settings || std::max(m_staleBegin, firstNumber()) < m_staleEnd);
+    return !empty() && (settings != evaluation || std::max(staleBegin, firstNumber()) < staleEnd);
 }
 
 FrameList::Remake FrameList::beginRemake(const EvaluationSettings& settings)
 {
-    if (settings != m_settings) {
-        m_settings = settings;
-        m_staleBegin = firstNumber();
-        m_staleEnd = endNumber();
+    if (settings != evaluation) {
+        evaluation = settings;
+        staleBegin = firstNumber();
+        staleEnd = endNumber();
     }
     Remake remake;
-    remake.m_settings = settings;
-    remake.m_first = std::max(m_staleBegin, firstNumber());
+    remake.evaluation = settings;
+    remake.firstRecord = std::max(staleBegin, firstNumber());
     quint64 blocks = 0;
-    const quint64 end = std::min(m_staleEnd, remake.m_first + framesPerRemake);
-    remake.m_records.reserve(end - remake.m_first);
-    remake.m_aggregates.reserve(end - remake.m_first);
-    for (quint64 number = remake.m_first; number < end && blocks < blocksPerRemake; ++number) {
-        remake.m_records.push_back(m_frames[number - firstNumber()].record.get());
-        blocks += remake.m_records.back()->blockCount;
+    const quint64 end = std::min(staleEnd, remake.firstRecord + framesPerRemake);
+    remake.records.reserve(end - remake.firstRecord);
+    remake.remade.reserve(end - remake.firstRecord);
+    for (quint64 number = remake.firstRecord; number < end && blocks < blocksPerRemake; ++number) {
+        remake.records.push_back(frames[number - firstNumber()].record.get());
+        blocks += remake.records.back()->blockCount;
     }
-    m_remaking = true;
+    remaking = true;
     return remake;
 }
 
 void FrameList::Remake::run() noexcept
 {
-    for (const FrameRecord* record : m_records)
-        m_aggregates.push_back(makeAggregates(*record, m_settings));
+    for (const FrameRecord* record : records)
+        remade.push_back(makeAggregates(*record, evaluation));
 }
 
 std::vector<FrameList::Frame> FrameList::endRemake(Remake& remake) noexcept
 {
-    m_remaking = false;
-    const quint64 end = remake.m_first + remake.m_records.size();
-    const quint64 begin = std::min(std::max(remake.m_first, firstNumber()), end);
+    remaking = false;
+    const quint64 end = remake.firstRecord + remake.records.size();
+    const quint64 begin = std::min(std::max(remake.firstRecord, firstNumber()), end);
     for (quint64 number = begin; number < end; ++number)
-        std::swap(m_frames[number - firstNumber()].aggregates, remake.m_aggregates[number - remake.m_first]);
+        std::swap(frames[number - firstNumber()].aggregates, remake.remade[number - remake.firstRecord]);
     setNodesOver(begin, end);
-    m_staleBegin = end;
-    return std::exchange(m_retired, {});
+    staleBegin = end;
+    return std::exchange(retiredFrames, {});
 }

@@ -44,17 +44,17 @@ public:
 
     private:
         friend class FrameList;
-        EvaluationSettings m_settings;
-        quint64 m_first = 0; ///< number of the first frame
-        std::vector<const FrameRecord*> m_records;
-        std::vector<FrameAggregates> m_aggregates;
+        EvaluationSettings evaluation;
+        quint64 firstRecord = 0; ///< number of the first frame
+        std::vector<const FrameRecord*> records;
+        std::vector<FrameAggregates> remade;
     };
 
     using const_iterator = SubscriptIterator<FrameList>;
 
     bool empty() const { return size() == 0; }
-    quint64 size() const { return m_frames.size(); }
-    const std::unique_ptr<FrameRecord>& operator[](quint64 index) const { return m_frames[index].record; }
+    quint64 size() const { return frames.size(); }
+    const std::unique_ptr<FrameRecord>& operator[](quint64 index) const { return frames[index].record; }
     const std::unique_ptr<FrameRecord>& front() const { return (*this)[0]; }
     const std::unique_ptr<FrameRecord>& back() const { return (*this)[size() - 1]; }
     const_iterator begin() const { return {*this, 0}; }
@@ -72,9 +72,9 @@ public:
     void clear() { *this = FrameList(); }
 
     // What follows is for the statistics.
-    const FrameAggregates& aggregates(quint64 index) const { return m_frames[index].aggregates; }
-    const TimeIndex& starts() const { return m_starts; }
-    const TimeIndex& ends() const { return m_ends; } ///< of the last interval, or later
+    const FrameAggregates& aggregates(quint64 index) const { return frames[index].aggregates; }
+    const TimeIndex& starts() const { return startTimes; }
+    const TimeIndex& ends() const { return endTimes; } ///< of the last interval, or later
     /// Figures of frames begin..end (exclusive), for the settings that the aggregates are made for.
     RangeFigures figures(quint64 begin, quint64 end) const;
 
@@ -89,7 +89,7 @@ public:
 private:
     static constexpr quint64 fanOut = 16;
 
-    quint64 firstNumber() const { return m_frames.dropped(); }
+    quint64 firstNumber() const { return frames.dropped(); }
     quint64 endNumber() const { return firstNumber() + size(); }
     RangeFigures leaf(quint64 number) const;
     RangeFigures node(std::size_t level, quint64 number) const;
@@ -99,16 +99,16 @@ private:
 
     // Frames have numbers in the order of their arrival; node n of level k stands for the frames from n * 16^(k+1)
     // on.
-    Tape<Frame> m_frames;
-    TimeIndex m_starts;
-    TimeIndex m_ends;
-    std::vector<Tape<RangeFigures>> m_levels;
+    Tape<Frame> frames;
+    TimeIndex startTimes;
+    TimeIndex endTimes;
+    std::vector<Tape<RangeFigures>> levels;
 
-    EvaluationSettings m_settings; ///< of all aggregates but the stale ones
-    quint64 m_staleBegin = 0;      ///< numbers
-    quint64 m_staleEnd = 0;
-    bool m_remaking = false;
-    std::vector<Frame> m_retired; ///< unlinked during a remake
+    EvaluationSettings evaluation; ///< of all aggregates but the stale ones
+    quint64 staleBegin = 0;        ///< numbers
+    quint64 staleEnd = 0;
+    bool remaking = false;
+    std::vector<Frame> retiredFrames; ///< unlinked during a remake
 };
 
 #endif

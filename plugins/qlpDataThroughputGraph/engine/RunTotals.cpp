@@ -73,58 +73,58 @@ RunTotals& RunTotals::operator+=(const RunTotals& later)
 void RunTotalsCounter::begin(qint64 nowUs)
 {
     *this = RunTotalsCounter();
-    m_running = true;
-    m_lastFrameUs = nowUs;
+    running = true;
+    lastFrameUs = nowUs;
 }
 
 void RunTotalsCounter::end(qint64 nowUs)
 {
-    m_open = openInterval(nowUs);
-    m_open.presentGapUs = 0;
-    m_running = false;
+    open = openInterval(nowUs);
+    open.presentGapUs = 0;
+    running = false;
 }
 
 void RunTotalsCounter::addFrame(quint32 frameNumber, const FrameFigures& figures, bool skipped, qint64 nowUs)
 {
-    ++m_open.frames;
-    m_open.skippedFrames += skipped ? 1 : 0;
-    m_open.blocks += figures.blocks;
-    m_open.overflows += figures.overflow ? 1 : 0;
+    ++open.frames;
+    open.skippedFrames += skipped ? 1 : 0;
+    open.blocks += figures.blocks;
+    open.overflows += figures.overflow ? 1 : 0;
     if (figures.throughput) {
-        m_open.throughputSum += *figures.throughput;
-        ++m_open.throughputFrames;
+        open.throughputSum += *figures.throughput;
+        ++open.throughputFrames;
     }
-    merge(m_open.minThroughput, figures.minThroughput, lower);
-    merge(m_open.maxBufferLevel, figures.maxBufferLevel, higher);
+    merge(open.minThroughput, figures.minThroughput, lower);
+    merge(open.maxBufferLevel, figures.maxBufferLevel, higher);
 
-    if (m_lastFrameNumber)
-        m_open.missingFrames += framesBetween(*m_lastFrameNumber, frameNumber);
-    m_lastFrameNumber = frameNumber;
-    if (m_running)
-        m_open.longestGapUs = std::max(m_open.longestGapUs, nowUs - m_lastFrameUs);
-    m_lastFrameUs = nowUs;
+    if (lastFrameNumber)
+        open.missingFrames += framesBetween(*lastFrameNumber, frameNumber);
+    lastFrameNumber = frameNumber;
+    if (running)
+        open.longestGapUs = std::max(open.longestGapUs, nowUs - lastFrameUs);
+    lastFrameUs = nowUs;
 }
 
 RunTotals RunTotalsCounter::run(qint64 nowUs) const
 {
-    RunTotals sum = m_closed;
+    RunTotals sum = closed;
     return sum += openInterval(nowUs);
 }
 
 RunTotals RunTotalsCounter::takeInterval(qint64 nowUs)
 {
     const RunTotals interval = openInterval(nowUs);
-    m_closed += interval;
-    m_open = RunTotals();
+    closed += interval;
+    open = RunTotals();
     return interval;
 }
 
 /// A gap that is not over yet counts as long as it is now.
 RunTotals RunTotalsCounter::openInterval(qint64 nowUs) const
 {
-    RunTotals interval = m_open;
-    if (m_running) {
-        interval.presentGapUs = nowUs - m_lastFrameUs;
+    RunTotals interval = open;
+    if (running) {
+        interval.presentGapUs = nowUs - lastFrameUs;
         interval.longestGapUs = std::max(interval.longestGapUs, interval.presentGapUs);
     }
     return interval;

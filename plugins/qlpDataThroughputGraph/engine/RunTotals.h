@@ -65,7 +65,7 @@ public:
 
     /// A frame arrived, `skipped` when it is not kept.
     void addFrame(quint32 frameNumber, const FrameFigures& figures, bool skipped, qint64 nowUs);
-    void addFailedWait() { ++m_open.failedWaits; }
+    void addFailedWait() { ++open.failedWaits; }
 
     RunTotals run(qint64 nowUs) const;
     /// The totals since begin() or the last call.
@@ -74,11 +74,11 @@ public:
 private:
     RunTotals openInterval(qint64 nowUs) const;
 
-    RunTotals m_closed; ///< intervals already taken
-    RunTotals m_open;
-    bool m_running = false;
-    qint64 m_lastFrameUs = 0;
-    std::optional<quint32> m_lastFrameNumber;
+    RunTotals closed; ///< intervals already taken
+    RunTotals open;
+    bool running = false;
+    qint64 lastFrameUs = 0;
+    std::optional<quint32> lastFrameNumber;
 };
 
 #endif

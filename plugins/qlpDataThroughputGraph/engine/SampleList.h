@@ -12,38 +12,38 @@ class SampleList
 public:
     using const_iterator = SubscriptIterator<SampleList>;
 
-    bool empty() const { return m_samples.empty(); }
-    quint64 size() const { return m_samples.size(); }
-    const std::unique_ptr<CounterSample>& operator[](quint64 index) const { return m_samples[index]; }
-    const std::unique_ptr<CounterSample>& front() const { return m_samples[0]; }
-    const std::unique_ptr<CounterSample>& back() const { return m_samples[size() - 1]; }
+    bool empty() const { return samples.empty(); }
+    quint64 size() const { return samples.size(); }
+    const std::unique_ptr<CounterSample>& operator[](quint64 index) const { return samples[index]; }
+    const std::unique_ptr<CounterSample>& front() const { return samples[0]; }
+    const std::unique_ptr<CounterSample>& back() const { return samples[size() - 1]; }
     const_iterator begin() const { return {*this, 0}; }
     const_iterator end() const { return {*this, size()}; }
-    const TimeIndex& times() const { return m_times; }
+    const TimeIndex& times() const { return sampleTimes; }
 
     /// Afterwards push_back() needs no memory; takeFront() never does.
     void makeRoom(quint64 /*leaving*/)
     {
-        m_times.makeRoom();
-        m_samples.makeRoom();
+        sampleTimes.makeRoom();
+        samples.makeRoom();
     }
     void push_back(std::unique_ptr<CounterSample> sample)
     {
-        m_times.push_back(sample->timestampUs);
-        m_samples.push_back(std::move(sample));
+        sampleTimes.push_back(sample->timestampUs);
+        samples.push_back(std::move(sample));
     }
     /// Unlinks the oldest sample; the caller frees it when it has left the lock.
     std::unique_ptr<CounterSample> takeFront()
     {
-        m_times.pop_front();
-        return m_samples.takeFront();
+        sampleTimes.pop_front();
+        return samples.takeFront();
     }
     void pop_front() { takeFront(); }
     void clear() { *this = SampleList(); }
 
 private:
-    Tape<std::unique_ptr<CounterSample>> m_samples;
-    TimeIndex m_times;
+    Tape<std::unique_ptr<CounterSample>> samples;
+    TimeIndex sampleTimes;
 };
 
 #endif

@@ -20,35 +20,38 @@ public:
     Tape(Tape&&) noexcept = default;
     Tape& operator=(Tape&&) noexcept = default;
 
-    bool empty() const { return m_size == 0; }
-    quint64 size() const { return m_size; }
+    bool empty() const { return itemCount == 0; }
+    quint64 size() const { return itemCount; }
     /// How many items have left at the front since the tape was made.
-    quint64 dropped() const { return m_dropped; }
+    quint64 dropped() const { return droppedItems; }
 
-    T& operator[](quint64 index) { return at(m_dropped % chunkItems + index); }
-    const T& operator[](quint64 index) const { return const_cast<Tape*>(this)->at(m_dropped % chunkItems + index); }
+    T& operator[](quint64 index) { return at(droppedItems % chunkItems + index); }
+    const T& operator[](quint64 index) const
+    {
+        return const_cast<Tape*>(this)->at(droppedItems % chunkItems + index);
+    }
 
     /// The next push_back() needs no memory.
     void makeRoom()
     {
-        if (m_goneChunks + endPlace() / chunkItems == m_chunks.size())
-            m_chunks.push_back(std::make_unique<T[]>(chunkItems));
+        if (goneChunks + endPlace() / chunkItems == chunks.size())
+            chunks.push_back(std::make_unique<T[]>(chunkItems));
     }
 
     void push_back(T item)
     {
         makeRoom();
         at(endPlace()) = std::move(item);
-        ++m_size;
+        ++itemCount;
     }
 
     /// Moves the oldest item out.
     T takeFront()
     {
         T item = std::exchange((*this)[0], T());
-        ++m_dropped;
-        --m_size;
-        if (m_dropped % chunkItems == 0)
+        ++droppedItems;
+        --itemCount;
+        if (droppedItems % chunkItems == 0)
             dropChunk();
         return item;
     }
@@ -56,23 +59,23 @@ public:
 private:
     static constexpr quint64 chunkItems = 512;
 
-    quint64 endPlace() const { return m_dropped % chunkItems + m_size; }
-    T& at(quint64 place) { return m_chunks[m_goneChunks + place / chunkItems][place % chunkItems]; }
+    quint64 endPlace() const { return droppedItems % chunkItems + itemCount; }
+    T& at(quint64 place) { return chunks[goneChunks + place / chunkItems][place % chunkItems]; }
 
     void dropChunk()
     {
-        m_chunks[m_goneChunks++].reset();
-        if (m_goneChunks * 2 > m_chunks.size()) {
-            const auto first = m_chunks.begin();
-            m_chunks.erase(first, first + static_cast<std::ptrdiff_t>(m_goneChunks));
-            m_goneChunks = 0;
+        chunks[goneChunks++].reset();
+        if (goneChunks * 2 > chunks.size()) {
+            const auto first = chunks.begin();
+            chunks.erase(first, first + static_cast<std::ptrdiff_t>(goneChunks));
+            goneChunks = 0;
         }
     }
 
-    std::vector<std::unique_ptr<T[]>> m_chunks; ///< a deque would take memory even to be moved
-    std::size_t m_goneChunks = 0;               ///< at the front of these
-    quint64 m_size = 0;
-    quint64 m_dropped = 0;
+    std::vector<std::unique_ptr<T[]>> chunks; ///< a deque would take memory even to be moved
+    std::size_t goneChunks = 0;               ///< at the front of these
+    quint64 itemCount = 0;
+    quint64 droppedItems = 0;
 };
 
 /// Walks a list by its subscripts.
@@ -86,25 +89,25 @@ public:
     using pointer = value_type*;
     using difference_type = std::ptrdiff_t;
 
-    SubscriptIterator(const List& list, quint64 index) : m_list(&list), m_index(index) {}
-    reference operator*() const { return (*m_list)[m_index]; }
+    SubscriptIterator(const List& list, quint64 index) : sequence(&list), position(index) {}
+    reference operator*() const { return (*sequence)[position]; }
     SubscriptIterator& operator++()
     {
-        ++m_index;
+        ++position;
         return *this;
     }
     SubscriptIterator operator++(int)
     {
         const SubscriptIterator former = *this;
-        ++m_index;
+        ++position;
         return former;
     }
-    bool operator==(const SubscriptIterator& other) const { return m_index == other.m_index; }
-    bool operator!=(const SubscriptIterator& other) const { return m_index != other.m_index; }
+    bool operator==(const SubscriptIterator& other) const { return position == other.position; }
+    bool operator!=(const SubscriptIterator& other) const { return position != other.position; }
 
 private:
-    const List* m_list;
-    quint64 m_index;
+    const List* sequence;
+    quint64 position;
 };
 
 #endif

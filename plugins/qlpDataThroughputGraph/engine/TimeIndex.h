@@ -9,12 +9,12 @@
 class TimeIndex
 {
 public:
-    quint64 size() const { return m_times.size(); }
-    qint64 operator[](quint64 index) const { return m_times[index]; }
+    quint64 size() const { return times.size(); }
+    qint64 operator[](quint64 index) const { return times[index]; }
     /// No time is earlier than the one before it.
-    bool isOrdered() const { return m_stepsBack == 0; }
+    bool isOrdered() const { return stepsBack == 0; }
 
-    void makeRoom() { m_times.makeRoom(); }
+    void makeRoom() { times.makeRoom(); }
     void push_back(qint64 timeUs);
     void pop_front();
     /// The first index from `from` on with at least this time; size() if there is none. An ordered index costs the
@@ -22,8 +22,8 @@ public:
     quint64 find(quint64 from, qint64 timeUs) const;
 
 private:
-    Tape<qint64> m_times;
-    quint64 m_stepsBack = 0; ///< neighbours of which the later record has the earlier time
+    Tape<qint64> times;
+    quint64 stepsBack = 0; ///< neighbours of which the later record has the earlier time
 };
 
 #endif

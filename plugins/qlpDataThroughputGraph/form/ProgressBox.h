@@ -22,7 +22,7 @@ public:
     void close();
 
 private:
-    QPointer<QMessageBox> m_box;
+    QPointer<QMessageBox> box;
 };
 
 #endif

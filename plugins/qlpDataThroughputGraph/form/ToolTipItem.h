@@ -11,18 +11,18 @@
 class ToolTipItem : public QTableWidgetItem
 {
 public:
-    explicit ToolTipItem(std::function<QString()> toolTipText) : m_toolTip(std::move(toolTipText))
+    explicit ToolTipItem(std::function<QString()> toolTipText) : toolTip(std::move(toolTipText))
     {
         setTextAlignment(Qt::AlignCenter);
     }
 
     QVariant data(int role) const override
     {
-        return role == Qt::ToolTipRole ? QVariant(m_toolTip()) : QTableWidgetItem::data(role);
+        return role == Qt::ToolTipRole ? QVariant(toolTip()) : QTableWidgetItem::data(role);
     }
 
 private:
-    std::function<QString()> m_toolTip;
+    std::function<QString()> toolTip;
 };
 
 #endif

@@ -43,21 +43,21 @@ class ReportProgress
 public:
     /// Returns when the dialog has been painted. Processes events.
     ReportProgress(const QString& cameraName, qint32 frames, QWidget* parent)
-        : m_dialog(QString(), tr("Cancel"), 0, frames, parent, Qt::WindowFlags())
+        : dialog(QString(), tr("Cancel"), 0, frames, parent, Qt::WindowFlags())
     {
-        auto* label = new QLabel(tr("Exporting %1 data").arg(cameraName), &m_dialog);
+        auto* label = new QLabel(tr("Exporting %1 data").arg(cameraName), &dialog);
         label->setTextFormat(Qt::PlainText); // names of cameras may hold anything
         label->setAlignment(Qt::AlignCenter);
-        m_dialog.setLabel(label);
-        m_dialog.setWindowTitle(tr("Data throughput monitor"));
-        m_dialog.setWindowModality(Qt::ApplicationModal);
+        dialog.setLabel(label);
+        dialog.setWindowTitle(tr("Data throughput monitor"));
+        dialog.setWindowModality(Qt::ApplicationModal);
         // More frames may be visited than were counted: reaching the end must neither reset nor close the dialog.
-        m_dialog.setAutoReset(false);
-        m_dialog.setAutoClose(false);
-        m_dialog.resize(300, 100);
-        if (auto* cancel = m_dialog.findChild<QPushButton*>())
+        dialog.setAutoReset(false);
+        dialog.setAutoClose(false);
+        dialog.resize(300, 100);
+        if (auto* cancel = dialog.findChild<QPushButton*>())
             cancel->hide();
-        m_dialog.show();
+        dialog.show();
         QCoreApplication::processEvents(QEventLoop::AllEvents, firstPaintMs);
     }
 
@@ -65,17 +65,17 @@ public:
     /// open for some seconds.
     bool goOn(qint32 visited)
     {
-        if (!m_dialog.wasCanceled() && (!m_sincePaint.isValid() || m_sincePaint.hasExpired(paintEveryMs))) {
-            m_dialog.setValue(visited);
+        if (!dialog.wasCanceled() && (!sincePaint.isValid() || sincePaint.hasExpired(paintEveryMs))) {
+            dialog.setValue(visited);
             QCoreApplication::processEvents();
-            m_sincePaint.start();
+            sincePaint.start();
         }
-        return !m_dialog.wasCanceled();
+        return !dialog.wasCanceled();
     }
 
 private:
-    QProgressDialog m_dialog;
-    QElapsedTimer m_sincePaint;
+    QProgressDialog dialog;
+    QElapsedTimer sincePaint;
 };
 
 } // namespace
