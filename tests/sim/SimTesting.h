@@ -4,9 +4,7 @@
 #define KESTROVA_TESTS_SIMTESTING_H
 
 #include <chrono>
-#include <optional>
 #include <utility>
-#include <vector>
 
 #include "sim/Scenario.h"
 
@@ -26,31 +24,20 @@ inline sim::CameraScenario smallCamera()
     return camera;
 }
 
-using Saved = std::vector<std::pair<const char*, int>>;
-
-/// Switches a camera to the counter pattern. Returns what is to be written back, in that order; nothing if the
-/// camera refused anything.
+/// Switches a camera to the counter pattern, with ticks that begin now; false if it refused anything.
 template<typename Camera>
-std::optional<Saved> prepare(Camera& camera)
+bool prepare(Camera& camera)
 {
-    Saved saved;
-    for (const auto& [name, value] : Saved{{"buffer_policy", 0},
-                                           {"imgdataformat", 7},
-                                           {"output_bit_depth", 16},
-                                           {"output_bit_packing", 0},
-                                           {"column_fpn_correction", 0},
-                                           {"row_fpn_correction", 0},
-                                           {"LUTEnable", 0},
-                                           {"test_pattern_generator_selector", 1},
-                                           {"test_pattern", 11}}) {
-        int before = 0;
-        if (!camera.getInt(name, before) || !camera.setInt(name, value))
-            return std::nullopt;
-        saved.insert(saved.begin(), {name, before});
-    }
-    camera.setInt("ts_rst_mode", 0);
-    camera.setInt("ts_rst_source", 19);
-    return saved;
+    bool taken = true;
+    for (const auto& [name, value] : {std::pair("imgdataformat", 7),
+                                      {"output_bit_depth", 16},
+                                      {"output_bit_packing", 0},
+                                      {"test_pattern_generator_selector", 1},
+                                      {"test_pattern", 11},
+                                      {"ts_rst_mode", 0},
+                                      {"ts_rst_source", 19}})
+        taken = camera.setInt(name, value) && taken;
+    return taken;
 }
 
 } // namespace simtest
