@@ -6,13 +6,6 @@
 #include "AcquisitionThread.h"
 #include "LogCapture.h"
 #include "MeasurementBench.h"
-#include "Table.h"
-
-namespace {
-
-using Values = QMap<QString, int>;
-
-} // namespace
 
 class TestPreparation : public QObject
 {
@@ -21,43 +14,29 @@ class TestPreparation : public QObject
 private Q_SLOTS:
     void cleanup() { CameraRegistry::instance().removeAllDevices(); }
 
-    void faultless_data()
-    {
-        const Table<int, int, int, bool> row("mode", "modeAtStop", "bufferMode", "control");
-        row("throughput", 0, 0, 9, true);
-        row("standard", 1, 1, 10, true);
-        row("throughput, mode changed meanwhile", 0, 1, 9, true);
-        row("standard, mode changed meanwhile", 1, 0, 10, true);
-        row("no frame-buffer control", 0, 0, -1, false);
-    }
     void faultless()
     {
-        QFETCH(int, mode);
-        QFETCH(int, modeAtStop);
-        QFETCH(int, bufferMode);
-        QFETCH(bool, control);
-        sim::CameraScenario scenario;
-        scenario.frameBufferControl = control;
-        MeasurementBench bench(scenario, mode);
-        bench.setOwnValues();
-        const Values before = bench.camera->parameters();
-
-        LogCapture log;
-        for (int run = 0; run < 2; ++run) {
-            bench.data.measMode = mode;
-            QVERIFY(bench.measure(3));
-            QVERIFY(bench.data.isMeasuring() && bench.camera->isAcquiring());
-            QCOMPARE(bench.camera->parameter("buffer_policy"), 0);
-            QCOMPARE(bench.camera->parameter("dp_param_value[1/5/6]"), bufferMode);
-            QCOMPARE(bench.data.frameBufferModeChanged, control && mode == MeasModeDataThroughput);
-            QVERIFY(!bench.data.startMeasurement(8, 1));
-            bench.data.measMode = modeAtStop;
-            QVERIFY(bench.stop());
-            QVERIFY(!bench.data.stopMeasurement());
-            QVERIFY(!bench.data.isMeasuring() && !bench.data.thread && !bench.camera->isAcquiring());
-            QCOMPARE(bench.camera->parameters(), before);
+        const int bufferModes[] = {9, 10}; // by the measurement mode
+        for (const auto& [mode, modeAtStop, control] :
+             {std::tuple(0, 0, true), {1, 1, true}, {0, 1, true}, {1, 0, true}, {0, 0, false}}) {
+            sim::CameraScenario scenario;
+            scenario.frameBufferControl = control;
+            MeasurementBench bench(scenario, mode);
+            bench.setOwnValues();
+            const LogCapture log;
+            for (int run = 0; run < 2; ++run) {
+                bench.data.measMode = mode;
+                QVERIFY(bench.measure(3));
+                QVERIFY(bench.data.isMeasuring() && bench.camera->isAcquiring());
+                QCOMPARE(bench.camera->parameter("buffer_policy"), 0);
+                QCOMPARE(bench.camera->parameter("dp_param_value[1/5/6]"), control ? bufferModes[mode] : -1);
+                QCOMPARE(bench.data.frameBufferModeChanged, control && mode == MeasModeDataThroughput);
+                QVERIFY(!bench.data.startMeasurement(8, 1));
+                bench.data.measMode = modeAtStop;
+                QVERIFY(bench.stop() && !bench.data.stopMeasurement() && bench.isAtRest());
+            }
+            QCOMPARE(log.texts(), QStringList());
         }
-        QCOMPARE(log.texts(), QStringList());
     }
 
     void unknownMode()
@@ -77,7 +56,7 @@ private Q_SLOTS:
         sim::CameraScenario scenario;
         scenario.transportSpeed = 640;
         MeasurementBench bench(scenario);
-        const Values before = bench.camera->parameters(true);
+        const auto before = bench.camera->parameters(true);
         bench.data.readDefaultAvgTransportSpeed();
         QCOMPARE(bench.data.requiredThroughput.load(), 640);
         QCOMPARE(bench.camera->parameters(true), before);
@@ -96,9 +75,7 @@ private Q_SLOTS:
     {
         MeasurementBench bench;
         QVERIFY(bench.measure(2, -4096, 0));
-        QCOMPARE(bench.data.samplePeriod, 8);
-        QCOMPARE(bench.data.maxSamples, 1);
-        QCOMPARE(bench.data.frameList.size(), size_t(1));
+        QVERIFY(bench.data.samplePeriod == 8 && bench.data.maxSamples == 1 && bench.data.frameList.size() == 1);
         QVERIFY(bench.stop());
         QVERIFY(bench.measure(1, 7, 1));
         QCOMPARE(bench.data.samplePeriod, 8);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The record without a camera: defaults, totals, log lines and the clock.
+// The record without a camera: totals, log lines and the clock.
 #include <QtCore/QThread>
 #include <QtTest/QtTest>
 
@@ -13,24 +13,11 @@ class TestRecord : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void newRecord()
+    void unknownCounter()
     {
         const CxCameraLineData data;
-        QStringList names;
-        for (const auto& counter : data.counterList) {
-            QCOMPARE(static_cast<int>(counter->selector), names.size());
-            QVERIFY(!data.isCounterSupported(counter->selector));
-            names << counter->name;
-        }
-        QCOMPARE(names.join('/'), QStringLiteral("Transport skip/API skip/Transferred/Missed trg. overlap/"
-                                                 "Missed trg overflow/Buffer overflow"));
         const auto unknown = static_cast<VN_COUNTER_SELECTOR>(9);
         QVERIFY(!data.isCounterSupported(unknown) && data.counterValue(unknown) == 0);
-        QCOMPARE(data.maxFrameTime.load(), 2.2250738585072014e-308);
-        QCOMPARE(data.minFrameTime.load(), 1.7976931348623157e308);
-        QCOMPARE(data.samplePeriod, 4096);
-        QCOMPARE(data.maxSamples, 3000000);
-        QVERIFY(data.autoRequiredThroughput && data.plotEnabled);
     }
 
     void totals()
@@ -47,20 +34,16 @@ private Q_SLOTS:
         }
         counter.end(130000);
         const RunTotals run = counter.run(1'130'000); // time after the end does not count
-        QCOMPARE(run.longestGapUs, qint64(60000));
-        QCOMPARE(run.frames, quint64(3));
-        QCOMPARE(run.avgThroughput().value(), 20.0);
-        QCOMPARE(run.minThroughput.value(), 10.0);
-        QVERIFY(!run.maxBufferLevel);
+        QCOMPARE(
+            std::tuple(run.longestGapUs, run.frames, run.avgThroughput(), run.minThroughput, run.maxBufferLevel),
+            std::tuple(qint64(60000), quint64(3), std::optional(20.0), std::optional(10.0), std::optional<double>()));
     }
 
     void frameNumbers()
     {
-        const std::pair<std::vector<quint32>, quint64> runs[] = {{{5, 6, 7}, 0},
-                                                                 {{0, 2, 3, 7}, 4},
-                                                                 {{0xFFFFFFFE, 1}, 2},    // wraps, with a gap
-                                                                 {{1000, 1001, 0, 2}, 1}, // starts again
-                                                                 {{4, 4, 4}, 0}};
+        // A gap, one over the wrap, a new start with a gap, one number for ever.
+        const std::pair<std::vector<quint32>, quint64> runs[] = {
+            {{0, 2, 3, 7}, 4}, {{0xFFFFFFFE, 1}, 2}, {{1000, 1001, 0, 2}, 1}, {{4, 4, 4}, 0}};
         for (const auto& [numbers, missing] : runs) {
             RunTotalsCounter counter;
             counter.begin(0);
@@ -73,15 +56,12 @@ private Q_SLOTS:
     void logLine()
     {
         LogCapture log;
-        const int line = __LINE__ + 1;
         LOG_FAILURE("CxClass::method", "what failed");
-        const QString thread =
-            QStringLiteral("0x%1").arg(reinterpret_cast<quintptr>(QThread::currentThreadId()), 0, 16);
         // The path is the same wherever the repository lies.
-        QCOMPARE(log.lines(), QStringList(QStringLiteral("%1 tests/engine/tst_record.cpp L %2 :  "
-                                                         "\"CxClass::method(): what failed\"")
-                                              .arg(thread)
-                                              .arg(line)));
+        QCOMPARE(log.lines().join(QString()),
+                 QStringLiteral("0x%1 tests/engine/tst_record.cpp L %2 :  \"CxClass::method(): what failed\"")
+                     .arg(reinterpret_cast<quintptr>(QThread::currentThreadId()), 0, 16)
+                     .arg(__LINE__ - 5));
     }
 
     void clock()

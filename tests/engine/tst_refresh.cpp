@@ -23,11 +23,6 @@ std::vector<CurvePoint> points(const QCPGraph& graph)
     return result;
 }
 
-bool isClose(double value, double expected)
-{
-    return value == expected || std::abs(value / expected - 1.0) < 1e-12;
-}
-
 /// As the worker appends: with aggregates for the settings of the moment.
 void appendFinished(CxCameraLineData& data, std::unique_ptr<FrameRecord> frame, const EvaluationSettings& settings)
 {
@@ -155,14 +150,13 @@ private Q_SLOTS:
             done = true;
         });
         const QCPRange keys(-1.0, 0.0);
-        constexpr qint64 always = 1'000'000'000'000;
         for (int required = 500; !done; required = 500 + (required + 1) % 700) {
             data.requiredThroughput = required;
-            data.calculateStats(&minimum, &level, &keys, 0, always, 1.0);
+            data.calculateStats(&minimum, &level, &keys, 0, 1'000'000'000'000, 1.0);
         }
         worker.join();
         QCOMPARE(data.frameList.size(), kept);
-        compare(data, 0, always, 1.0);
+        compare(data, 0, 1'000'000'000'000, 1.0);
     }
 
 private:
@@ -198,10 +192,7 @@ private:
         const bool result = data.calculateStats(&minimum, &level, &keys, fromUs, toUs, spacing);
         const NaiveFigures naive = naiveFigures(data, keys.upper, fromUs, toUs, spacing);
         QCOMPARE(result, naive.evaluated);
-        QVERIFY(data.minThroughput == naive.minThroughput);
-        QVERIFY(data.maxBufferLevel == naive.maxBufferLevel);
-        QCOMPARE(data.bufferOverflowCount, naive.bufferOverflowCount);
-        QVERIFY(!result || isClose(data.avgThroughput, naive.avgThroughput));
+        QVERIFY(!result || hasFigures(data, naive));
         QVERIFY(points(minimum) == naive.minimum);
         QVERIFY(points(level) == naive.level);
         plottedPoints += minimum.dataCount();

@@ -26,12 +26,8 @@ private Q_SLOTS:
         double deltas[2];
         quint64 offsets[2];
         QCOMPARE(data.calculateFrameSpeeds(*data.frameList[0], 4096, 1000.0, speeds, deltas, offsets), 2);
-        QCOMPARE(speeds[0], 1024.0);
-        QCOMPARE(speeds[1], 512.0);
-        QCOMPARE(deltas[0], -96.0);
-        QCOMPARE(deltas[1], 3904.0);
-        QCOMPARE(offsets[0], quint64(4));
-        QCOMPARE(offsets[1], quint64(12));
+        QCOMPARE(std::tuple(speeds[0], speeds[1], deltas[0], deltas[1], offsets[0], offsets[1]),
+                 std::tuple(1024.0, 512.0, -96.0, 3904.0, quint64(4), quint64(12)));
         QCOMPARE(data.calculateFrameSpeeds(*data.frameList[0], 4096, 1000.0, nullptr, nullptr, nullptr), 2);
         QCOMPARE(data.calculateFrameSpeeds(FrameRecord(), 4096, 1000.0, speeds, deltas, offsets), 0);
     }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Cameras with names that look like something else to whoever writes them into a table, a box, a log or a file name.
 #include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTemporaryFile>
@@ -18,6 +17,7 @@
 #include "FormBench.h"
 #include "IntervalLog.h"
 #include "Report.h"
+#include "Table.h"
 #include "TakeOvers.h"
 
 namespace {
@@ -37,123 +37,109 @@ class NamesTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QVERIFY(m_directory.isValid()); }
     void viewerAndForm_data() { names(); }
-    void viewerAndForm();
     void measureProgram_data() { names(); }
-    void measureProgram();
+    /// With the same name where there is room for one line only.
+    static void names()
+    {
+        const Table<QString, QString> row("name", "line");
+        const QString breaks = QStringLiteral("a\nb\rc\td\u2028e\u001bf\u202eg");
+        row("line breaks and invisible", breaks, QStringLiteral("a b c d e f g"));
+        for (const char* name :
+             {"a, \"b\"; 'c'", "<b>a</b><img src=x> &amp; b", "%1 %2 %3 %L1 %s %n %%", "../a/../b\\c:*?"})
+            row(name, QString::fromLatin1(name), QString::fromLatin1(name));
+        row("long", QString(500, QLatin1Char('x')), QString(500, QLatin1Char('x')));
+    }
 
-private:
-    static void names();
+    void viewerAndForm()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, line);
+        FormBench bench;
+        EventLog log;
+        TakeOvers takeOvers;
+        CameraEvents events(log, takeOvers);
+        CameraDock dock(takeOvers, log);
+        bench.addCamera([&](sim::CameraScenario& camera) { camera.name = name; });
+        const QString displayName = name + QStringLiteral(" (1)");
 
-    QTemporaryDir m_directory;
+        QCOMPARE(bench.columnTexts(cameraColumn), QStringList{displayName});
+        QCOMPARE(bench.table()->rowHeight(0), 24);
+        DialogRobot robot;
+        bench.failStarts(0);
+        bench.measureButton(0)->click();
+        QCOMPARE(read(robot.seen.value(0).section(QLatin1Char('|'), 1)).simplified(),
+                 QStringLiteral("Camera %1 does not support data throughput analysis in Kestrova.")
+                     .arg(displayName.simplified()));
+
+        bench.gates[0]->failing = sim::Call::Wait;
+        QVERIFY(vnApi_StartAcquisition(bench.handle(0)));
+        takeOvers.setTakenOver(bench.handle(0), true);
+        events.checkFrames(std::chrono::steady_clock::now() + std::chrono::seconds(5));
+        QString lines;
+        for (int row = 0; row < log.rowCount(); ++row)
+            lines += log.index(row, EventLog::TextColumn).data().toString() + QLatin1Char('\n');
+        QCOMPARE(lines, line + " (1) opened\n" + line + " (1) taken over by a plug-in\n" + line +
+                            " (1) is measured but has sent no frame for 5 s\n");
+        const auto* listed = dock.findChild<QTreeWidget*>()->topLevelItem(0);
+        QCOMPARE(listed->text(0), line);
+        QCOMPARE(read(listed->toolTip(0)).simplified(), (line + QStringLiteral(" (1)")).simplified());
+    }
+
+    void measureProgram()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, line);
+        const SxCameraInfo camera{name, QStringLiteral("7"), {}};
+        const Figures figures = throughputFigures({}, true);
+        const IntervalLine interval{camera, QDateTime::currentDateTimeUtc(), {1.0, 1.0, figures}};
+
+        const QTemporaryDir directory;
+        QTemporaryFile text;
+        QTemporaryFile json;
+        QVERIFY(text.open() && json.open());
+        LineWriter writer(text.handle(), text.fileName(), LineWriter::Until::Written);
+        const auto output = makeTextOutput(writer);
+        output->interval(interval);
+        output->cameraList({camera});
+        output->summary({MeasModeDataThroughput,
+                         0,
+                         nullptr,
+                         {{camera, interval.stretch, {}, {}, {}, ReportSummary{"f", 9, 8, 0, 1}}}});
+        const QString title = line + QStringLiteral(" (7)");
+        QVERIFY(text.seek(0));
+        const QStringList lines = QString::fromUtf8(text.readAll()).split(QLatin1Char('\n'));
+        QCOMPARE(lines.size(), 9); // heading, interval, list, blank, summary, heading, row, report, end
+        QVERIFY(lines[1].contains(title) && lines[6].contains(title));
+        QCOMPARE(lines[2].simplified(), QStringLiteral("7 %1").arg(line).simplified());
+        QCOMPARE(lines[7],
+                 title + QStringLiteral(": report f holds 9 frames from 00:00:00.000 to 00:00:00.000 (0.000 s), "
+                                        "8 frames dropped by the capacity"));
+
+        LineWriter jsonLines(json.handle(), json.fileName(), LineWriter::Until::Written);
+        makeJsonOutput(jsonLines)->interval(interval);
+        QVERIFY(json.seek(0));
+        const QByteArray object = json.readAll();
+        QCOMPARE(object.count('\n'), 1);
+        QCOMPARE(QJsonDocument::fromJson(object)["name"].toString(), name);
+
+        IntervalLog log;
+        QFile file(directory.filePath(QStringLiteral("log")));
+        QVERIFY(log.open(file.fileName(), MeasModeDataThroughput) && log.append(interval));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const int columns = file.readLine().count(',');
+        QString fields = QString::fromUtf8(file.readAll());
+        const auto quoted = QRegularExpression(QStringLiteral("\"((?:[^\"]|\"\")*)\"")).match(fields);
+        QCOMPARE(quoted.captured(1).replace(QStringLiteral("\"\""), QStringLiteral("\"")), line);
+        QCOMPARE(fields.remove(quoted.capturedStart(), quoted.capturedLength()).count(QLatin1Char(',')), columns);
+        QCOMPARE(fields.count(QLatin1Char('\n')), 1);
+
+        const QString report = reportFiles(directory.filePath(QStringLiteral("{camera}.csv")), {camera}).value(0);
+        QCOMPARE(QFileInfo(report).path(), directory.path());
+        QVERIFY2(QFile(report).open(QIODevice::WriteOnly) && report.endsWith(QLatin1String("-7.csv")),
+                 qPrintable(report));
+    }
 };
-
-/// With the same name where there is room for one line only.
-void NamesTest::names()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("line");
-    const auto row = [](const char* title, const QString& name, const QString& line) {
-        QTest::newRow(title) << name << line;
-    };
-    const QString breaks = QStringLiteral("a\nb\rc\td\u2028e\u001bf\u202eg");
-    row("line breaks and invisible", breaks, QStringLiteral("a b c d e f g"));
-    for (const char* name :
-         {"a, \"b\"; 'c'", "<b>a</b><img src=x> &amp; b", "%1 %2 %3 %L1 %s %n %%", "../a/../b\\c:*?"})
-        row(name, QString::fromLatin1(name), QString::fromLatin1(name));
-    row("long", QString(500, QLatin1Char('x')), QString(500, QLatin1Char('x')));
-}
-
-void NamesTest::viewerAndForm()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, line);
-    FormBench bench;
-    EventLog log;
-    TakeOvers takeOvers;
-    CameraEvents events(log, takeOvers);
-    CameraDock dock(takeOvers, log);
-    bench.addCamera([&](sim::CameraScenario& camera) { camera.name = name; });
-    const QString displayName = name + QStringLiteral(" (1)");
-
-    QCOMPARE(bench.columnTexts(cameraColumn), QStringList{displayName});
-    QCOMPARE(bench.table()->rowHeight(0), 24);
-    DialogRobot robot;
-    bench.failStarts(0);
-    bench.measureButton(0)->click();
-    const QString told = robot.seen.value(0);
-    QCOMPARE(read(told.mid(told.indexOf(QLatin1Char('|')) + 1)).simplified(),
-             QStringLiteral("Camera %1 does not support data throughput analysis in Kestrova.")
-                 .arg(displayName.simplified()));
-
-    bench.gates[0]->failing = sim::Call::Wait;
-    QVERIFY(vnApi_StartAcquisition(bench.handle(0)));
-    takeOvers.setTakenOver(bench.handle(0), true);
-    events.checkFrames(std::chrono::steady_clock::now() + std::chrono::seconds(5));
-    QStringList lines;
-    for (int row = 0; row < log.rowCount(); ++row)
-        lines.append(log.index(row, EventLog::TextColumn).data().toString());
-    QCOMPARE(lines,
-             (QStringList{line + QStringLiteral(" (1) opened"), line + QStringLiteral(" (1) taken over by a plug-in"),
-                          line + QStringLiteral(" (1) is measured but has sent no frame for 5 s")}));
-    const auto* listed = dock.findChild<QTreeWidget*>()->topLevelItem(0);
-    QCOMPARE(listed->text(0), line);
-    QCOMPARE(read(listed->toolTip(0)).simplified(), (line + QStringLiteral(" (1)")).simplified());
-}
-
-void NamesTest::measureProgram()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, line);
-    const SxCameraInfo camera{name, QStringLiteral("7"), {}};
-    const Figures figures = throughputFigures({}, true);
-    const IntervalLine interval{camera, QDateTime::currentDateTimeUtc(), {1.0, 1.0, figures}};
-
-    QTemporaryFile text;
-    QTemporaryFile json;
-    QVERIFY(text.open() && json.open());
-    LineWriter writer(text.handle(), text.fileName(), LineWriter::Until::Written);
-    const auto output = makeTextOutput(writer);
-    output->interval(interval);
-    output->cameraList({camera});
-    output->summary({MeasModeDataThroughput,
-                     0,
-                     nullptr,
-                     {{camera, interval.stretch, {}, {}, {}, ReportSummary{"f", 9, 8, 0, 1}}}});
-    const QString title = line + QStringLiteral(" (7)");
-    QVERIFY(text.seek(0));
-    const QStringList lines = QString::fromUtf8(text.readAll()).split(QLatin1Char('\n'));
-    QCOMPARE(lines.size(), 9); // heading, interval, list, blank, summary, heading, row, report, end
-    QVERIFY(lines[1].contains(title) && lines[6].contains(title));
-    QCOMPARE(lines[2].simplified(), QStringLiteral("7 %1").arg(line).simplified());
-    QCOMPARE(lines[7],
-             title + QStringLiteral(": report f holds 9 frames from 00:00:00.000 to 00:00:00.000 (0.000 s), "
-                                    "8 frames dropped by the capacity"));
-
-    LineWriter jsonLines(json.handle(), json.fileName(), LineWriter::Until::Written);
-    makeJsonOutput(jsonLines)->interval(interval);
-    QVERIFY(json.seek(0));
-    const QByteArray object = json.readAll();
-    QCOMPARE(object.count('\n'), 1);
-    QCOMPARE(QJsonDocument::fromJson(object).object().value(QStringLiteral("name")).toString(), name);
-
-    IntervalLog log;
-    QFile file(m_directory.filePath(QString::fromLatin1(QTest::currentDataTag()).left(2).toUtf8().toHex()));
-    QVERIFY(log.open(file.fileName(), MeasModeDataThroughput) && log.append(interval));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const int columns = file.readLine().count(',');
-    QString fields = QString::fromUtf8(file.readAll());
-    const auto quoted = QRegularExpression(QStringLiteral("\"((?:[^\"]|\"\")*)\"")).match(fields);
-    QCOMPARE(quoted.captured(1).replace(QStringLiteral("\"\""), QStringLiteral("\"")), line);
-    QCOMPARE(fields.remove(quoted.capturedStart(), quoted.capturedLength()).count(QLatin1Char(',')), columns);
-    QCOMPARE(fields.count(QLatin1Char('\n')), 1);
-
-    const QString report = reportFiles(m_directory.filePath(QStringLiteral("{camera}.csv")), {camera}).value(0);
-    QCOMPARE(QFileInfo(report).path(), m_directory.path());
-    QVERIFY2(QFile(report).open(QIODevice::WriteOnly), qPrintable(report));
-    QVERIFY(report.endsWith(QLatin1String("-7.csv")));
-}
 
 QTEST_MAIN(NamesTest)
 #include "tst_names.moc"

@@ -19,6 +19,7 @@
 #include "FormBench.h"
 #include "MainWindow.h"
 #include "SettingsStore.h"
+#include "Table.h"
 #include "TakeOvers.h"
 #include "Viewer.h"
 
@@ -44,141 +45,132 @@ class SettingsTest : public QObject
 private Q_SLOTS:
     void init() { m_file = m_directory.filePath(QStringLiteral("settings.ini")); }
     void formTakesAnyValue_data() { rows(formKeys); }
-    void formTakesAnyValue();
+    void formTakesAnyValue()
+    {
+        QFETCH(QByteArray, line);
+        write(line + '\n');
+        const CriticalLines quiet;
+        FormBench bench(1);
+        QSettings settings(m_file, QSettings::IniFormat);
+        DialogRobot robot;
+        robot.fileName = m_directory.filePath(QStringLiteral("graph.png"));
+        int shown = 0;
+        robot.answer = [&shown](QDialog* setup) {
+            for (const QSpinBox* spin : setup->findChildren<QSpinBox*>())
+                shown += spin->value() >= spin->minimum() && spin->value() <= spin->maximum();
+            const auto* mode = setup->findChild<QComboBox*>();
+            shown += mode->currentIndex() < mode->count();
+            setup->accept();
+        };
+        const auto before = bench.cameras[0]->parameters();
+        const CxCameraLineData& record = bench.record(0);
+        // With what is loaded while the camera measures, with that from the start, with what the setup dialog has made of it.
+        for (int run = 0; run < 3; ++run) {
+            bench.deliverFrames(0, 3);
+            bench.press("btnStartAll");
+            if (run == 0) {
+                QTRY_COMPARE(record.runTotals().frames, quint64(3));
+                const quint64 blocks = record.frameList.back()->blockCount;
+                bench.form->loadSettings(settings);
+                bench.deliverFrames(0, 3);
+                QTRY_COMPARE(record.runTotals().frames, quint64(6));
+                QCOMPARE(record.frameList.size(), quint64(6));
+                QCOMPARE(record.frameList.back()->blockCount, blocks);
+                QCOMPARE(record.evaluationSettings().samplePeriod, 1024U);
+            }
+            bench.tick();
+            bench.press("btnStartAll");
+            bench.invoke("updateGraph");
+            QMetaObject::invokeMethod(bench.form.get(), "onBtnExport", Q_ARG(int, ExportToFile));
+            bench.press("btnSetup");
+        }
+        QCOMPARE(shown, 3 * 4);
+        QCOMPARE(bench.cameras[0]->parameters(), before);
+        bench.form->saveSettings(settings);
+    }
+
     void viewerTakesAnyValue_data() { rows(viewerKeys); }
-    void viewerTakesAnyValue();
-    void viewerTakesAnyFile();
+    void viewerTakesAnyValue()
+    {
+        QFETCH(QByteArray, line);
+        write("[Viewer]\n" + line + '\n');
+        checkViewer();
+    }
 
 private:
     template<class Keys>
-    static void rows(const Keys& keys);
-    void write(const QByteArray& content) const;
-    void checkViewer() const;
+    static void rows(const Keys& keys)
+    {
+        const Table<QByteArray> row("line");
+        for (const char* key : keys) {
+            for (const QByteArray& value : values) {
+                const QByteArray line = QByteArray(key) + '=' + value;
+                row(line, line);
+            }
+        }
+    }
+
+    /// Torn off after every byte, and changed at every one; now and then the whole viewer begins with it.
+    void viewerTakesAnyFile()
+    {
+        constexpr int viewerEvery = 20;
+        QFile::remove(m_file);
+        checkViewer();
+        QFile file(m_file);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray whole = file.readAll();
+        QVERIFY(whole.size() > 500);
+        std::mt19937 random(6);
+        EventLog log;
+        TakeOvers takeOvers;
+        MainWindow window(takeOvers, log);
+        for (int at = 0; at < whole.size(); ++at) {
+            QByteArray changed = whole;
+            changed[at] = char(std::uniform_int_distribution<int>(0, 255)(random));
+            for (const QByteArray& content : {whole.left(at), changed}) {
+                write(content);
+                if (at % viewerEvery == 0) {
+                    checkViewer();
+                } else {
+                    SettingsStore store(m_file);
+                    store.settings().beginGroup(QStringLiteral("Viewer"));
+                    window.restoreArrangement(store.settings());
+                }
+                if (QTest::currentTestFailed())
+                    QFAIL(content);
+            }
+        }
+    }
+
+    void write(const QByteArray& content) const
+    {
+        QFile file(m_file);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    /// It starts with the present file, and the next start finds a good one.
+    void checkViewer() const
+    {
+        ViewerOptions options;
+        options.settingsFile = m_file;
+        options.openAll = false;
+        Viewer viewer(options);
+        QCOMPARE(viewer.start(), QString());
+        const int level = IxAppDelegate::instance()->applicationOptions().detailLevel;
+        QVERIFY(level >= 1 && level <= 5);
+        const QAction* checked = viewer.window().findChild<QActionGroup*>()->checkedAction();
+        QVERIFY(checked && checked->data().toInt() == level);
+        QVERIFY(QFileInfo(IxAppDelegate::instance()->lastDirectory()).isDir());
+        const QSize size = viewer.window().size();
+        QVERIFY(size.width() > 0 && size.height() > 0 && size.width() < 10000 && size.height() < 10000);
+        viewer.shutDown();
+        QVERIFY(SettingsStore(m_file).damagedFile().isEmpty());
+    }
 
     QTemporaryDir m_directory;
     QString m_file;
 };
-
-template<class Keys>
-void SettingsTest::rows(const Keys& keys)
-{
-    QTest::addColumn<QByteArray>("line");
-    for (const char* key : keys) {
-        for (const QByteArray& value : values) {
-            const QByteArray line = QByteArray(key) + '=' + value;
-            QTest::newRow(line) << line;
-        }
-    }
-}
-
-void SettingsTest::formTakesAnyValue()
-{
-    QFETCH(QByteArray, line);
-    write(line + '\n');
-    const CriticalLines quiet;
-    FormBench bench(1);
-    QSettings settings(m_file, QSettings::IniFormat);
-    DialogRobot robot;
-    robot.fileName = m_directory.filePath(QStringLiteral("graph.png"));
-    int shown = 0;
-    robot.answer = [&shown](QDialog* setup) {
-        for (const QSpinBox* spin : setup->findChildren<QSpinBox*>())
-            shown += spin->value() >= spin->minimum() && spin->value() <= spin->maximum();
-        const auto* mode = setup->findChild<QComboBox*>();
-        shown += mode->currentIndex() < mode->count();
-        setup->accept();
-    };
-    const auto before = bench.cameras[0]->parameters();
-    const CxCameraLineData& record = bench.record(0);
-    // With what is loaded while the camera measures, with that from the start, with what the setup dialog has made of it.
-    for (int run = 0; run < 3; ++run) {
-        bench.deliverFrames(0, 3);
-        bench.press("btnStartAll");
-        if (run == 0) {
-            QTRY_COMPARE(record.runTotals().frames, quint64(3));
-            const quint64 blocks = record.frameList.back()->blockCount;
-            bench.form->loadSettings(settings);
-            bench.deliverFrames(0, 3);
-            QTRY_COMPARE(record.runTotals().frames, quint64(6));
-            QCOMPARE(record.frameList.size(), quint64(6));
-            QCOMPARE(record.frameList.back()->blockCount, blocks);
-            QCOMPARE(record.evaluationSettings().samplePeriod, 1024U);
-        }
-        bench.tick();
-        bench.press("btnStartAll");
-        bench.invoke("updateGraph");
-        QMetaObject::invokeMethod(bench.form.get(), "onBtnExport", Q_ARG(int, ExportToFile));
-        bench.press("btnSetup");
-    }
-    QCOMPARE(shown, 3 * 4);
-    QCOMPARE(bench.cameras[0]->parameters(), before);
-    bench.form->saveSettings(settings);
-}
-
-void SettingsTest::viewerTakesAnyValue()
-{
-    QFETCH(QByteArray, line);
-    write("[Viewer]\n" + line + '\n');
-    checkViewer();
-}
-
-/// Torn off after every byte, and changed at every one; now and then the whole viewer begins with it.
-void SettingsTest::viewerTakesAnyFile()
-{
-    constexpr int viewerEvery = 20;
-    QFile::remove(m_file);
-    checkViewer();
-    QFile file(m_file);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray whole = file.readAll();
-    QVERIFY(whole.size() > 500);
-    std::mt19937 random(6);
-    EventLog log;
-    TakeOvers takeOvers;
-    MainWindow window(takeOvers, log);
-    for (int at = 0; at < whole.size(); ++at) {
-        QByteArray changed = whole;
-        changed[at] = char(std::uniform_int_distribution<int>(0, 255)(random));
-        for (const QByteArray& content : {whole.left(at), changed}) {
-            write(content);
-            if (at % viewerEvery == 0) {
-                checkViewer();
-            } else {
-                SettingsStore store(m_file);
-                store.settings().beginGroup(QStringLiteral("Viewer"));
-                window.restoreArrangement(store.settings());
-            }
-            if (QTest::currentTestFailed())
-                QFAIL(content);
-        }
-    }
-}
-
-void SettingsTest::write(const QByteArray& content) const
-{
-    QFile file(m_file);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(content);
-}
-
-/// It starts with the present file, and the next start finds a good one.
-void SettingsTest::checkViewer() const
-{
-    ViewerOptions options;
-    options.settingsFile = m_file;
-    options.openAll = false;
-    Viewer viewer(options);
-    QCOMPARE(viewer.start(), QString());
-    const int level = IxAppDelegate::instance()->applicationOptions().detailLevel;
-    QVERIFY(level >= 1 && level <= 5);
-    const QAction* checked = viewer.window().findChild<QActionGroup*>()->checkedAction();
-    QVERIFY(checked && checked->data().toInt() == level);
-    QVERIFY(QFileInfo(IxAppDelegate::instance()->lastDirectory()).isDir());
-    const QSize size = viewer.window().size();
-    QVERIFY(size.width() > 0 && size.height() > 0 && size.width() < 10000 && size.height() < 10000);
-    viewer.shutDown();
-    QVERIFY(SettingsStore(m_file).damagedFile().isEmpty());
-}
 
 QTEST_MAIN(SettingsTest)
 #include "tst_settings.moc"

@@ -19,28 +19,9 @@
 #include "form/RowCells.h"
 #include "FormBench.h"
 #include "NaiveEvaluator.h"
+#include "Table.h"
 
 namespace {
-
-enum Stage
-{
-    BeforeFirstFrame,
-    InImageWait,
-    WhileStopping, ///< the worker has been told to end and has not yet
-    StartingBox,
-    StoppingBox,
-    FailureBox,
-    FailureBoxOfAnother,
-    ReportDialog,
-    GraphDialog,
-    SetupDialog,
-    WritingReport
-};
-constexpr const char* stageNames[] = {
-    "before the first frame",   "in an image wait",           "while stopping",
-    "in the starting box",      "in the stopping box",        "in the failure box",
-    "in another's failure box", "in the report's dialog",     "in the graph's dialog",
-    "in the setup dialog",      "while the report is written"};
 
 using Event = void (*)(FormBench&);
 void lose(FormBench& bench)
@@ -78,174 +59,185 @@ class StagesTest : public QObject
 {
     Q_OBJECT
 
+public:
+    enum Stage
+    {
+        BeforeFirstFrame,
+        InImageWait,
+        WhileStopping, ///< the worker has been told to end and has not yet
+        StartingBox,
+        StoppingBox,
+        FailureBox,
+        FailureBoxOfAnother,
+        ReportDialog,
+        GraphDialog,
+        SetupDialog,
+        WritingReport
+    };
+    Q_ENUM(Stage)
+
 private Q_SLOTS:
-    void cameraEvents_data();
-    void cameraEvents();
-
-private:
-    static void reach(Stage stage, FormBench& bench, DialogRobot& robot, const std::function<void()>& strike);
-    static void stopAll(FormBench& bench);
-    static void checkAtRest(const FormBench& bench);
-};
-
-void StagesTest::cameraEvents_data()
-{
-    QTest::addColumn<int>("stage");
-    QTest::addColumn<int>("event");
-    QTest::addColumn<int>("mode");
-    for (int stage = 0; stage < int(std::size(stageNames)); ++stage) {
-        for (int event = 0; event < int(std::size(events)); ++event) {
-            for (const int mode : {MeasModeDataThroughput, MeasModeStandardAcq}) {
-                if (mode == MeasModeDataThroughput || (stage != ReportDialog && stage != WritingReport))
-                    QTest::addRow("%s, %s, mode %d", stageNames[stage], events[event].first, mode)
-                        << stage << event << mode;
+    void cameraEvents_data()
+    {
+        const Table<int, int, int> row("stage", "event", "mode");
+        const auto stages = QMetaEnum::fromType<Stage>();
+        for (int stage = 0; stage < stages.keyCount(); ++stage) {
+            for (int event = 0; event < int(std::size(events)); ++event) {
+                for (const int mode : {MeasModeDataThroughput, MeasModeStandardAcq}) {
+                    if (mode == MeasModeDataThroughput || (stage != ReportDialog && stage != WritingReport))
+                        row(QByteArray(stages.key(stage)) + ", " + events[event].first + ", mode " +
+                                QByteArray::number(mode),
+                            stage, event, mode);
+                }
             }
         }
     }
-}
 
-void StagesTest::cameraEvents()
-{
-    QFETCH(int, stage);
-    QFETCH(int, event);
-    QFETCH(int, mode);
-    const CriticalLines quiet;
-    FormBench bench(2, mode);
-    const auto before = bench.cameras[0]->parameters(); // all cameras are of one kind
-    const QTemporaryDir directory;
-    bool struck = false;
+    void cameraEvents()
     {
-        DialogRobot robot;
-        robot.fileName = directory.filePath(QStringLiteral("file.png"));
-        robot.answer = [](QDialog* setup) {
-            auto* modes = setup->findChild<QComboBox*>();
-            modes->setCurrentIndex(1 - modes->currentIndex());
-            setup->accept();
-        };
-        reach(Stage(stage), bench, robot, [&] {
-            if (!std::exchange(struck, true))
-                events[event].second(bench);
-        });
-        if (stage == StartingBox && QByteArray(events[event].first).endsWith("anew"))
-            QVERIFY(!bench.cameras[0]->isAcquiring()); // the one that was to be started is gone
-        stopAll(bench);
-        if (stage == StartingBox && QByteArray(events[event].first).startsWith("started"))
-            QCOMPARE(robot.seen, QStringList()); // that it measures already is no failure
-    }
-    QVERIFY(struck);
-    CameraRegistry::instance().stopHostAcquisition(bench.handle(0));
-    bench.cameras[0]->comeBack();
-    bench.tick();
-    checkAtRest(bench);
-
-    bench.cameras[0]->setHook(
-        [gate = std::make_shared<FormBench::Gate>()](const sim::HostCall& call) { return gate->pass(call.kind); });
-    for (const char* status : {"Testing", "Stopped"}) {
-        bench.press("btnStartAll");
-        QStringList texts = bench.columnTexts(statusColumn);
-        texts.removeDuplicates();
-        QCOMPARE(texts, bench.table()->rowCount() > 0 ? QStringList(status) : QStringList());
-    }
-    checkAtRest(bench);
-    for (const auto& camera : bench.cameras)
-        QCOMPARE(camera->parameters(), before);
-}
-
-/// Makes the form get there and strikes.
-void StagesTest::reach(Stage stage, FormBench& bench, DialogRobot& robot, const std::function<void()>& strike)
-{
-    const auto strikeSoon = [&] { QMetaObject::invokeMethod(bench.form.get(), strike, Qt::QueuedConnection); };
-    if (stage >= FailureBox && stage <= SetupDialog)
-        robot.inside = [&](QDialog*) { strike(); };
-    std::atomic<bool> waiting{false};
-    const auto waitUntilStopped = [&, record = &bench.record(0)](const sim::HostCall& call) {
-        if (call.kind != sim::Call::Wait)
-            return true;
-        for (waiting = true; !record->stopRequested;)
-            QThread::msleep(1);
-        if (stage == WhileStopping) { // no other thread can do more than that before the stop is over
-            lose(bench);
-            strikeSoon();
+        QFETCH(int, stage);
+        QFETCH(int, event);
+        QFETCH(int, mode);
+        const CriticalLines quiet;
+        FormBench bench(2, mode);
+        const auto before = bench.cameras[0]->parameters(); // all cameras are of one kind
+        const QTemporaryDir directory;
+        bool struck = false;
+        {
+            DialogRobot robot;
+            robot.fileName = directory.filePath(QStringLiteral("file.png"));
+            robot.answer = [](QDialog* setup) {
+                auto* modes = setup->findChild<QComboBox*>();
+                modes->setCurrentIndex(1 - modes->currentIndex());
+                setup->accept();
+            };
+            reach(Stage(stage), bench, robot, [&] {
+                if (!std::exchange(struck, true))
+                    events[event].second(bench);
+            });
+            if (stage == StartingBox && QByteArray(events[event].first).endsWith("anew"))
+                QVERIFY(!bench.cameras[0]->isAcquiring()); // the one that was to be started is gone
+            stopAll(bench);
+            if (stage == StartingBox && QByteArray(events[event].first).startsWith("started"))
+                QCOMPARE(robot.seen, QStringList()); // that it measures already is no failure
         }
-        return false;
-    };
+        QVERIFY(struck);
+        CameraRegistry::instance().stopHostAcquisition(bench.handle(0));
+        bench.cameras[0]->comeBack();
+        bench.tick();
+        checkAtRest(bench);
 
-    switch (stage) {
-    case BeforeFirstFrame:
-        bench.press("btnStartAll");
-        strike();
-        break;
-    case InImageWait:
-    case WhileStopping:
-        bench.cameras[0]->setHook(waitUntilStopped);
-        bench.press("btnStartAll");
-        QTRY_VERIFY(waiting);
-        if (stage == InImageWait)
-            strike();
-        stopAll(bench);
-        break;
-    case StartingBox:
-        strikeSoon();
-        bench.measureButton(0)->click();
-        break;
-    case StoppingBox:
-        bench.measureButton(0)->click();
-        strikeSoon();
-        bench.measureButton(0)->click();
-        break;
-    case FailureBox:
-    case FailureBoxOfAnother:
-        bench.failStarts(stage == FailureBox ? 0 : 1);
-        bench.press("btnStartAll");
-        bench.gates[stage == FailureBox ? 0 : 1]->failing = sim::Call::Wait;
-        break;
-    case GraphDialog:
-        QMetaObject::invokeMethod(bench.form.get(), "onBtnExport", Q_ARG(int, ExportToFile));
-        break;
-    case SetupDialog:
-        bench.press("btnSetup");
-        break;
-    case WritingReport:
-        robot.duringReport = [&](QProgressDialog*) {
-            QVERIFY(!bench.record(0).mutex.tryLock());
-            strike();
+        bench.cameras[0]->setHook([gate = std::make_shared<FormBench::Gate>()](const sim::HostCall& call) {
+            return gate->pass(call.kind);
+        });
+        for (const char* status : {"Testing", "Stopped"}) {
+            bench.press("btnStartAll");
+            QStringList texts = bench.columnTexts(statusColumn);
+            texts.removeDuplicates();
+            QCOMPARE(texts, bench.table()->rowCount() > 0 ? QStringList(status) : QStringList());
+        }
+        checkAtRest(bench);
+        for (const auto& camera : bench.cameras)
+            QCOMPARE(camera->parameters(), before);
+    }
+
+private:
+    /// Makes the form get there and strikes.
+    static void reach(Stage stage, FormBench& bench, DialogRobot& robot, const std::function<void()>& strike)
+    {
+        const auto strikeSoon = [&] { QMetaObject::invokeMethod(bench.form.get(), strike, Qt::QueuedConnection); };
+        if (stage >= FailureBox && stage <= SetupDialog)
+            robot.inside = [&](QDialog*) { strike(); };
+        std::atomic<bool> waiting{false};
+        const auto waitUntilStopped = [&, record = &bench.record(0)](const sim::HostCall& call) {
+            if (call.kind != sim::Call::Wait)
+                return true;
+            for (waiting = true; !record->stopRequested;)
+                QThread::msleep(1);
+            if (stage == WhileStopping) { // no other thread can do more than that before the stop is over
+                lose(bench);
+                strikeSoon();
+            }
+            return false;
         };
-        [[fallthrough]];
-    case ReportDialog:
-        addFrames(bench.record(0), bench.nowUs - 1000, bench.nowUs, 10, 1000);
-        const QByteArray whole = writtenReport(bench.record(0), bench.nowUs - 20000000, bench.nowUs);
-        bench.exportButton(0)->click();
-        QFile report(robot.fileName);
-        QVERIFY(report.open(QIODevice::ReadOnly) || stage == ReportDialog); // its camera may be gone
-        QVERIFY(stage == ReportDialog || report.readAll() == whole);
-    }
-    QCoreApplication::processEvents();
-}
 
-void StagesTest::stopAll(FormBench& bench)
-{
-    for (int row = 0; row < bench.table()->rowCount(); ++row) {
-        if (bench.form->lineDataMap[cameraOf(bench.measureButton(row))]->isMeasuring())
-            bench.measureButton(row)->click();
+        switch (stage) {
+        case BeforeFirstFrame:
+            bench.press("btnStartAll");
+            strike();
+            break;
+        case InImageWait:
+        case WhileStopping:
+            bench.cameras[0]->setHook(waitUntilStopped);
+            bench.press("btnStartAll");
+            QTRY_VERIFY(waiting);
+            if (stage == InImageWait)
+                strike();
+            stopAll(bench);
+            break;
+        case StartingBox:
+            strikeSoon();
+            bench.measureButton(0)->click();
+            break;
+        case StoppingBox:
+            bench.measureButton(0)->click();
+            strikeSoon();
+            bench.measureButton(0)->click();
+            break;
+        case FailureBox:
+        case FailureBoxOfAnother:
+            bench.failStarts(stage == FailureBox ? 0 : 1);
+            bench.press("btnStartAll");
+            bench.gates[stage == FailureBox ? 0 : 1]->failing = sim::Call::Wait;
+            break;
+        case GraphDialog:
+            QMetaObject::invokeMethod(bench.form.get(), "onBtnExport", Q_ARG(int, ExportToFile));
+            break;
+        case SetupDialog:
+            bench.press("btnSetup");
+            break;
+        case WritingReport:
+            robot.duringReport = [&](QProgressDialog*) {
+                QVERIFY(!bench.record(0).mutex.tryLock());
+                strike();
+            };
+            [[fallthrough]];
+        case ReportDialog:
+            addFrames(bench.record(0), bench.nowUs - 1000, bench.nowUs, 10, 1000);
+            const QByteArray whole = writtenReport(bench.record(0), bench.nowUs - 20000000, bench.nowUs);
+            bench.exportButton(0)->click();
+            QFile report(robot.fileName);
+            QVERIFY(report.open(QIODevice::ReadOnly) || stage == ReportDialog); // its camera may be gone
+            QVERIFY(stage == ReportDialog || report.readAll() == whole);
+        }
+        QCoreApplication::processEvents();
     }
-    if (bench.child<QPushButton>("btnStartAll")->text() == QLatin1String("Stop All"))
-        bench.press("btnStartAll");
-}
 
-void StagesTest::checkAtRest(const FormBench& bench)
-{
-    QTRY_COMPARE(workers(), 0); // a joined thread may still be on its way out
-    auto opened = CxCameraManager::instance()->openedCameras();
-    QList<VNCORE_HANDLE> rows;
-    for (int row = 0; row < bench.table()->rowCount(); ++row)
-        rows.append(cameraOf(bench.measureButton(row)));
-    QCOMPARE(rows, opened);
-    QCOMPARE(bench.areas().size(), opened.size());
-    std::sort(opened.begin(), opened.end());
-    QCOMPARE(bench.form->lineDataMap.keys(), opened);
-    for (const CxCameraLineData* record : qAsConst(bench.form->lineDataMap))
-        QVERIFY(!record->isMeasuring());
-}
+    static void stopAll(FormBench& bench)
+    {
+        for (int row = 0; row < bench.table()->rowCount(); ++row) {
+            if (bench.form->lineDataMap[cameraOf(bench.measureButton(row))]->isMeasuring())
+                bench.measureButton(row)->click();
+        }
+        if (bench.child<QPushButton>("btnStartAll")->text() == QLatin1String("Stop All"))
+            bench.press("btnStartAll");
+    }
+
+    static void checkAtRest(const FormBench& bench)
+    {
+        QTRY_COMPARE(workers(), 0); // a joined thread may still be on its way out
+        auto opened = CxCameraManager::instance()->openedCameras();
+        QList<VNCORE_HANDLE> rows;
+        for (int row = 0; row < bench.table()->rowCount(); ++row)
+            rows.append(cameraOf(bench.measureButton(row)));
+        QCOMPARE(rows, opened);
+        QCOMPARE(bench.areas().size(), opened.size());
+        std::sort(opened.begin(), opened.end());
+        QCOMPARE(bench.form->lineDataMap.keys(), opened);
+        for (const CxCameraLineData* record : qAsConst(bench.form->lineDataMap))
+            QVERIFY(!record->isMeasuring());
+    }
+};
 
 QTEST_MAIN(StagesTest)
 #include "tst_stages.moc"

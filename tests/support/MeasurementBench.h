@@ -7,6 +7,14 @@
 #include "CameraRegistry.h"
 #include "HandDrivenCamera.h"
 
+/// Of two blocks a frame unless told otherwise.
+inline sim::CameraScenario smallCamera(quint32 size = 64)
+{
+    sim::CameraScenario scenario;
+    scenario.sensor.width = scenario.sensor.height = size;
+    return scenario;
+}
+
 class MeasurementBench
 {
 public:
@@ -17,6 +25,7 @@ public:
         data.measMode = mode;
         CameraRegistry& registry = CameraRegistry::instance();
         data.hCam = registry.open(registry.addDevice(camera));
+        own = camera->parameters();
     }
     ~MeasurementBench()
     {
@@ -46,15 +55,24 @@ public:
     /// Gives the camera values that all differ from those of a measurement.
     void setOwnValues()
     {
-        const QMap<QString, int> own{{"imgdataformat", VN_FRM_MONO16}, {"output_bit_depth", 12},
-                                     {"output_bit_packing", 1},        {"LUTEnable", 1},
-                                     {"test_pattern[0]", 1},           {"test_pattern[1]", 1}};
-        for (auto value = own.begin(); value != own.end(); ++value)
-            camera->setParameter(value.key(), value.value());
+        for (const auto& [name, value] : {std::pair("imgdataformat", int(VN_FRM_MONO16)),
+                                          {"output_bit_depth", 12},
+                                          {"output_bit_packing", 1},
+                                          {"LUTEnable", 1},
+                                          {"test_pattern[0]", 1},
+                                          {"test_pattern[1]", 1}})
+            camera->setParameter(QLatin1String(name), value);
+        own = camera->parameters();
+    }
+    /// Whether nothing is left of a measurement: no worker, and the camera has its own values.
+    bool isAtRest() const
+    {
+        return !data.isMeasuring() && !data.thread && !camera->isAcquiring() && camera->parameters() == own;
     }
 
     std::shared_ptr<sim::HandDrivenCamera> camera;
     CxCameraLineData data;
+    QMap<QString, int> own; ///< the camera's values when nothing is measured
 };
 
 #endif

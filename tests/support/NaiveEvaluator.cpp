@@ -3,6 +3,7 @@
 #include "NaiveEvaluator.h"
 
 #include <cfloat>
+#include <cmath>
 
 #include "FrameCounters.h"
 
@@ -78,6 +79,21 @@ NaiveFigures naiveFigures(const CxCameraLineData& data, double keyUpper, qint64 
     figures.avgThroughput = sum / static_cast<double>(frames);
     figures.maxBufferLevel = overallLevel;
     return figures;
+}
+
+bool hasFigures(const CxCameraLineData& data, const NaiveFigures& figures)
+{
+    const double average = data.avgThroughput;
+    return (average == figures.avgThroughput || std::abs(average / figures.avgThroughput - 1.0) < 1e-12) &&
+           data.minThroughput == figures.minThroughput && data.maxBufferLevel == figures.maxBufferLevel &&
+           data.bufferOverflowCount == figures.bufferOverflowCount;
+}
+
+bool figuresAreTrue(CxCameraLineData& data, qint64 fromUs, qint64 toUs)
+{
+    const NaiveFigures figures = naiveFigures(data, 0.0, fromUs, toUs, 0.0);
+    return data.calculateStats(nullptr, nullptr, nullptr, fromUs, toUs, 0.0) == figures.evaluated &&
+           (!figures.evaluated || hasFigures(data, figures));
 }
 
 NaiveCounters naiveCounters(const CxCameraLineData& data, double keyUpper, qint64 fromUs, qint64 toUs,

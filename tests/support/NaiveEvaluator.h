@@ -4,9 +4,12 @@
 #ifndef KESTROVA_NAIVEEVALUATOR_H
 #define KESTROVA_NAIVEEVALUATOR_H
 
+#include <limits>
 #include <vector>
 
 #include "CameraLineData.h"
+
+constexpr qint64 always = std::numeric_limits<qint64>::max() / 4; ///< us, in both directions
 
 struct CurvePoint
 {
@@ -29,6 +32,11 @@ struct NaiveFigures
 /// Keys are seconds relative to `toUs` plus `keyUpper`.
 NaiveFigures naiveFigures(const CxCameraLineData& data, double keyUpper, qint64 fromUs, qint64 toUs,
                           double minKeySpacing);
+
+/// Makes the record's figures, curves left out, and says whether they are the naive ones.
+bool figuresAreTrue(CxCameraLineData& data, qint64 fromUs = -always, qint64 toUs = always);
+/// Whether the figures last made are these; the average may be summed up in another order.
+bool hasFigures(const CxCameraLineData& data, const NaiveFigures& figures);
 
 struct NaiveCounters
 {
