@@ -2,6 +2,8 @@
 // The camera list and its controls.
 #include "CameraDock.h"
 
+#include <algorithm>
+
 #include <QtGui/QTextDocument>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QComboBox>
@@ -62,8 +64,8 @@ void CameraDock::buildWidgets()
                         "Enter or a double click opens a camera."));
     list->header()->setStretchLastSection(false);
     list->header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
-    list->header()->setSectionResizeMode(IdColumn, QHeaderView::ResizeToContents);
-    list->header()->setSectionResizeMode(StateColumn, QHeaderView::ResizeToContents);
+    list->resizeColumnToContents(IdColumn); // the header's text; contents make it wider
+    list->resizeColumnToContents(StateColumn);
     connect(list, &QTreeWidget::currentItemChanged, this, &CameraDock::refreshControls);
     connect(list, &QTreeWidget::itemActivated, this, [this] {
         if (selectedCamera() == nullptr) {
@@ -152,7 +154,7 @@ void CameraDock::refreshList()
         QTreeWidgetItem* item = list->topLevelItem(device);
         item->setText(NameColumn, singleLine(info.name));
         item->setToolTip(NameColumn, plainToolTip(cameraDisplayName(info)));
-        item->setText(IdColumn, singleLine(info.customId.isEmpty() ? info.id : info.customId));
+        setText(device, IdColumn, singleLine(info.customId.isEmpty() ? info.id : info.customId));
         item->setToolTip(IdColumn, plainToolTip(info.id));
     }
     refreshStates(std::chrono::steady_clock::now());
@@ -166,11 +168,24 @@ void CameraDock::refreshStates(std::chrono::steady_clock::time_point now)
     for (int device = 0; device < list->topLevelItemCount(); ++device) {
         QTreeWidgetItem* item = list->topLevelItem(device);
         const CameraState state = cameraState(device, takenOver, now);
-        if (state.text != item->text(StateColumn)) {
-            item->setText(StateColumn, state.text);
+        if (item->data(StateColumn, Qt::UserRole) != state.kind) {
+            item->setData(StateColumn, Qt::UserRole, state.kind);
             item->setIcon(StateColumn, stateIcon(state.kind));
         }
+        setText(device, StateColumn, state.text);
     }
+}
+
+void CameraDock::setText(int device, int column, const QString& text)
+{
+    QTreeWidgetItem* item = list->topLevelItem(device);
+    if (text == item->text(column)) {
+        return;
+    }
+    item->setText(column, text);
+    // A header that fits columns by itself measures all rows at every change.
+    const int width = list->sizeHintForIndex(list->model()->index(device, column)).width();
+    list->setColumnWidth(column, std::max(width, list->columnWidth(column)));
 }
 
 void CameraDock::refreshControls()

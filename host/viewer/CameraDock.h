@@ -41,6 +41,8 @@ private:
     void connectToCameras();
     void refresh();
     void refreshList();
+    /// Makes the column as wide as the text needs; it never becomes narrower.
+    void setText(int device, int column, const QString& text);
     void refreshControls();
     void refreshFormats(VNCORE_HANDLE camera);
     void openOrClose();
