@@ -30,6 +30,7 @@ EventDock::EventDock(EventLog& log, QWidget* parent)
     view->setToolTip(tr("What has happened, the newest line at the end; equal events share a line"));
     view->header()->setSectionResizeMode(EventLog::TimeColumn, QHeaderView::ResizeToContents);
     view->header()->setSectionResizeMode(EventLog::CountColumn, QHeaderView::ResizeToContents);
+    view->header()->setResizeContentsPrecision(0); // what is in view; else up to 1000 rows at every event
 
     // The range changes once for all lines of a burst, and also when the dock changes its height.
     QScrollBar* bar = view->verticalScrollBar();
