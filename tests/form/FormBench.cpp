@@ -93,6 +93,18 @@ QString FormBench::cell(int row, int column) const
     return item ? item->text() : QStringLiteral("none");
 }
 
+QString FormBench::look() const
+{
+    QString text;
+    for (int row = 0; row < table()->rowCount(); ++row) {
+        const bool exports = exportButton(row) && exportButton(row)->isEnabled();
+        text +=
+            status(row) + QLatin1Char(' ') + measureButton(row)->text() + QLatin1String(exports ? " export|" : "|");
+    }
+    return text + child<QPushButton>("btnStartAll")->text() +
+           QLatin1String(child("btnSetup")->isEnabled() ? " setup" : "");
+}
+
 QStringList FormBench::columnTexts(int column) const
 {
     QStringList texts;

@@ -22,6 +22,8 @@
 #include "HandDrivenCamera.h"
 #include "LogCapture.h"
 
+constexpr qint64 second = 1000000; // microseconds
+
 class FakeHost : public IxAppDelegate
 {
 public:
@@ -75,6 +77,8 @@ public:
     QToolButton* exportButton(int row) const;
     QString cell(int row, int column) const;
     QString status(int row) const { return cell(row, 1); }
+    /// What tells of measurements: "Testing Stop|Stopped Start export|Start All setup" with what can be pressed.
+    QString look() const;
     QStringList columnTexts(int column) const;
     QStringList captions() const;
     QCheckBox* curveBox(int row) const; ///< in the curve table

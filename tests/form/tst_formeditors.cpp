@@ -14,104 +14,87 @@ static void oddFormats(sim::CameraScenario& scenario)
     scenario.formats = {VN_FRM_MONO16, VN_FRM_TRANSPORT_DATA, VN_FRM_MONO8};
 }
 
+static QComboBox* formats(const FormBench& bench)
+{
+    return qobject_cast<QComboBox*>(bench.table()->cellWidget(0, StandardColumn::DataFormat));
+}
+
 class FormEditorsTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void formatIsFoundByItsValue_data()
-    {
-        const Table<int, bool, int> row("value", "readable", "entry");
-        row("0 is the last entry", 0, true, 2);
-        row("7 is the second entry", 7, true, 1);
-        row("an unreadable value counts as 0", 7, false, 2);
-    }
     void formatIsFoundByItsValue()
     {
-        QFETCH(int, value);
-        QFETCH(bool, readable);
-        FormBench bench(0, MeasModeStandardAcq);
-        bench.addCamera(oddFormats);
-        bench.cameras[0]->setInt(VN_PRM_IMAGE_DATA_FORMAT, value);
-        if (!readable)
-            bench.failReads(0);
-        bench.form->updateCameraList();
-        const auto* formats = qobject_cast<QComboBox*>(bench.table()->cellWidget(0, StandardColumn::DataFormat));
-        QCOMPARE(formats->count(), 3);
-        QTEST(formats->currentIndex(), "entry");
-        QCOMPARE(bench.cameras[0]->parameter(VN_PRM_IMAGE_DATA_FORMAT), value); // building writes nothing
+        // an unreadable value counts as 0
+        for (const auto& [value, readable, entry] : Rows<int, bool, int>{{0, true, 2}, {7, true, 1}, {7, false, 2}}) {
+            FormBench bench(0, MeasModeStandardAcq);
+            bench.addCamera(oddFormats);
+            bench.cameras[0]->setInt(VN_PRM_IMAGE_DATA_FORMAT, value);
+            if (!readable)
+                bench.failReads(0);
+            bench.form->updateCameraList();
+            QCOMPARE(formats(bench)->count(), 3);
+            QCOMPARE(formats(bench)->currentIndex(), entry);
+            QCOMPARE(bench.cameras[0]->parameter(VN_PRM_IMAGE_DATA_FORMAT), value); // building writes nothing
+        }
     }
 
     void formatFollowsBothWays()
     {
         FormBench bench(0, MeasModeStandardAcq);
         bench.addCamera(oddFormats);
-        auto* formats = qobject_cast<QComboBox*>(bench.table()->cellWidget(0, StandardColumn::DataFormat));
-        QTest::keyClick(formats, Qt::Key_End);
-        QCOMPARE(bench.cameras[0]->parameter(VN_PRM_IMAGE_DATA_FORMAT), int(VN_FRM_MONO8));
-        QTest::keyClick(formats, Qt::Key_Home);
-        QCOMPARE(bench.cameras[0]->parameter(VN_PRM_IMAGE_DATA_FORMAT), int(VN_FRM_MONO16));
+        const auto format = [&bench] { return bench.cameras[0]->parameter(VN_PRM_IMAGE_DATA_FORMAT); };
+        QTest::keyClick(formats(bench), Qt::Key_End);
+        QCOMPARE(format(), int(VN_FRM_MONO8));
+        QTest::keyClick(formats(bench), Qt::Key_Home);
+        QCOMPARE(format(), int(VN_FRM_MONO16));
         vnApi_SetParamInt(bench.handle(0), VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_TRANSPORT_DATA, nullptr);
-        QTRY_COMPARE(formats->currentIndex(), 1);
+        QTRY_COMPARE(formats(bench)->currentIndex(), 1);
 
         bench.loadMode(MeasModeDataThroughput); // column 2 holds the Measure button then
         vnApi_SetParamInt(bench.handle(0), VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_MONO8, nullptr);
         QCoreApplication::processEvents();
-        QCOMPARE(bench.cameras[0]->parameter(VN_PRM_IMAGE_DATA_FORMAT), int(VN_FRM_MONO8));
+        QCOMPARE(format(), int(VN_FRM_MONO8));
     }
 
-    void typedThroughput_data()
-    {
-        // In the keys, < is the backspace key.
-        const Table<QString, QString> row("keys", "values");
-        row("every keystroke counts", "250", "2 25 250");
-        row("empty counts as 0", "7<", "7 0");
-        row("only whole numbers", "1x-.2", "1 1 1 1 12");
-        row("up to 10000", "100009", "1 10 100 1000 10000 10000");
-    }
     void typedThroughput()
     {
-        QFETCH(QString, keys);
         FormBench bench(1);
         bench.inCell<QCheckBox>(0, RequiredThroughput)->click();
         QVERIFY(!bench.record(0).autoRequiredThroughput);
         auto* edit = bench.inCell<QLineEdit>(0, RequiredThroughput);
         QVERIFY(edit->isEnabled());
-        edit->clear();
-        QStringList values;
-        for (const QChar key : keys) {
-            if (key == QLatin1Char('<'))
-                QTest::keyClick(edit, Qt::Key_Backspace);
-            else
+        const Rows<QString, QString> rows{{"250", "2 25 250"},
+                                          {"7\b", "7 0"}, // empty counts as 0
+                                          {"1x-.2", "1 1 1 1 12"},
+                                          {"100009", "1 10 100 1000 10000 10000"}};
+        for (const auto& [keys, expected] : rows) {
+            edit->clear();
+            QStringList values;
+            for (const QChar key : keys) {
                 QTest::keyClick(edit, key.toLatin1());
-            values.append(QString::number(bench.record(0).requiredThroughput));
+                values.append(QString::number(bench.record(0).requiredThroughput));
+            }
+            QCOMPARE(values.join(QLatin1Char(' ')), expected);
         }
-        QTEST(values.join(QLatin1Char(' ')), "values");
     }
 
-    void automaticThroughput_data()
-    {
-        // 0: the camera has no such register
-        const Table<int, int> row("reported", "expected");
-        row("as the camera reports", 380, 380);
-        row("a camera that reports none keeps it", 0, 44);
-    }
     void automaticThroughput()
     {
-        QFETCH(int, reported);
-        FormBench bench;
-        bench.addCamera([reported](sim::CameraScenario& s) {
-            s.transportSpeed = reported ? std::optional<int>(reported) : std::nullopt;
-        });
-        auto* automatic = bench.inCell<QCheckBox>(0, RequiredThroughput);
-        auto* edit = bench.inCell<QLineEdit>(0, RequiredThroughput);
-        QVERIFY(automatic->isChecked() && !edit->isEnabled());
-        automatic->click();
-        edit->setText(QStringLiteral("44"));
-        automatic->click();
-        QTEST(int(bench.record(0).requiredThroughput), "expected");
-        QCOMPARE(edit->text().toInt(), int(bench.record(0).requiredThroughput));
-        QVERIFY(!edit->isEnabled());
+        // as the camera reports; one that reports none keeps what was typed
+        for (const auto& [reported, expected] : Rows<std::optional<int>, int>{{380, 380}, {std::nullopt, 44}}) {
+            FormBench bench;
+            bench.addCamera([speed = reported](sim::CameraScenario& s) { s.transportSpeed = speed; });
+            auto* automatic = bench.inCell<QCheckBox>(0, RequiredThroughput);
+            auto* edit = bench.inCell<QLineEdit>(0, RequiredThroughput);
+            QVERIFY(automatic->isChecked() && !edit->isEnabled());
+            automatic->click();
+            edit->setText(QStringLiteral("44"));
+            automatic->click();
+            QCOMPARE(int(bench.record(0).requiredThroughput), expected);
+            QVERIFY(edit->text().toInt() == expected && !edit->isEnabled());
+        }
     }
 
     void valueAxisByHand()
@@ -124,15 +107,13 @@ private Q_SLOTS:
         QVERIFY(automatic->isChecked() && !minimum->isEnabled() && !maximum->isEnabled());
         automatic->click();
         QVERIFY(minimum->isEnabled() && maximum->isEnabled());
-        maximum->selectAll();
-        QTest::keyClicks(maximum, QStringLiteral("500"));
-        QCOMPARE(range(1), QStringLiteral("0..500"));
-        minimum->selectAll();
-        QTest::keyClicks(minimum, QStringLiteral("90"));
-        QCOMPARE(range(1), QStringLiteral("90..500"));
-        maximum->selectAll();
-        QTest::keyClicks(maximum, QStringLiteral("4,50")); // below the minimum at first
-        QCOMPARE(range(1), QStringLiteral("90..450"));
+        const Rows<QLineEdit*, QString, QString> rows{
+            {maximum, "500", "0..500"}, {minimum, "90", "90..500"}, {maximum, "4,50", "90..450"}}; // 4 is below 90
+        for (const auto& [box, keys, expected] : rows) {
+            box->selectAll();
+            QTest::keyClicks(box, keys);
+            QCOMPARE(range(1), expected);
+        }
         bench.graphBox(0)->click(); // builds the areas anew
         bench.graphBox(0)->click();
         QCOMPARE(range(1), QStringLiteral("90..450"));
@@ -141,20 +122,6 @@ private Q_SLOTS:
         QCOMPARE(range(0), QStringLiteral("0..1000"));
         bench.tick();
         QCOMPARE(range(1), QStringLiteral("0..450"));
-    }
-
-    void rebuildResetsScalingOnly()
-    {
-        FormBench bench(1);
-        bench.inCell<QCheckBox>(0, RequiredThroughput)->click();
-        bench.inCell<QLineEdit>(0, RequiredThroughput)->setText(QStringLiteral("123"));
-        bench.inCell<QCheckBox>(0, YAxisScaling)->click();
-        bench.addCamera();
-        QVERIFY(!bench.inCell<QCheckBox>(0, RequiredThroughput)->isChecked());
-        QVERIFY(bench.inCell<QLineEdit>(0, RequiredThroughput)->isEnabled());
-        QCOMPARE(bench.inCell<QLineEdit>(0, RequiredThroughput)->text(), QStringLiteral("123"));
-        QVERIFY(bench.inCell<QCheckBox>(0, YAxisScaling)->isChecked());
-        QVERIFY(!bench.inCell<QLineEdit>(0, YAxisScaling)->isEnabled());
     }
 };
 

@@ -84,71 +84,58 @@ private:
     void doAnything(FormBench& bench)
     {
         const int camera = below(3);
+        const VNCORE_HANDLE hCam = bench.handle(camera);
         auto& registry = CameraRegistry::instance();
-        switch (below(19)) {
-        case 0:
-        case 1:
-            bench.open(camera);
-            break;
-        case 2:
-            bench.close(camera);
-            break;
-        case 3:
-            below(2) ? bench.cameras[size_t(camera)]->lose() : bench.cameras[size_t(camera)]->comeBack();
-            break;
-        case 4:
-            below(2) ? registry.startHostAcquisition(bench.handle(camera))
-                     : registry.stopHostAcquisition(bench.handle(camera));
-            break;
-        case 5:
-            vnApi_SetParamInt(bench.handle(camera), VN_PRM_IMAGE_DATA_FORMAT, below(2), nullptr);
-            break;
-        case 6:
-            bench.loadMode(below(10) ? below(2) : 7);
-            break;
-        case 7:
-            bench.form->setVisible(below(2));
-            break;
-        case 8:
-            bench.form->resize(below(1500), below(2) ? below(1000) : 0);
-            break;
-        case 9:
-            bench.host.options.detailLevel = 1 + below(5);
-            bench.nowUs += below(3000000);
-            bench.deliverFrames(camera, below(20));
-            break;
-        case 10:
-        case 11:
-            bench.tick();
-            break;
-        case 12: // a camera opens while no plot is wanted
-            for (int row = 0; row < bench.table()->rowCount(); ++row) {
-                QCheckBox* box = bench.graphBox(row);
-                if (box && box->isChecked())
-                    box->click();
-            }
-            bench.open(camera);
-            break;
-        case 13:
-            if (QToolButton* button = bench.exportButton(camera))
-                exportReport(*bench.form->lineDataMap[cameraOf(button)], *button);
-            break;
-        case 14:
-            bench.child<QPushButton>("resetPan")->click();
-            break;
-        default:
+        const std::function<void()> events[] = {
+            [&] { bench.open(camera); },
+            [&] { bench.open(camera); },
+            [&] { bench.close(camera); },
+            [&] { bench.cameras[size_t(camera)]->lose(); },
+            [&] { bench.cameras[size_t(camera)]->comeBack(); },
+            [&] { registry.startHostAcquisition(hCam); },
+            [&] { registry.stopHostAcquisition(hCam); },
+            [&] { vnApi_SetParamInt(hCam, VN_PRM_IMAGE_DATA_FORMAT, below(2), nullptr); },
+            [&] { bench.loadMode(below(10) ? below(2) : 7); },
+            [&] { bench.form->setVisible(below(2)); },
+            [&] { bench.form->resize(below(1500), below(2) ? below(1000) : 0); },
+            [&] { bench.host.options.detailLevel = 1 + below(5); },
+            [&] { bench.nowUs += below(3000000), bench.deliverFrames(camera, below(20)); },
+            [&] { bench.tick(); },
+            [&] { bench.tick(); },
+            [&] { openUnplotted(bench, camera); },
+            [&] { exportReport(bench, camera); },
+            [&] { bench.child<QPushButton>("resetPan")->click(); },
+        };
+        const size_t event = size_t(below(24));
+        if (event < std::size(events))
+            events[event]();
+        else
             m_user.act(*bench.form);
-        }
     }
 
-    static void exportReport(CxCameraLineData& record, QToolButton& button)
+    /// A camera opens while no plot is wanted.
+    static void openUnplotted(FormBench& bench, int camera)
     {
+        for (int row = 0; row < bench.table()->rowCount(); ++row) {
+            QCheckBox* box = bench.graphBox(row);
+            if (box && box->isChecked())
+                box->click();
+        }
+        bench.open(camera);
+    }
+
+    static void exportReport(FormBench& bench, int row)
+    {
+        QToolButton* button = bench.exportButton(row);
+        if (!button)
+            return;
+        CxCameraLineData& record = *bench.form->lineDataMap[cameraOf(button)];
         if (record.mutex.tryLock()) { // else a report of it is being written
             if (!record.measuring)
                 appendFrame(record, 0, {0, 1000});
             record.mutex.unlock();
         }
-        button.click();
+        button->click();
     }
 
     void checkRecords(const FormBench& bench)
@@ -158,16 +145,29 @@ private:
         auto opened = CxCameraManager::instance()->openedCameras();
         const auto& records = bench.form->lineDataMap;
         QList<VNCORE_HANDLE> rows, plotted, areas;
-        for (int row = 0; row < bench.table()->rowCount(); ++row)
+        for (int row = 0; row < bench.table()->rowCount(); ++row) {
             rows.append(cameraOf(bench.graphBox(row)));
+            const CxCameraLineData* record = records.value(rows.last());
+            QVERIFY(record);
+            if (record->plotEnabled)
+                plotted.append(rows.last());
+            const QString look = bench.look().section(QLatin1Char('|'), row, row);
+            QVERIFY(!record->isMeasuring() || look == QStringLiteral("Testing Stop"));
+            const bool hostAcquires = CxCameraManager::instance()->isCameraRunning(rows.last());
+            QCOMPARE(look.startsWith(QStringLiteral("Acq")), hostAcquires);
+            QCOMPARE(bench.measureButton(row)->isEnabled(), !hostAcquires);
+        }
         QCOMPARE(rows, opened);
-        std::sort(opened.begin(), opened.end());
-        QCOMPARE(records.keys(), opened);
         for (const QCPAxisRect* rect : bench.plot()->axisRects())
             areas.append(cameraOf(rect));
-        std::copy_if(rows.begin(), rows.end(), std::back_inserter(plotted),
-                     [&](VNCORE_HANDLE hCam) { return records[hCam]->plotEnabled; });
         QCOMPARE(areas, plotted);
+        QCOMPARE(bench.plot()->plotLayout()->rowCount(), 2 * areas.size()); // no gap
+        QCOMPARE(bench.plot()->isHidden(), areas.isEmpty() && !rows.isEmpty());
+        QCOMPARE(bench.child("btnStartAll")->isEnabled(), !rows.isEmpty());
+        const auto measures = [](const CxCameraLineData* record) { return record->isMeasuring(); };
+        QVERIFY(!bench.child("btnSetup")->isEnabled() || std::none_of(records.begin(), records.end(), measures));
+        std::sort(opened.begin(), opened.end());
+        QCOMPARE(records.keys(), opened);
     }
 
     static void checkRanges(const FormBench& bench)

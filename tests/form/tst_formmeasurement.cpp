@@ -4,96 +4,59 @@
 #include "FormBench.h"
 #include "Table.h"
 
-static QString failedText(const char* camera)
-{
-    return QStringLiteral(
-               "Failed to start measurement|Camera %1 does not support \n data throughput analysis in Kestrova.")
-        .arg(QLatin1String(camera));
-}
-
 class FormMeasurementTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void oneCamera_data()
+    void clicks_data()
     {
-        const Table<int> row("mode");
-        row("throughput", MeasModeDataThroughput);
-        row("counters", MeasModeStandardAcq);
+        // clicks: numbers of rows, + for all; looks: after each; host: what it is told
+        const Table<int, int, int, QString, QStringList, QString> row("mode", "cameras", "failing", "clicks", "looks",
+                                                                      "host");
+        row("one of two", MeasModeDataThroughput, 2, -1, "00",
+            {"Testing Stop|Stopped Start export|Start All",
+             "Stopped Start export|Stopped Start export|Start All setup"},
+            "1- 1+");
+        row("running ones are left alone", MeasModeStandardAcq, 2, -1, "1+0+",
+            {"Stopped Start|Testing Stop|Start All", "Testing Stop|Testing Stop|Stop All",
+             "Stopped Start|Testing Stop|Stop All", // the text follows only its own clicks
+             "Stopped Start|Stopped Start|Start All setup"},
+            "2- 1- 1+ 2+");
+        row("fails", MeasModeDataThroughput, 1, 0, "0", {"Stopped Start export|Start All setup"}, "");
+        row("all are rolled back", MeasModeDataThroughput, 3, 1, "0+",
+            {"Testing Stop|Stopped Start export|Stopped Start export|Start All",
+             "Stopped Start export|Stopped Start export|Stopped Start export|Start All setup"},
+            "1- 3- 1+ 3+");
     }
-    void oneCamera()
+    void clicks()
     {
         QFETCH(int, mode);
-        FormBench bench(2, mode);
-        const auto before = bench.cameras[0]->parameters();
-        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
-        QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Testing", "Stopped"}));
-        QCOMPARE(buttons(bench), (QStringList{"Stop", "Start"}));
-        QCOMPARE(bench.hostControl(), QStringLiteral("1-"));
-        QVERIFY(!bench.child("btnSetup")->isEnabled());
-        QVERIFY(bench.cameras[0]->isAcquiring());
-        if (mode == MeasModeDataThroughput)
-            QVERIFY(!bench.exportButton(0)->isEnabled() && bench.exportButton(1)->isEnabled());
-
-        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
-        QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Stopped", "Stopped"}));
-        QCOMPARE(buttons(bench), (QStringList{"Start", "Start"}));
-        QCOMPARE(bench.hostControl(), QStringLiteral("1- 1+"));
-        QVERIFY(bench.child("btnSetup")->isEnabled());
-        QCOMPARE(bench.cameras[0]->parameters(), before);
-        if (mode == MeasModeDataThroughput)
-            QVERIFY(bench.exportButton(0)->isEnabled());
-    }
-
-    void failedStart()
-    {
-        FormBench bench(1);
-        bench.failStarts(0);
+        QFETCH(int, cameras);
+        QFETCH(int, failing);
+        QFETCH(QString, clicks);
+        FormBench bench(cameras, mode);
+        QStringList told, looks;
+        if (failing >= 0) {
+            bench.failStarts(failing);
+            told.append("Failed to start measurement|Camera " + bench.cell(failing, cameraColumn) +
+                        " does not support \n data throughput analysis in Kestrova.");
+        }
         DialogRobot robot;
-        robot.inside = [&](QDialog* dialog) {
+        robot.inside = [&](QDialog* dialog) { // the progress box of a row's button does not stay behind the dialog
             for (auto* box : bench.form->findChildren<QMessageBox*>())
-                QVERIFY(!box->isVisible() || box == dialog); // the progress box does not stay behind the dialog
+                QVERIFY(clicks != QStringLiteral("0") || !box->isVisible() || box == dialog);
         };
-        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
-        QCOMPARE(robot.seen, QStringList{failedText("A (1)")});
-        QCOMPARE(bench.status(0), QStringLiteral("Stopped"));
-        QCOMPARE(buttons(bench), QStringList{"Start"});
-        QCOMPARE(bench.hostControl(), QString());
-        QVERIFY(bench.child("btnSetup")->isEnabled());
-    }
-
-    void startAllRollsBack()
-    {
-        FormBench bench(3);
-        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton); // measures before the click
-        bench.failStarts(1);
-        DialogRobot robot;
-        bench.press("btnStartAll");
-        QCOMPARE(robot.seen, QStringList{failedText("B (2)")});
-        QCOMPARE(bench.hostControl(), QStringLiteral("1- 3- 1+ 3+"));
-        QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Stopped", "Stopped", "Stopped"}));
-        QCOMPARE(buttons(bench), (QStringList{"Start", "Start", "Start"}));
-        QCOMPARE(startAllText(bench), QStringLiteral("Start All"));
-        QVERIFY(bench.exportButton(2)->isEnabled());
-        QVERIFY(bench.child("btnSetup")->isEnabled());
-    }
-
-    void startAllLeavesRunningOnesAlone()
-    {
-        FormBench bench(2, MeasModeStandardAcq);
-        QTest::mouseClick(bench.measureButton(1), Qt::LeftButton);
-        bench.press("btnStartAll");
-        QCOMPARE(bench.hostControl(), QStringLiteral("2- 1-"));
-        QCOMPARE(buttons(bench), (QStringList{"Stop", "Stop"}));
-        QCOMPARE(startAllText(bench), QStringLiteral("Stop All"));
-
-        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton); // its text follows only its own clicks
-        QCOMPARE(startAllText(bench), QStringLiteral("Stop All"));
-        bench.press("btnStartAll");
-        QCOMPARE(bench.hostControl(), QStringLiteral("2- 1- 1+ 2+"));
-        QCOMPARE(bench.columnTexts(statusColumn), (QStringList{"Stopped", "Stopped"}));
-        QCOMPARE(startAllText(bench), QStringLiteral("Start All"));
+        for (const QChar click : clicks) {
+            if (click == QLatin1Char('+'))
+                bench.press("btnStartAll");
+            else
+                QTest::mouseClick(bench.measureButton(click.digitValue()), Qt::LeftButton);
+            looks.append(bench.look());
+        }
+        QTEST(looks, "looks");
+        QTEST(bench.hostControl(), "host");
+        QCOMPARE(robot.seen, told);
     }
 
     void allLoopsEndTogether()
@@ -133,20 +96,18 @@ private Q_SLOTS:
     void endedByItself()
     {
         QFETCH(int, mode);
-        FormBench bench(1, mode);
         QFETCH(bool, live);
         QFETCH(bool, plotted);
+        FormBench bench(1, mode);
         bench.child<QAbstractButton>("checkBoxLiveGraph")->setChecked(live);
         bench.graphBox(0)->setChecked(plotted);
         QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
         bench.record(0).stopMeasurement();
         bench.tick();
-        QCOMPARE(bench.status(0), QStringLiteral("Stopped"));
-        QVERIFY(bench.child("btnSetup")->isEnabled());
-        QVERIFY(mode != MeasModeDataThroughput || bench.exportButton(0)->isEnabled());
-        QCOMPARE(bench.measureButton(0)->text(), QStringLiteral("Stop"));
+        const QString exports = mode == MeasModeDataThroughput ? QStringLiteral(" export") : QString();
+        QCOMPARE(bench.look(), QStringLiteral("Stopped Stop%1|Start All setup").arg(exports));
         QTest::mouseClick(bench.measureButton(0), Qt::LeftButton); // the state counts, not the text
-        QCOMPARE(bench.status(0), QStringLiteral("Testing"));
+        QCOMPARE(bench.look(), QStringLiteral("Testing Stop|Start All"));
     }
 
     void requiredThroughput()
@@ -162,16 +123,6 @@ private Q_SLOTS:
             QCOMPARE(int(bench.record(row).requiredThroughput), expected);
             QCOMPARE(bench.inCell<QLineEdit>(row, ThroughputColumn::RequiredThroughput)->text().toInt(), expected);
         }
-    }
-
-private:
-    static QString startAllText(const FormBench& bench) { return bench.child<QPushButton>("btnStartAll")->text(); }
-    static QStringList buttons(const FormBench& bench)
-    {
-        QStringList texts;
-        for (int row = 0; row < bench.table()->rowCount(); ++row)
-            texts.append(bench.measureButton(row)->text());
-        return texts;
     }
 };
 

@@ -5,8 +5,6 @@
 #include "FormBench.h"
 #include "Table.h"
 
-static constexpr qint64 second = 1000000;
-
 using Steps = std::vector<std::pair<const char*, std::function<void()>>>;
 
 static QImage pictureAfterReplot(QCustomPlot& plot)
@@ -34,49 +32,39 @@ class FormPlotTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void curves_data()
-    {
-        const Table<int, QStringList> row("detailLevel", "expected");
-        row("both", 3, {"Min throughput", "Max buffer level"});
-        row("less detail", 2, {"Max buffer level"});
-    }
     void curves()
     {
-        QFETCH(int, detailLevel);
         FormBench bench(1);
-        bench.host.options.detailLevel = detailLevel;
         addFrames(bench.record(0), bench.nowUs - 10 * second, bench.nowUs, second, 2000);
-        bench.tick();
-        QTEST(bench.curveNames(), "expected");
-        QCOMPARE(bench.cell(0, ThroughputColumn::AvgThroughput),
-                 QStringLiteral("1024")); // the figures come all the same
-        for (int i = 0; i < bench.plot()->graphCount(); ++i) {
-            const auto points = bench.plot()->graph(i)->data();
+        for (const auto& [detailLevel, names] :
+             Rows<int, QStringList>{{3, {"Min throughput", "Max buffer level"}}, {2, {"Max buffer level"}}}) {
+            bench.host.options.detailLevel = detailLevel;
+            bench.tick();
+            QCOMPARE(bench.curveNames(), names);
+            QCOMPARE(bench.cell(0, ThroughputColumn::AvgThroughput), QStringLiteral("1024")); // all the same
+            const auto points = bench.plot()->graph(names.size() - 1)->data();
             QCOMPARE(points->size(), 9); // all but the first and the last, which ends after now
             QCOMPARE(points->constBegin()->key, -9.0 + 8e-6);
         }
     }
 
-    void valueAxisFollowsItsCurves_data()
-    {
-        const Table<quint64, quint64, QString, QString> row("ticks", "laterTicks", "boxes", "axis");
-        row("812.7 and 3.7 MB/s", 1260, 276760, "3..812", "3..812");
-        row("1000 MB/s all the time", 1024, 1024, "900..1100", "900..1100");
-        row("4 MB/s all the time", 256000, 256000, "3..4", "3.6..4.4"); // whole numbers would cut it off
-        row("0.8 and 0.2 MB/s", 1280000, 5120000, "0..0", "0.2..0.8");
-    }
     void valueAxisFollowsItsCurves()
     {
-        QFETCH(quint64, ticks);
-        QFETCH(quint64, laterTicks);
-        FormBench bench(1);
-        auto& record = bench.record(0);
-        addFrames(record, bench.nowUs - 10 * second, bench.nowUs - 5 * second, second, ticks);
-        addFrames(record, bench.nowUs - 4 * second, bench.nowUs - 1 * second, second, laterTicks);
-        bench.tick();
-        const auto box = [&](int i) { return bench.inCell<QLineEdit>(0, ThroughputColumn::YAxisScaling, i)->text(); };
-        QTEST(box(0) + QStringLiteral("..") + box(1), "boxes");
-        QTEST(rangeText(bench.area(0)->axis(QCPAxis::atLeft)), "axis");
+        const Rows<quint64, quint64, QString> rows{
+            {1260, 276760, "3..812 3..812"},     // MB/s: 812.7 and 3.7
+            {1024, 1024, "900..1100 900..1100"}, // 1000 all the time
+            {256000, 256000, "3..4 3.6..4.4"},   // 4: whole numbers would cut it off
+            {1280000, 5120000, "0..0 0.2..0.8"}};
+        for (const auto& [ticks, laterTicks, boxesAndAxis] : rows) {
+            FormBench bench(1);
+            addFrames(bench.record(0), bench.nowUs - 10 * second, bench.nowUs - 5 * second, second, ticks);
+            addFrames(bench.record(0), bench.nowUs - 4 * second, bench.nowUs - 1 * second, second, laterTicks);
+            bench.tick();
+            const auto box = [&](int i) {
+                return bench.inCell<QLineEdit>(0, ThroughputColumn::YAxisScaling, i)->text();
+            };
+            QCOMPARE(box(0) + ".." + box(1) + " " + rangeText(bench.area(0)->axis(QCPAxis::atLeft)), boxesAndAxis);
+        }
     }
 
     void curveNamesCanBeRead()
@@ -124,32 +112,25 @@ private Q_SLOTS:
         }
     }
 
-    void timeRanges_data()
-    {
-        const Table<double, double, QString, QString> row("lower", "upper", "zoomed", "panReset");
-        row("zoom", -8.0, -3.0, "-8..-3", "-5..0");
-        row("pan", -50.0, -30.0, "-50..-30", "-20..0");
-        row("2 ms", -3.002, -3.0, "-3.002..-3", "-0.002..0");
-        row("too deep", -3.0005, -3.0, "-20..0", "-20..0");
-        row("huge", -1e15, 1e15, "-1e+15..1e+15", "-2e+15..0");
-        row("largest", -1e249, 1e249, "-1e+249..1e+249", "-2e+249..0");
-    }
     void timeRanges()
     {
-        QFETCH(double, lower);
-        QFETCH(double, upper);
-        QFETCH(QString, zoomed);
-        FormBench bench(2);
-        addFrames(bench.record(0), bench.nowUs - second, bench.nowUs, second / 10, 2000);
-        const auto shown = [](const QString& range) { return QStringList{"A (1):" + range, "B (2):" + range}; };
-        bench.area(1)->axis(QCPAxis::atBottom)->setRange(lower, upper);
-        QCOMPARE(bench.areas(), shown(zoomed));
-        QFETCH(QString, panReset);
-        for (int presses = 0; presses < 3; ++presses) {
-            bench.press("resetPan");
-            QCOMPARE(bench.areas(), shown(panReset));
-            QCOMPARE(bench.area(0)->axis(QCPAxis::atBottom)->range(),
-                     QCPRange(bench.form->timeRangeLower, bench.form->timeRangeUpper));
+        const Rows<double, double, QString, QString> rows{{-8.0, -3.0, "-8..-3", "-5..0"},
+                                                          {-50.0, -30.0, "-50..-30", "-20..0"},
+                                                          {-3.002, -3.0, "-3.002..-3", "-0.002..0"},
+                                                          {-3.0005, -3.0, "-20..0", "-20..0"}, // too deep
+                                                          {-1e15, 1e15, "-1e+15..1e+15", "-2e+15..0"},
+                                                          {-1e249, 1e249, "-1e+249..1e+249", "-2e+249..0"}};
+        for (const auto& [lower, upper, zoomed, panReset] : rows) {
+            FormBench bench(2);
+            addFrames(bench.record(0), bench.nowUs - second, bench.nowUs, second / 10, 2000);
+            bench.area(1)->axis(QCPAxis::atBottom)->setRange(lower, upper);
+            QCOMPARE(bench.areas(), (QStringList{"A (1):" + zoomed, "B (2):" + zoomed}));
+            for (int presses = 0; presses < 3; ++presses) {
+                bench.press("resetPan");
+                QCOMPARE(bench.areas(), (QStringList{"A (1):" + panReset, "B (2):" + panReset}));
+                QCOMPARE(bench.area(0)->axis(QCPAxis::atBottom)->range(),
+                         QCPRange(bench.form->timeRangeLower, bench.form->timeRangeUpper));
+            }
         }
     }
 
@@ -188,61 +169,28 @@ private Q_SLOTS:
             QVERIFY(point.key >= -3.002 && point.key <= -3.0);
     }
 
-    void referenceTimeFollowsMeasurements()
+    void liveGraph()
     {
         FormBench bench(2);
         const auto tickAt = [&bench](int seconds) {
             bench.nowUs = 36000000000 + seconds * second;
             bench.tick();
-            return (bench.form->referenceTime - 36000000000) / second;
+            return int((bench.form->referenceTime - 36000000000) / second);
         };
-        QCOMPARE(tickAt(5), 0);
-        QTest::mouseClick(bench.measureButton(1), Qt::LeftButton);
+        bench.child<QCheckBox>("checkBoxLiveGraph")->click();
+        QCOMPARE(tickAt(5), 0); // the time follows measurements
+        bench.measureButton(1)->click();
+        bench.deliverFrames(1, 3);
+        QTRY_COMPARE(int(bench.record(1).runTotals().frames), 3);
         QCOMPARE(tickAt(6), 6);
+        QCOMPARE(bench.plot()->graphCount(), 0); // frozen, the figures are not
+        QVERIFY(bench.cell(1, ThroughputColumn::AvgThroughput).toInt() > 0);
+        bench.press("refreshGraph");
+        QCOMPARE(bench.plot()->graphCount(), 4);
         bench.child<QCheckBox>("checkBoxLiveGraph")->click();
         QCOMPARE(tickAt(7), 7);
-        QTest::mouseClick(bench.measureButton(1), Qt::LeftButton);
+        bench.measureButton(1)->click();
         QCOMPARE(tickAt(8), 7);
-    }
-
-    void frozenGraph()
-    {
-        FormBench bench(1);
-        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
-        bench.deliverFrames(0, 3);
-        QTRY_COMPARE(int(bench.record(0).runTotals().frames), 3);
-        bench.nowUs += second;
-        bench.child<QCheckBox>("checkBoxLiveGraph")->click();
-        bench.tick();
-        QCOMPARE(bench.plot()->graphCount(), 0);
-        QVERIFY(bench.cell(0, ThroughputColumn::AvgThroughput).toInt() > 0);
-        bench.press("refreshGraph");
-        QCOMPARE(bench.plot()->graphCount(), 2);
-    }
-
-    void graphBoxes()
-    {
-        FormBench bench(3);
-        const auto click = [&bench](int row) { QTest::mouseClick(bench.graphBox(row), Qt::LeftButton); };
-        bench.tick();
-        click(1);
-        QCOMPARE(bench.areas(), (QStringList{"A (1):-20..0", "C (3):-20..0"}));
-        QCOMPARE(bench.plot()->plotLayout()->rowCount(), 4); // no gap
-        bench.tick();
-        QCOMPARE(bench.plot()->graphCount(), 4);
-        click(0);
-        click(2);
-        QVERIFY(bench.plot()->isHidden());
-        bench.tick(); // only statistics
-        QCOMPARE(bench.plot()->graphCount(), 0);
-        click(1);
-        QVERIFY(bench.plot()->isVisible());
-        QCOMPARE(bench.areas(), QStringList{"B (2):-20..0"});
-
-        bench.close(1); // the last one that is plotted
-        QVERIFY(bench.plot()->isHidden());
-        CameraRegistry::instance().closeAll();
-        QVERIFY(bench.plot()->isVisible());
     }
 
     void pictureIsWhatTheLayoutSays()

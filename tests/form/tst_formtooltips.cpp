@@ -5,21 +5,12 @@
 
 namespace {
 
-constexpr qint64 second = 1000000; // microseconds
-
 /// The lines behind the definition, as a person reads them.
 QStringList told(const FormBench& bench, int row, int column)
 {
     QTextDocument text;
     text.setHtml(bench.table()->item(row, column)->toolTip());
     return text.toPlainText().split(QLatin1Char('\n')).mid(1);
-}
-
-QString range(const char* from, const char* to, const char* lower, const char* upper, const char* margin)
-{
-    return QStringLiteral("Frames from %1 s to %2 s: the visible %3 s to %4 s and a margin of %5 s on either side.")
-        .arg(QLatin1String(from), QLatin1String(to), QLatin1String(lower), QLatin1String(upper),
-             QLatin1String(margin));
 }
 
 } // namespace
@@ -29,25 +20,23 @@ class FormToolTipsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void range_data()
-    {
-        const Table<double, double, double, QString> row("lower", "upper", "avgFrameTime", "line");
-        row("twenty seconds", -20.0, 0.0, 400.0, ::range("-40", "20", "-20", "0", "20"));
-        row("short frames", -0.003, -0.001, 400.0, ::range("-0.005", "0.001", "-0.003", "-0.001", "0.002"));
-        row("long frames", -0.0021, -0.001, 800.0, ::range("-0.0029", "-0.0002", "-0.0021", "-0.001", "0.0008"));
-    }
     void range()
     {
-        QFETCH(double, lower);
-        QFETCH(double, upper);
-        QFETCH(double, avgFrameTime);
+        const Rows<double, double, double, QString> rows{
+            {-20.0, 0.0, 400.0, "-40 s to 20 s: the visible -20 s to 0 s and a margin of 20"},
+            {-0.003, -0.001, 400.0, "-0.005 s to 0.001 s: the visible -0.003 s to -0.001 s and a margin of 0.002"},
+            {-0.0021, -0.001, 800.0,
+             "-0.0029 s to -0.0002 s: the visible -0.0021 s to -0.001 s and a margin of 0.0008"}};
         FormBench bench(1);
         addFrames(bench.record(0), bench.nowUs - 2000, bench.nowUs, 100, 1000);
-        bench.record(0).avgFrameTime = avgFrameTime;
-        bench.area(0)->axis(QCPAxis::atBottom)->setRange(lower, upper);
-        bench.invoke("updateGraph");
-        QTEST(told(bench, 0, ThroughputColumn::AvgThroughput).value(0), "line");
-        QCOMPARE(told(bench, 0, ThroughputColumn::CameraBufferSize), QStringList());
+        for (const auto& [lower, upper, avgFrameTime, expected] : rows) {
+            bench.record(0).avgFrameTime = avgFrameTime;
+            bench.area(0)->axis(QCPAxis::atBottom)->setRange(lower, upper);
+            bench.invoke("updateGraph");
+            QCOMPARE(told(bench, 0, ThroughputColumn::AvgThroughput).value(0),
+                     QStringLiteral("Frames from %1 s on either side.").arg(expected));
+            QCOMPARE(told(bench, 0, ThroughputColumn::CameraBufferSize), QStringList());
+        }
     }
 
     /// The average stays on screen when the view has left the frames: its tool tip must not pass it off as theirs.

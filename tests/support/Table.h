@@ -4,6 +4,9 @@
 #ifndef KESTROVA_TABLE_H
 #define KESTROVA_TABLE_H
 
+#include <tuple>
+#include <vector>
+
 #include <QtTest/QTest>
 
 template<typename... Cells>
@@ -17,5 +20,9 @@ public:
     }
     void operator()(const char* name, const Cells&... cells) const { (QTest::newRow(name) << ... << cells); }
 };
+
+/// Rows that need no names: a loop runs over them, and what a row expects tells which one has failed.
+template<typename... Cells>
+using Rows = std::vector<std::tuple<Cells...>>;
 
 #endif
