@@ -13,78 +13,60 @@ private Q_SLOTS:
     void startAllAndStopAll()
     {
         installLanguage(QStringLiteral("de"));
-        FormBench bench(2);
-        const auto texts = [&bench] {
-            return QStringList{bench.child<QPushButton>("btnStartAll")->text(), bench.measureButton(1)->text(),
-                               bench.status(1)};
-        };
+        FormBench bench(1);
         QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Abbrechen")); // Qt's own
-        const QStringList stopped{"Alle starten", "Start", "Gestoppt"};
-        QCOMPARE(texts(), stopped);
-        bench.press("btnStartAll");
-        QCOMPARE(texts(), (QStringList{"Alle stoppen", "Stopp", "Misst"}));
-        bench.press("btnStartAll");
-        QCOMPARE(texts(), stopped);
+        const QString stopped = QStringLiteral("Gestoppt Start export|Alle starten setup");
+        for (const QString& look : {stopped, QStringLiteral("Misst Stopp|Alle stoppen"), stopped}) {
+            QCOMPARE(bench.look(), look);
+            bench.press("btnStartAll");
+        }
     }
 
-    void curveBoxes_data()
-    {
-        const Table<int, int, QString> row("mode", "box", "curve");
-        row("throughput", MeasModeDataThroughput, 0, "Min throughput");
-        row("throughput, level", MeasModeDataThroughput, 1, "Max buffer level");
-        row("counters", MeasModeStandardAcq, 4, "Buffer overflow");
-    }
     void curveBoxes()
     {
-        QFETCH(int, mode);
-        QFETCH(int, box);
-        QFETCH(QString, curve);
         installLanguage(QStringLiteral("de"));
-        FormBench bench(1, mode);
-        for (const auto& kind : bench.record(0).counterList)
-            kind->supported = true;
-        const auto isShown = [&] { return !bench.curveNames().filter(curve).isEmpty(); };
-        bench.tick();
-        QVERIFY(isShown());
-        bench.curveBox(box)->click();
-        bench.tick();
-        QVERIFY(!isShown());
+        for (const auto& [mode, box, curve] : Rows<int, int, QString>{{MeasModeDataThroughput, 0, "Min throughput"},
+                                                                      {MeasModeDataThroughput, 1, "Max buffer level"},
+                                                                      {MeasModeStandardAcq, 4, "Buffer overflow"}}) {
+            FormBench bench(1, mode);
+            for (const auto& kind : bench.record(0).counterList)
+                kind->supported = true;
+            bench.tick();
+            QCOMPARE(bench.curveNames().filter(curve).size(), 1);
+            bench.curveBox(box)->click();
+            bench.tick();
+            QCOMPARE(bench.curveNames().filter(curve).size(), 0);
+        }
     }
 
-    void counterAxis_data()
-    {
-        const Table<int, int, QString> row("first", "last", "expected");
-        row("from 0", 0, 250, "-0.8..300");
-        row("from 100", 100, 250, "80..300");
-        row("all 0", 0, 0, "-0.8..1.2");
-        row("no sample in range", -1, -1, "-0.8..1.2");
-        row("no curve", -2, -2, "1.2..1.71799e+09");
-    }
     void counterAxis()
     {
-        QFETCH(int, first);
-        QFETCH(int, last);
         installLanguage(QStringLiteral("de"));
-        FormBench bench(1, MeasModeStandardAcq);
-        for (const auto& kind : bench.record(0).counterList)
-            kind->supported = first != -2;
-        const qint64 at = bench.nowUs - (first < 0 ? 3600LL : 10LL) * 1'000'000;
-        addSample(bench.record(0), at - 1'000'000, 7); // the first one is never a point
-        addSample(bench.record(0), at, first);
-        addSample(bench.record(0), at + 1'000'000, last);
-        bench.tick();
-        const QCPAxis* axis = bench.area(0)->axis(QCPAxis::atLeft);
-        QCOMPARE(axis->label(), QStringLiteral("Zählerstand"));
-        QTEST(rangeText(axis), "expected");
+        const Rows<int, int, QString> rows{{0, 250, "-0.8..300"},
+                                           {100, 250, "80..300"},
+                                           {0, 0, "-0.8..1.2"},
+                                           {-1, -1, "-0.8..1.2"},         // no sample in range
+                                           {-2, -2, "1.2..1.71799e+09"}}; // no curve
+        for (const auto& [first, last, expected] : rows) {
+            FormBench bench(1, MeasModeStandardAcq);
+            for (const auto& kind : bench.record(0).counterList)
+                kind->supported = first != -2;
+            const qint64 at = bench.nowUs - (first < 0 ? 3600LL : 10LL) * 1'000'000;
+            addSample(bench.record(0), at - 1'000'000, 7); // the first one is never a point
+            addSample(bench.record(0), at, first);
+            addSample(bench.record(0), at + 1'000'000, last);
+            bench.tick();
+            const QCPAxis* axis = bench.area(0)->axis(QCPAxis::atLeft);
+            QCOMPARE(axis->label() + QLatin1Char(' ') + rangeText(axis), QStringLiteral("Zählerstand ") + expected);
+        }
     }
 
     void nothingIsCutOff_data()
     {
         const Table<QString, int> row("language", "mode");
-        row("German, throughput", "de", MeasModeDataThroughput);
-        row("German, counters", "de", MeasModeStandardAcq);
-        row("Chinese, throughput", "zh_CN", MeasModeDataThroughput);
-        row("Chinese, counters", "zh_CN", MeasModeStandardAcq);
+        for (const QString& language : {QStringLiteral("de"), QStringLiteral("zh_CN")})
+            for (const int mode : {MeasModeDataThroughput, MeasModeStandardAcq})
+                row(qPrintable(language + QString::number(mode)), language, mode);
     }
     void nothingIsCutOff()
     {
