@@ -5,55 +5,36 @@
 #include <cstring>
 #include <thread>
 
-#include <vnCore/vnCore.h>
-
-#include "CameraRegistry.h"
-#include "HandDrivenCamera.h"
+#include "CameraBench.h"
 #include "Table.h"
-
-namespace {
-
-constexpr unsigned int longWait = 20000; // ms; ended by what the test does
-
-VN_IMG emptyImage()
-{
-    VN_IMG image{};
-    image.size = sizeof(VN_IMG);
-    return image;
-}
-
-} // namespace
 
 class TestCameraFunctions : public QObject
 {
     Q_OBJECT
 
 private:
+    std::unique_ptr<CameraBench> bench;
     CameraRegistry& registry = CameraRegistry::instance();
-    std::shared_ptr<sim::HandDrivenCamera> device;
+    sim::HandDrivenCamera* device = nullptr;
     VNCORE_HANDLE camera = nullptr;
 
 private Q_SLOTS:
     void init()
     {
-        sim::CameraScenario scenario;
-        scenario.sensor.width = scenario.sensor.height = 64;
-        device = std::make_shared<sim::HandDrivenCamera>(scenario);
-        camera = registry.open(registry.addDevice(device));
-        QVERIFY(camera != nullptr);
+        bench = std::make_unique<CameraBench>(1);
+        device = bench->devices[0].get();
+        camera = registry.open(0);
     }
-
-    void cleanup() { registry.removeAllDevices(); }
+    void cleanup() { bench.reset(); }
 
     void deadHandles()
     {
         QVERIFY(registry.close(camera));
         for (const auto dead : {camera, VNCORE_HANDLE(nullptr), reinterpret_cast<VNCORE_HANDLE>(quint64(1) << 40)}) {
             int value = 77;
-            VN_IMG image = emptyImage();
             QVERIFY(!vnApi_GetParamInt(dead, "LUTEnable", value, nullptr));
             QVERIFY(!vnApi_SetParamInt(dead, "LUTEnable:settable", 1, nullptr));
-            QVERIFY(!vnApi_GetImage(dead, longWait, &image, nullptr, true));
+            QVERIFY(!bench->receive(dead));
             QVERIFY(!vnApi_StartAcquisition(dead) && !vnApi_StopAcquisition(dead));
             QCOMPARE(value, 77);
         }
@@ -89,8 +70,7 @@ private Q_SLOTS:
         QVERIFY(registry.startHostAcquisition(camera));
         QVERIFY(!vnApi_StartAcquisition(camera));
         QVERIFY(!vnApi_StopAcquisition(camera));
-        VN_IMG image = emptyImage();
-        QVERIFY(!vnApi_GetImage(camera, longWait, &image, nullptr, true));
+        QVERIFY(!bench->receive(camera));
         QVERIFY(device->isAcquiring());
 
         QVERIFY(registry.stopHostAcquisition(camera));
@@ -125,15 +105,14 @@ private Q_SLOTS:
         QVERIFY(!registry.silentSince(camera));
         const auto began = std::chrono::steady_clock::now();
         QVERIFY(vnApi_StartAcquisition(camera));
-        VN_IMG image{};
-        QVERIFY(!vnApi_GetImage(camera, longWait, &image, nullptr, true));
-        QVERIFY(!vnApi_GetImage(camera, longWait, nullptr, nullptr, true));
-        image.size = sizeof(VN_IMG);
-        QVERIFY(vnApi_GetImage(camera, longWait, &image, nullptr, true));
+        VN_IMG& image = bench->image;
+        QVERIFY(!vnApi_GetImage(camera, 20000, &image, nullptr, true)); // of no size
+        QVERIFY(!vnApi_GetImage(camera, 20000, nullptr, nullptr, true));
+        QVERIFY(bench->receive(camera));
         QCOMPARE(image.size, quint32(sizeof(VN_IMG)));
         QCOMPARE(image.frameNumber, 0u);
         const auto first = registry.silentSince(camera);
-        QVERIFY(vnApi_GetImage(camera, longWait, &image, nullptr, true));
+        QVERIFY(bench->receive(camera));
         QVERIFY(image.data == nullptr); // handed on, but nothing for the view
         QVERIFY(registry.latestImage(camera).descriptor.data != nullptr);
 
@@ -141,7 +120,7 @@ private Q_SLOTS:
         const auto second = registry.silentSince(camera);
         QVERIFY(first && second && began < *first && *first < *second);
         device->lose();
-        QVERIFY(!vnApi_GetImage(camera, longWait, &image, nullptr, true));
+        QVERIFY(!bench->receive(camera));
         device->comeBack();
         QCOMPARE(registry.silentSince(camera), second);
         QVERIFY(vnApi_StopAcquisition(camera));
@@ -152,7 +131,7 @@ private Q_SLOTS:
         // The same thread's next wait ends the lease of its last image.
         QSet<const void*> memory;
         for (int i = 0; i < 20; ++i) {
-            QVERIFY(vnApi_GetImage(camera, longWait, &image, nullptr, true));
+            QVERIFY(bench->receive(camera));
             memory.insert(image.data);
         }
         QVERIFY(memory.size() <= 3);
@@ -164,27 +143,21 @@ private Q_SLOTS:
         row("loss", 0);
         row("stop by another thread", 1);
         row("close", 2);
-        row("the device itself", 3);
     }
 
     void memoryOutlives()
     {
         QFETCH(int, event);
-        QVERIFY(vnApi_StartAcquisition(camera));
-        VN_IMG image = emptyImage();
-        QVERIFY(vnApi_GetImage(camera, longWait, &image, nullptr, true));
+        QVERIFY(vnApi_StartAcquisition(camera) && bench->receive(camera));
+        const VN_IMG& image = bench->image;
         const QByteArray former(static_cast<const char*>(image.data), static_cast<int>(image.dataBytes));
         QCOMPARE(former.size(), 64 * 64);
         if (event == 0)
             device->lose();
-        if (event == 1)
+        else if (event == 1)
             std::thread(vnApi_StopAcquisition, camera).join();
-        if (event >= 2)
+        else
             registry.close(camera);
-        if (event == 3) {
-            registry.removeAllDevices();
-            device.reset();
-        }
         QVERIFY(std::memcmp(image.data, former.constData(), image.dataBytes) == 0);
     }
 };

@@ -4,10 +4,7 @@
 
 #include <thread>
 
-#include <vnCore/vnCore.h>
-
-#include "CameraRegistry.h"
-#include "HandDrivenCamera.h"
+#include "CameraBench.h"
 
 class TestCameraRegistry : public QObject
 {
@@ -16,25 +13,13 @@ class TestCameraRegistry : public QObject
 private:
     CameraRegistry& registry = CameraRegistry::instance();
     CxCameraManager* const manager = CxCameraManager::instance();
-    std::vector<std::shared_ptr<sim::HandDrivenCamera>> devices;
-
-    VNCORE_HANDLE openFirst() { return registry.open(0); }
+    std::unique_ptr<CameraBench> bench;
 
 private Q_SLOTS:
-    void init()
-    {
-        for (const char* id : {"a", "b", "c"}) {
-            sim::CameraScenario scenario;
-            scenario.id = QLatin1String(id);
-            devices.push_back(std::make_shared<sim::HandDrivenCamera>(scenario));
-            registry.addDevice(devices.back());
-        }
-    }
-
+    void init() { bench = std::make_unique<CameraBench>(3); }
     void cleanup()
     {
-        registry.removeAllDevices();
-        devices.clear();
+        bench.reset();
         QCoreApplication::processEvents();
     }
 
@@ -44,7 +29,7 @@ private Q_SLOTS:
         const VNCORE_HANDLE a = registry.open(0);
         QVERIFY(c != nullptr && c < a);
         QCOMPARE(manager->openedCameras(), (QList<VNCORE_HANDLE>{c, a}));
-        QCOMPARE(manager->cameraParameters(c)->cameraInfo().id, QStringLiteral("c"));
+        QCOMPARE(manager->cameraParameters(c)->cameraInfo().id, QStringLiteral("C"));
         QVERIFY(registry.open(0) == nullptr);
         QVERIFY(registry.open(3) == nullptr);
         QVERIFY(registry.open(-1) == nullptr);
@@ -68,13 +53,13 @@ private Q_SLOTS:
         disconnect(slot);
         QCOMPARE(closed.count(), 2);
         QVERIFY(registry.openedCameras().isEmpty());
-        devices[0]->lose(); // nobody listens any more
+        bench->devices[0]->lose(); // nobody listens any more
         QCoreApplication::processEvents();
     }
 
     void formatChangesAreQueued()
     {
-        const VNCORE_HANDLE camera = openFirst();
+        const VNCORE_HANDLE camera = registry.open(0);
         QMutex held; // as a plug-in holds one around its calls
         int announced = 0;
         const auto slot = connect(
@@ -103,13 +88,13 @@ private Q_SLOTS:
 
     void lossIsToldOnTheUserInterfaceThread()
     {
-        const VNCORE_HANDLE camera = openFirst();
+        const VNCORE_HANDLE camera = registry.open(0);
         QSignalSpy lost(&registry, &CameraRegistry::cameraLost);
         QSignalSpy returned(&registry, &CameraRegistry::cameraReturned);
         QSignalSpy changed(&registry, &CameraRegistry::devicesChanged);
         QSignalSpy format(manager, &CxCameraManager::imageFormatChanged);
         const auto setLost = [this](size_t device, bool isLost) {
-            std::thread([&] { isLost ? devices[device]->lose() : devices[device]->comeBack(); }).join();
+            std::thread([&] { isLost ? bench->devices[device]->lose() : bench->devices[device]->comeBack(); }).join();
         };
         setLost(0, true);
         QCOMPARE(lost.count(), 0);
@@ -129,7 +114,7 @@ private Q_SLOTS:
     void aBatchIsWrittenInItsOrder()
     {
         QSignalSpy announced(manager, &CxCameraManager::imageFormatChanged);
-        auto* parameters = manager->cameraParameters(openFirst());
+        auto* parameters = manager->cameraParameters(registry.open(0));
         QVERIFY(parameters->findParam(QStringLiteral("LUTEnabel"), false) == nullptr);
         auto* table = parameters->findParam(QStringLiteral("LUTEnable"), false);
         auto* policy = parameters->findParam(QStringLiteral("buffer_policy"), false);
@@ -141,7 +126,7 @@ private Q_SLOTS:
         QVERIFY(table->setParamValue(CxValue(1)));
         QVERIFY(policy->setParamValue(CxValue(0)));
         QVector<QByteArray> written;
-        devices[0]->setHook([&written](const sim::HostCall& call) {
+        bench->devices[0]->setHook([&written](const sim::HostCall& call) {
             if (call.kind == sim::Call::Set && call.parameter != "buffer_policy")
                 written << call.parameter;
             return call.kind != sim::Call::Set || call.parameter != "buffer_policy";
@@ -155,7 +140,7 @@ private Q_SLOTS:
         QCOMPARE(policy->value.toInt(), 1); // what the camera has
         QVERIFY(parameters->endCommitBatch(CommitRefreshGuiNone));
         QCOMPARE(written.size(), 2);
-        devices[0]->setHook({});
+        bench->devices[0]->setHook({});
         QTRY_COMPARE(announced.count(), 1);
     }
 };

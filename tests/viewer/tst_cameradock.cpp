@@ -5,13 +5,10 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTreeWidget>
 
-#include <vnCore/vnCore.h>
-
+#include "CameraBench.h"
 #include "CameraDock.h"
 #include "CameraEvents.h"
-#include "CameraRegistry.h"
 #include "EventLog.h"
-#include "HandDrivenCamera.h"
 #include "ImageView.h"
 #include "TakeOvers.h"
 
@@ -24,22 +21,13 @@ const QString opened("open, closed, &Close, &Start view, Mono 8");
 const QString measuring("measuring, closed, &Close");
 
 /// The list of two cameras, as a person sees and uses it.
-struct Desk
+struct Desk : CameraBench
 {
-    Desk() { dock.show(); }
-    ~Desk() { CameraRegistry::instance().removeAllDevices(); }
-
-    static std::vector<std::shared_ptr<sim::HandDrivenCamera>> addCameras()
+    Desk() : CameraBench(2)
     {
-        std::vector<std::shared_ptr<sim::HandDrivenCamera>> added;
-        for (const char* name : {"A", "B"}) {
-            sim::CameraScenario scenario;
-            scenario.name = scenario.id = QString::fromLatin1(name);
-            added.push_back(std::make_shared<sim::HandDrivenCamera>(scenario));
-            added.back()->setGated(true);
-            CameraRegistry::instance().addDevice(added.back());
-        }
-        return added;
+        for (const auto& each : devices)
+            each->setGated(true);
+        dock.show();
     }
 
     static VNCORE_HANDLE camera() { return CxCameraManager::instance()->openedCameras().value(0); }
@@ -65,15 +53,12 @@ struct Desk
             result.append(log.index(row, EventLog::TextColumn).data().toString());
         return result;
     }
-    VN_IMG receiveFrame() const
+    void receiveFrame()
     {
-        cameras[0]->release();
-        VN_IMG image{};
-        image.size = sizeof image;
-        return vnApi_GetImage(camera(), 5000, &image, nullptr, true) ? image : VN_IMG{};
+        devices[0]->release();
+        QVERIFY(receive(camera()));
     }
 
-    const std::vector<std::shared_ptr<sim::HandDrivenCamera>> cameras = addCameras();
     EventLog log;
     TakeOvers takeOvers;
     CameraEvents events{log, takeOvers};
@@ -98,10 +83,10 @@ private Q_SLOTS:
         QCOMPARE(selected.takeFirst()[0].value<VNCORE_HANDLE>(), desk.camera());
         desk.press("btnViewCamera");
         QCOMPARE(desk.shown(), QString("live, closed, &Close, &Stop view, Mono 8"));
-        QVERIFY(desk.cameras[0]->isAcquiring());
+        QVERIFY(desk.devices[0]->isAcquiring());
         desk.press("btnOpenCamera");
         QCOMPARE(desk.shown(), closed);
-        QVERIFY(!desk.cameras[0]->isAcquiring());
+        QVERIFY(!desk.devices[0]->isAcquiring());
         QCOMPARE(selected.size(), 1);
         QCOMPARE(desk.lines(), QStringList({"A (A) opened", "A (A) closed"}));
     }
@@ -111,10 +96,10 @@ private Q_SLOTS:
         Desk desk;
         desk.press("btnOpenCamera");
         QTest::keyClick(desk.formats(), Qt::Key_Down);
-        QCOMPARE(desk.cameras[0]->parameter(VN_PRM_IMAGE_DATA_FORMAT), int(VN_FRM_MONO16));
+        QCOMPARE(desk.devices[0]->parameter(VN_PRM_IMAGE_DATA_FORMAT), int(VN_FRM_MONO16));
         vnApi_SetParamInt(desk.camera(), VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_TRANSPORT_DATA, nullptr);
         QTRY_COMPARE(desk.formats()->currentData().toInt(), int(VN_FRM_TRANSPORT_DATA));
-        desk.cameras[0]->setHook([](const sim::HostCall& call) { return call.kind != sim::Call::Set; });
+        desk.devices[0]->setHook([](const sim::HostCall& call) { return call.kind != sim::Call::Set; });
         QTest::keyClick(desk.formats(), Qt::Key_Up);
         QVERIFY(desk.lines().constLast().contains("refused"));
         QCOMPARE(desk.formats()->currentData().toInt(), int(VN_FRM_TRANSPORT_DATA));
@@ -142,11 +127,11 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.press("btnOpenCamera");
-        desk.cameras[0]->lose();
+        desk.devices[0]->lose();
         QTRY_VERIFY(desk.shown().startsWith("lost, closed, "));
-        desk.cameras[0]->comeBack();
+        desk.devices[0]->comeBack();
         QTRY_COMPARE(desk.shown(), opened);
-        desk.cameras[1]->lose();
+        desk.devices[1]->lose();
         desk.list->setCurrentItem(desk.list->topLevelItem(1));
         desk.press("btnOpenCamera");
         QCOMPARE(desk.lines(),
@@ -175,8 +160,8 @@ private Q_SLOTS:
         QCOMPARE(after(1s), QString("measuring, 2"));
         QCOMPARE(after(5s), QString("silent 5 s, 2")); // one line with the first
         QVERIFY(desk.lines().constLast().contains("no frame"));
-        desk.cameras[0]->lose();
-        desk.cameras[0]->comeBack(); // sends nothing until it is started again
+        desk.devices[0]->lose();
+        desk.devices[0]->comeBack(); // sends nothing until it is started again
         QTRY_VERIFY(desk.lines().constLast().contains("is back"));
         QVERIFY(after(7s).startsWith("silent 7 s"));
     }
@@ -196,7 +181,8 @@ private Q_SLOTS:
             QTRY_VERIFY(each->caption().contains("Mono 8") && each->caption().contains("frame 0"));
         }
         view.hide();
-        QCOMPARE(desk.receiveFrame().frameNumber, 1U); // looking took none
+        desk.receiveFrame();
+        QCOMPARE(desk.image.frameNumber, 1U); // looking took none
         QTRY_VERIFY(witness.caption().contains("frame 1"));
         QVERIFY(view.caption().contains("frame 0"));
         view.show();

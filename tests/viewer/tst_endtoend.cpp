@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A person's session with the real viewer, the built plug-in and the default cameras, on a real display and in real
 // time. Curves are looked for where a person sees them: in the picture.
-#include <vector>
-
 #include <qcustomplot.h>
 
 #include <QtTest/QtTest>
@@ -10,10 +8,7 @@
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QTreeWidget>
 
-#include "CameraRegistry.h"
-#include "MainWindow.h"
-#include "sim/SimulatedCamera.h"
-#include "Viewer.h"
+#include "ViewerSession.h"
 
 namespace {
 
@@ -43,72 +38,52 @@ class TestEndToEnd : public QObject
 private Q_SLOTS:
     void sessionRestoresEveryCamera();
     void programSavesAPictureOfTheCurves();
-
-private:
-    QString settingsFile() const { return m_directory.filePath("settings.ini"); }
-
-    QTemporaryDir m_directory;
 };
 
 void TestEndToEnd::sessionRestoresEveryCamera()
 {
-    ViewerOptions options;
-    options.settingsFile = settingsFile();
-    Viewer viewer(options);
-    QCOMPARE(viewer.start(), QString());
-    QVERIFY(QTest::qWaitForWindowExposed(&viewer.window()));
-
-    std::vector<std::shared_ptr<sim::SimulatedCamera>> models; // outlive the viewer's end
-    std::vector<QMap<QString, int>> before;
-    for (int i = 0; i < CameraRegistry::instance().deviceCount(); ++i) {
-        models.push_back(std::dynamic_pointer_cast<sim::SimulatedCamera>(CameraRegistry::instance().device(i)));
-        QVERIFY(models.back());
-        before.push_back(models.back()->parameters());
-    }
-    QCOMPARE(models.size(), size_t(4));
-
-    auto* form = viewer.window().findChild<QWidget*>("CxDataGraphForm");
-    QVERIFY(form);
-    auto* startAll = form->findChild<QAbstractButton*>("btnStartAll");
-    auto* table = form->findChild<QTableWidget*>("table");
-    auto* plot = form->findChild<QCustomPlot*>("plot");
-    QTest::mouseClick(startAll, Qt::LeftButton);
-    QCOMPARE(startAll->text(), QString("Stop All"));
-    for (size_t i = 0; i < models.size(); ++i) {
-        QCOMPARE(table->item(int(i), 1)->text(), QString("Testing"));
-        QVERIFY2(models[i]->parameters() != before[i], "nothing would have to be restored");
-    }
-    for (int area = 0; area < plot->axisRectCount(); ++area) {
+    ViewerSession session;
+    QVERIFY(session.begin());
+    QCOMPARE(session.models.size(), size_t(4));
+    auto* table = session.form->findChild<QTableWidget*>("table");
+    auto* plot = session.form->findChild<QCustomPlot*>("plot");
+    const auto states = [table] {
+        QStringList texts;
+        for (int row = 0; row < table->rowCount(); ++row)
+            texts.append(table->item(row, 1)->text());
+        return texts.join(' ');
+    };
+    QTest::mouseClick(session.startAll, Qt::LeftButton);
+    QCOMPARE(session.startAll->text(), QString("Stop All"));
+    QCOMPARE(states(), QString("Testing Testing Testing Testing"));
+    for (size_t i = 0; i < session.models.size(); ++i)
+        QVERIFY2(session.models[i]->parameters() != session.before[i], "nothing would have to be restored");
+    for (int area = 0; area < plot->axisRectCount(); ++area)
         QTRY_VERIFY_WITH_TIMEOUT(showsCurves(plot->grab(plot->axisRect(area)->rect()).toImage()), curvesWithinMs);
-    }
 
-    auto* list = viewer.window().findChild<QTreeWidget*>();
+    auto* list = session.viewer->window().findChild<QTreeWidget*>();
     list->setCurrentItem(list->topLevelItem(2));
-    QTest::mouseClick(viewer.window().findChild<QAbstractButton*>("btnOpenCamera"), Qt::LeftButton);
-    QCOMPARE(table->rowCount(), 3);
+    QTest::mouseClick(session.viewer->window().findChild<QAbstractButton*>("btnOpenCamera"), Qt::LeftButton);
     QCOMPARE(plot->axisRectCount(), 3);
-    QCOMPARE(models[2]->parameters(), before[2]);
-
+    QCOMPARE(session.models[2]->parameters(), session.before[2]);
     QTest::mouseClick(table->cellWidget(0, 2), Qt::LeftButton); // its "Stop"
-    QCOMPARE(table->item(0, 1)->text(), QString("Stopped"));
-    QCOMPARE(models[0]->parameters(), before[0]);
-    QCOMPARE(table->item(1, 1)->text(), QString("Testing")); // this one and the next measure when the window closes
+    QCOMPARE(session.models[0]->parameters(), session.before[0]);
+    QCOMPARE(states(), QString("Stopped Testing Testing")); // these two measure when the window closes
 
-    QTimer::singleShot(0, &viewer.window(), &QWidget::close);
+    QTimer::singleShot(0, &session.viewer->window(), &QWidget::close);
     QCOMPARE(QApplication::exec(), 0);
-    viewer.shutDown();
-    for (size_t i = 0; i < models.size(); ++i) {
-        QCOMPARE(models[i]->parameters(), before[i]);
-    }
+    session.viewer->shutDown();
+    QCOMPARE(session.parameters(), session.before);
 }
 
 void TestEndToEnd::programSavesAPictureOfTheCurves()
 {
-    const QString picture = m_directory.filePath("window.png");
+    const QTemporaryDir directory;
+    const QString picture = directory.filePath("window.png");
     QProcess program;
     program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    program.start(KESTROVA_PROGRAM,
-                  {"--settings", settingsFile(), "--start", "--quit-after", "6s", "--screenshot", picture});
+    program.start(KESTROVA_PROGRAM, {"--settings", directory.filePath("settings.ini"), "--start", "--quit-after",
+                                     "6s", "--screenshot", picture});
     QVERIFY(program.waitForFinished(curvesWithinMs));
     QCOMPARE(program.exitStatus(), QProcess::NormalExit);
     QCOMPARE(program.exitCode(), 0);

@@ -22,9 +22,8 @@ private Q_SLOTS:
     {
         EventLog log;
         const QAbstractItemModelTester tester(&log);
-        for (const char* text : {"a", "b", "a", "b", "a", "c"}) {
+        for (const char* text : {"a", "b", "a", "b", "a", "c"})
             log.append(EventLog::Severity::Information, text);
-        }
         QCOMPARE(column(log, EventLog::TextColumn), QStringList({"b", "a", "c"}));
         QCOMPARE(column(log, EventLog::CountColumn), QStringList({"2 ×", "3 ×", ""}));
         log.append(EventLog::Severity::Critical, "c");
@@ -39,9 +38,8 @@ private Q_SLOTS:
     {
         EventLog log;
         log.append(EventLog::Severity::Information, "alone");
-        for (int i = 0; i < EventLog::capacity + 1; ++i) {
+        for (int i = 0; i < EventLog::capacity + 1; ++i)
             log.append(EventLog::Severity::Warning, i % 2 == 0 ? "two\nlines" : "other");
-        }
         QCOMPARE(log.forgotten(), 2);
         QCOMPARE(column(log, EventLog::TextColumn), QStringList({"other", "two lines"}));
         const QList<QByteArray> saved = lines(log);
@@ -60,37 +58,28 @@ private Q_SLOTS:
         MessageQueue queue;
         std::mutex recordMutex;
         QStringList heard;
-        QStringList origins;
-        QList<VNCORE_HANDLE> cameras;
         connect(&queue, &MessageQueue::criticalMessage, this,
                 [&](const QString& text, const QString& origin, VNCORE_HANDLE camera) {
                     const std::lock_guard lock(recordMutex);
-                    heard.append(text);
-                    origins.append(origin);
-                    cameras.append(camera);
+                    heard.append(QStringLiteral("%1|%2|%3").arg(text, origin.right(33)).arg(quintptr(camera)));
                 });
-        auto* const measured = reinterpret_cast<VNCORE_HANDLE>(6);
-        auto* const closed = reinterpret_cast<VNCORE_HANDLE>(7);
         std::thread worker([&] {
             const std::lock_guard lock(recordMutex);
             qWarning("not critical");
-            lastCameraCall() = {measured, true};
+            lastCameraCall() = {reinterpret_cast<VNCORE_HANDLE>(6), true};
             logFailure("a file.cpp", 12, "Some::where", "it \"fell\" \\ over");
         });
         worker.join();
         {
             const std::lock_guard lock(recordMutex);
-            vnApi_StopAcquisition(closed); // fails
+            vnApi_StopAcquisition(reinterpret_cast<VNCORE_HANDLE>(7)); // fails
             qCritical("from the user interface");
         }
         QVERIFY(heard.isEmpty());
-        QTRY_COMPARE(heard, QStringList({R"(it "fell" \ over)", "from the user interface"}));
-        QVERIFY2(origins[0].endsWith("a file.cpp line 12, Some::where()"), qPrintable(origins[0]));
-        QCOMPARE(origins[1], QString());
-        QCOMPARE(cameras, (QList<VNCORE_HANDLE>{measured, closed}));
+        QTRY_COMPARE(heard.size(), 2);
         qCritical("later");
-        QTRY_COMPARE(cameras.size(), 3);
-        QVERIFY(cameras[2] == nullptr);
+        QTRY_COMPARE(heard, QStringList({R"(it "fell" \ over|a file.cpp line 12, Some::where()|6)",
+                                         "from the user interface||7", "later||0"}));
     }
 
     void floodIsBoundedAndCounted()
@@ -99,9 +88,8 @@ private Q_SLOTS:
         {
             MessageQueue queue;
             connect(&queue, &MessageQueue::criticalMessage, this, [&](const QString& text) { heard.append(text); });
-            for (int i = 0; i < 20'005; ++i) {
+            for (int i = 0; i < 20'005; ++i)
                 qDebug("%s", "");
-            }
             qCritical("too late");
         }
         QCOMPARE(heard.size(), 1);
@@ -119,9 +107,8 @@ private:
     static QStringList column(const EventLog& log, int column)
     {
         QStringList result;
-        for (int row = 0; row < log.rowCount(); ++row) {
+        for (int row = 0; row < log.rowCount(); ++row)
             result.append(log.index(row, column).data().toString());
-        }
         return result;
     }
 };

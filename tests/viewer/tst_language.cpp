@@ -25,19 +25,14 @@ private Q_SLOTS:
         QTEST(chooseLanguage(wanted), "chosen");
     }
 
-    void byName_data()
+    void byName()
     {
-        const Table<QString> row("chosen");
-        row("de", "de");
-        row("de_CH", "de");
-        row("en", "en");
-        row("zh", "zh_CN");
-        row("zh-Hans", "zh_CN");
-        row("fr", "");
-        row("nonsense", "");
-        row("../de", "");
+        const QStringList names{"de", "de_CH", "en", "zh", "zh-Hans", "fr", "nonsense", "../de"};
+        QStringList chosen;
+        for (const QString& name : names)
+            chosen.append(chooseLanguage(name));
+        QCOMPARE(chosen, QStringList({"de", "de", "en", "zh_CN", "zh_CN", "", "", ""}));
     }
-    void byName() { QTEST(chooseLanguage(QString(QTest::currentDataTag())), "chosen"); }
 };
 
 QTEST_GUILESS_MAIN(TestLanguage)

@@ -10,14 +10,11 @@
 #include <qcustomplot.h>
 
 #include <QtTest/QtTest>
-#include <QtWidgets/QAbstractButton>
 
-#include "CameraRegistry.h"
 #include "engine/CameraLineData.h"
+#include "Files.h"
 #include "form/DataGraphForm.h"
-#include "MainWindow.h"
-#include "sim/SimulatedCamera.h"
-#include "Viewer.h"
+#include "ViewerSession.h"
 
 namespace {
 
@@ -37,8 +34,7 @@ const bool underValgrind = qEnvironmentVariableIsSet("KESTROVA_TEST_SCALE"); // 
 /// How long a thread has been ready to run without getting a processor.
 double unservedMs(pid_t thread)
 {
-    QFile file(QStringLiteral("/proc/self/task/%1/schedstat").arg(thread));
-    return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toDouble() / 1e6 : 0.0;
+    return readFile(QStringLiteral("/proc/self/task/%1/schedstat").arg(thread)).split(' ').value(1).toDouble() / 1e6;
 }
 
 /// Asks the event loop for an answer again and again, as a person who clicks all the time would.
@@ -84,6 +80,19 @@ private:
     std::thread m_thread;
 };
 
+/// A quarter of a megabyte, five times a second; links that are no faster, so that the curves are dense.
+QByteArray scenario(int cameras)
+{
+    QJsonArray list;
+    for (int i = 0; i < cameras; ++i) {
+        list.append(QJsonObject{{"name", "CAM"},
+                                {"id", QString::number(1000 + i)},
+                                {"sensor", QJsonObject{{"width", 512}, {"height", 512}, {"rateHz", framesPerSecond}}},
+                                {"link", QJsonObject{{"rate", 1.32}, {"stallEveryMs", 50}, {"stallUs", 200}}}});
+    }
+    return QJsonDocument(QJsonObject{{"cameras", list}}).toJson();
+}
+
 } // namespace
 
 class TestLoad : public QObject
@@ -95,31 +104,8 @@ private Q_SLOTS:
     void windowAnswersAndNoFrameIsLost();
 
 private:
-    QString scenario(int cameras);
     void zoomUntil(CxDataGraphForm* form, const char* state, const std::function<bool()>& done);
-    static sim::Ledger ledgerOf(int device)
-    {
-        return std::dynamic_pointer_cast<sim::SimulatedCamera>(CameraRegistry::instance().device(device))->ledger();
-    }
-
-    QTemporaryDir m_directory;
 };
-
-/// A quarter of a megabyte, five times a second; links that are no faster, so that the curves are dense.
-QString TestLoad::scenario(int cameras)
-{
-    QJsonArray list;
-    for (int i = 0; i < cameras; ++i) {
-        list.append(QJsonObject{{"name", "CAM"},
-                                {"id", QString::number(1000 + i)},
-                                {"sensor", QJsonObject{{"width", 512}, {"height", 512}, {"rateHz", framesPerSecond}}},
-                                {"link", QJsonObject{{"rate", 1.32}, {"stallEveryMs", 50}, {"stallUs", 200}}}});
-    }
-    QFile file(m_directory.filePath("cameras.json"));
-    if (file.open(QIODevice::WriteOnly))
-        file.write(QJsonDocument(QJsonObject{{"cameras", list}}).toJson());
-    return file.fileName();
-}
 
 /// A turn of the wheel every 100 ms, in and out.
 void TestLoad::zoomUntil(CxDataGraphForm* form, const char* state, const std::function<bool()>& done)
@@ -153,31 +139,27 @@ void TestLoad::windowAnswersAndNoFrameIsLost()
 {
     QFETCH(int, mode);
     const int cameras = setting("KESTROVA_LOAD_CAMERAS", underValgrind ? 2 : 16);
-    ViewerOptions options;
-    options.settingsFile = m_directory.filePath("settings.ini");
-    options.camerasFile = scenario(cameras);
-    QSettings(options.settingsFile, QSettings::IniFormat).setValue("DataThroughputGraphPlugin/DTGTMeasMode", mode);
-    Viewer viewer(options);
-    QCOMPARE(viewer.start(), QString());
-    QVERIFY(QTest::qWaitForWindowExposed(&viewer.window()));
-    auto* form = static_cast<CxDataGraphForm*>(viewer.window().findChild<QWidget*>("CxDataGraphForm"));
-    QVERIFY(form);
+    ViewerSession session;
+    session.options.camerasFile = writeFile(session.directory.filePath("cameras.json"), scenario(cameras));
+    session.set("DTGTMeasMode", mode);
+    QVERIFY(session.begin());
+    auto* form = static_cast<CxDataGraphForm*>(session.form);
     QCOMPARE(form->lineDataMap.size(), cameras);
-    auto* startAll = form->findChild<QAbstractButton*>("btnStartAll");
-    startAll->click();
+    session.startAll->click();
     const auto frames = quint64(setting("KESTROVA_LOAD_SECONDS", 2)) * quint64(framesPerSecond);
-    const auto received = [&] { return ledgerOf(cameras - 1).total(sim::Fate::Received).frames; };
-    zoomUntil(form, "measuring", [&] { return received() > frames; });
+    const auto received = [](const auto& model) { return model->ledger().total(sim::Fate::Received).frames; };
+    zoomUntil(form, "measuring", [&] { return received(session.models.back()) > frames; });
     form->findChild<QAbstractButton*>("checkBoxLiveGraph")->click();
-    zoomUntil(form, "measuring without live graph", [&] { return received() > 2 * frames; });
-    startAll->click();
+    zoomUntil(form, "measuring without live graph", [&] { return received(session.models.back()) > 2 * frames; });
+    session.startAll->click();
     zoomUntil(form, "stopped", [rest = 20]() mutable { return --rest < 0; });
 
     for (int i = 0; i < cameras; ++i) {
+        const auto& model = session.models[size_t(i)];
         const CxCameraLineData* record = form->lineDataMap.value(CameraRegistry::instance().openedHandle(i));
-        QCOMPARE(record->runTotals().frames, ledgerOf(i).total(sim::Fate::Received).frames);
+        QCOMPARE(record->runTotals().frames, received(model));
         // Neither drawing nor its absence has made a camera wait: its counters show nothing but what arrived.
-        QVERIFY(underValgrind || ledgerOf(i).counters[VN_COUNTER_API_SKIP] == 0);
+        QVERIFY(underValgrind || model->ledger().counters[VN_COUNTER_API_SKIP] == 0);
     }
 }
 

@@ -8,6 +8,7 @@
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollArea>
 
+#include "Files.h"
 #include "LogCapture.h"
 #include "PluginDocks.h"
 #include "PluginManager.h"
@@ -15,29 +16,31 @@
 #include "TakeOvers.h"
 #include "ViewerDelegate.h"
 
+namespace {
+
+/// What a plug-in comes into.
+struct Host
+{
+    QMainWindow window;
+    QMenu menu;
+    PluginDocks docks{window, menu};
+    TakeOvers takeOvers;
+    ViewerDelegate delegate{docks, takeOvers};
+    PluginManager manager{docks};
+};
+
+QString module(const char* name)
+{
+    return QStringLiteral(MODULES_DIR "/") + name;
+}
+
+} // namespace
+
 class TestPluginManager : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        qApp->setProperty("diary", {});
-        m_window = std::make_unique<QMainWindow>();
-        m_menu = std::make_unique<QMenu>();
-        m_docks = std::make_unique<PluginDocks>(*m_window, *m_menu);
-        m_takeOvers = std::make_unique<TakeOvers>();
-        m_delegate = std::make_unique<ViewerDelegate>(*m_docks, *m_takeOvers);
-        m_manager = std::make_unique<PluginManager>(*m_docks);
-    }
-    void cleanup()
-    {
-        m_manager.reset();
-        m_delegate.reset();
-        m_docks.reset();
-        m_window.reset();
-    }
-
     void wrongFilesAreRefusedWithAReason_data()
     {
         const Table<QString, QString, QStringList> row("directory", "reason", "expectedDiary");
@@ -46,31 +49,34 @@ private Q_SLOTS:
         row("init fails", module("initfails"), "initialised", {"init", "widget destroyed", "plug-in destroyed"});
         row("init throws", module("throws"), "no luck", {"init", "widget destroyed", "plug-in destroyed"});
         row("text", fileWith("text.so", "no library"), "no plug-in", {});
-        row("torn off", fileWith("torn.so", contents(module("good") + "/good.so").left(30'000)), ".", {});
+        row("torn off", fileWith("torn.so", readFile(module("good") + "/good.so").left(30'000)), ".", {});
     }
     void wrongFilesAreRefusedWithAReason()
     {
         QFETCH(QString, directory);
         QFETCH(QString, reason);
-        m_manager->load({directory, module("good")});
-        QCOMPARE(m_manager->plugins().size(), size_t(2));
-        const QString error = m_manager->plugins()[0].error;
-        QVERIFY2(error.contains(reason), qPrintable(error));
-        QCOMPARE(m_manager->plugins()[1].error, QString()); // the good one is not held up
-        QCOMPARE(m_manager->plugins()[1].name, QStringLiteral("Test plug-in"));
-        QStringList entries = diary();
-        QCOMPARE(entries.takeLast(), QStringLiteral("init"));
-        QTEST(entries, "expectedDiary");
-        QCOMPARE(m_docks->widgets().size(), 1);
+        qApp->setProperty("diary", {});
+        Host host;
+        host.manager.load({directory, module("good")});
+        const auto& plugins = host.manager.plugins();
+        QCOMPARE(plugins.size(), size_t(2));
+        QVERIFY2(plugins[0].error.contains(reason), qPrintable(plugins[0].error));
+        QCOMPARE(plugins[1].name + plugins[1].error, QString("Test plug-in")); // the good one is not held up
+        // Without the number of open cameras.
+        QStringList diary = qApp->property("diary").toStringList().replaceInStrings(QRegularExpression(" \\(.*"), {});
+        QCOMPARE(diary.takeLast(), QString("init"));
+        QTEST(diary, "expectedDiary");
+        QCOMPARE(host.docks.widgets().size(), 1);
     }
 
     void exceptionInUseIsTold()
     {
-        m_manager->load({module("good")});
-        QSettings settings(m_directory.filePath("settings.ini"), QSettings::IniFormat);
+        Host host;
+        host.manager.load({module("good")});
+        QSettings settings(directory.filePath("settings.ini"), QSettings::IniFormat);
         qApp->setProperty("loadThrows", true);
         const LogCapture log;
-        m_manager->loadSettings(settings);
+        host.manager.loadSettings(settings);
         qApp->setProperty("loadThrows", {});
         QCOMPARE(log.lines().size(), 1);
         QCOMPARE(settings.group(), QString()); // which the next plug-in would write into
@@ -79,13 +85,13 @@ private Q_SLOTS:
     void whatOthersCanChangeIsTold_data()
     {
         // of the directory above, the plug-in's directory and its file
-        const Table<int, int, int, QString> row("above", "directory", "file", "told");
-        row("the user's own", 0755, 0755, 0644, {});
-        row("file of a group", 0755, 0755, 0664, "/safe/plugins/good.so");
-        row("directory of all", 0755, 0757, 0644, "/safe/plugins");
-        row("others can add to it", 0755, 01757, 0644, "/safe/plugins");
-        row("all can replace the directory", 0757, 0755, 0644, "/safe");
-        row("only their own, as in /tmp", 01777, 0755, 0644, {});
+        const Table<QVector<int>, QString> row("modes", "told");
+        row("the user's own", {0755, 0755, 0644}, {});
+        row("file of a group", {0755, 0755, 0664}, "/safe/plugins/good.so");
+        row("directory of all", {0755, 0757, 0644}, "/safe/plugins");
+        row("others can add to it", {0755, 01757, 0644}, "/safe/plugins");
+        row("all can replace the directory", {0757, 0755, 0644}, "/safe");
+        row("only their own, as in /tmp", {01777, 0755, 0644}, {});
     }
     void whatOthersCanChangeIsTold()
     {
@@ -95,70 +101,46 @@ private Q_SLOTS:
         const QString plugins = top + "/safe/plugins";
         QVERIFY(QDir().mkpath(plugins));
         QVERIFY(QFile::copy(module("good") + "/good.so", plugins + "/good.so"));
-        QFETCH(int, above);
-        QFETCH(int, directory);
-        QFETCH(int, file);
-        QCOMPARE(::chmod(qPrintable(plugins + "/good.so"), mode_t(file)), 0);
-        QCOMPARE(::chmod(qPrintable(plugins), mode_t(directory)), 0);
-        QCOMPARE(::chmod(qPrintable(top + "/safe"), mode_t(above)), 0);
-        m_manager->load({plugins});
-        QCOMPARE(m_manager->plugins()[0].error, QString()); // it is used all the same
-        const QString warning = m_manager->plugins()[0].warning;
+        QFETCH(QVector<int>, modes);
+        for (const QString& changed : {plugins + "/good.so", plugins, top + "/safe"})
+            QCOMPARE(::chmod(qPrintable(changed), mode_t(modes.takeLast())), 0);
+        Host host;
+        host.manager.load({plugins});
+        QCOMPARE(host.manager.plugins()[0].error, QString()); // it is used all the same
+        const QString warning = host.manager.plugins()[0].warning;
         QVERIFY2(told.isEmpty() ? warning.isEmpty() : warning.contains(' ' + top + told + '.'), qPrintable(warning));
     }
 
     void dockIsReopenedFromTheMenuAndScrolls()
     {
+        Host host;
         auto* tall = new QWidget;
         tall->setMinimumHeight(3000);
         tall->setWindowTitle("Tall");
-        m_delegate->addPluginWidget(tall, 8, 12, false);
-        m_window->resize(600, 400);
-        m_window->show();
-        auto* dock = m_window->findChild<QDockWidget*>();
-        QCOMPARE(m_window->dockWidgetArea(dock), Qt::BottomDockWidgetArea);
+        host.delegate.addPluginWidget(tall, 8, 12, false);
+        host.window.resize(600, 400);
+        host.window.show();
+        auto* dock = host.window.findChild<QDockWidget*>();
+        QCOMPARE(host.window.dockWidgetArea(dock), Qt::BottomDockWidgetArea);
         QCOMPARE(dock->allowedAreas(), Qt::TopDockWidgetArea | Qt::BottomDockWidgetArea);
         QVERIFY(tall->height() >= 3000);
         dock->close();
         QVERIFY(!tall->isVisible());
-        QCOMPARE(m_menu->actions().size(), 1);
-        m_menu->actions()[0]->trigger();
+        QCOMPARE(host.menu.actions().size(), 1);
+        host.menu.actions()[0]->trigger();
         QVERIFY(tall->isVisible());
     }
 
 private:
-    static QString module(const char* name) { return QStringLiteral(MODULES_DIR "/") + name; }
-
-    /// The diary without the number of open cameras.
-    static QStringList diary()
-    {
-        return qApp->property("diary").toStringList().replaceInStrings(QRegularExpression(" \\(.*"), {});
-    }
-
-    static QByteArray contents(const QString& path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
     QString fileWith(const QString& name, const QByteArray& content)
     {
-        QString directory = m_directory.filePath(name + ".d");
-        QDir().mkpath(directory);
-        QFile file(directory + "/" + name);
-        if (file.open(QIODevice::WriteOnly)) {
-            file.write(content);
-        }
-        return directory;
+        const QString place = directory.filePath(name + ".d");
+        QDir().mkpath(place);
+        writeFile(place + '/' + name, content);
+        return place;
     }
 
-    QTemporaryDir m_directory;
-    std::unique_ptr<QMainWindow> m_window;
-    std::unique_ptr<QMenu> m_menu;
-    std::unique_ptr<PluginDocks> m_docks;
-    std::unique_ptr<TakeOvers> m_takeOvers;
-    std::unique_ptr<ViewerDelegate> m_delegate;
-    std::unique_ptr<PluginManager> m_manager;
+    QTemporaryDir directory;
 };
 
 QTEST_MAIN(TestPluginManager)

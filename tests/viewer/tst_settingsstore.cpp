@@ -4,6 +4,7 @@
 
 #include <QtTest/QtTest>
 
+#include "Files.h"
 #include "SettingsStore.h"
 #include "Table.h"
 
@@ -14,19 +15,18 @@ class TestSettingsStore : public QObject
 private Q_SLOTS:
     void init()
     {
-        m_directory = std::make_unique<QTemporaryDir>();
-        m_file = m_directory->filePath("kestrova.ini");
+        directory = std::make_unique<QTemporaryDir>();
+        file = directory->filePath("kestrova.ini");
     }
 
     void foreignGroupsSurviveAndRemovedKeysGo()
     {
-        write("[PluginThatIsNotLoaded]\nkey=5\n[Viewer]\nold=1\n");
-        SettingsStore store(m_file);
+        SettingsStore store(writeFile(file, "[PluginThatIsNotLoaded]\nkey=5\n[Viewer]\nold=1\n"));
         QVERIFY(store.save([](QSettings& settings) {
             settings.remove("Viewer/old");
             settings.setValue("Viewer/geometry", QByteArray("\0\1\2", 3));
         }));
-        const QSettings read(m_file, QSettings::IniFormat);
+        const QSettings read(file, QSettings::IniFormat);
         QCOMPARE(read.value("PluginThatIsNotLoaded/key").toInt(), 5);
         QVERIFY(!read.contains("Viewer/old"));
         QCOMPARE(read.value("Viewer/geometry").toByteArray(), QByteArray("\0\1\2", 3));
@@ -35,23 +35,23 @@ private Q_SLOTS:
     void writesOnlyChanges()
     {
         // What is made and removed in a directory, temporary files included, shows in its time.
-        const std::filesystem::path directory = qPrintable(m_directory->path());
-        const auto longAgo = std::filesystem::last_write_time(directory) - std::chrono::hours(1);
-        qputenv("TMPDIR", qPrintable(m_directory->path()));
+        const std::filesystem::path place = qPrintable(directory->path());
+        const auto longAgo = std::filesystem::last_write_time(place) - std::chrono::hours(1);
+        qputenv("TMPDIR", qPrintable(directory->path()));
         const auto restored = qScopeGuard([] { qunsetenv("TMPDIR"); });
         int value = 1;
         const auto collect = [&](QSettings& settings) { settings.setValue("Viewer/value", value); };
-        SettingsStore store(m_file);
+        SettingsStore store(file);
         QVERIFY(store.save(collect));
-        QVERIFY(QFile::remove(m_file)); // would come back if it were written
-        std::filesystem::last_write_time(directory, longAgo);
+        QVERIFY(QFile::remove(file)); // would come back if it were written
+        std::filesystem::last_write_time(place, longAgo);
         QVERIFY(store.save(collect));
         QCoreApplication::processEvents();
-        QVERIFY(!QFile::exists(m_file));
-        QVERIFY(std::filesystem::last_write_time(directory) == longAgo);
+        QVERIFY(!QFile::exists(file));
+        QVERIFY(std::filesystem::last_write_time(place) == longAgo);
         value = 2;
         QVERIFY(store.save(collect));
-        QVERIFY(QFile::exists(m_file));
+        QVERIFY(QFile::exists(file));
     }
 
     void damagedFileIsSetAside_data()
@@ -64,40 +64,30 @@ private Q_SLOTS:
     void damagedFileIsSetAside()
     {
         QFETCH(QByteArray, content);
-        write(content);
-        write("older", m_file + ".damaged");
-        SettingsStore store(m_file);
-        QCOMPARE(store.damagedFile(), m_file + ".damaged");
+        writeFile(file + ".damaged", "older");
+        SettingsStore store(writeFile(file, content));
+        QCOMPARE(store.damagedFile(), file + ".damaged");
         QVERIFY(store.settings().allKeys().isEmpty());
-        QFile aside(store.damagedFile());
-        QVERIFY(aside.open(QIODevice::ReadOnly));
-        QCOMPARE(aside.readAll(), content);
+        QCOMPARE(readFile(store.damagedFile()), content);
         QVERIFY(store.save([](QSettings& settings) { settings.setValue("a", 1); }));
-        QVERIFY(SettingsStore(m_file).damagedFile().isEmpty());
+        QVERIFY(SettingsStore(file).damagedFile().isEmpty());
     }
 
     void unwritablePlaceIsReportedAsLongAsItIs()
     {
         const auto collect = [](QSettings& settings) { settings.setValue("a", 1); };
-        write("in the way");
-        SettingsStore store(m_file + "/kestrova.ini");
+        writeFile(file, "in the way");
+        SettingsStore store(file + "/kestrova.ini");
         QVERIFY(!store.save(collect));
         QVERIFY(!store.save(collect));
-        QVERIFY(QFile::remove(m_file));
+        QVERIFY(QFile::remove(file));
         QVERIFY(store.save(collect));
-        QVERIFY(QFile::exists(m_file + "/kestrova.ini"));
+        QVERIFY(QFile::exists(file + "/kestrova.ini"));
     }
 
 private:
-    void write(const QByteArray& content, const QString& file = {})
-    {
-        QFile device(file.isEmpty() ? m_file : file);
-        QVERIFY(device.open(QIODevice::WriteOnly));
-        device.write(content);
-    }
-
-    std::unique_ptr<QTemporaryDir> m_directory;
-    QString m_file;
+    std::unique_ptr<QTemporaryDir> directory;
+    QString file;
 };
 
 QTEST_GUILESS_MAIN(TestSettingsStore)

@@ -8,14 +8,11 @@
 #include <QtGui/QPixmapCache>
 #include <QtTest/QtTest>
 #include <QtWidgets/QDialog>
-#include <QtWidgets/QPushButton>
 
-#include "CameraRegistry.h"
 #include "DialogRobot.h"
-#include "MainWindow.h"
+#include "Files.h"
 #include "RandomUser.h"
-#include "sim/SimulatedCamera.h"
-#include "Viewer.h"
+#include "ViewerSession.h"
 
 namespace {
 
@@ -28,10 +25,7 @@ double residentMB()
 {
     QPixmapCache::clear(); // up to 10 MB, filled by a window that changes its size
     malloc_trim(0);
-    QFile file(QStringLiteral("/proc/self/statm"));
-    if (!file.open(QIODevice::ReadOnly))
-        return 0.0;
-    return file.readAll().split(' ').value(1).toDouble() * double(sysconf(_SC_PAGESIZE)) / 1e6;
+    return readFile("/proc/self/statm").split(' ').value(1).toDouble() * double(sysconf(_SC_PAGESIZE)) / 1e6;
 }
 
 /// Of a part of the values, given by its beginning and its end as shares of all.
@@ -51,9 +45,6 @@ class TestSoak : public QObject
 
 private Q_SLOTS:
     void startsAndStopsAllTheTime();
-
-private:
-    QTemporaryDir m_directory;
 };
 
 void TestSoak::startsAndStopsAllTheTime()
@@ -61,22 +52,9 @@ void TestSoak::startsAndStopsAllTheTime()
     bool given = false;
     const int asked = qEnvironmentVariableIntValue("KESTROVA_SOAK_SECONDS", &given);
     const int seconds = given ? asked : 10;
-    ViewerOptions options;
-    options.settingsFile = m_directory.filePath("settings.ini");
-    // A record grows from start to start until its capacity is reached, so that has to be soon.
-    QSettings(options.settingsFile, QSettings::IniFormat)
-        .setValue("DataThroughputGraphPlugin/DTGTMaxSamples", 100'000);
-    Viewer viewer(options);
-    QCOMPARE(viewer.start(), QString());
-    QVERIFY(QTest::qWaitForWindowExposed(&viewer.window()));
-    auto* form = viewer.window().findChild<QWidget*>("CxDataGraphForm");
-    QVERIFY(form);
-    auto* startAll = form->findChild<QPushButton*>("btnStartAll");
-    std::vector<std::pair<std::shared_ptr<sim::SimulatedCamera>, QMap<QString, int>>> cameras;
-    for (int i = 0; i < CameraRegistry::instance().deviceCount(); ++i) {
-        const auto camera = std::dynamic_pointer_cast<sim::SimulatedCamera>(CameraRegistry::instance().device(i));
-        cameras.emplace_back(camera, camera->parameters());
-    }
+    ViewerSession session;
+    session.set("DTGTMaxSamples", 100'000); // a record grows from start to start until its capacity is reached
+    QVERIFY(session.begin());
 
     RandomUser user(20);
     DialogRobot robot;
@@ -87,27 +65,26 @@ void TestSoak::startsAndStopsAllTheTime()
     connect(&actions, &QTimer::timeout, this, [&, acting = false]() mutable {
         if (std::exchange(acting, true))
             return; // in a dialog or box
-        robot.fileName = m_directory.filePath(user.below(2) ? "file.csv" : "file.png");
+        robot.fileName = session.directory.filePath(user.below(2) ? "file.csv" : "file.png");
         if (user.below(40) == 0)
-            viewer.window().resize(600 + user.below(1200), 400 + user.below(700));
-        user.act(*form);
+            session.viewer->window().resize(600 + user.below(1200), 400 + user.below(700));
+        user.act(*session.form);
         acting = false;
     });
     actions.start(actionEveryMs);
     const QDeadlineTimer end(seconds * 1000);
     while (!end.hasExpired()) {
         QTest::qWait(startOrStopEveryMs);
-        const bool stops = startAll->text() == QLatin1String("Stop All");
-        startAll->click();
+        const bool stops = session.startAll->text() == QLatin1String("Stop All");
+        session.startAll->click();
         starts += stops ? 0 : 1;
         if (stops)
             resident.push_back(residentMB());
     }
     actions.stop();
     QCOMPARE(robot.seen.filter("Failed to start"), QStringList());
-    viewer.shutDown();
-    for (const auto& [camera, before] : cameras)
-        QCOMPARE(camera->parameters(), before);
+    session.viewer->shutDown();
+    QCOMPARE(session.parameters(), session.before);
 
     const double growth = median(resident, 0.8, 1.0) - median(resident, 0.2, 0.4);
     qInfo("%d starts; %.1f MB resident, %.1f MB more than in the beginning", starts, median(resident, 0.8, 1.0),

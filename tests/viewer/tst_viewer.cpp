@@ -11,6 +11,7 @@
 #include <vnCore/vnCore.h>
 
 #include "CameraRegistry.h"
+#include "Files.h"
 #include "MainWindow.h"
 #include "PluginManager.h"
 #include "Theme.h"
@@ -113,10 +114,7 @@ private Q_SLOTS:
 
     void whatHappensIsAnEvent()
     {
-        QFile file(m_options.settingsFile);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("garbage\n");
-        file.close();
+        writeFile(m_options.settingsFile, "garbage\n");
         m_options.pluginDirs.append(MODULES_DIR "/throws");
         Viewer viewer(m_options);
         QCOMPARE(viewer.start(), QString());

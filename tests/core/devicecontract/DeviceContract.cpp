@@ -155,35 +155,28 @@ private Q_SLOTS:
         QVERIFY(camera.device->stop() && camera.device->stop());
     }
 
-    void stopEndsAWaitThatKeepsNobodyWaiting_data()
-    {
-        QTest::addColumn<bool>("lost");
-        QTest::newRow("silent") << false;
-        QTest::newRow("lost") << true;
-    }
     void stopEndsAWaitThatKeepsNobodyWaiting()
     {
-        QFETCH(bool, lost);
-        const auto& disturb = lost ? camera.lose : camera.silence;
-        if (!disturb)
+        if (!camera.silence && !camera.lose)
             QSKIP("this family cannot do that on demand");
-        QVERIFY(camera.device->start());
-        disturb();
-        std::atomic<bool> ended{false};
-        std::thread waiter([&] {
-            DeviceImage image;
-            while (camera.device->waitForImage(never, image)) {
-            }
-            ended = true;
-        });
-        int value = 0;
-        camera.device->getInt(format, value);
-        camera.device->canSet(format, value);
-        camera.device->isLost();
-        camera.device->setLossListener({});
-        QVERIFY(camera.device->stop());
-        waiter.join();
-        QVERIFY(ended);
+        for (const auto& disturb : {camera.silence, camera.lose}) {
+            if (!disturb)
+                continue;
+            QVERIFY(camera.device->start());
+            disturb();
+            std::thread waiter([this] {
+                DeviceImage image;
+                while (camera.device->waitForImage(never, image)) {
+                }
+            });
+            int value = 0;
+            camera.device->getInt(format, value);
+            camera.device->canSet(format, value);
+            camera.device->isLost();
+            camera.device->setLossListener({});
+            QVERIFY(camera.device->stop());
+            waiter.join();
+        }
     }
 
     void aWaitInVainLastsItsLimit()
@@ -192,7 +185,6 @@ private Q_SLOTS:
         camera.silence();
         QVERIFY(camera.device->start());
         QVERIFY(waitsInVain());
-        QVERIFY(camera.device->stop());
     }
 
     void lossAndReturn()
@@ -230,7 +222,7 @@ private Q_SLOTS:
         NEEDS(comeBack);
         std::mutex mutex;
         QByteArray heard;
-        const auto listener = [&](bool lost) {
+        const std::function<void(bool)> listener = [&](bool lost) {
             camera.device->isLost(); // no lock is held
             const std::lock_guard<std::mutex> lock(mutex);
             heard += lost ? '-' : '+';
@@ -239,17 +231,17 @@ private Q_SLOTS:
             const std::lock_guard<std::mutex> lock(mutex);
             return heard;
         };
-        camera.device->setLossListener(listener);
-        loseIt();
-        QTRY_COMPARE(told(), QByteArray("-"));
-        bringItBack();
-        QTRY_COMPARE(told(), QByteArray("-+"));
-        camera.device->setLossListener({});
-        loseIt();
-        QCOMPARE(told(), QByteArray("-+"));
-        camera.device->setLossListener(listener);
-        bringItBack();
-        QTRY_COMPARE(told(), QByteArray("-++"));
+        const struct
+        {
+            bool listens;
+            bool lost;
+            const char* heard;
+        } steps[] = {{true, true, "-"}, {true, false, "-+"}, {false, true, "-+"}, {true, false, "-++"}};
+        for (const auto& step : steps) {
+            camera.device->setLossListener(step.listens ? listener : nullptr);
+            step.lost ? loseIt() : bringItBack();
+            QTRY_COMPARE(told(), QByteArray(step.heard));
+        }
     }
 
     void aRemovedListenerIsNotRunning()
