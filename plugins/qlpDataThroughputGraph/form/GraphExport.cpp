@@ -14,6 +14,7 @@
 #include <vnCore/IxAppDelegate.h>
 
 #include "../engine/CameraLineData.h"
+#include "ErrorBox.h"
 #include "RowCells.h"
 #include "ui_DataGraphForm.h"
 
@@ -79,12 +80,8 @@ void CxDataGraphForm::WriteReport(CxCameraLineData& record, const QString& fileN
     const CsvReportResult result = record.exportToCsv(fileName, this, VisibleFromUs(), VisibleToUs(), &reason);
     HandlePostponedEvents(); // the record may be gone now
 
-    if (result != CsvReportResult::Failed)
-        return;
-    QMessageBox box(QMessageBox::Critical, tr("Export Measured Data"),
-                    tr("The report is not complete.\n%1: %2").arg(fileName, reason), QMessageBox::Ok, this);
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
+    if (result == CsvReportResult::Failed)
+        showError(this, tr("Export Measured Data"), tr("The report is not complete.\n%1: %2").arg(fileName, reason));
 }
 
 void CxDataGraphForm::HandlePostponedEvents()

@@ -4,10 +4,8 @@
 #include "DataGraphForm.h"
 
 #include <QtCore/QPointer>
-#include <QtGui/QTextDocument>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLineEdit>
-#include <QtWidgets/QMessageBox>
 
 #include <qcustomplot.h>
 
@@ -17,19 +15,10 @@
 #include "../engine/CameraLineData.h"
 #include "../engine/LogLine.h"
 #include "Columns.h"
+#include "ErrorBox.h"
 #include "ProgressBox.h"
 #include "RowCells.h"
 #include "ui_DataGraphForm.h"
-
-namespace {
-
-/// Message boxes take for markup what looks like it, as a camera's name may.
-QString asPlainText(const QString& text)
-{
-    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
-}
-
-} // namespace
 
 void CxDataGraphForm::onBtnMeasure()
 {
@@ -184,10 +173,8 @@ bool CxDataGraphForm::StartCamera(CxCameraLineData& record)
 bool CxDataGraphForm::ReportFailedStart(const QString& cameraName)
 {
     const QPointer<CxDataGraphForm> self(this);
-    QMessageBox::critical(
-        nullptr, tr("Failed to start measurement"),
-        asPlainText(tr("Camera %1 does not support \n data throughput analysis in Kestrova.").arg(cameraName)),
-        QMessageBox::Ok, QMessageBox::NoButton);
+    showError(nullptr, tr("Failed to start measurement"),
+              tr("Camera %1 does not support \n data throughput analysis in Kestrova.").arg(cameraName));
     return !self.isNull();
 }
 
