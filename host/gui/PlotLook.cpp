@@ -4,11 +4,11 @@
 
 #include <qcustomplot.h>
 
+#include <vnCoreGui/PlotColours.h>
+
 void applyPlotLook(QCustomPlot* plot)
 {
-    const QColor background(16, 18, 21);
-    const QColor foreground(Qt::white);
-    const QColor grid(58, 62, 68);
+    using namespace plotColours;
     plot->setBackground(background);
     for (QCPAxisRect* rect : plot->axisRects()) {
         for (QCPAxis* axis : rect->axes()) {

@@ -4,6 +4,8 @@
 
 #include <QtGui/QPainter>
 
+#include <vnCoreGui/PlotColours.h>
+
 #include "CameraRegistry.h"
 #include "ImageRenderer.h"
 
@@ -83,7 +85,7 @@ void ImageView::showCaption(const VN_IMG& descriptor)
 void ImageView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), QColor(16, 18, 21));
+    painter.fillRect(rect(), plotColours::background);
     if (picture.isNull()) {
         painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
         painter.drawText(rect().adjusted(margin, margin, -margin, -margin), Qt::AlignCenter | Qt::TextWordWrap,

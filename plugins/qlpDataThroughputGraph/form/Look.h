@@ -3,17 +3,17 @@
 #ifndef KESTROVA_LOOK_H
 #define KESTROVA_LOOK_H
 
-#include <QtGui/QColor>
+#include <vnCoreGui/PlotColours.h>
 
 class QTableWidget;
 class QWidget;
 
 namespace look {
 
-const QColor background(16, 18, 21);
+using plotColours::background;
+using plotColours::grid;
+const QColor text(plotColours::foreground);
 const QColor heading(34, 37, 42);
-const QColor grid(58, 62, 68);
-const QColor text(Qt::white);
 const QColor disabledText(128, 128, 128);
 
 /// A ground on which text of that colour can be read: the dark one, or white where the contrast would be too low.
