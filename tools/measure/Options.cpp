@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr qint32 smallestPeriod = 8; ///< bytes, one word of the counter
 constexpr std::chrono::milliseconds shortestInterval{10};
 
 const QString badValue = QStringLiteral("%1: \"%2\" is not %3");
@@ -146,7 +145,7 @@ void readMeasurement(const QCommandLineParser& parser, Options& options, Reader&
     if (const auto time =
             read.time("interval", shortestInterval, QStringLiteral("a time from 10ms to 3650d, such as 1s")))
         options.interval = *time;
-    if (const auto bytes = read.whole("sample-period", smallestPeriod, "a whole number of bytes"))
+    if (const auto bytes = read.whole("sample-period", smallestSamplePeriod, "a whole number of bytes"))
         options.samplePeriod = *bytes;
     if (const auto samples = read.whole("capacity", 1, "a whole number of samples"))
         options.capacity = *samples;

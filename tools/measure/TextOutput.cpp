@@ -7,6 +7,7 @@
 
 #include "CameraNames.h"
 #include "PlainText.h"
+#include "TimeMath.h"
 
 namespace {
 
@@ -105,7 +106,7 @@ private:
             return QStringLiteral("%1: report %2 holds no frame").arg(title, report.file);
         return QStringLiteral("%1: report %2 holds %3 frames from %4 to %5 (%6 s), %7 frames dropped by the capacity")
             .arg(title, report.file, QString::number(report.frames), clockText(report.fromUs), clockText(report.toUs),
-                 QString::number(static_cast<double>(report.toUs - report.fromUs) / 1e6, 'f', 3),
+                 QString::number(static_cast<double>(report.toUs - report.fromUs) / double(usPerSecond), 'f', 3),
                  QString::number(report.droppedFrames));
     }
 

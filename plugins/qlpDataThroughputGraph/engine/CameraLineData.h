@@ -54,10 +54,12 @@ struct RunCounters
     std::optional<CounterSample> last;
 };
 
+constexpr qint32 smallestSamplePeriod = 8; ///< bytes, one word of the counter pattern
+
 /// What a measurement was started with.
 struct MeasurementPlan
 {
-    qint32 samplePeriod; ///< bytes, at least 8
+    qint32 samplePeriod; ///< bytes, at least smallestSamplePeriod
     qint32 maxSamples;   ///< at least 1
 };
 
@@ -100,8 +102,8 @@ public:
 
     // --- camera preparation and restore (CameraPreparation.cpp), user interface thread; the restore also on a worker
     // that has run out of memory ---
-    /// Prepares the camera, starts its acquisition and the worker. `period` in bytes (at least 8), `capacity` in
-    /// samples (at least 1). On false the camera is restored.
+    /// Prepares the camera, starts its acquisition and the worker. `period` in bytes, `capacity` in samples; what is
+    /// too small is raised. On false the camera is restored.
     bool startMeasurement(qint32 period, qint32 capacity);
     /// Joins the worker (up to one image wait), stops the acquisition, restores the camera. False if there is nothing
     /// to stop.

@@ -22,7 +22,6 @@ namespace {
 // The log knows all steps of a start and a stop by the preparation's name.
 constexpr const char* setupName = "CxCameraLineData::setupCameraParameters";
 
-constexpr qint32 smallestPeriod = 8; ///< bytes, one counter word
 constexpr qint32 defaultCameraBufferSize = 32768;
 
 constexpr qint32 testDeviceUnit = 1;
@@ -208,7 +207,7 @@ bool CxCameraLineData::startMeasurement(qint32 period, qint32 capacity)
         restoreCameraParameters();
         return false;
     }
-    samplePeriod = std::max(period, smallestPeriod);
+    samplePeriod = std::max(period, smallestSamplePeriod);
     maxSamples = std::max(capacity, 1);
     framePlan = MeasurementPlan{samplePeriod, maxSamples};
     setParam(hCam, VN_PRM_TS_RST_MODE, timeStampResetMode);

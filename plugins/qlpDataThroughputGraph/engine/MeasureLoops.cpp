@@ -18,6 +18,7 @@
 #include "FrameCounters.h"
 #include "LogLine.h"
 #include "MeasurementClock.h"
+#include "TimeMath.h"
 
 namespace {
 
@@ -82,7 +83,7 @@ qint64 CxCameraLineData::beginLoop()
 CxCameraLineData::FrameTimes CxCameraLineData::frameTimes(const VN_IMG& image, qint64 baseUs, ClockDrift& drift)
 {
     const qint64 arrivalUs = measurementClockUs();
-    const qint64 cameraUs = static_cast<qint64>(image.tsSec) * 1000000 + image.tsUSec + baseUs;
+    const qint64 cameraUs = static_cast<qint64>(image.tsSec) * usPerSecond + image.tsUSec + baseUs;
     const qint64 timestampUs = cameraUs + drift.correctionUs(cameraUs, arrivalUs);
     return {arrivalUs, cameraUs, timestampUs, drift.ppm()};
 }

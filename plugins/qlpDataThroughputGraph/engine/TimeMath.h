@@ -7,6 +7,8 @@
 
 #include <QtCore/QtGlobal>
 
+constexpr qint64 usPerSecond = 1000000;
+
 inline qint64 saturatingAdd(qint64 a, qint64 b)
 {
     qint64 sum = 0;

@@ -24,7 +24,6 @@
 namespace {
 
 constexpr int rowPixels = 24;
-constexpr int rowsPerArea = 2; // of the plot layout: title and axes
 
 void setFixedRows(QTableWidget* table)
 {

@@ -8,14 +8,13 @@
 #include <QtGui/QTextDocument>
 
 #include "../engine/CameraLineData.h"
+#include "../engine/TimeMath.h"
 #include "Columns.h"
 #include "RowCells.h"
 #include "ToolTipItem.h"
 #include "ui_DataGraphForm.h"
 
 namespace {
-
-constexpr double usPerSecond = 1e6;
 
 struct Definition
 {
@@ -65,7 +64,7 @@ const char* definitionOf(int column, const Definitions& definitions)
 
 QString secondsText(double us)
 {
-    return QString::number(us / usPerSecond, 'g', 6);
+    return QString::number(us / double(usPerSecond), 'g', 6);
 }
 
 } // namespace
@@ -124,7 +123,7 @@ QStringList CxDataGraphForm::RunLines(VNCORE_HANDLE hCam) const
                           .arg(QString::number(run.missingFrames), secondsText(double(run.longestGapUs)))};
     if (const auto drift = record->clockDriftPpm())
         lines += tr("The camera's clock is %1 ppm fast against this computer's.").arg(*drift, 0, 'f', 1);
-    const qint64 silentSeconds = run.presentGapUs / qint64(usPerSecond); // 0 when nothing is measured
+    const qint64 silentSeconds = run.presentGapUs / usPerSecond; // 0 when nothing is measured
     if (silentSeconds > 0)
         lines += tr("no frame for %1 s").arg(silentSeconds);
     return lines;

@@ -176,6 +176,10 @@ private:
     void WriteReport(CxCameraLineData& record, const QString& fileName);
     void HandlePostponedEvents();
 
+    static constexpr double defaultRangeLower = -20.0; ///< seconds, as timeRangeLower
+    static constexpr double defaultRangeUpper = 0.0;
+    static constexpr int rowsPerArea = 2; ///< of the plot's layout: title and axes
+
     std::unique_ptr<Ui::CxDataGraphForm> ui;
 
 public:
@@ -185,8 +189,8 @@ public:
     int samplePeriod = 1024;                            ///< bytes, handed to every start
     int maxSamples = 10000000;                          ///< samples per camera, handed to every start
     QTimer refreshTimer;                                ///< its interval is the refresh period
-    double timeRangeLower = -20.0;                      ///< seconds relative to referenceTime, of all time axes
-    double timeRangeUpper = 0.0;
+    double timeRangeLower = defaultRangeLower;          ///< seconds relative to referenceTime, of all time axes
+    double timeRangeUpper = defaultRangeUpper;
     qint64 referenceTime; ///< "now" of the time axes: measurementClockUs() while anything measures
 
 private:

@@ -16,6 +16,7 @@
 #include "../engine/CameraLineData.h"
 #include "../engine/LogLine.h"
 #include "../engine/MeasurementClock.h"
+#include "../engine/TimeMath.h"
 #include "Columns.h"
 #include "Curves.h"
 #include "Numbers.h"
@@ -24,11 +25,8 @@
 
 namespace {
 
-constexpr double defaultRangeLower = -20.0; // seconds
-constexpr double defaultRangeUpper = 0.0;
 constexpr double smallestSpanMs = 1.0;
 constexpr int minThroughputDetail = 2; // the host's detail level must be above this
-constexpr int rowsPerArea = 2;
 
 /// Far beyond any sample, and small enough for the engine's sums of ranges and margins in 64 bits.
 constexpr qint64 farthestUs = qint64(1) << 61;
@@ -45,7 +43,7 @@ bool isKnown(int mode)
 
 qint64 toMicroseconds(double seconds, qint64 reference)
 {
-    return truncated<qint64>(seconds * 1000000.0 + static_cast<double>(reference), -farthestUs, farthestUs);
+    return truncated<qint64>(seconds * double(usPerSecond) + static_cast<double>(reference), -farthestUs, farthestUs);
 }
 
 } // namespace

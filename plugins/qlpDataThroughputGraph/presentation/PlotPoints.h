@@ -8,9 +8,6 @@
 class QCPGraph;
 class QCPRange;
 
-/// Microseconds per unit of the plots' time axes.
-constexpr double usPerSecond = 1000000.0;
-
 /// Points lie more than the spacing apart: the least whole number of microseconds that is.
 qint64 smallestStepUs(double minKeySpacingMs);
 

@@ -10,12 +10,12 @@
 #include <QtGui/QTextDocument>
 
 #include "../engine/CameraLineData.h"
+#include "../engine/TimeMath.h"
 #include "DataGraphSetupDlg.h"
 
 namespace {
 
 constexpr double bytesPerMB = 1e6;
-constexpr double usPerSecond = 1e6;
 
 QString memoryText(double bytes)
 {
@@ -72,7 +72,7 @@ double memoryOf(const CapacityPlan& plan)
 std::optional<double> lastingSeconds(const CapacityPlan& plan, const CxCameraLineData& camera)
 {
     const double perSecond = plan.mode == MeasModeStandardAcq
-                                 ? usPerSecond / frameIntervalOf(camera)
+                                 ? double(usPerSecond) / frameIntervalOf(camera)
                                  : throughputOf(camera) * bytesPerMB / double(plan.samplePeriod);
     if (!isRate(perSecond))
         return std::nullopt;
