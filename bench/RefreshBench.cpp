@@ -16,6 +16,7 @@ constexpr quint64 frames200M = 80000;
 constexpr quint64 memoryFor200M = 8'000'000'000;
 constexpr double allSeconds = 1e6;
 
+/// A record filled with frames, and the ranges of it that are looked at.
 struct Store
 {
     explicit Store(quint64 frames) { fillRecord(data, source, frames); }
@@ -41,6 +42,7 @@ Store& store(quint64 frames)
     return *kept;
 }
 
+/// Both graphs of one area on a plot of their own.
 struct Curves
 {
     Curves() : minimum(plot.addGraph()), level(plot.addGraph()) {}

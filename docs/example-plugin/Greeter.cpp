@@ -6,6 +6,7 @@
 #include <vnCore/vnCore.h>
 #include <vnCoreGui/CxExportToolButton.h>
 
+/// The host owns it and calls it on the user interface thread.
 class Greeter : public QObject, public CxPlugin
 {
     Q_OBJECT

@@ -10,6 +10,7 @@
 
 namespace {
 
+/// The context of this file's texts in translations.
 struct Texts
 {
     Q_DECLARE_TR_FUNCTIONS(CameraSelection)

@@ -3,6 +3,7 @@
 #ifndef KESTROVA_EXITCODE_H
 #define KESTROVA_EXITCODE_H
 
+/// Scripts rely on the numbers; docs/kestrova-measure.md has them.
 enum ExitCode
 {
     ExitSuccess = 0,

@@ -24,6 +24,7 @@
 
 namespace {
 
+/// Of the camera list.
 enum Column
 {
     NameColumn,

@@ -11,6 +11,7 @@
 
 namespace {
 
+/// These texts are translated with those of the dock that shows them.
 struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(CameraDock)

@@ -10,8 +10,10 @@
 
 class TakeOvers;
 
+/// As of the moment in which it was asked for.
 struct CameraState
 {
+    /// Each has a colour and a symbol of its own.
     enum Kind
     {
         Closed,

@@ -24,6 +24,7 @@ public:
         Warning,
         Critical
     };
+    /// As the event list shows them from left to right.
     enum Column
     {
         TimeColumn,
@@ -49,6 +50,7 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    /// As it happened, unfolded.
     struct Event
     {
         QDateTime time;
@@ -56,6 +58,7 @@ private:
         QString text;
         QString origin;
     };
+    /// Events that share a row. Only the newest is referred to: older ones may have been forgotten.
     struct Row
     {
         qint64 newest; ///< number of its newest event

@@ -15,6 +15,7 @@
 
 namespace {
 
+/// What is known where the message arises, on any thread; the rest is made when it is handed out.
 struct Message
 {
     QtMsgType type;

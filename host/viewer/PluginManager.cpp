@@ -18,6 +18,7 @@
 
 namespace {
 
+/// The context of this file's texts in translations.
 struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(PluginManager)

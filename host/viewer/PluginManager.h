@@ -55,6 +55,7 @@ public:
 private:
     PluginInfo loadFile(const QString& file);
 
+    /// The loader keeps the module in memory until unload().
     struct Loaded
     {
         std::unique_ptr<QPluginLoader> loader;

@@ -27,6 +27,7 @@ struct PluginIdentity
     int qtVersion;
 };
 
+/// Makes the block in its constructor, only at compile time: what does not fit into the capacity does not compile.
 template<std::size_t Capacity>
 class Writer
 {

@@ -196,6 +196,7 @@ private:
     QStringList expectedTexts, texts;
 };
 
+/// What is wrong with some images, and what a measurement makes of them.
 struct ImageFault
 {
     const char* name;

@@ -60,6 +60,7 @@ sim::CameraScenario weekendCamera(int index)
     return scenario;
 }
 
+/// One camera of the weekend with its record, and what it really sent.
 class Weekend
 {
 public:

@@ -14,6 +14,7 @@ class QFileDialog;
 class QMessageBox;
 class QProgressDialog;
 
+/// Sees every dialog of the program while it lives. User interface thread.
 class DialogRobot : public QObject
 {
 public:

@@ -24,6 +24,7 @@
 
 constexpr qint64 second = 1000000; // microseconds
 
+/// The delegate while it lives. Owns the widget that the plug-in hands over.
 class FakeHost : public IxAppDelegate
 {
 public:

@@ -7,6 +7,7 @@
 
 class QWidget;
 
+/// The same seed does the same to the same form.
 class RandomUser
 {
 public:

@@ -6,6 +6,7 @@
 #include <QtCore/QMutex>
 #include <QtCore/QStringList>
 
+/// At most one at a time. Lines may come from any thread.
 class LogCapture
 {
 public:

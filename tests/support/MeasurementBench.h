@@ -15,6 +15,7 @@ inline sim::CameraScenario smallCamera(quint32 size = 64)
     return scenario;
 }
 
+/// Owns the record. After take() the worker waits in the camera, so the record may be looked at without its mutex.
 class MeasurementBench
 {
 public:

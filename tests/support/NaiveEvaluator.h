@@ -18,6 +18,7 @@ struct CurvePoint
     bool operator==(const CurvePoint& other) const { return key == other.key && value == other.value; }
 };
 
+/// What a refresh with both curves has to give.
 struct NaiveFigures
 {
     bool evaluated = false; ///< the other figures mean something

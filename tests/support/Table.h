@@ -9,6 +9,7 @@
 
 #include <QtTest/QTest>
 
+/// For one _data() function, on its stack.
 template<typename... Cells>
 class Table
 {

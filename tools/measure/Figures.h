@@ -13,6 +13,7 @@
 #include "CameraLineData.h"
 #include "FrameCounters.h"
 
+/// One number with all that an output has to know of it.
 struct Figure
 {
     const char* key;             ///< in JSON and the log; ends in its unit unless it is a count

@@ -9,6 +9,7 @@
 
 #include "Output.h"
 
+/// Owns the open file. On the thread of the event loop.
 class IntervalLog
 {
 public:

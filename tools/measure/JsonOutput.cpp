@@ -34,6 +34,7 @@ QJsonValue reportObject(const std::optional<ReportSummary>& report)
                        {QStringLiteral("toUs"), any ? QJsonValue(report->toUs) : QJsonValue()}};
 }
 
+/// Keeps nothing between lines: each object can be understood alone.
 class JsonOutput final : public Output
 {
 public:

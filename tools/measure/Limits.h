@@ -9,6 +9,7 @@
 
 #include "Figures.h"
 
+/// A bound of one figure of the run of a camera.
 struct Limit
 {
     QString option; ///< as the user gave it, "--min-average"

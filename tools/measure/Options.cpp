@@ -16,6 +16,7 @@ constexpr std::chrono::milliseconds shortestInterval{10};
 
 const QString badValue = QStringLiteral("%1: \"%2\" is not %3");
 
+/// An option that sets a limit, and the modes in which its figure exists.
 struct LimitOption
 {
     const char* name;

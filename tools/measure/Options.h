@@ -12,8 +12,10 @@
 #include "CameraLineData.h"
 #include "Limits.h"
 
+/// What the command line asks for; every value is one that can be meant.
 struct Options
 {
+    /// After Help, Version and Refuse there is only a text to tell.
     enum class Action
     {
         Measure,

@@ -29,6 +29,7 @@ struct ReportSummary
     qint64 toUs = 0;
 };
 
+/// What is said of one camera at the end.
 struct CameraSummary
 {
     SxCameraInfo camera;
@@ -39,6 +40,7 @@ struct CameraSummary
     std::optional<ReportSummary> report;
 };
 
+/// What is said at the end; cameras in the order in which they are known.
 struct Summary
 {
     ExMeasMode mode;
@@ -47,6 +49,7 @@ struct Summary
     std::vector<CameraSummary> cameras;
 };
 
+/// On the thread of the event loop. Each line has left the program when a call returns.
 class Output
 {
 public:

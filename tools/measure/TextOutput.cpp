@@ -35,6 +35,7 @@ Figures shown(const Figures& figures)
     return columns;
 }
 
+/// Counts its lines, to repeat the heading now and then.
 class TextOutput final : public Output
 {
 public:

@@ -73,6 +73,7 @@ public:
     const Ledger& ledger() const { return book; }
 
 private:
+    /// What the parameters, as they are now, make of a frame.
     struct Geometry
     {
         bool counterPattern = false;

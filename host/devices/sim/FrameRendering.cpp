@@ -9,6 +9,7 @@
 
 namespace sim {
 
+/// Lives as long as the pool or the last frame that has memory from it, whichever is longer. Any thread gives back.
 struct FramePool::Shelf
 {
     struct Memory

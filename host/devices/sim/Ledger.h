@@ -34,6 +34,7 @@ struct WordTimes
     quint64 show(quint64 tick) const { return (start + static_cast<quint64>(direction) * tick) & mask; }
 };
 
+/// What has become of a frame: UnderWay until one of the others, which then stays.
 enum class Fate
 {
     UnderWay,      ///< in the frame buffer, on the link or waiting for the host
@@ -44,6 +45,7 @@ enum class Fate
     Discarded,     ///< not fetched when the acquisition ended
 };
 
+/// One frame. Its fate is settled at the latest when the acquisition ends.
 struct FrameEntry
 {
     quint32 number = 0; ///< as counted by the camera, before a jump

@@ -13,6 +13,7 @@
 
 namespace sim {
 
+/// When frames are made, and how fast the frame buffer fills.
 struct SensorScenario
 {
     quint32 width = 1024;      ///< pixels
@@ -25,6 +26,7 @@ struct SensorScenario
     double dataRate = 400.0;   ///< MB/s at which a readout fills the frame buffer
 };
 
+/// How fast the frame buffer empties, and what is lost on the way.
 struct LinkScenario
 {
     QString name;                ///< cameras that name the same link share it; empty is a link of its own
@@ -84,6 +86,7 @@ struct Refusal
     int nth = 0;              ///< only this use of those that match, from 1; 0 means always
 };
 
+/// What goes wrong in this camera; nothing by default. May be exchanged while the camera acquires.
 struct Faults
 {
     std::vector<Refusal> refuse;
@@ -105,6 +108,7 @@ struct Faults
     double driftPpm = 0.0; ///< camera clock against true time
 };
 
+/// One camera as it is made. Code may set anything; ScenarioReader keeps to ranges.
 struct CameraScenario
 {
     QString name = QStringLiteral("Simulated camera");

@@ -25,6 +25,7 @@ struct HostCall
     int value = 0;        ///< of Set and CanSet; the limit in ms of Wait
 };
 
+/// Owns the model and the memory of its frames. All operations may be called from any thread.
 class SimulatedCamera : public CameraDevice
 {
 public:

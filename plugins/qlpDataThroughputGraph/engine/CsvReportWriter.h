@@ -16,6 +16,7 @@ constexpr char csvReportHeader[] =
     "Frame number,Frame Time [ns], Offset [B], Data Time Stamp [ns], Req. throughput [MB/s], "
     "Link throughput [MB/s], Buffer filled [B], Max buffer level [%]\n";
 
+/// How a report ended.
 enum class CsvReportResult
 {
     Written,
@@ -25,6 +26,7 @@ enum class CsvReportResult
     NoReport,  ///< the mode has no report
 };
 
+/// Keeps nothing from one report to the next. On the thread of whoever calls write().
 class CsvReportWriter
 {
 public:

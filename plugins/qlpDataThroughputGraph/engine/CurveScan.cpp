@@ -17,6 +17,7 @@ struct Place
     quint64 interval;
 };
 
+/// Looks for points in frames that nobody changes meanwhile: the record's mutex is held as long as it lives.
 class CurveScan
 {
 public:

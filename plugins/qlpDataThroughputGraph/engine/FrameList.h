@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The frames of a record, oldest first, with the aggregates that make a refresh cost what is new: of every frame, and
-// of groups of 16, 256, 4096... frames. Has no lock: its owner calls it under the one that guards it.
+// of groups of 16, 256, 4096... frames.
 #ifndef KESTROVA_FRAMELIST_H
 #define KESTROVA_FRAMELIST_H
 
@@ -26,6 +26,8 @@ struct RangeFigures
     }
 };
 
+/// Owns the frames. Has no lock: its owner calls it under the one that guards it. The figures of groups are those of
+/// the frames that the list holds, whatever has left.
 class FrameList
 {
 public:

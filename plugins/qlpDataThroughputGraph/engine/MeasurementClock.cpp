@@ -14,6 +14,7 @@ std::function<qint64()>& replacement()
     return clock;
 }
 
+/// Both taken at the same moment; the wall clock may be set afterwards.
 struct Anchor
 {
     std::chrono::steady_clock::time_point at = std::chrono::steady_clock::now();

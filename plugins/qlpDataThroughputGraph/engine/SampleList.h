@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The counter samples of a record, oldest first, with their times side by side. Has no lock: its owner uses it under
-// the one that guards it.
+// The counter samples of a record, oldest first, with their times side by side.
 #ifndef KESTROVA_SAMPLELIST_H
 #define KESTROVA_SAMPLELIST_H
 
 #include "SampleRecords.h"
 #include "TimeIndex.h"
 
+/// Owns the samples. Has no lock: its owner calls it under the one that guards it. As many times as samples, in their
+/// order.
 class SampleList
 {
 public:

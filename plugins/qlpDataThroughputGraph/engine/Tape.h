@@ -12,6 +12,7 @@
 
 #include <QtCore/QtGlobal>
 
+/// Owns the items. Has no lock: its owner calls it under its own.
 template<typename T>
 class Tape
 {

@@ -6,6 +6,7 @@
 
 #include "Tape.h"
 
+/// Has no lock: it is used under the one of its list.
 class TimeIndex
 {
 public:

@@ -16,6 +16,7 @@ struct ColumnText
 };
 
 namespace StandardColumn {
+/// Places in the table, from left to right; the form looks for nothing by its caption.
 enum : int
 {
     Camera,
@@ -77,6 +78,7 @@ constexpr VN_COUNTER_SELECTOR counterOf(int column)
 } // namespace StandardColumn
 
 namespace ThroughputColumn {
+/// Places in the table, from left to right; the form looks for nothing by its caption.
 enum : int
 {
     Camera,

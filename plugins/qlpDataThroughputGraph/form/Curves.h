@@ -11,6 +11,7 @@
 #include "../engine/FrameCounters.h"
 #include "Columns.h"
 
+/// Texts are literals, so curves are made at compile time and shared.
 struct Curve
 {
     const char* name;

@@ -32,6 +32,8 @@ struct CheckBoxCell
     static CheckBoxCell at(const QTableWidget* table, int row, int column);
 };
 
+/// The table owns what a cell points to, so it is good until events are processed. All is null if the row has no such
+/// cell; this one is in both modes.
 struct MeasureCell
 {
     QToolButton* button = nullptr;
@@ -40,6 +42,7 @@ struct MeasureCell
     static MeasureCell at(const QTableWidget* table, int row, int mode);
 };
 
+/// The button that writes the report; in throughput mode only.
 struct ExportCell
 {
     QToolButton* button = nullptr;
@@ -48,6 +51,7 @@ struct ExportCell
     static ExportCell at(const QTableWidget* table, int row);
 };
 
+/// The image format that the camera is to have; in standard mode only.
 struct FormatCell
 {
     QComboBox* formats = nullptr;
@@ -57,6 +61,7 @@ struct FormatCell
     VNCORE_HANDLE camera() const;
 };
 
+/// A box, and a number to type while it is not ticked; in throughput mode only.
 struct RequiredThroughputCell
 {
     QWidget* container = nullptr;
@@ -68,6 +73,7 @@ struct RequiredThroughputCell
     VNCORE_HANDLE camera() const;
 };
 
+/// A box, and the ends of the value axis to type while it is not ticked; in throughput mode only.
 struct YAxisScalingCell
 {
     QWidget* container = nullptr;

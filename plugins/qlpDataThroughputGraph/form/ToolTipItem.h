@@ -8,6 +8,7 @@
 
 #include <QtWidgets/QTableWidgetItem>
 
+/// The table owns it. The function is called on the user interface thread, as long as the item lives.
 class ToolTipItem : public QTableWidgetItem
 {
 public:

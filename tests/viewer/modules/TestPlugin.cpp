@@ -51,6 +51,7 @@ public:
 
 } // namespace
 
+/// Its loader owns it.
 class TestPlugin : public QObject, public CxPlugin
 {
     Q_OBJECT
