@@ -43,17 +43,15 @@ void CxExportToolButton::addSupportedExportType(ExExportType type)
 {
     const auto actions = types->actions();
     for (const QAction* action : actions) {
-        if (action->data().toInt() == type) {
+        if (action->data().toInt() == type)
             return;
-        }
     }
     auto* action = types->addAction(typeName(type));
     action->setCheckable(true);
     action->setData(int(type));
     menu()->addAction(action);
-    if (actions.isEmpty()) {
+    if (actions.isEmpty())
         chosenType = type;
-    }
     updateAppearance();
 }
 
@@ -65,19 +63,17 @@ void CxExportToolButton::setExportType(ExExportType type)
 
 void CxExportToolButton::exportOrAsk()
 {
-    if (types->checkedAction()) {
+    if (types->checkedAction())
         Q_EMIT exportClicked(chosenType);
-    } else {
+    else
         menu()->popup(mapToGlobal(rect().bottomLeft()));
-    }
 }
 
 void CxExportToolButton::changeEvent(QEvent* event)
 {
     QToolButton::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) {
+    if (event->type() == QEvent::PaletteChange)
         updateAppearance(); // the icons are drawn in the text colour
-    }
 }
 
 void CxExportToolButton::updateAppearance()
@@ -87,9 +83,8 @@ void CxExportToolButton::updateAppearance()
         const auto type = ExExportType(action->data().toInt());
         action->setIcon(typeIcon(type, palette()));
         action->setChecked(type == chosenType);
-        if (type == chosenType) {
+        if (type == chosenType)
             selected = action->text();
-        }
     }
     setIcon(typeIcon(chosenType, palette()));
     setAccessibleDescription(selected);

@@ -69,9 +69,8 @@ void CameraDock::buildWidgets()
     list->resizeColumnToContents(StateColumn);
     connect(list, &QTreeWidget::currentItemChanged, this, &CameraDock::refreshControls);
     connect(list, &QTreeWidget::itemActivated, this, [this] {
-        if (selectedCamera() == nullptr) {
+        if (selectedCamera() == nullptr)
             openOrClose();
-        }
     });
 
     openButton = new QPushButton;
@@ -144,12 +143,10 @@ void CameraDock::refreshList()
 {
     const CameraRegistry& registry = CameraRegistry::instance();
     const int devices = registry.deviceCount();
-    while (list->topLevelItemCount() > devices) {
+    while (list->topLevelItemCount() > devices)
         delete list->takeTopLevelItem(list->topLevelItemCount() - 1);
-    }
-    while (list->topLevelItemCount() < devices) {
+    while (list->topLevelItemCount() < devices)
         list->addTopLevelItem(new QTreeWidgetItem);
-    }
     for (int device = 0; device < devices; ++device) {
         const SxCameraInfo info = registry.deviceInfo(device);
         QTreeWidgetItem* item = list->topLevelItem(device);
@@ -159,9 +156,8 @@ void CameraDock::refreshList()
         item->setToolTip(IdColumn, plainToolTip(info.id));
     }
     refreshStates(std::chrono::steady_clock::now());
-    if (!list->currentItem() && devices > 0) {
+    if (!list->currentItem() && devices > 0)
         list->setCurrentItem(list->topLevelItem(0));
-    }
 }
 
 void CameraDock::refreshStates(std::chrono::steady_clock::time_point now)
@@ -212,9 +208,8 @@ void CameraDock::refreshFormats(VNCORE_HANDLE camera)
     const CxCameraParam* format = parameters ? parameters->findParam(formatParameter, false) : nullptr;
     formatBox->clear();
     if (format) {
-        for (const auto& item : format->enumItems) {
+        for (const auto& item : format->enumItems)
             formatBox->addItem(item.text, item.value);
-        }
         formatBox->setCurrentIndex(formatBox->findData(format->value.toInt()));
     }
 }
@@ -250,9 +245,8 @@ void CameraDock::applyFormat()
 {
     CxCameraParameters* parameters = CxCameraManager::instance()->cameraParameters(selectedCamera());
     CxCameraParam* format = parameters ? parameters->findParam(formatParameter, false) : nullptr;
-    if (!format) {
+    if (!format)
         return;
-    }
     bool applied = format->setParamValue(CxValue(formatBox->currentData().toInt()));
     if (applied) {
         parameters->addParamCommitToBatch(formatParameter);

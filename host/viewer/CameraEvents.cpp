@@ -59,9 +59,8 @@ void CameraEvents::checkFrames(TimePoint now)
     for (auto& [camera, told] : measured) {
         const auto since = CameraRegistry::instance().silentSince(camera);
         const bool silent = since && now - *since >= longestSilence;
-        if (!since || silent == told) {
+        if (!since || silent == told)
             continue; // nobody acquires, or nothing new
-        }
         told = silent;
         if (silent) {
             eventLog.append(EventLog::Severity::Warning,

@@ -77,23 +77,19 @@ CameraState cameraState(int device, const TakeOvers& takeOvers, std::chrono::ste
 {
     const CameraRegistry& registry = CameraRegistry::instance();
     VNCORE_HANDLE camera = registry.openedHandle(device);
-    if (registry.isDeviceLost(device)) {
+    if (registry.isDeviceLost(device))
         return {CameraState::Lost, Text::tr("lost")};
-    }
-    if (!camera) {
+    if (!camera)
         return {CameraState::Closed, Text::tr("closed")};
-    }
     const auto silentSince = registry.silentSince(camera);
     if (silentSince && now - *silentSince >= CameraEvents::longestSilence) {
         const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(now - *silentSince).count();
         return {CameraState::Silent, Text::tr("silent %1 s").arg(seconds)};
     }
-    if (takeOvers.isTakenOver(camera)) {
+    if (takeOvers.isTakenOver(camera))
         return {CameraState::Measuring, Text::tr("measuring")};
-    }
-    if (registry.isHostAcquiring(camera)) {
+    if (registry.isHostAcquiring(camera))
         return {CameraState::Live, Text::tr("live")};
-    }
     return {CameraState::Open, Text::tr("open")};
 }
 

@@ -59,15 +59,12 @@ CommandLine CommandLine::parse(const QStringList& arguments)
     const QCommandLineOption version = parser.addVersionOption();
     parser.addOptions({cameras, open, pluginDir, settings, language, start, quitAfter, screenshot});
 
-    if (!parser.parse(arguments)) {
+    if (!parser.parse(arguments))
         return wrongUsage(parser.errorText());
-    }
-    if (parser.isSet(help)) {
+    if (parser.isSet(help))
         return print(parser.helpText());
-    }
-    if (parser.isSet(version)) {
+    if (parser.isSet(version))
         return print(QStringLiteral("kestrova " KESTROVA_VERSION "\n"));
-    }
     if (!parser.positionalArguments().isEmpty()) {
         return wrongUsage(
             QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().constFirst()));
@@ -93,9 +90,8 @@ CommandLine CommandLine::parse(const QStringList& arguments)
                 QStringLiteral("--quit-after: \"%1\" is not %2").arg(parser.value(quitAfter), timeDescription));
     }
     for (const auto& option : {cameras, open, pluginDir, settings, language, screenshot}) {
-        if (parser.isSet(option) && parser.value(option).isEmpty()) {
+        if (parser.isSet(option) && parser.value(option).isEmpty())
             return wrongUsage(QStringLiteral("--%1 needs a value").arg(option.names().constFirst()));
-        }
     }
     return result;
 }

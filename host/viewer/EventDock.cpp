@@ -36,9 +36,8 @@ EventDock::EventDock(EventLog& log, QWidget* parent)
     QScrollBar* bar = view->verticalScrollBar();
     connect(bar, &QScrollBar::valueChanged, this, [this, bar] { atEnd = bar->value() == bar->maximum(); });
     connect(bar, &QScrollBar::rangeChanged, this, [this, bar] {
-        if (atEnd) {
+        if (atEnd)
             bar->setValue(bar->maximum());
-        }
     });
     connect(&log, &QAbstractItemModel::rowsInserted, this, &EventDock::showForgotten);
     connect(&log, &QAbstractItemModel::modelReset, this, &EventDock::showForgotten);
@@ -81,9 +80,8 @@ void EventDock::save()
                                                           IxAppDelegate::instance()->lastDirectory() +
                                                               QStringLiteral("/kestrova-events.txt"),
                                                           tr("Text files (*.txt);;All files (*)"));
-    if (fileName.isEmpty()) {
+    if (fileName.isEmpty())
         return;
-    }
     IxAppDelegate::instance()->setLastDirectory(QFileInfo(fileName).absolutePath());
     QSaveFile file(fileName);
     if (!file.open(QIODevice::WriteOnly) || !eventLog.writeTo(file) || !file.commit()) {

@@ -42,9 +42,8 @@ void EventLog::append(Severity severity, const QString& event, const QString& or
         row.since = former->since;
         eraseRow(int(rows.size()) - 1 - int(former - rows.rbegin()));
     }
-    if (events.size() >= size_t(capacity)) {
+    if (events.size() >= size_t(capacity))
         forgetOldest();
-    }
     const int last = int(rows.size());
     beginInsertRows({}, last, last);
     events.push_back(std::move(added));
@@ -61,9 +60,8 @@ void EventLog::eraseRow(int row)
 
 void EventLog::forgetOldest()
 {
-    if (!rows.empty() && rows.front().newest == forgottenEvents) {
+    if (!rows.empty() && rows.front().newest == forgottenEvents)
         eraseRow(0);
-    }
     events.pop_front();
     ++forgottenEvents;
 }
@@ -83,15 +81,13 @@ bool EventLog::writeTo(QIODevice& device) const
         const QByteArray bytes = fields.join(QLatin1Char('\t')).toUtf8() + '\n';
         return device.write(bytes) == bytes.size();
     };
-    if (forgottenEvents > 0 && !write({tr("Older events that are no longer kept: %1").arg(forgottenEvents)})) {
+    if (forgottenEvents > 0 && !write({tr("Older events that are no longer kept: %1").arg(forgottenEvents)}))
         return false;
-    }
     return std::all_of(events.begin(), events.end(), [&](const Event& event) {
         QStringList fields{event.time.toString(Qt::ISODateWithMs), QLatin1String(severityName(event.severity)),
                            event.text};
-        if (!event.origin.isEmpty()) {
+        if (!event.origin.isEmpty())
             fields.append(event.origin);
-        }
         return write(fields);
     });
 }
@@ -122,18 +118,15 @@ QVariant EventLog::data(const QModelIndex& index, int role) const
         }
     case Qt::ToolTipRole: {
         QStringList lines{newest.time.toString(Qt::ISODateWithMs), newest.text};
-        if (row.count > 1) {
+        if (row.count > 1)
             lines.prepend(row.since.toString(Qt::ISODateWithMs) + QStringLiteral(" …"));
-        }
-        if (!newest.origin.isEmpty()) {
+        if (!newest.origin.isEmpty())
             lines.append(newest.origin);
-        }
         return lines.join(QLatin1Char('\n'));
     }
     case Qt::ForegroundRole:
-        if (newest.severity == Severity::Critical) {
+        if (newest.severity == Severity::Critical)
             return QColor(255, 120, 110);
-        }
         return newest.severity == Severity::Warning ? QVariant(QColor(250, 190, 90)) : QVariant();
     default:
         return {};
@@ -142,9 +135,8 @@ QVariant EventLog::data(const QModelIndex& index, int role) const
 
 QVariant EventLog::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
-    }
     switch (section) {
     case TimeColumn:
         return tr("Time");

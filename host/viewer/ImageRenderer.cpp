@@ -18,9 +18,8 @@ quint64 bytesPerPixel(const VN_IMG& image)
 /// How far a two-byte pixel is shifted right to become a grey level.
 int greyShift(const VN_IMG& image)
 {
-    if (image.dataFormat == VN_FRM_TRANSPORT_DATA || image.bitDepth == 0) {
+    if (image.dataFormat == VN_FRM_TRANSPORT_DATA || image.bitDepth == 0)
         return 8;
-    }
     return std::clamp(int(image.bitDepth), 8, 16) - 8;
 }
 
@@ -28,33 +27,29 @@ int greyShift(const VN_IMG& image)
 
 QImage renderImage(const VN_IMG& image, QSize size)
 {
-    if (image.data == nullptr || image.width == 0 || image.height == 0 || size.isEmpty()) {
+    if (image.data == nullptr || image.width == 0 || image.height == 0 || size.isEmpty())
         return {};
-    }
     constexpr quint32 longestSide = 1U << 30; // what a QSize can be scaled with
     const QSize source(int(std::min(image.width, longestSide)), int(std::min(image.height, longestSide)));
     const QSize target = source.scaled(size, Qt::KeepAspectRatio).expandedTo({1, 1});
     QImage result(target, QImage::Format_Grayscale8);
-    if (result.isNull()) {
+    if (result.isNull())
         return {};
-    }
     result.fill(0);
 
     const quint64 pixelBytes = bytesPerPixel(image);
     const int shift = greyShift(image);
     const auto* data = static_cast<const uchar*>(image.data);
     std::vector<quint64> columns(size_t(target.width())); // byte offsets within a row
-    for (int x = 0; x < target.width(); ++x) {
+    for (int x = 0; x < target.width(); ++x)
         columns[size_t(x)] = quint64(x) * image.width / quint64(target.width()) * pixelBytes;
-    }
     for (int y = 0; y < target.height(); ++y) {
         const quint64 row = quint64(y) * image.height / quint64(target.height()) * image.width * pixelBytes;
         uchar* line = result.scanLine(y);
         for (const quint64 column : columns) {
             const quint64 offset = row + column;
-            if (offset + pixelBytes > image.dataBytes) {
+            if (offset + pixelBytes > image.dataBytes)
                 break;
-            }
             if (pixelBytes == 1) {
                 *line++ = data[offset];
             } else {

@@ -27,9 +27,8 @@ ImageView::ImageView(QWidget* parent) : QWidget(parent)
 
 void ImageView::setCamera(VNCORE_HANDLE camera)
 {
-    if (camera == shownCamera) {
+    if (camera == shownCamera)
         return;
-    }
     shownCamera = camera;
     frameRate.reset();
     shown.reset();
@@ -40,19 +39,16 @@ void ImageView::setCamera(VNCORE_HANDLE camera)
 
 void ImageView::refresh()
 {
-    if (shownCamera == nullptr || visibleRegion().isEmpty()) {
+    if (shownCamera == nullptr || visibleRegion().isEmpty())
         return;
-    }
     const DeviceImage image = CameraRegistry::instance().latestImage(shownCamera);
-    if (!image.memory) {
+    if (!image.memory)
         return; // none yet, or closed: the last picture stays
-    }
     const bool sameMemory = !shown.owner_before(image.memory) && !image.memory.owner_before(shown);
-    if (picture.isNull() || !sameMemory || image.descriptor.frameNumber != shownNumber) {
+    if (picture.isNull() || !sameMemory || image.descriptor.frameNumber != shownNumber)
         showImage(image);
-    } else if (frameRate.expire(std::chrono::steady_clock::now())) {
+    else if (frameRate.expire(std::chrono::steady_clock::now()))
         showCaption(image.descriptor);
-    }
 }
 
 void ImageView::showImage(const DeviceImage& image)
@@ -75,9 +71,8 @@ void ImageView::showCaption(const VN_IMG& descriptor)
                       .arg(descriptor.width)
                       .arg(descriptor.height)
                       .arg(descriptor.frameNumber);
-    if (const auto rate = frameRate.rate()) {
+    if (const auto rate = frameRate.rate())
         captionText += tr("   %1 frames/s").arg(*rate, 0, 'f', 1);
-    }
     setAccessibleDescription(captionText);
     update();
 }

@@ -17,9 +17,8 @@ const QLatin1String languageOfTheCode("en");
 void installFile(const QString& file)
 {
     auto* translator = new QTranslator(QCoreApplication::instance());
-    if (translator->load(file)) {
+    if (translator->load(file))
         QCoreApplication::installTranslator(translator);
-    }
 }
 
 } // namespace
@@ -36,9 +35,8 @@ QString chooseLanguage(const QStringList& wanted)
     for (QString name : wanted) {
         name.replace(QLatin1Char('-'), QLatin1Char('_'));
         for (; !name.isEmpty(); name.truncate(std::max(0, name.lastIndexOf(QLatin1Char('_'))))) {
-            if (name == languageOfTheCode || directory.exists(QStringLiteral("kestrova_%1.qm").arg(name))) {
+            if (name == languageOfTheCode || directory.exists(QStringLiteral("kestrova_%1.qm").arg(name)))
                 return name;
-            }
         }
     }
     return {};
@@ -51,14 +49,12 @@ QString chooseLanguage(const QString& name)
 
 void installLanguage(const QString& language)
 {
-    if (language.isEmpty() || language == languageOfTheCode) {
+    if (language.isEmpty() || language == languageOfTheCode)
         return;
-    }
     const QString qt = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
     installFile(QStringLiteral("%1/qtbase_%2.qm").arg(qt, language));
     const QDir directory(translationsDirectory());
     const auto files = directory.entryList({QStringLiteral("*_%1.qm").arg(language)}, QDir::Files, QDir::Name);
-    for (const QString& file : files) {
+    for (const QString& file : files)
         installFile(directory.filePath(file));
-    }
 }

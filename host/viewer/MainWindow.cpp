@@ -109,9 +109,8 @@ void MainWindow::buildMenus(QDockWidget* cameras, QDockWidget* events)
 void MainWindow::setDetailLevel(int level)
 {
     const auto actions = detailLevels->actions();
-    for (QAction* action : actions) {
+    for (QAction* action : actions)
         action->setChecked(action->data().toInt() == level);
-    }
 }
 
 void MainWindow::restoreArrangement(QSettings& settings)

@@ -37,9 +37,8 @@ PlacedMessage takenApart(const QString& message)
         QStringLiteral(R"re(^(0x[0-9a-f]+) (.+) L (\d+) : +"(?:(\S+\(\)): )?(.*)"$)re"),
         QRegularExpression::DotMatchesEverythingOption);
     const auto match = pattern.match(message);
-    if (!match.hasMatch()) {
+    if (!match.hasMatch())
         return {message, {}};
-    }
     QString text = match.captured(5);
     text.replace(QLatin1String("\\\""), QLatin1String("\"")).replace(QLatin1String("\\\\"), QLatin1String("\\"));
     return {text, MessageQueue::tr("Thread %1, %2 line %3, %4")
@@ -78,11 +77,10 @@ void queueMessage(QtMsgType type, const QMessageLogContext& context, const QStri
     }
     VNCORE_HANDLE camera = cameraOfThisThread();
     const std::lock_guard lock(queueMutex);
-    if (queue.size() < capacity) {
+    if (queue.size() < capacity)
         queue.push_back({type, text, line, camera});
-    } else {
+    else
         ++dropped;
-    }
 }
 
 } // namespace
@@ -116,7 +114,6 @@ void MessageQueue::drain()
             Q_EMIT criticalMessage(placed.text, placed.origin, message.camera);
         }
     }
-    if (lost > 0) {
+    if (lost > 0)
         Q_EMIT criticalMessage(tr("%1 log messages were dropped").arg(lost), {}, nullptr);
-    }
 }

@@ -36,18 +36,16 @@ void PluginDocks::add(QWidget* widget, int area, int allowedAreas, bool floating
 
     // A dock that takes its widget along is no QDockWidget any more by then.
     connect(widget, &QObject::destroyed, this, [this, dock = QPointer<QObject>(dock)] {
-        if (dock) {
+        if (dock)
             dock->deleteLater();
-        }
         Q_EMIT widgetDied();
     });
 }
 
 void PluginDocks::destroyFrom(int index)
 {
-    for (int i = docks.size() - 1; i >= index; --i) {
+    for (int i = docks.size() - 1; i >= index; --i)
         delete docks[i];
-    }
 }
 
 QList<QWidget*> PluginDocks::widgets() const
@@ -55,9 +53,8 @@ QList<QWidget*> PluginDocks::widgets() const
     QList<QWidget*> result;
     for (const auto& dock : docks) {
         auto* scrollArea = dock ? qobject_cast<QScrollArea*>(dock->widget()) : nullptr;
-        if (scrollArea && scrollArea->widget()) {
+        if (scrollArea && scrollArea->widget())
             result.append(scrollArea->widget());
-        }
     }
     return result;
 }

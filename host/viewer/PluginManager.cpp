@@ -52,30 +52,26 @@ template<typename Call>
 void callInUse(const QPluginLoader& loader, Call call)
 {
     const QString thrown = thrownBy(call);
-    if (!thrown.isEmpty()) {
+    if (!thrown.isEmpty())
         qCritical("Plug-in %s: %s", qPrintable(loader.fileName()), qPrintable(thrown));
-    }
 }
 
 /// A plug-in that threw may have left its group open.
 void leaveGroups(QSettings& settings)
 {
-    while (!settings.group().isEmpty()) {
+    while (!settings.group().isEmpty())
         settings.endGroup();
-    }
 }
 
 /// Why the plug-in cannot be used, empty if it can; `plugin` is then its object, and initialised.
 QString initialise(QPluginLoader& loader, PluginInfo& info, CxPlugin*& plugin)
 {
     QObject* object = loader.instance();
-    if (!object) {
+    if (!object)
         return Text::tr("It cannot be loaded. %1").arg(loader.errorString());
-    }
     plugin = qobject_cast<CxPlugin*>(object);
-    if (!plugin) {
+    if (!plugin)
         return Text::tr("It does not have the interface %1.").arg(QLatin1String(VNCORE_PLUGIN_IID));
-    }
     info.name = plugin->name();
     info.description = plugin->description();
     info.version = plugin->version();
@@ -107,17 +103,15 @@ void PluginManager::load(const QStringList& directories)
     QStringList files;
     for (const QString& directory : directories) {
         const auto entries = QDir(directory).entryInfoList(QDir::Files, QDir::Name);
-        for (const QFileInfo& entry : entries) {
+        for (const QFileInfo& entry : entries)
             files.append(entry.canonicalFilePath());
-        }
     }
     files.removeDuplicates();
     for (const QString& file : qAsConst(files)) {
         infos.push_back(loadFile(file));
         const PluginInfo& info = infos.back();
-        if (!info.error.isEmpty()) {
+        if (!info.error.isEmpty())
             qWarning("Plug-in %s is not used: %s", qPrintable(info.file), qPrintable(info.error));
-        }
     }
 }
 
@@ -139,16 +133,14 @@ PluginInfo PluginManager::loadFile(const QString& file)
     }
 
     const QString writable = writableByOthers(file);
-    if (!writable.isEmpty()) {
+    if (!writable.isEmpty())
         info.warning = Text::tr("Others can change what this plug-in does: they can write to %1.").arg(writable);
-    }
 
     const int widgetsBefore = pluginDocks.count();
     CxPlugin* plugin = nullptr;
     const QString thrown = thrownBy([&] { info.error = initialise(*loader, info, plugin); });
-    if (!thrown.isEmpty()) {
+    if (!thrown.isEmpty())
         info.error = thrown;
-    }
     if (info.error.isEmpty()) {
         loadedPlugins.push_back({std::move(loader), plugin});
     } else {
@@ -189,8 +181,7 @@ void PluginManager::finish()
 
 void PluginManager::unload()
 {
-    for (Loaded& loaded : loadedPlugins) {
+    for (Loaded& loaded : loadedPlugins)
         loaded.loader->unload(); // deletes the plug-in object first
-    }
     loadedPlugins.clear();
 }

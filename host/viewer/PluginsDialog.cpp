@@ -29,9 +29,8 @@ QString details(const PluginInfo& info)
     };
     QString html = QStringLiteral("<table cellpadding=3>");
     for (const auto& [caption, text] : rows) {
-        if (!text.isEmpty()) {
+        if (!text.isEmpty())
             html += QStringLiteral("<tr><td><b>%1</b></td><td>%2</td></tr>").arg(caption, text);
-        }
     }
     return html + QStringLiteral("</table>");
 }
@@ -58,9 +57,8 @@ PluginsDialog::PluginsDialog(const std::vector<PluginInfo>& plugins, QWidget* pa
         item->setData(Qt::UserRole, details(info));
     }
     list->setCurrentRow(0);
-    if (plugins.empty()) {
+    if (plugins.empty())
         text->setPlainText(tr("No plug-in was found."));
-    }
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

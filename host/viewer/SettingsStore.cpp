@@ -43,9 +43,8 @@ bool SettingsStore::save(const std::function<void(QSettings&)>& collect)
     // nothing has changed.
     QSettings copy(inMemory, QSettings::IniFormat);
     const QStringList before = store->allKeys();
-    for (const QString& key : before) {
+    for (const QString& key : before)
         copy.setValue(key, store->value(key));
-    }
     collect(copy);
 
     bool changed = failedBefore;
@@ -63,8 +62,7 @@ bool SettingsStore::save(const std::function<void(QSettings&)>& collect)
             changed = true;
         }
     }
-    if (changed) {
+    if (changed)
         store->sync();
-    }
     return store->status() == QSettings::NoError;
 }

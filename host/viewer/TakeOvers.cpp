@@ -12,23 +12,20 @@ TakeOvers::TakeOvers(QObject* parent) : QObject(parent)
 
 void TakeOvers::setTakenOver(VNCORE_HANDLE camera, bool takenOver)
 {
-    if (takenOver == isTakenOver(camera)) {
+    if (takenOver == isTakenOver(camera))
         return;
-    }
-    if (!takenOver) {
+    if (!takenOver)
         takenCameras.remove(camera);
-    } else if (CxCameraManager::instance()->openedCameras().contains(camera)) {
+    else if (CxCameraManager::instance()->openedCameras().contains(camera))
         takenCameras.insert(camera);
-    } else {
+    else
         return;
-    }
     Q_EMIT changed(camera, takenOver);
 }
 
 void TakeOvers::forgetAll()
 {
     const auto cameras = takenCameras;
-    for (VNCORE_HANDLE camera : cameras) {
+    for (VNCORE_HANDLE camera : cameras)
         setTakenOver(camera, false);
-    }
 }

@@ -61,9 +61,8 @@ void applyDarkTheme(QApplication& application)
     palette.setColor(QPalette::LinkVisited, accent.lighter(130));
     palette.setColor(QPalette::Highlight, accent);
     palette.setColor(QPalette::HighlightedText, Qt::white);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::HighlightedText}) {
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::HighlightedText})
         palette.setColor(QPalette::Disabled, role, faint);
-    }
     palette.setColor(QPalette::Disabled, QPalette::Highlight, window.lighter(130));
     application.setPalette(palette);
 }

@@ -72,29 +72,24 @@ QString Viewer::start()
 {
     running = true;
     QString fault = openCameras();
-    if (!fault.isEmpty()) {
+    if (!fault.isEmpty())
         return fault;
-    }
     pluginManager->load(QStringList{PluginManager::installedDirectory()} + viewerOptions.pluginDirs);
     for (const PluginInfo& info : pluginManager->plugins()) {
-        if (!info.error.isEmpty()) {
+        if (!info.error.isEmpty())
             eventLog.append(EventLog::Severity::Warning, tr("Plug-in %1 is not used. %2").arg(info.file, info.error));
-        }
-        if (!info.warning.isEmpty()) {
+        if (!info.warning.isEmpty())
             eventLog.append(EventLog::Severity::Warning, info.file + QStringLiteral(": ") + info.warning);
-        }
     }
     for (const QString& directory : qAsConst(viewerOptions.pluginDirs)) {
-        if (!QDir(directory).exists()) {
+        if (!QDir(directory).exists())
             eventLog.append(EventLog::Severity::Warning, tr("There is no plug-in directory %1").arg(directory));
-        }
     }
     loadSettings();
     saveTimer.start(saveIntervalMs);
     mainWindow->show();
-    if (viewerOptions.start) {
+    if (viewerOptions.start)
         QTimer::singleShot(0, this, &Viewer::pressStartAll);
-    }
     return {};
 }
 
@@ -102,9 +97,8 @@ QString Viewer::openCameras()
 {
     QString fault;
     const auto devices = createDevices(viewerOptions.camerasFile, &fault);
-    if (devices.empty() && !fault.isEmpty()) {
+    if (devices.empty() && !fault.isEmpty())
         return fault;
-    }
     CameraRegistry& registry = CameraRegistry::instance();
     std::vector<SxCameraInfo> known;
     for (const auto& device : devices)
@@ -155,17 +149,14 @@ void Viewer::pressStartAll()
     QList<QPointer<QPushButton>> buttons; // a press may open a box, and anything may happen meanwhile
     const auto widgets = docks->widgets();
     for (const QWidget* widget : widgets) {
-        if (auto* button = widget->findChild<QPushButton*>(QStringLiteral("btnStartAll"))) {
+        if (auto* button = widget->findChild<QPushButton*>(QStringLiteral("btnStartAll")))
             buttons.append(button);
-        }
     }
-    if (buttons.isEmpty()) {
+    if (buttons.isEmpty())
         eventLog.append(EventLog::Severity::Warning, tr("No plug-in has a \"Start All\" button"));
-    }
     for (const auto& button : buttons) {
-        if (button) {
+        if (button)
             button->click();
-        }
     }
 }
 
@@ -176,9 +167,8 @@ bool Viewer::saveScreenshot(const QString& file)
 
 void Viewer::shutDown()
 {
-    if (!std::exchange(running, false)) {
+    if (!std::exchange(running, false))
         return;
-    }
     saveSettingsAtEnd();
     mainWindow->hide();
     pluginManager->finish();
@@ -188,14 +178,12 @@ void Viewer::shutDown()
 
 void Viewer::leave()
 {
-    if (!std::exchange(running, false)) {
+    if (!std::exchange(running, false))
         return;
-    }
     saveSettingsAtEnd();
     const auto windows = QApplication::topLevelWidgets();
-    for (QWidget* window : windows) {
+    for (QWidget* window : windows)
         window->setUpdatesEnabled(false); // Qt's caches for painting may be gone already
-    }
     CameraRegistry::instance().closeAll();
 }
 

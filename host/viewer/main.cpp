@@ -41,9 +41,8 @@ Viewer* runningViewer = nullptr;
 /// When the display goes away, Qt ends the process by exit() from within the event loop.
 void onExit()
 {
-    if (runningViewer) {
+    if (runningViewer)
         runningViewer->leave();
-    }
 }
 
 /// False if the user asked for a language that there is not.
