@@ -72,12 +72,12 @@ private Q_SLOTS:
 
         delete loader.instance();
         QVERIFY(form);
-        auto* second = qobject_cast<CxPlugin*>(loader.instance());
-        QVERIFY(second->init());
+        auto* again = qobject_cast<CxPlugin*>(loader.instance());
+        QVERIFY(again->init());
         QVERIFY(!form); // the host had one place only
         host.widget.reset();
         settings.clear();
-        second->saveSettings(settings); // after the form's end
+        again->saveSettings(settings); // after the form's end
         QVERIFY(settings.allKeys().isEmpty());
         QVERIFY(loader.unload());
     }

@@ -43,7 +43,7 @@ class TestPluginManager : public QObject
 private Q_SLOTS:
     void wrongFilesAreRefusedWithAReason_data()
     {
-        const Table<QString, QString, QStringList> row("directory", "reason", "expectedDiary");
+        const Table<QString, QString, QStringList> row("place", "reason", "expectedDiary");
         row("another program's", module("otherprogram"), "another program", {});
         row("without the interface", module("nointerface"), "CxPlugin", {});
         row("init fails", module("initfails"), "initialised", {"init", "widget destroyed", "plug-in destroyed"});
@@ -53,11 +53,11 @@ private Q_SLOTS:
     }
     void wrongFilesAreRefusedWithAReason()
     {
-        QFETCH(QString, directory);
+        QFETCH(QString, place);
         QFETCH(QString, reason);
         qApp->setProperty("diary", {});
         Host host;
-        host.manager.load({directory, module("good")});
+        host.manager.load({place, module("good")});
         const auto& plugins = host.manager.plugins();
         QCOMPARE(plugins.size(), size_t(2));
         QVERIFY2(plugins[0].error.contains(reason), qPrintable(plugins[0].error));
