@@ -28,6 +28,11 @@ constexpr int defaultEventsWidth = 430;
 
 const QLatin1String pictureKey("picture");
 
+QString shareKey(const QDockWidget* dock)
+{
+    return QStringLiteral("share/") + dock->objectName();
+}
+
 /// Qt crashes on an arrangement in which a bit has changed, so it gets none whose sum does not fit.
 QByteArray sumOf(const QByteArray& arrangement)
 {
@@ -120,10 +125,15 @@ void MainWindow::restoreArrangement(QSettings& settings)
     showPicture->setChecked(settings.value(pictureKey, true).toBool());
     restoreGeometry(unsealed(settings.value(QStringLiteral("geometry")).toByteArray()));
     restoreState(unsealed(settings.value(QStringLiteral("docks")).toByteArray()));
-    shares.clear(); // those of the restored arrangement are seen when it is shown
+    // A maximised window is restored in its normal size first, into which heights of a maximised one do not fit.
+    shares.clear();
     const auto docks = findChildren<QDockWidget*>();
-    for (QDockWidget* dock : docks)
+    for (QDockWidget* dock : docks) {
+        const double share = settings.value(shareKey(dock)).toDouble();
+        if (share > 0.0 && share < 1.0)
+            shares[dock] = share;
         dock->installEventFilter(this);
+    }
 }
 
 void MainWindow::saveArrangement(QSettings& settings) const
@@ -131,6 +141,9 @@ void MainWindow::saveArrangement(QSettings& settings) const
     settings.setValue(QStringLiteral("geometry"), sealed(saveGeometry()));
     settings.setValue(QStringLiteral("docks"), sealed(saveState()));
     settings.setValue(pictureKey, showPicture->isChecked());
+    const auto docks = findChildren<QDockWidget*>();
+    for (const QDockWidget* dock : docks)
+        settings.setValue(shareKey(dock), shares.value(dock));
 }
 
 void MainWindow::arrangeByDefault()
