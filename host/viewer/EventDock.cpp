@@ -84,7 +84,9 @@ void EventDock::save()
         return;
     IxAppDelegate::instance()->setLastDirectory(QFileInfo(fileName).absolutePath());
     QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || !eventLog.writeTo(file) || !file.commit()) {
+    // What the end of commit() cannot write it does not tell. A full disk takes a part first, then says why no more.
+    const auto flushed = [&file] { return file.flush() || file.flush(); };
+    if (!file.open(QIODevice::WriteOnly) || !eventLog.writeTo(file) || !flushed() || !file.commit()) {
         QMessageBox::warning(this, tr("Save the event list"),
                              tr("The list could not be saved.\n%1: %2").arg(fileName, file.errorString()));
     }

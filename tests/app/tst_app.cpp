@@ -59,7 +59,7 @@ private Q_SLOTS:
     void camerasAreFound()
     {
         QFETCH(QStringList, names);
-        const std::vector<SxCameraInfo> known{info("Same", "1", "Left"), info("Same", "2"), info("Other", "3"),
+        const std::vector<SxCameraInfo> known{info("Same", "1", "Left"), info("Same", "2"), info("Other", "3", "2"),
                                               info("3", "4")};
         const Selection selection = selectCameras(known, names);
         QTEST(QVector<int>(selection.cameras.begin(), selection.cameras.end()), "found");

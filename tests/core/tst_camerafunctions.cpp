@@ -94,7 +94,11 @@ private Q_SLOTS:
         QVERIFY(registry.startHostAcquisition(camera));
         QVERIFY(!registry.stopHostAcquisition(camera));
         QVERIFY(!registry.isHostAcquiring(camera));
+        QVector<sim::Call> calls;
+        device->setHook([&calls](const sim::HostCall& call) { return calls << call.kind, true; });
         QVERIFY(vnApi_StartAcquisition(camera));
+        QCOMPARE(calls, (QVector{sim::Call::Stop, sim::Call::Start})); // it may still acquire, for nobody
+        device->setHook({});
     }
 
     void images()

@@ -57,6 +57,33 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
     }
 
+    void aClosingIsAnnouncedBeforeAnythingEnds()
+    {
+        const VNCORE_HANDLE camera = registry.open(0);
+        QVERIFY(vnApi_StartAcquisition(camera));
+        bool received = false;
+        const auto slot = connect(manager, &CxCameraManager::cameraClosed, this, [&] {
+            VN_IMG image{};
+            image.size = sizeof image;
+            received = vnApi_GetImage(camera, 1000, &image, nullptr, true);
+        });
+        bool startedAnew = false;
+        bench->devices[0]->setHook([&](const sim::HostCall& call) {
+            startedAnew |= call.kind == sim::Call::Stop && vnApi_StartAcquisition(camera);
+            return true;
+        });
+        QVERIFY(registry.close(camera));
+        disconnect(slot);
+        QVERIFY(received && !startedAnew);
+
+        bench->devices[0]->setHook([&](const sim::HostCall& call) {
+            return call.kind != sim::Call::Start || registry.close(camera); // while it starts
+        });
+        QCOMPARE(registry.open(0), camera);
+        QVERIFY(!vnApi_StartAcquisition(camera));
+        QVERIFY(!bench->devices[0]->isAcquiring());
+    }
+
     void formatChangesAreQueued()
     {
         const VNCORE_HANDLE camera = registry.open(0);
@@ -101,6 +128,7 @@ private Q_SLOTS:
         QTRY_COMPARE(lost.count(), 1);
         QCOMPARE(lost[0][0].value<VNCORE_HANDLE>(), camera);
         QVERIFY(registry.isDeviceLost(0));
+        QCOMPARE(format.count(), 0);
         setLost(0, false);
         QTRY_COMPARE(returned.count(), 1);
         QCOMPARE(format.count(), 1); // it has its power-up values

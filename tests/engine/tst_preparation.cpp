@@ -39,6 +39,16 @@ private Q_SLOTS:
         }
     }
 
+    void onlyWhatWasChangedIsPutBack()
+    {
+        MeasurementBench bench;
+        QVERIFY(bench.measure(1) && bench.stop());
+        bench.camera->setParameter("dp_param_value[1/5/6]", 9); // the user's choice
+        bench.camera->setHook([](const sim::HostCall& call) { return call.kind != sim::Call::CanSet; });
+        QVERIFY(bench.measure(1) && bench.stop());
+        QCOMPARE(bench.camera->parameter("dp_param_value[1/5/6]"), 9);
+    }
+
     void unknownMode()
     {
         MeasurementBench bench({}, 5);

@@ -4,6 +4,7 @@
 #include <QtTest/QtTest>
 
 #include "CameraLineData.h"
+#include "ClockDrift.h"
 #include "LogCapture.h"
 #include "LogLine.h"
 #include "MeasurementClock.h"
@@ -41,9 +42,9 @@ private Q_SLOTS:
 
     void frameNumbers()
     {
-        // A gap, one over the wrap, a new start with a gap, one number for ever.
+        // A gap, one over the wrap, a new start with a gap, one number for ever, half the range.
         const std::pair<std::vector<quint32>, quint64> runs[] = {
-            {{0, 2, 3, 7}, 4}, {{0xFFFFFFFE, 1}, 2}, {{1000, 1001, 0, 2}, 1}, {{4, 4, 4}, 0}};
+            {{0, 2, 3, 7}, 4}, {{0xFFFFFFFE, 1}, 2}, {{1000, 1001, 0, 2}, 1}, {{4, 4, 4}, 0}, {{0, 0x80000000}, 0}};
         for (const auto& [numbers, missing] : runs) {
             RunTotalsCounter counter;
             counter.begin(0);
@@ -51,6 +52,15 @@ private Q_SLOTS:
                 counter.addFrame(number, FrameFigures(), false, 0);
             QCOMPARE(counter.run(0).missingFrames, missing);
         }
+    }
+
+    void driftOverLongSilences()
+    {
+        constexpr qint64 hoursUs = 3 * 3600'000'000LL;
+        ClockDrift drift;
+        for (qint64 us = 0; us < 8 * hoursUs; us += hoursUs)
+            drift.correctionUs(us + us / 20'000, us);
+        QVERIFY(qAbs(drift.ppm().value() - 50.0) < 1.0);
     }
 
     void logLine()

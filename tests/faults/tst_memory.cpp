@@ -17,6 +17,7 @@
 #include "FailingNew.h"
 #include "LogCapture.h"
 #include "MeasurementBench.h"
+#include "MeasurementClock.h"
 #include "NaiveEvaluator.h"
 #include "RandomRecord.h"
 #include "Table.h"
@@ -112,6 +113,9 @@ private Q_SLOTS:
                          std::tuple(quint64(ended ? frame : frame + 1), quint64(ended ? 1 : 0),
                                     std::min<quint64>(totals.frames - totals.skippedFrames, 301)));
                 QVERIFY(!throughput || figuresAreTrue(bench.data));
+                setMeasurementClock([] { return always; });
+                QCOMPARE(bench.data.runTotals().presentGapUs, qint64(0)); // its time is over, too
+                setMeasurementClock({});
                 QVERIFY(!ended || (bench.data.startMeasurement(16, 1000) && bench.data.stopMeasurement()));
                 QVERIFY(bench.isAtRest());
                 more = failed || ended;

@@ -121,6 +121,11 @@ private Q_SLOTS:
                  title + QStringLiteral(": report f holds 9 frames from 00:00:00.000 to 00:00:00.000 (0.000 s), "
                                         "8 frames dropped by the capacity"));
 
+        for (int n = 1; n <= 40; ++n)
+            output->interval(interval);
+        QVERIFY(text.seek(0));
+        QCOMPARE(text.readAll().count("time s"), 3); // above every 40 lines, and the summary's
+
         LineWriter jsonLines(json.handle(), json.fileName(), LineWriter::Until::Written);
         makeJsonOutput(jsonLines)->interval(interval);
         QVERIFY(json.seek(0));

@@ -209,6 +209,7 @@ private:
             QFile report(robot.fileName);
             QVERIFY(report.open(QIODevice::ReadOnly) || stage == ReportDialog); // its camera may be gone
             QVERIFY(stage == ReportDialog || report.readAll() == whole);
+            QVERIFY(stage != ReportDialog || !report.isOpen() || !bench.record(0).isMeasuring());
         }
         QCoreApplication::processEvents();
     }

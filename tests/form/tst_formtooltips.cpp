@@ -55,6 +55,19 @@ private Q_SLOTS:
         QVERIFY(noFrame());
     }
 
+    void everyFigureHasItsOwnDefinition()
+    {
+        for (const auto& [mode, figures] : {std::pair{MeasModeDataThroughput, 6}, {MeasModeStandardAcq, 7}}) {
+            FormBench bench(1, mode);
+            QSet<QString> definitions;
+            for (int column = 0; column < bench.table()->columnCount(); ++column) {
+                const auto* item = bench.table()->item(0, column);
+                definitions << (item ? item->toolTip() : QString());
+            }
+            QCOMPARE(definitions.size(), figures + 1); // and none of what is no figure
+        }
+    }
+
     void silentAndMissingFrames()
     {
         FormBench bench;
@@ -96,6 +109,9 @@ private Q_SLOTS:
         }
         QCOMPARE(told(bench, 0, statusColumn).filter("clock"),
                  QStringList("The camera's clock is 0.0 ppm fast against this computer's."));
+        for (int click = 0; click < 2; ++click)
+            QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+        QCOMPARE(told(bench, 0, statusColumn).filter("clock"), QStringList()); // the next run's is not known
     }
 };
 

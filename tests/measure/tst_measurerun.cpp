@@ -4,13 +4,18 @@
 
 #include <csignal>
 
+#include <cmath>
+#include <thread>
+
 #include <QtTest/QtTest>
 
 #include <QtCore/QJsonArray>
 
 #include "CameraRegistry.h"
+#include "FailingNew.h"
 #include "Files.h"
 #include "HandDrivenCamera.h"
+#include "LossyCamera.h"
 #include "MeasureRun.h"
 #include "Report.h"
 #include "ReportDescription.h"
@@ -153,6 +158,62 @@ private Q_SLOTS:
         }
     }
 
+    void countersAreThoseOfTheCamera()
+    {
+        Bench bench(lossyCamera(), byHand(MeasModeStandardAcq));
+        const auto counters = [&bench] { return bench.camera->ledger().counters; };
+        bench.camera->advance(
+            std::chrono::milliseconds(40)); // what is counted before the first frame is not the run's
+        QVERIFY(bench.take(1));
+        const auto before = counters();
+        bench.camera->advance(std::chrono::milliseconds(40));
+        QVERIFY(bench.take(30));
+        const std::pair<const char*, size_t> figures[] = {{"transportSkips", VN_COUNTER_TRANSPORT_SKIP},
+                                                          {"apiSkips", VN_COUNTER_API_SKIP},
+                                                          {"missedTriggersOverlap", VN_COUNTER_MISSED_TRG_OVERLAP},
+                                                          {"missedTriggersOverflow", VN_COUNTER_MISSED_TRG_OVERFLOW},
+                                                          {"overflows", VN_COUNTER_BUFFER_OVERFLOW}};
+        for (const auto& [key, selector] : figures)
+            QCOMPARE(bench.total(key), double(counters()[selector] - before[selector]));
+
+        bench.camera->lose(); // it comes back with its counters at 0, and somebody starts it
+        bench.camera->comeBack();
+        QVERIFY(bench.camera->start() && bench.take(2));
+        QVERIFY(!figureValue(bench.cameras[0]->wholeRun().figures, "missedTriggersOverlap"));
+    }
+
+    /// A line that comes late does not move the ones behind it.
+    void linesKeepToTheirGrid()
+    {
+        Options options = byHand();
+        options.interval = std::chrono::milliseconds(100);
+        Bench bench({}, options);
+        for (const QDeadlineTimer busy(250); !busy.hasExpired();)
+            std::this_thread::yield();
+        const auto lines = [&bench] { return jsonLines(readFile(bench.text.fileName())); };
+        QTRY_VERIFY(lines().size() >= 6);
+        double off = 100.0; // the least that a line is behind the grid
+        for (const QJsonObject& line : lines())
+            off = std::min(off, std::fmod(line.value("elapsedS").toDouble() * 1e3, 100.0));
+        QVERIFY2(off < 50.0, qPrintable(QString::number(off)));
+    }
+
+    void anEndForLackOfMemoryIsTold()
+    {
+        Bench bench;
+        int nth = 0;
+        bench.camera->setHook([&nth](const sim::HostCall& call) {
+            if (call.kind == sim::Call::Wait)
+                failAllocation(++nth);
+            return true;
+        });
+        bench.camera->setGated(false);
+        while (bench.cameras[0]->isRunning())
+            std::this_thread::yield();
+        bench.stop();
+        QVERIFY(bench.cameras[0]->problems().contains("measurement ended for lack of memory"));
+    }
+
     void limits()
     {
         const Figures figures{
@@ -171,22 +232,27 @@ private Q_SLOTS:
         options.capacity = 1000; // blocks; some frames of the run
         options.samplePeriod = 8192;
         options.required = 100000; // no link is as fast: every frame overflows the buffer
-        Bench bench({}, options);
+        sim::CameraScenario scenario;
+        scenario.faults.shortData = {1, 1, 0}; // one without a whole block
+        Bench bench(scenario, options);
         QVERIFY(bench.take(40));
         bench.stop();
+        QCOMPARE(bench.cameras[0]->problems(), QStringList());
+        QCOMPARE(bench.total("skippedFrames"), 1.0);
+        const double wholeFrames = bench.total("frames") - 1;
         QTemporaryDir folder;
         const QString file = folder.filePath(QStringLiteral("report.csv"));
         QString error;
         QVERIFY(canWriteReport(file, &error));
         const auto report = writeReport(bench.cameras[0]->record(), file, &error);
         QVERIFY(report.has_value());
-        QCOMPARE(double(report->frames + report->droppedFrames), bench.total("frames"));
+        QCOMPARE(double(report->frames + report->droppedFrames), wholeFrames);
         QVERIFY(report->droppedFrames > 0);
         QCOMPARE(bench.total("maxBufferLevelPercent"), 100.0);
-        QCOMPARE(bench.total("overflows"), bench.total("frames"));
+        QCOMPARE(bench.total("overflows"), wholeFrames);
         QVERIFY(report->fromUs < report->toUs);
         const QByteArray written = readFile(file);
-        const double blocksPerFrame = bench.total("blocks") / bench.total("frames");
+        const double blocksPerFrame = bench.total("blocks") / wholeFrames;
         QCOMPARE(double(written.count('\n')), 1 + double(report->frames) * (blocksPerFrame - 1));
 
         QVERIFY(writeDescription(*bench.cameras[0], *report, &error));

@@ -130,16 +130,20 @@ private Q_SLOTS:
 
             quint64 fetchedBytes = 0;
             std::vector<quint64> fetched;
+            size_t most = 0; // at a time
             model.start(0);
             for (int now = 0; now < 2000; ++now) {
                 model.advanceTo(now * ms);
+                const size_t before = fetched.size();
                 while (now % fetchEvery == 0 && model.hasFrame()) {
                     const Frame frame = model.takeFrame();
                     fetchedBytes += frame.linkBytes;
                     fetched.push_back(frame.number);
                 }
+                most = std::max(most, fetched.size() - before);
             }
             model.stop();
+            QCOMPARE(most == troubled().queueFrames, fetchEvery > 1);
 
             const Ledger& ledger = model.ledger();
             QVERIFY(ledger.produced.frames > 200);
@@ -164,6 +168,27 @@ private Q_SLOTS:
             for (size_t i = 0; i < ledger.frames.size(); ++i)
                 QCOMPARE(quint64(ledger.frames[i].number), quint64(i));
         }
+    }
+
+    void withoutFrameBufferTwoPacketsFit()
+    {
+        // Ten packets, sent at 95 of 100 MB/s, need the room of two and a half.
+        CameraScenario camera = fastSensor();
+        camera.sensor = {80, 1000, 8, 100.0, 0.0, 0.0, 0.0, 100.0};
+        camera.link.rate = 95.0;
+        for (const auto& [packets, mode, frames] : {std::tuple{2, 10, 10}, {3, 10, 0}, {99, 9, 10}}) {
+            camera.bufferBytes = quint32(packets) * camera.link.packetBytes;
+            CameraModel model(camera, nullptr, 1000);
+            QVERIFY(model.set("dp_param_selector", 6, 0) && model.set("dp_param_value", mode, 0));
+            model.start(0);
+            model.advanceTo(99 * ms);
+            QCOMPARE(model.ledger().counters[VN_COUNTER_BUFFER_OVERFLOW], frames);
+        }
+        // A trigger during the readout is taken if its exposure ends behind it.
+        camera = fastSensor();
+        camera.sensor = {1000, 450, 8, 200.0, 0.0, 2000.0, 0.0, 100.0};
+        camera.link.rate = 400.0;
+        QCOMPARE(ledgerAfter(camera, 99).counters[VN_COUNTER_MISSED_TRG_OVERLAP], 0);
     }
 
     void bufferOverflowsWhereItMust()

@@ -128,6 +128,33 @@ private Q_SLOTS:
         QVERIFY(firstStamp() < 1000);
     }
 
+    /// Nothing of an acquisition is left for the next one.
+    void acquisitionsAreAlike()
+    {
+        CameraScenario scenario = smallCamera();
+        scenario.link.stallEveryMs = 3.0;
+        scenario.link.stallUs = 500.0;
+        scenario.faults.numberJump = {2, 1, 0};
+        scenario.faults.numberJumpBy = 5;
+        scenario.faults.stampJump = {3, 1, 0};
+        scenario.faults.stampJumpMs = 70.0;
+        HandDrivenCamera camera(scenario);
+        QVERIFY(prepare(camera) && camera.setInt("ts_rst_mode", 1) && camera.setInt("ts_rst_source", 19));
+        const auto run = [&camera] {
+            std::vector<std::vector<quint64>> frames;
+            camera.advance(7ms); // no whole number of stalls
+            camera.start();
+            for (DeviceImage image; frames.size() < 50 && camera.waitForImage(1s, image);) {
+                frames.push_back(words(image));
+                frames.back().insert(frames.back().end(), {image.descriptor.frameNumber, stampUs(image.descriptor)});
+            }
+            return frames;
+        };
+        const auto first = run();
+        QCOMPARE(first.size(), size_t(50));
+        QVERIFY(run() == first);
+    }
+
     void linkIsShared()
     {
         CameraScenario scenario = smallCamera();

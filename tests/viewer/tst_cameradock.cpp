@@ -164,6 +164,9 @@ private Q_SLOTS:
         desk.devices[0]->comeBack(); // sends nothing until it is started again
         QTRY_VERIFY(desk.lines().constLast().contains("is back"));
         QVERIFY(after(7s).startsWith("silent 7 s"));
+        desk.takeOvers.setTakenOver(desk.camera(), false);
+        after(9s); // nobody watches it any more
+        QVERIFY(desk.lines().constLast().contains("given back"));
     }
 
     void viewShowsWhatIsMeasuredButNotWhileHidden()

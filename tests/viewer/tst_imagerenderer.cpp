@@ -71,7 +71,11 @@ private Q_SLOTS:
         }
         QVERIFY(rate.rate().has_value());
         QVERIFY(std::abs(*rate.rate() - 120.0) < 0.1);
-        rate.frameSeen(1, begin + 5s); // acquisition begun anew
+        QVERIFY(!rate.expire(begin + 3s) && rate.rate().has_value());
+        QVERIFY(rate.expire(begin + 9s) && !rate.rate().has_value()); // nothing has come for long
+        rate.frameSeen(1, begin + 10s);
+        rate.frameSeen(500, begin + 11s);
+        rate.frameSeen(1, begin + 12s); // acquisition begun anew
         QVERIFY(!rate.rate().has_value());
     }
 

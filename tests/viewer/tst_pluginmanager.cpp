@@ -3,15 +3,13 @@
 #include <sys/stat.h>
 
 #include <QtTest/QtTest>
-#include <QtWidgets/QDockWidget>
-#include <QtWidgets/QMainWindow>
-#include <QtWidgets/QMenu>
-#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QtWidgets>
 
 #include "Files.h"
 #include "LogCapture.h"
 #include "PluginDocks.h"
 #include "PluginManager.h"
+#include "PluginsDialog.h"
 #include "Table.h"
 #include "TakeOvers.h"
 #include "ViewerDelegate.h"
@@ -109,6 +107,16 @@ private Q_SLOTS:
         QCOMPARE(host.manager.plugins()[0].error, QString()); // it is used all the same
         const QString warning = host.manager.plugins()[0].warning;
         QVERIFY2(told.isEmpty() ? warning.isEmpty() : warning.contains(' ' + top + told + '.'), qPrintable(warning));
+    }
+
+    void allThatIsKnownIsShown()
+    {
+        const PluginInfo info{"/f.so", "N", "D & D", "V", "A", "W", "E<1>", "C"};
+        const PluginsDialog dialog({info});
+        QCOMPARE(dialog.findChild<QTextBrowser*>()->toPlainText().simplified(),
+                 QStringLiteral(
+                     "Not used E<1> Caution C Name N Description D & D Version V Author A Website W File /f.so"));
+        QCOMPARE(dialog.findChild<QListWidget*>()->item(0)->text(), QStringLiteral("N (not used)"));
     }
 
     void dockIsReopenedFromTheMenuAndScrolls()

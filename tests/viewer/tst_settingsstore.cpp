@@ -30,6 +30,8 @@ private Q_SLOTS:
         QCOMPARE(read.value("PluginThatIsNotLoaded/key").toInt(), 5);
         QVERIFY(!read.contains("Viewer/old"));
         QCOMPARE(read.value("Viewer/geometry").toByteArray(), QByteArray("\0\1\2", 3));
+        QVERIFY(store.save([](QSettings& settings) { settings.remove("Viewer/geometry"); })); // and at once
+        QVERIFY(!readFile(file).contains("geometry"));
     }
 
     void writesOnlyChanges()

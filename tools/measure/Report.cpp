@@ -9,6 +9,7 @@
 
 #include "CsvReportWriter.h"
 #include "Options.h"
+#include "WriteWhole.h"
 
 namespace {
 
@@ -47,19 +48,6 @@ QStringList reportFiles(const QString& pattern, const std::vector<SxCameraInfo>&
         files.append(file);
     }
     return files;
-}
-
-bool writeWhole(QFile& file, const char* text, qint64 size)
-{
-    // After a part the rest is tried again: only a write that takes nothing has a reason.
-    while (size > 0) {
-        const qint64 written = file.write(text, size);
-        if (written <= 0)
-            return false;
-        text += written;
-        size -= written;
-    }
-    return true;
 }
 
 bool canWriteReport(const QString& fileName, QString* error)

@@ -5,11 +5,6 @@
 
 #include "Output.h"
 
-class QFile;
-
-/// Writes all of it to an unbuffered file. If that failed, the file's error is the system's reason.
-bool writeWhole(QFile& file, const char* text, qint64 size);
-
 /// The report's file of each camera. Camera texts are reduced to what is safe in a file name, and kept apart.
 QStringList reportFiles(const QString& pattern, const std::vector<SxCameraInfo>& cameras);
 

@@ -10,7 +10,7 @@
 
 #include "CsvReportWriter.h"
 #include "Options.h"
-#include "Report.h"
+#include "WriteWhole.h"
 
 namespace {
 
@@ -77,8 +77,7 @@ bool writeDescription(const MeasuredCamera& camera, const ReportSummary& report,
     };
     const QByteArray text = QJsonDocument(description).toJson();
     QFile file(descriptionFile(report.file));
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered) &&
-        writeWhole(file, text.constData(), text.size()))
+    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered) && writeWhole(file, text))
         return true;
     *error = QStringLiteral("%1: %2").arg(file.fileName(), file.errorString());
     return false;

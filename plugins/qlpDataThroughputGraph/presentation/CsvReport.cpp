@@ -13,6 +13,7 @@
 #include <QtWidgets/QPushButton>
 
 #include "TimeMath.h"
+#include "WriteWhole.h"
 
 namespace {
 
@@ -94,9 +95,7 @@ CsvReportResult CxCameraLineData::exportToCsv(const QString& fileName, QWidget* 
         return CsvReportResult::NotOpened;
 
     CsvReportWriter writer(
-        [&file](const char* data, std::size_t size) {
-            return file.write(data, static_cast<qint64>(size)) == static_cast<qint64>(size);
-        },
+        [&file](const char* data, std::size_t size) { return writeWhole(file, data, static_cast<qint64>(size)); },
         [&progress](qint32 visited) { return progress.goOn(visited); });
     const CsvReportResult result = writer.write(*this, fromUs, toUs);
     if (result == CsvReportResult::Failed && reason)
