@@ -222,25 +222,19 @@ struct ImageFault
 
 // Frames are of 1024 x 512 pixels and 1 MiB, 256 blocks of 4096 bytes.
 const ImageFault imageFaults[] = {
-    {"usual", &sim::Faults::numberJump, 0, 0, 256, 0, nullptr},
     {"null data", &sim::Faults::nullData, 0, 0, 0, 2, noImage},
     {"short data", &sim::Faults::shortData, 8191, 0, 1, 0, nullptr},
     {"too short data", &sim::Faults::shortData, 4095, 0, 0, 0, noBlock},
-    {"no data", &sim::Faults::shortData, 0, 0, 0, 0, noBlock},
-    {"size 0", &sim::Faults::oddSize, 0, 0, 0, 0, noBlock},
     {"smaller than a block", &sim::Faults::oddSize, 45, 45, 0, 0, noBlock},
     {"one block", &sim::Faults::oddSize, 2048, 1, 1, 0, nullptr},
     {"more than is there", &sim::Faults::oddSize, 65535, 65535, 256, 0, nullptr},
     {"size wraps to little", &sim::Faults::oddSize, 65536, 32769, 32, 0, nullptr},
     {"numbers jump", &sim::Faults::numberJump, 1000, 0, 256, 2000, nullptr},
-    {"numbers repeat", &sim::Faults::numberJump, -1, 0, 256, 0, nullptr},
     {"numbers run back", &sim::Faults::numberJump, -100, 0, 256, 0, nullptr},
-    {"stamps jump", &sim::Faults::stampJump, 5000, 0, 256, 0, nullptr},
     {"stamps run back", &sim::Faults::stampJump, -5000, 0, 256, 0, nullptr},
 };
 
 } // namespace
-Q_DECLARE_METATYPE(const ImageFault*)
 
 class TestHostCalls : public QObject
 {
@@ -259,71 +253,67 @@ private Q_SLOTS:
     void callsFail()
     {
         QFETCH(int, mode);
-        const auto campaign = [mode] {
-            const int all = Run(mode, {}).calls;
-            QString mistake;
-            const auto run = [&](std::set<int> failing) {
-                const Run measurement(mode, std::move(failing));
-                if (mistake.isEmpty() && !measurement.mistake().isEmpty())
-                    mistake =
-                        measurement.failed.join(QStringLiteral(" + ")) + QStringLiteral(": ") + measurement.mistake();
-                return measurement.calls;
-            };
-            for (int first = 1; first <= all && mistake.isEmpty(); ++first) {
-                int calls = run({first}); // fewer or more than without a fault
-                for (int second = first + 1; second <= calls && mistake.isEmpty(); ++second)
-                    run({first, second});
-                CameraRegistry::instance().removeAllDevices();
-                QCoreApplication::processEvents(); // what the host announces later
-            }
-            return mistake;
-        };
         QTEST(Run(mode, {}).calls, "calls");
-        QCOMPARE(campaign(), QString());
+        QCOMPARE(campaign(mode), QString());
         QTRY_COMPARE(threadCount(), idleThreads);
         const size_t bytes = mallinfo2().uordblks;
-        QCOMPARE(campaign(), QString());
+        QCOMPARE(campaign(mode), QString());
         QTRY_COMPARE(threadCount(), idleThreads);
         // Threads keep freed memory to themselves unless told otherwise, which looks like growth; the rest of the heap's
         // noise is some 5 KB. The smallest allocation, 32 bytes, lost in every run would be 50 KB.
         QVERIFY(!qEnvironmentVariableIsSet("GLIBC_TUNABLES") || mallinfo2().uordblks < bytes + 16384);
     }
 
-    void imagesAreOdd_data()
-    {
-        const Table<const ImageFault*> row("fault");
-        for (const ImageFault& fault : imageFaults)
-            row(fault.name, &fault);
-    }
-
     void imagesAreOdd()
     {
-        QFETCH(const ImageFault*, fault);
-        for (int mode : {MeasModeDataThroughput, MeasModeStandardAcq}) {
-            const bool throughput = mode == MeasModeDataThroughput;
-            sim::CameraScenario scenario;
-            scenario.faults = fault->faults();
-            const LogCapture log;
-            MeasurementBench bench(scenario, mode);
-            QVERIFY(bench.measure(6));
+        for (const ImageFault& fault : imageFaults) {
+            for (int mode : {MeasModeDataThroughput, MeasModeStandardAcq}) {
+                const bool throughput = mode == MeasModeDataThroughput;
+                sim::CameraScenario scenario;
+                scenario.faults = fault.faults();
+                const LogCapture log;
+                MeasurementBench bench(scenario, mode);
+                QVERIFY(bench.measure(6));
 
-            const RunTotals totals = bench.data.runTotals();
-            const bool failed = fault->message == noImage;
-            const bool skipped = throughput && fault->message == noBlock;
-            const quint64 kept = bench.data.frameList.size() + bench.data.counterSampleList.size();
-            QCOMPARE(
-                (QVector<quint64>{totals.failedWaits, totals.frames, totals.skippedFrames, kept, totals.missingFrames,
-                                  totals.blocks}),
-                (QVector<quint64>{failed ? 2u : 0u, failed ? 4u : 6u, skipped ? 2u : 0u, failed || skipped ? 4u : 6u,
-                                  quint64(fault->missing), quint64(throughput ? 4 * 256 + 2 * fault->blocks : 0)}));
-            QCOMPARE(log.texts().join(QString()),
-                     failed || skipped ? loopOf(mode) + QLatin1String(fault->message) : QString());
-            QVERIFY(bench.stop() && bench.isAtRest());
+                const RunTotals totals = bench.data.runTotals();
+                const bool failed = fault.message == noImage;
+                const bool skipped = throughput && fault.message == noBlock;
+                const quint64 kept = bench.data.frameList.size() + bench.data.counterSampleList.size();
+                const int blocks = throughput ? 4 * 256 + 2 * fault.blocks : 0;
+                QVERIFY2(std::tuple(totals.failedWaits, totals.frames, totals.skippedFrames, kept) ==
+                             std::tuple(failed ? 2u : 0u, failed ? 4u : 6u, skipped ? 2u : 0u,
+                                        failed || skipped ? 4u : 6u),
+                         fault.name);
+                QVERIFY2(totals.missingFrames == quint64(fault.missing) && totals.blocks == quint64(blocks),
+                         fault.name);
+                QCOMPARE(log.texts().join(QString()),
+                         failed || skipped ? loopOf(mode) + QLatin1String(fault.message) : QString());
+                QVERIFY2(bench.stop() && bench.isAtRest(), fault.name);
+            }
         }
         QTRY_COMPARE(threadCount(), idleThreads);
     }
 
 private:
+    /// Each call fails, alone and with each later one. The first mistake.
+    static QString campaign(int mode)
+    {
+        const int all = Run(mode, {}).calls;
+        for (int first = 1; first <= all; ++first) {
+            int last = all;
+            for (int second = first; second <= last; ++second) {
+                const Run run(mode, {first, second});
+                if (!run.mistake().isEmpty())
+                    return run.failed.join(QStringLiteral(" + ")) + QStringLiteral(": ") + run.mistake();
+                if (second == first)
+                    last = run.calls; // fewer or more than without a fault
+            }
+            CameraRegistry::instance().removeAllDevices();
+            QCoreApplication::processEvents(); // what the host announces later
+        }
+        return {};
+    }
+
     int idleThreads = 0;
 };
 

@@ -175,12 +175,10 @@ private:
                 strike();
             stopAll(bench);
             break;
-        case StartingBox:
-            strikeSoon();
-            bench.measureButton(0)->click();
-            break;
         case StoppingBox:
             bench.measureButton(0)->click();
+            [[fallthrough]];
+        case StartingBox:
             strikeSoon();
             bench.measureButton(0)->click();
             break;

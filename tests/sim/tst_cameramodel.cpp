@@ -7,7 +7,6 @@
 #include "sim/CameraModel.h"
 #include "sim/ModelClock.h"
 #include "SimTesting.h"
-#include "Table.h"
 
 using namespace sim;
 using simtest::smallCamera;
@@ -71,13 +70,6 @@ Ledger ledgerAfter(const CameraScenario& camera, int milliseconds)
     return model.ledger();
 }
 
-void modes()
-{
-    const Table<bool> row("pattern");
-    row("sensor", false);
-    row("pattern", true);
-}
-
 } // namespace
 
 class TestCameraModel : public QObject
@@ -85,45 +77,46 @@ class TestCameraModel : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void silenceEndsWithItsWindow_data() { modes(); }
     void silenceEndsWithItsWindow()
     {
-        QFETCH(bool, pattern);
-        CameraScenario scenario = smallCamera();
-        scenario.link.frameGapUs = 9e3;
-        scenario.faults.noImage = {{20e3, 7e3}, {11e3, 3e3}, {2e3, 1e3}, {10e3, 2e3}, {5e3, 2e3}};
-        CameraModel model(scenario, nullptr, 100000);
-        if (pattern)
-            setPattern(model);
-        model.start(0);
-        ModelClock clock; // as the camera's thread has it: asked when something is due, a little late
-        qint64 realNs = 0;
-        for (qint64 now = 0; now < 30000 * ms; now = clock.at(realNs, model.nextEventNs()), model.advanceTo(now))
-            realNs = clock.realNs(model.nextEventNs().value()) + 100;
-        QCOMPARE(clock.realNs(0), qint64(0)); // no time was left out
+        for (const bool pattern : {false, true}) {
+            CameraScenario scenario = smallCamera();
+            scenario.link.frameGapUs = 9e3;
+            scenario.faults.noImage = {{20e3, 7e3}, {11e3, 3e3}, {2e3, 1e3}, {10e3, 2e3}, {5e3, 2e3}};
+            CameraModel model(scenario, nullptr, 100000);
+            if (pattern)
+                setPattern(model);
+            model.start(0);
+            ModelClock clock; // as the camera's thread has it: asked when something is due, a little late
+            qint64 realNs = 0;
+            for (qint64 now = 0; now < 30000 * ms; now = clock.at(realNs, model.nextEventNs()), model.advanceTo(now))
+                realNs = clock.realNs(model.nextEventNs().value()) + 100;
+            QCOMPARE(clock.realNs(0), qint64(0)); // no time was left out
 
-        QVector<qint64> silences;
-        qint64 before = 0;
-        const auto beginNs = [](const FrameEntry& frame) { return static_cast<qint64>(frame.times->tick(0) * 4); };
-        const qint64 offsetNs = beginNs(model.ledger().frames.front());
-        for (const FrameEntry& frame : model.ledger().frames) {
-            const qint64 begin = beginNs(frame) - offsetNs;
-            if (begin - before > 500 * ms) // from the last frame, which began at most a period earlier
-                silences << (before + 10 * ms) / (1000 * ms) << begin;
-            before = begin;
+            QVector<qint64> silences;
+            qint64 before = 0;
+            const auto beginNs = [](const FrameEntry& frame) {
+                return static_cast<qint64>(frame.times->tick(0) * 4);
+            };
+            const qint64 offsetNs = beginNs(model.ledger().frames.front());
+            for (const FrameEntry& frame : model.ledger().frames) {
+                const qint64 begin = beginNs(frame) - offsetNs;
+                if (begin - before > 500 * ms) // from the last frame, which began at most a period earlier
+                    silences << (before + 10 * ms) / (1000 * ms) << begin;
+                before = begin;
+            }
+            QCOMPARE(silences, (QVector<qint64>{2, 3000 * ms, 5, 7000 * ms, 10, 14000 * ms, 20, 27000 * ms}));
+
+            // Of what is due, half a second is made up for.
+            const qint64 next = model.nextEventNs().value();
+            QCOMPARE(clock.at(realNs + 3000 * ms, next), next + ModelClock::catchUpLimitNs);
         }
-        QCOMPARE(silences, (QVector<qint64>{2, 3000 * ms, 5, 7000 * ms, 10, 14000 * ms, 20, 27000 * ms}));
-
-        // Of what is due, half a second is made up for.
-        const qint64 next = model.nextEventNs().value();
-        QCOMPARE(clock.at(realNs + 3000 * ms, next), next + ModelClock::catchUpLimitNs);
     }
 
-    void nothingIsLostUncounted_data() { modes(); }
     void nothingIsLostUncounted()
     {
-        QFETCH(bool, pattern);
-        for (const int fetchEvery : {1, 40}) { // milliseconds: the host keeps up, or does not
+        // Milliseconds from fetch to fetch: the host keeps up, or does not.
+        for (const auto& [pattern, fetchEvery] : {std::pair(false, 1), {false, 40}, {true, 1}, {true, 40}}) {
             CameraModel model(troubled(), nullptr, 100000);
             if (pattern)
                 setPattern(model);
@@ -224,6 +217,26 @@ private Q_SLOTS:
             camera.bufferBytes = quint32(bufferBytes);
             QCOMPARE(ledgerAfter(camera, 59).counters[VN_COUNTER_MISSED_TRG_OVERFLOW], missed);
         }
+    }
+
+    void stallsShow()
+    {
+        CameraScenario camera = smallCamera();
+        camera.link.stallEveryMs = 10.0;
+        camera.link.stallUs = 500.0;
+        CameraModel model(camera, nullptr, 100000);
+        setPattern(model);
+        model.start(0);
+        model.advanceTo(995 * ms);
+        int stalls = 0;
+        quint64 last = ~0ULL; // tick
+        for (const FrameEntry& frame : model.ledger().frames) {
+            for (const quint64 tick : frame.times->packetTicks) {
+                stalls += tick > last && tick - last > 400 * 250;
+                last = tick;
+            }
+        }
+        QCOMPARE(stalls, 99);
     }
 
     void equalSeedsGiveEqualRuns()

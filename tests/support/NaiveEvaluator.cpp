@@ -2,8 +2,10 @@
 // The formulas, one after the other.
 #include "NaiveEvaluator.h"
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
+#include <utility>
 
 #include "FrameCounters.h"
 
@@ -29,7 +31,6 @@ NaiveFigures naiveFigures(const CxCameraLineData& data, double keyUpper, qint64 
     qint64 lastRel = 0;
     double pointMinimum = DBL_MAX;
     double pointLevel = 0.0;
-    double overallLevel = 0.0;
     for (; frame != data.frameList.end() && (*frame)->timestampUs < toUs + margin; ++frame) {
         const FrameRecord& f = **frame;
         double occupancy = 0.0;
@@ -39,26 +40,15 @@ NaiveFigures naiveFigures(const CxCameraLineData& data, double keyUpper, qint64 
             const double speed = period / dt;
             const qint64 time = f.timestampUs + static_cast<qint64>((f.blockTicks[i] - f.blockTicks[0]) / 250);
             const qint64 rel = time - toUs;
-            if (speed < figures.minThroughput)
-                figures.minThroughput = speed;
-            occupancy += (required - speed) * dt;
-            if (occupancy < 0) {
-                occupancy = 0;
-            } else if (occupancy > bufferSize) {
-                occupancy = bufferSize;
-                overflow = true;
-            }
-            const double level = occupancy / bufferSize * 100.0;
-            if (overflow)
-                pointLevel = 100.0;
-            if (level > pointLevel)
-                pointLevel = level;
-            if (pointLevel > overallLevel)
-                overallLevel = pointLevel;
-            if (first) {
+            figures.minThroughput = std::min(figures.minThroughput, speed);
+            occupancy = std::max(occupancy + (required - speed) * dt, 0.0);
+            overflow = overflow || occupancy > bufferSize;
+            occupancy = std::min(occupancy, bufferSize);
+            // No buffer has no level: what is not a number never replaces one here.
+            pointLevel = std::max(pointLevel, overflow ? 100.0 : occupancy / bufferSize * 100.0);
+            figures.maxBufferLevel = std::max(figures.maxBufferLevel, pointLevel);
+            if (std::exchange(first, false))
                 lastRel = rel;
-                first = false;
-            }
             if (speed < pointMinimum && speed > 0)
                 pointMinimum = speed;
             if (fromUs <= time && time <= toUs && static_cast<double>(rel - lastRel) > minKeySpacing * 1000.0) {
@@ -77,7 +67,6 @@ NaiveFigures naiveFigures(const CxCameraLineData& data, double keyUpper, qint64 
     }
     figures.evaluated = frames > 0;
     figures.avgThroughput = sum / static_cast<double>(frames);
-    figures.maxBufferLevel = overallLevel;
     return figures;
 }
 
@@ -113,10 +102,8 @@ NaiveCounters naiveCounters(const CxCameraLineData& data, double keyUpper, qint6
     for (; sample != data.counterSampleList.end() && (*sample)->timestampUs < toUs + margin; ++sample) {
         const CounterSample& s = **sample;
         const qint64 rel = s.timestampUs - toUs;
-        if (first) {
+        if (std::exchange(first, false))
             lastRel = rel;
-            first = false;
-        }
         if (static_cast<double>(rel - lastRel) > minKeySpacing * 1000.0) {
             lastRel = rel;
             const double key = static_cast<double>(rel) / 1000000.0 + keyUpper;
@@ -156,11 +143,7 @@ QByteArray naiveReport(const CxCameraLineData& data, qint64 fromUs, qint64 toUs)
                 break;
             const double dt = static_cast<double>(frame->blockTicks[i] - frame->blockTicks[i - 1]) / 250.0;
             const double speed = data.samplePeriod / dt;
-            occupancy += (data.requiredThroughput - speed) * dt;
-            if (occupancy < 0)
-                occupancy = 0;
-            if (occupancy > bufferSize)
-                occupancy = bufferSize;
+            occupancy = std::min(std::max(occupancy + (data.requiredThroughput - speed) * dt, 0.0), bufferSize);
             const QString fields[] = {
                 QString::number(frame->frameNumber),      QString::number(offset),
                 QString::number(data.samplePeriod),       QString::number(frame->blockTicks[i] * 4),
