@@ -43,7 +43,7 @@ class SettingsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_file = m_directory.filePath(QStringLiteral("settings.ini")); }
+    void init() { settingsFile = directory.filePath(QStringLiteral("settings.ini")); }
     void formTakesAnyValue_data() { rows(formKeys); }
     void formTakesAnyValue()
     {
@@ -51,9 +51,9 @@ private Q_SLOTS:
         write(line + '\n');
         const CriticalLines quiet;
         FormBench bench(1);
-        QSettings settings(m_file, QSettings::IniFormat);
+        QSettings settings(settingsFile, QSettings::IniFormat);
         DialogRobot robot;
-        robot.fileName = m_directory.filePath(QStringLiteral("graph.png"));
+        robot.fileName = directory.filePath(QStringLiteral("graph.png"));
         int shown = 0;
         robot.answer = [&shown](QDialog* setup) {
             for (const QSpinBox* spin : setup->findChildren<QSpinBox*>())
@@ -114,9 +114,9 @@ private:
     void viewerTakesAnyFile()
     {
         constexpr int viewerEvery = 20;
-        QFile::remove(m_file);
+        QFile::remove(settingsFile);
         checkViewer();
-        QFile file(m_file);
+        QFile file(settingsFile);
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QByteArray whole = file.readAll();
         QVERIFY(whole.size() > 500);
@@ -132,7 +132,7 @@ private:
                 if (at % viewerEvery == 0) {
                     checkViewer();
                 } else {
-                    SettingsStore store(m_file);
+                    SettingsStore store(settingsFile);
                     store.settings().beginGroup(QStringLiteral("Viewer"));
                     window.restoreArrangement(store.settings());
                 }
@@ -144,7 +144,7 @@ private:
 
     void write(const QByteArray& content) const
     {
-        QFile file(m_file);
+        QFile file(settingsFile);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(content);
     }
@@ -153,7 +153,7 @@ private:
     void checkViewer() const
     {
         ViewerOptions options;
-        options.settingsFile = m_file;
+        options.settingsFile = settingsFile;
         options.openAll = false;
         Viewer viewer(options);
         QCOMPARE(viewer.start(), QString());
@@ -165,11 +165,11 @@ private:
         const QSize size = viewer.window().size();
         QVERIFY(size.width() > 0 && size.height() > 0 && size.width() < 10000 && size.height() < 10000);
         viewer.shutDown();
-        QVERIFY(SettingsStore(m_file).damagedFile().isEmpty());
+        QVERIFY(SettingsStore(settingsFile).damagedFile().isEmpty());
     }
 
-    QTemporaryDir m_directory;
-    QString m_file;
+    QTemporaryDir directory;
+    QString settingsFile;
 };
 
 QTEST_MAIN(SettingsTest)

@@ -11,16 +11,16 @@ class QWidget;
 class RandomUser
 {
 public:
-    explicit RandomUser(unsigned seed) : m_random(seed) {}
+    explicit RandomUser(unsigned seed) : random(seed) {}
 
-    int below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(m_random); }
+    int below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(random); }
     /// Zooms, drags or works any button, box or editor, whether or not a person could reach it now.
     void act(const QWidget& form);
 
 private:
     void actOn(QWidget* plot);
 
-    std::mt19937 m_random;
+    std::mt19937 random;
 };
 
 #endif

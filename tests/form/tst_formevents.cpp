@@ -33,7 +33,7 @@ private Q_SLOTS:
     void anythingAtAnyTime()
     {
         QFETCH(int, seed);
-        m_user = RandomUser(unsigned(seed));
+        user = RandomUser(unsigned(seed));
         CriticalLines quiet;
         FormBench bench(3);
         std::vector<QMap<QString, int>> before;
@@ -110,7 +110,7 @@ private:
         if (event < std::size(events))
             events[event]();
         else
-            m_user.act(*bench.form);
+            user.act(*bench.form);
     }
 
     /// A camera opens while no plot is wanted.
@@ -177,9 +177,9 @@ private:
                      QCPRange(bench.form->timeRangeLower, bench.form->timeRangeUpper));
     }
 
-    int below(int limit) { return m_user.below(limit); }
+    int below(int limit) { return user.below(limit); }
 
-    RandomUser m_user{0};
+    RandomUser user{0};
 };
 
 QTEST_MAIN(FormEventsTest)

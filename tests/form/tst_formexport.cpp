@@ -33,7 +33,7 @@ class FormExportTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QVERIFY(m_dir.isValid()); }
+    void init() { QVERIFY(dir.isValid()); }
 
     void picture()
     {
@@ -49,11 +49,11 @@ private Q_SLOTS:
             button->setExportType(ExExportType(type));
             QGuiApplication::clipboard()->clear();
             DialogRobot robot;
-            robot.fileName = m_dir.filePath(name);
+            robot.fileName = dir.filePath(name);
 
             QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(5, 5));
             QCOMPARE(robot.seen.size(), type == 2 ? 1 : 0);
-            QCOMPARE(bench.host.directory, type == 2 ? m_dir.path() : QString());
+            QCOMPARE(bench.host.directory, type == 2 ? dir.path() : QString());
             QImage image = QGuiApplication::clipboard()->image();
             QCOMPARE(image.format(), type == 1 ? QImage::Format_RGB888 : QImage::Format_Invalid);
             if (type == 2) {
@@ -166,9 +166,9 @@ private Q_SLOTS:
     }
 
 private:
-    QString path(const char* name) const { return m_dir.filePath(QLatin1String(name)); }
+    QString path(const char* name) const { return dir.filePath(QLatin1String(name)); }
 
-    QTemporaryDir m_dir;
+    QTemporaryDir dir;
 };
 
 QTEST_MAIN(FormExportTest)

@@ -17,8 +17,8 @@ public:
 
     QStringList lines() const
     {
-        QMutexLocker lock(&m_mutex);
-        return m_lines;
+        QMutexLocker lock(&mutex);
+        return captured;
     }
 
     /// What the lines say: the quoted text at the end of each.
@@ -35,14 +35,14 @@ private:
     {
         if (type != QtCriticalMsg)
             return s_former(type, context, message);
-        QMutexLocker lock(&s_active->m_mutex);
-        s_active->m_lines << message;
+        QMutexLocker lock(&s_active->mutex);
+        s_active->captured << message;
     }
 
     inline static LogCapture* s_active = nullptr;
     inline static QtMessageHandler s_former = nullptr;
-    mutable QMutex m_mutex; ///< guards m_lines: any thread logs
-    QStringList m_lines;
+    mutable QMutex mutex; ///< guards captured: any thread logs
+    QStringList captured;
 };
 
 #endif

@@ -30,8 +30,8 @@ inline void appendSample(CxCameraLineData& data, const CounterSample& sample)
 class Dice
 {
 public:
-    explicit Dice(quint64 seed) : m_engine(seed) {}
-    quint64 bits() { return m_engine(); }
+    explicit Dice(quint64 seed) : engine(seed) {}
+    quint64 bits() { return engine(); }
     qint64 between(qint64 low, qint64 high)
     {
         return low + static_cast<qint64>(bits() % static_cast<quint64>(high - low + 1));
@@ -44,7 +44,7 @@ public:
     }
 
 private:
-    std::mt19937_64 m_engine;
+    std::mt19937_64 engine;
 };
 
 /// Appends a measurement: frames of similar size, now and then a tiny or a huge one; ticks that jitter, stall, stand

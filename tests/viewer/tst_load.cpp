@@ -41,12 +41,12 @@ double unservedMs(pid_t thread)
 class AnswerProbe
 {
 public:
-    AnswerProbe() : m_thread([this] { run(); }) {}
+    AnswerProbe() : asker([this] { run(); }) {}
     ~AnswerProbe()
     {
-        m_stop = true;
-        m_thread.join();
-        QCoreApplication::sendPostedEvents(&m_receiver);
+        stop = true;
+        asker.join();
+        QCoreApplication::sendPostedEvents(&receiver);
     }
 
     double longestMs = 0.0;    ///< from question to answer
@@ -55,12 +55,12 @@ public:
 private:
     void run()
     {
-        while (!m_stop) {
-            if (!m_asked.exchange(true)) {
+        while (!stop) {
+            if (!questionOpen.exchange(true)) {
                 const auto asked = std::chrono::steady_clock::now();
-                const double unserved = unservedMs(m_window);
+                const double unserved = unservedMs(window);
                 QMetaObject::invokeMethod(
-                    &m_receiver, [=] { answer(asked, unserved); }, Qt::QueuedConnection);
+                    &receiver, [=] { answer(asked, unserved); }, Qt::QueuedConnection);
             }
             std::this_thread::sleep_for(probeEvery);
         }
@@ -69,15 +69,15 @@ private:
     {
         const std::chrono::duration<double, std::milli> waited = std::chrono::steady_clock::now() - asked;
         longestMs = std::max(longestMs, waited.count());
-        longestOwnMs = std::max(longestOwnMs, waited.count() - (unservedMs(m_window) - unserved));
-        m_asked = false;
+        longestOwnMs = std::max(longestOwnMs, waited.count() - (unservedMs(window) - unserved));
+        questionOpen = false;
     }
 
-    QObject m_receiver;
-    const pid_t m_window = ::gettid();
-    std::atomic<bool> m_asked{false};
-    std::atomic<bool> m_stop{false};
-    std::thread m_thread;
+    QObject receiver;
+    const pid_t window = ::gettid();
+    std::atomic<bool> questionOpen{false};
+    std::atomic<bool> stop{false};
+    std::thread asker;
 };
 
 /// A quarter of a megabyte, five times a second; links that are no faster, so that the curves are dense.

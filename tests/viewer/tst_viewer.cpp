@@ -25,15 +25,15 @@ private Q_SLOTS:
     void init()
     {
         qApp->setProperty("diary", {});
-        m_directory = std::make_unique<QTemporaryDir>();
-        m_options = {};
-        m_options.settingsFile = m_directory->filePath("settings.ini");
-        m_options.pluginDirs = QStringList{MODULES_DIR "/good", MODULES_DIR "/good", "/no/such/directory"};
+        directory = std::make_unique<QTemporaryDir>();
+        options = {};
+        options.settingsFile = directory->filePath("settings.ini");
+        options.pluginDirs = QStringList{MODULES_DIR "/good", MODULES_DIR "/good", "/no/such/directory"};
     }
 
     void beginsAndEndsInOrder()
     {
-        Viewer viewer(m_options);
+        Viewer viewer(options);
         QCOMPARE(viewer.start(), QString());
         viewer.shutDown();
         viewer.shutDown();
@@ -46,14 +46,14 @@ private Q_SLOTS:
     void settingsLastFromRunToRun()
     {
         for (const int expected : {3, 5}) {
-            Viewer viewer(m_options);
+            Viewer viewer(options);
             viewer.start();
             QCOMPARE(IxAppDelegate::instance()->applicationOptions().detailLevel, expected);
             QCOMPARE(viewer.window().findChild<QActionGroup*>()->checkedAction()->data().toInt(), expected);
             viewer.window().findChild<QActionGroup*>()->actions().constLast()->trigger();
             QCOMPARE(IxAppDelegate::instance()->lastDirectory(),
-                     expected == 3 ? QDir::homePath() : m_directory->path());
-            IxAppDelegate::instance()->setLastDirectory(m_directory->path());
+                     expected == 3 ? QDir::homePath() : directory->path());
+            IxAppDelegate::instance()->setLastDirectory(directory->path());
         }
         QVERIFY(diary().contains("load 7 (4 open)"));
     }
@@ -66,14 +66,14 @@ private Q_SLOTS:
             return std::make_pair(picture, viewer.window().findChild<QDockWidget*>("dockEvents"));
         };
         {
-            Viewer viewer(m_options);
+            Viewer viewer(options);
             const auto [picture, events] = prepare(viewer);
             action(viewer, "&Picture")->trigger();
             QVERIFY(!picture->isVisible());
             viewer.window().addDockWidget(Qt::BottomDockWidgetArea, events);
             events->hide();
         }
-        Viewer viewer(m_options);
+        Viewer viewer(options);
         const auto [picture, events] = prepare(viewer);
         QVERIFY(!picture->isVisible() && !events->isVisible()); // as it was left
         action(viewer, "&Reset layout")->trigger();
@@ -84,8 +84,8 @@ private Q_SLOTS:
     void bottomDockKeepsItsShareOfTheHeight()
     {
         for (const int expected : {630, 450}) { // as first arranged, as it was left
-            QSettings(m_options.settingsFile, QSettings::IniFormat).remove("Viewer/geometry");
-            Viewer viewer(m_options);
+            QSettings(options.settingsFile, QSettings::IniFormat).remove("Viewer/geometry");
+            Viewer viewer(options);
             viewer.start();
             MainWindow& window = viewer.window();
             auto* dock = window.findChildren<QDockWidget*>(QRegularExpression("TestWidget")).constFirst();
@@ -104,7 +104,7 @@ private Q_SLOTS:
         const QPalette palette = QApplication::palette();
         applyDarkTheme(*qApp);
         const auto restored = qScopeGuard([&] { QApplication::setPalette(palette); });
-        Viewer viewer(m_options);
+        Viewer viewer(options);
         viewer.start();
         auto* menu = viewer.window().menuBar()->actions()[1]->menu()->actions()[0]->menu();
         for (const QAction* level : menu->actions())
@@ -116,9 +116,9 @@ private Q_SLOTS:
 
     void whatHappensIsAnEvent()
     {
-        writeFile(m_options.settingsFile, "garbage\n");
-        m_options.pluginDirs.append(MODULES_DIR "/throws");
-        Viewer viewer(m_options);
+        writeFile(options.settingsFile, "garbage\n");
+        options.pluginDirs.append(MODULES_DIR "/throws");
+        Viewer viewer(options);
         QCOMPARE(viewer.start(), QString());
         QVERIFY(hasEvent(viewer, "damaged"));
         QVERIFY(hasEvent(viewer, "no luck"));
@@ -134,7 +134,7 @@ private Q_SLOTS:
 
     void newestEventStaysInView()
     {
-        Viewer viewer(m_options);
+        Viewer viewer(options);
         viewer.start();
         auto* dock = viewer.window().findChild<QDockWidget*>("dockEvents");
         const QScrollBar* bar = dock->findChild<QTreeView*>()->verticalScrollBar();
@@ -172,8 +172,8 @@ private:
                     .isEmpty();
     }
 
-    std::unique_ptr<QTemporaryDir> m_directory;
-    ViewerOptions m_options;
+    std::unique_ptr<QTemporaryDir> directory;
+    ViewerOptions options;
 };
 
 QTEST_MAIN(TestViewer)
