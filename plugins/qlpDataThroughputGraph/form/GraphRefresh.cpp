@@ -257,10 +257,12 @@ void CxDataGraphForm::on_resetPan_clicked()
 
 void CxDataGraphForm::onChkCamPlotData(bool state)
 {
+    if (postponedEvents.isHeld()) // a record's mutex may be held, before which this one comes
+        return;
     const QMutexLocker lock(&plotMutex);
     const auto* sent = qobject_cast<QCheckBox*>(sender());
     CxCameraLineData* switched = sent ? lineDataMap.value(cameraOf(sent)) : nullptr;
-    if (!switched || postponedEvents.isHeld())
+    if (!switched)
         return;
     switched->plotEnabled = state;
     ClearPlotAreas();
