@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <mutex>
+#include <string>
 #include <thread>
 
 #include "sim/FreeRunningCamera.h"
@@ -44,10 +45,10 @@ private Q_SLOTS:
         scenario.faults.loss = {{1000.0, 20.0}, {1040.0, 0.0}};
         FreeRunningCamera camera(scenario);
         std::mutex mutex;
-        QByteArray heard;
+        std::string heard; // not shared behind the lock's back, as Qt's strings are
         camera.setLossListener([&](bool lost) {
             const std::lock_guard<std::mutex> lock(mutex);
-            while (heard.isEmpty() && camera.isLost()) // the first call still goes on when the camera is back
+            while (heard.empty() && camera.isLost()) // the first call still goes on when the camera is back
                 std::this_thread::yield();
             heard += lost ? '-' : '+';
         });
@@ -61,7 +62,7 @@ private Q_SLOTS:
             const std::lock_guard<std::mutex> lock(mutex);
             return heard;
         };
-        QTRY_COMPARE_WITH_TIMEOUT(told(), QByteArray("-+-"), 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(told(), std::string("-+-"), 20000);
         camera.setLossListener({});
         camera.stop();
         host.join();
