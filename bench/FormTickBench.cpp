@@ -18,6 +18,12 @@
 #include "sim/CameraModel.h"
 #include "sim/ScenarioReader.h"
 
+/// In a static library nobody else does.
+static void registerScenarios()
+{
+    Q_INIT_RESOURCE(scenarios);
+}
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -36,8 +42,9 @@ std::vector<sim::CameraScenario> someCameras(std::size_t count)
 {
     QFile file(QStringLiteral(":/kestrova/scenarios/default.json"));
     QString error;
+    registerScenarios();
     if (!file.open(QIODevice::ReadOnly))
-        return {};
+        qFatal("the built-in scenario cannot be read");
     const std::vector<sim::CameraScenario> kinds = sim::readScenario(file.readAll(), error);
     std::vector<sim::CameraScenario> cameras;
     for (std::size_t i = 0; i < count; ++i) {
