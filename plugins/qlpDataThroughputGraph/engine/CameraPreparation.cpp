@@ -47,26 +47,26 @@ struct Step
         PutBack
     };
 
-    Kind kind;
     const char* parameter;
-    qint32 value;          ///< of Set
     qint32 Record::*saved; ///< of Save and PutBack
     const char* failure;   ///< null: the measurement does without this step; else what the log says
+    Kind kind;
+    qint32 value; ///< of Set
 };
 
 constexpr Step save(const char* parameter, qint32 Record::*into, const char* failure = nullptr)
 {
-    return {Step::Save, parameter, 0, into, failure};
+    return {parameter, into, failure, Step::Save, 0};
 }
 
 constexpr Step set(const char* parameter, qint32 value, const char* failure = nullptr)
 {
-    return {Step::Set, parameter, value, nullptr, failure};
+    return {parameter, nullptr, failure, Step::Set, value};
 }
 
 constexpr Step putBack(const char* parameter, qint32 Record::*from)
 {
-    return {Step::PutBack, parameter, 0, from, nullptr};
+    return {parameter, from, nullptr, Step::PutBack, 0};
 }
 
 // --- the data throughput mode: prepared from top to bottom, with the restore below ---
