@@ -50,8 +50,8 @@ public:
     QList<VNCORE_HANDLE> openedCameras() const { return openedHandles; }
 
     /// The host's own acquisition, for the view: pulls images on a thread of its own. Start is refused while a
-    /// plug-in acquires and when no thread can be had. Stop may take a fifth of a second, and returns false if there is nothing to stop or the
-    /// camera did not obey; the host has then stopped listening all the same.
+    /// plug-in acquires and when no thread can be had. Stop may take a fifth of a second, and returns false if there
+    /// is nothing to stop or the camera did not obey; the host has then stopped listening all the same.
     bool startHostAcquisition(VNCORE_HANDLE camera);
     bool stopHostAcquisition(VNCORE_HANDLE camera);
     bool isHostAcquiring(VNCORE_HANDLE camera) const;

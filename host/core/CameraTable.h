@@ -23,7 +23,7 @@ public:
     std::shared_ptr<OpenedCamera> find(VNCORE_HANDLE handle) const;
 
 private:
-    /// Guards cameras; nothing is called under it.
+    /// Guards `cameras`; nothing is called under it.
     mutable std::mutex mutex;
     std::map<VNCORE_HANDLE, std::shared_ptr<OpenedCamera>> cameras;
 };

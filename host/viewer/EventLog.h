@@ -10,9 +10,9 @@
 
 class QIODevice;
 
-/// Keeps the last 100,000 events, each with its own time. Its rows, newest at the end, fold them: an event like a recent
-/// one shares its row, which moves to the end with a higher count, so that a few sources that repeat themselves in turn
-/// do not flush the list. User interface thread only.
+/// Keeps the last 100,000 events, each with its own time. Its rows, newest at the end, fold them: an event like a
+/// recent one shares its row, which moves to the end with a higher count, so that a few sources that repeat
+/// themselves in turn do not flush the list. User interface thread only.
 class EventLog : public QAbstractTableModel
 {
     Q_OBJECT

@@ -45,8 +45,8 @@ PlacedMessage takenApart(const QString& message)
                       .arg(match.captured(1), match.captured(2), match.captured(3), match.captured(4))};
 }
 
-/// The camera that a message of this thread is about, null if that is not known. A worker measures with one camera. The
-/// user interface thread has to do with all of them, so that only a call that has just failed says something.
+/// The camera that a message of this thread is about, null if that is not known. A worker measures with one camera.
+/// The user interface thread has to do with all of them, so that only a call that has just failed says something.
 VNCORE_HANDLE cameraOfThisThread()
 {
     const auto* application = QCoreApplication::instance();

@@ -30,8 +30,8 @@ bool isForThisProgram(const QString& identifier)
            identifier.startsWith(QLatin1String(VNCORE_PLUGIN_IID_PREFIX));
 }
 
-/// What the call throws, as text; empty if nothing. Whatever was thrown is gone when this returns: its code may be the
-/// plug-in's and be unloaded next.
+/// What the call throws, as text; empty if nothing. Whatever was thrown is gone when this returns: its code may be
+/// the plug-in's and be unloaded next.
 template<typename Call>
 QString thrownBy(Call call)
 {

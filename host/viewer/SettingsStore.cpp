@@ -39,8 +39,8 @@ bool SettingsStore::save(const std::function<void(QSettings&)>& collect)
         // QSettings keeps a status for good. Another one for the same file has what is yet to be written, too.
         store = std::make_unique<QSettings>(store->fileName(), QSettings::IniFormat);
     }
-    // Plug-ins write all their values each time. Written to directly, store would rewrite its file although
-    // nothing has changed.
+    // Plug-ins write all their values each time. Written to directly, `store` would rewrite its file
+    // although nothing has changed.
     QSettings copy(inMemory, QSettings::IniFormat);
     const QStringList before = store->allKeys();
     for (const QString& key : before)

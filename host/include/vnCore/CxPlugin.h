@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a plug-in implements. All operations are called on the user interface thread; none should throw. A plug-in that
-// throws while it is loaded, its init() included, is refused with what was thrown as the reason; later exceptions are
-// told in the event list.
+// What a plug-in implements. All operations are called on the user interface thread; none should throw. A plug-in
+// that throws while it is loaded, its init() included, is refused with what was thrown as the reason; later
+// exceptions are told in the event list.
 #ifndef VNCORE_CXPLUGIN_H
 #define VNCORE_CXPLUGIN_H
 

@@ -60,7 +60,8 @@ struct BlockGroup
     Extremes extremes;
 };
 
-/// Of one frame and one set of settings. Without groups the frame's intervals are visited instead: slower, never wrong.
+/// Of one frame and one set of settings. Without groups the frame's intervals are visited instead: slower, never
+/// wrong.
 struct FrameAggregates
 {
     /// Below this, visiting the frame costs less than the memory of groups is worth.

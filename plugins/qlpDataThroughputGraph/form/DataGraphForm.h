@@ -80,8 +80,8 @@ private Q_SLOTS:
     void on_plotChangeZoom(QCPRange range);
 
 protected:
-    /// Of the plot, before it hears of them itself: its size, its drags, and the replot that was left out while it could
-    /// not be seen.
+    /// Of the plot, before it hears of them itself: its size, its drags, and the replot that was left out while it
+    /// could not be seen.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

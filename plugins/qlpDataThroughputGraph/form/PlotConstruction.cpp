@@ -70,8 +70,8 @@ int widestTickLabel(const QCPAxis& axis)
     return widest;
 }
 
-/// A label that is longer than its axis reaches down to the times, of which the first begins left of the axis. It lies
-/// beside that one, however narrow the values are.
+/// A label that is longer than its axis reaches down to the times, of which the first begins left of the axis. It
+/// lies beside that one, however narrow the values are.
 int labelPadding(const QCPAxisRect& rect)
 {
     const QCPAxis* values = rect.axis(QCPAxis::atLeft);

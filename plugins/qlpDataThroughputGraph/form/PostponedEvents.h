@@ -14,7 +14,8 @@ class PostponedEvents
 {
 public:
     /// In the order of handling: while events are held no record is made, so each one whose camera has closed is a
-    /// former one, which goes before there is a record for every opened camera; last come those that look for records.
+    /// former one, which goes before there is a record for every opened camera; last come those that look for
+    /// records.
     enum Kind
     {
         CameraClosed,

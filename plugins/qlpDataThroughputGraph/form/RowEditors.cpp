@@ -161,8 +161,8 @@ void CxDataGraphForm::onEditVertScaleMaxChanged(QString text)
     }
 }
 
-/// Unless the boxes follow the axis, it has what they hold, once that rises: on the way to 2000 the maximum is 2, below
-/// any minimum.
+/// Unless the boxes follow the axis, it has what they hold, once that rises: on the way to 2000 the maximum is 2,
+/// below any minimum.
 void CxDataGraphForm::TakeTypedRange(VNCORE_HANDLE hCam)
 {
     const auto cell = cellOf<YAxisScalingCell>(ui->table, hCam);
