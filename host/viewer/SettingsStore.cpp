@@ -10,6 +10,19 @@ namespace {
 /// No file can be there, so a QSettings of this name keeps its values in memory.
 const QLatin1String inMemory("/dev/null/settings.ini");
 
+/// Whether the file has a line for every key: QSettings does not tell of a file that a full disk cut short.
+bool isWhole(const QSettings& settings)
+{
+    QFile file(settings.fileName());
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray text = file.readAll();
+    int lines = 0;
+    for (const QByteArray& line : text.split('\n'))
+        lines += line.contains('=') ? 1 : 0;
+    return (text.isEmpty() || text.endsWith('\n')) && lines == settings.allKeys().size();
+}
+
 QString defaultFile()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
@@ -34,7 +47,7 @@ SettingsStore::SettingsStore(const QString& file)
 
 bool SettingsStore::save(const std::function<void(QSettings&)>& collect)
 {
-    const bool failedBefore = store->status() != QSettings::NoError;
+    const bool failedBefore = failed;
     if (failedBefore) {
         // QSettings keeps a status for good. Another one for the same file has what is yet to be written, too.
         store = std::make_unique<QSettings>(store->fileName(), QSettings::IniFormat);
@@ -51,7 +64,7 @@ bool SettingsStore::save(const std::function<void(QSettings&)>& collect)
     const QStringList after = copy.allKeys();
     for (const QString& key : after) {
         const QVariant value = copy.value(key);
-        if (!store->contains(key) || store->value(key) != value) {
+        if (failedBefore || !store->contains(key) || store->value(key) != value) {
             store->setValue(key, value);
             changed = true;
         }
@@ -62,7 +75,9 @@ bool SettingsStore::save(const std::function<void(QSettings&)>& collect)
             changed = true;
         }
     }
-    if (changed)
+    if (changed) {
         store->sync();
-    return store->status() == QSettings::NoError;
+        failed = store->status() != QSettings::NoError || !isWhole(*store);
+    }
+    return !failed;
 }

@@ -31,6 +31,7 @@ public:
 private:
     std::unique_ptr<QSettings> store;
     QString asideFile;
+    bool failed = false; ///< the last write
 };
 
 #endif
