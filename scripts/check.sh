@@ -31,7 +31,7 @@ step_tidy() {
   {
     changed_since "$base" '*.cpp'
     changed_since "$base" '*.h' | sed 's,.*/,,' | while read -r header; do
-      git grep -l "#include .*\b$header[\">]" -- '*.cpp' | sed -n 1p || true
+      git grep -l "#include .*\b$header[\">]" -- '*.cpp' ':!docs' ':!tests/fuzz' | sed -n 1p || true
     done
   } | sort -u | xargs -r -P "$(nproc)" -n 4 clang-tidy --quiet -p build/tidy
 }
