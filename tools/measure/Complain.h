@@ -7,9 +7,19 @@
 
 #include <QtCore/QString>
 
+#include "LineWriter.h"
+
 inline void complain(const QString& text)
 {
     std::fprintf(stderr, "kestrova-measure: %s\n", text.toLocal8Bit().constData());
+}
+
+/// Whether lines were lost, which is told then.
+inline bool tellLostLines(const LineWriter& lines)
+{
+    if (lines.lostLines() > 0)
+        complain(QStringLiteral("%1 lines were lost, %2").arg(QString::number(lines.lostLines()), lines.error()));
+    return lines.lostLines() > 0;
 }
 
 #endif

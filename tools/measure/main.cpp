@@ -17,6 +17,7 @@
 #include "MeasureRun.h"
 #include "Report.h"
 #include "ReportDescription.h"
+#include "RunSummary.h"
 #include "StopSignals.h"
 
 namespace {
@@ -25,13 +26,6 @@ int refuse(ExitCode code, const QString& text)
 {
     complain(text);
     return code;
-}
-
-bool tellLostLines(const LineWriter& lines)
-{
-    if (lines.lostLines() > 0)
-        complain(QStringLiteral("%1 lines were lost, %2").arg(QString::number(lines.lostLines()), lines.error()));
-    return lines.lostLines() > 0;
 }
 
 /// Makes the cameras known; they are forgotten, and so closed, at the end of the program.
@@ -52,21 +46,6 @@ public:
 
     std::vector<SxCameraInfo> infos;
 };
-
-ExitCode judge(const Summary& summary, bool fileFault)
-{
-    bool failed = false;
-    bool broken = false;
-    for (const CameraSummary& camera : summary.cameras) {
-        failed |= !camera.problems.isEmpty();
-        broken |= !camera.brokenLimits.isEmpty();
-    }
-    if (failed)
-        return ExitCameraFailure;
-    if (broken)
-        return ExitFailure;
-    return fileFault ? ExitWrongUsage : ExitSuccess;
-}
 
 /// Measures the cameras, which are opened for it, and reports.
 int measure(const Options& options, const std::vector<int>& selected, Output& output, const StopSignals& signals_)
@@ -107,24 +86,7 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
     run.start();
     QCoreApplication::exec();
 
-    Summary summary{options.mode, 0, options.logFile.isEmpty() ? nullptr : &log.lines(), {}};
-    bool fileFault = output.lines().lostLines() > 0 || (summary.log && summary.log->lostLines() > 0);
-    for (int i = 0; i < static_cast<int>(cameras.size()); ++i) {
-        const MeasuredCamera& camera = *cameras[static_cast<size_t>(i)];
-        CameraSummary line{camera.info(), camera.wholeRun(), camera.clockDriftPpm(), camera.problems(), {}, {}};
-        line.brokenLimits = brokenLimits(options.limits, line.run.figures);
-        if (!files.isEmpty()) {
-            line.report = writeReport(camera.record(), files[i], &error);
-            if (!line.report || !writeDescription(camera, *line.report, &error)) {
-                complain(error);
-                fileFault = true;
-            }
-        }
-        summary.cameras.push_back(line);
-    }
-    summary.exitCode = judge(summary, fileFault);
-    output.summary(summary);
-    return tellLostLines(output.lines()) ? judge(summary, true) : summary.exitCode;
+    return finishRun(options, cameras, files, options.logFile.isEmpty() ? nullptr : &log, output);
 }
 
 } // namespace

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Reports, summary, exit code.
+#include "RunSummary.h"
+
+#include "Complain.h"
+#include "ExitCode.h"
+#include "Report.h"
+#include "ReportDescription.h"
+
+namespace {
+
+ExitCode judge(const Summary& summary, bool fileFault)
+{
+    bool failed = false;
+    bool broken = false;
+    for (const CameraSummary& camera : summary.cameras) {
+        failed |= !camera.problems.isEmpty();
+        broken |= !camera.brokenLimits.isEmpty();
+    }
+    if (failed)
+        return ExitCameraFailure;
+    if (broken)
+        return ExitFailure;
+    return fileFault ? ExitWrongUsage : ExitSuccess;
+}
+
+} // namespace
+
+int finishRun(const Options& options, const std::vector<std::unique_ptr<MeasuredCamera>>& cameras,
+              const QStringList& reports, const IntervalLog* log, Output& output)
+{
+    Summary summary{options.mode, 0, log ? &log->lines() : nullptr, {}};
+    QString error;
+    bool fileFault = output.lines().lostLines() > 0 || (summary.log && summary.log->lostLines() > 0);
+    for (int i = 0; i < static_cast<int>(cameras.size()); ++i) {
+        const MeasuredCamera& camera = *cameras[static_cast<size_t>(i)];
+        CameraSummary line{camera.info(), camera.wholeRun(), camera.clockDriftPpm(), camera.problems(), {}, {}};
+        line.brokenLimits = brokenLimits(options.limits, line.run.figures);
+        if (!reports.isEmpty()) {
+            line.report = writeReport(camera.record(), reports[i], &error);
+            if (!line.report || !writeDescription(camera, *line.report, &error)) {
+                complain(error);
+                fileFault = true;
+            }
+        }
+        summary.cameras.push_back(line);
+    }
+    summary.exitCode = judge(summary, fileFault);
+    output.summary(summary);
+    return tellLostLines(output.lines()) ? judge(summary, true) : summary.exitCode;
+}
