@@ -214,16 +214,31 @@ private Q_SLOTS:
         QVERIFY(bench.cameras[0]->problems().contains("measurement ended for lack of memory"));
     }
 
+    /// Since when: a figure may come back.
     void limits()
     {
-        const Figures figures{
-            {"known", "", 0, 10.0}, {"zero", "", 0, 0.0}, {"unknown", "", 0, {}}, {"nan", "", 0, qQNaN()}};
-        const auto broken = [&figures](const char* figure, bool isMinimum, double limit) {
-            return brokenLimits({{QStringLiteral("--x"), QLatin1String(figure), isMinimum, limit}}, figures).size();
+        const LimitKind least{"least", "", "", "value", "", true, true, true};
+        const LimitKind most{"most", "", "", "value", "", false, true, true};
+        Verdict verdict({{&least, 10.0}, {&most, 20.0}});
+        double at = 0.0;
+        const auto look = [&](std::optional<double> value) {
+            verdict.look({{"value", "", 0, value}}, ++at);
+            const auto since = [](const LimitVerdict& limit) {
+                return limit.kept ? QStringLiteral("kept") : QString::number(limit.brokenAtS.value_or(-1.0));
+            };
+            return since(verdict.limits[0]) + ' ' + since(verdict.limits[1]);
         };
-        QCOMPARE(broken("known", true, 10.0) + broken("known", false, 10.0) + broken("zero", false, 0.0), 0);
-        QCOMPARE(broken("known", true, 10.001) + broken("known", false, 9.999), 2);
-        QCOMPARE(broken("unknown", true, 0.0) + broken("unknown", false, 1e9) + broken("nan", false, 1e9), 3);
+        QCOMPARE(look(std::nullopt), QString("-1 -1"));
+        QCOMPARE(look(9.999), QString("2 kept"));
+        QCOMPARE(look(10.0), QString("kept kept"));
+        QCOMPARE(look(9.0), QString("4 kept"));
+        QCOMPARE(look(8.0), QString("4 kept"));
+        QCOMPARE(verdict.brokenLimits(), QStringList("--least 10: 8"));
+        QCOMPARE(look(20.0), QString("kept kept"));
+        QVERIFY(verdict.passed());
+        QCOMPARE(look(20.001), QString("kept 7"));
+        QCOMPARE(look(qQNaN()), QString("-1 -1"));
+        QVERIFY(!verdict.passed());
     }
 
     void theReportHoldsWhatIsKeptAndIsDescribed()

@@ -61,7 +61,7 @@ public:
             object.insert(QStringLiteral("clockDriftPpm"),
                           camera.clockDriftPpm ? QJsonValue(*camera.clockDriftPpm) : QJsonValue());
             object.insert(QStringLiteral("problems"), QJsonArray::fromStringList(camera.problems));
-            object.insert(QStringLiteral("brokenLimits"), QJsonArray::fromStringList(camera.brokenLimits));
+            object.insert(QStringLiteral("brokenLimits"), QJsonArray::fromStringList(camera.verdict.brokenLimits()));
             object.insert(QStringLiteral("report"), reportObject(camera.report));
             cameras.append(object);
         }

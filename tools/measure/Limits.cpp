@@ -1,26 +1,51 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Judges figures.
+// The table of limits, and which of them holds for a camera.
 #include "Limits.h"
 
-namespace {
+#include <algorithm>
 
-/// With enough digits to see by how little a limit was missed.
-QString plain(double value)
+const std::vector<LimitKind>& limitKinds()
 {
-    return QString::number(value, 'g', 10);
+    static const std::vector<LimitKind> kinds{
+        {"min-throughput", "MB/s", "Least throughput of any block interval.", "minThroughputMBps", "MB/s", true, true,
+         false},
+        {"min-average", "MB/s", "Least average throughput, while frames flow.", "avgThroughputMBps", "MB/s", true,
+         true, false},
+        {"max-overflows", "N", "Most buffer overflows.", "overflows", "", false, true, true},
+        {"max-level", "PERCENT", "Highest buffer level.", "maxBufferLevelPercent", "%", false, true, false},
+        {"max-missing", "N", "Most missing frames (gaps of the frame number).", "missingFrames", "", false, true,
+         true},
+        {"max-skips", "N", "Most frames skipped on the link and in the library (counters mode).", "skips", "", false,
+         false, true},
+    };
+    return kinds;
 }
 
-} // namespace
-
-QStringList brokenLimits(const std::vector<Limit>& limits, const Figures& figures)
+QString limitValueText(const std::optional<double>& value)
 {
-    QStringList broken;
-    for (const Limit& limit : limits) {
-        const auto value = figureValue(figures, limit.figure);
-        const bool kept = value && (limit.isMinimum ? *value >= limit.value : *value <= limit.value);
-        if (!kept)
-            broken.append(QStringLiteral("%1 %2: %3")
-                              .arg(limit.option, plain(limit.value), value ? plain(*value) : QStringLiteral("n/a")));
+    return value ? QString::number(*value, 'g', 10) : QStringLiteral("n/a");
+}
+
+QString limitText(const Limit& limit)
+{
+    return QStringLiteral("--%1 %2 %3")
+        .arg(QLatin1String(limit.kind->name), limitValueText(limit.value), QLatin1String(limit.kind->unit))
+        .trimmed();
+}
+
+std::vector<Limit> RigLimits::of(const QString& id) const
+{
+    const std::vector<Limit> own = cameras.value(id);
+    std::vector<Limit> limits;
+    for (const LimitKind& kind : limitKinds()) {
+        for (const auto* source : {&given, &own, &all}) {
+            const auto found = std::find_if(source->begin(), source->end(),
+                                            [&kind](const Limit& limit) { return limit.kind == &kind; });
+            if (found != source->end()) {
+                limits.push_back(*found);
+                break;
+            }
+        }
     }
-    return broken;
+    return limits;
 }

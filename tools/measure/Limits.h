@@ -1,25 +1,54 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a run must keep to.
+// What a run must keep to: the kinds of limits, and those that a user has set.
 #ifndef KESTROVA_MEASURE_LIMITS_H
 #define KESTROVA_MEASURE_LIMITS_H
 
 #include <vector>
 
-#include <QtCore/QStringList>
+#include <QtCore/QMap>
+#include <QtCore/QString>
 
-#include "Figures.h"
+#include "CameraLineData.h"
+
+/// A bound that can be set, and the figure that it judges.
+struct LimitKind
+{
+    const char* name;      ///< of the option without its dashes, and of the key of a limits file
+    const char* valueName; ///< in the help
+    const char* help;
+    const char* figure; ///< its key
+    const char* unit;   ///< of the figure; empty for a count
+    bool isMinimum;
+    bool inThroughput; ///< the modes in which there is such a figure
+    bool inCounters;
+
+    bool exists(ExMeasMode mode) const { return mode == MeasModeDataThroughput ? inThroughput : inCounters; }
+};
+
+/// In the order of the help.
+const std::vector<LimitKind>& limitKinds();
 
 /// A bound of one figure of the run of a camera.
 struct Limit
 {
-    QString option; ///< as the user gave it, "--min-average"
-    QString figure; ///< key of the figure that it judges
-    bool isMinimum;
-    double value; ///< in the figure's unit; itself within the limit
+    const LimitKind* kind; ///< one of limitKinds(), or of a longer life than the limit
+    double value;          ///< in the figure's unit; itself within the limit
 };
 
-/// One text for each limit that is broken. A figure that is not known breaks its limit: a check that could not be
-/// made must not pass.
-QStringList brokenLimits(const std::vector<Limit>& limits, const Figures& figures);
+/// "--min-average 350 MB/s"
+QString limitText(const Limit& limit);
+/// A value with enough digits to see by how little a limit was missed, or "n/a".
+QString limitValueText(const std::optional<double>& value);
+
+/// The limits of several cameras.
+struct RigLimits
+{
+    std::vector<Limit> given;                  ///< on the command line: for every camera, before those of a file
+    std::vector<Limit> all;                    ///< of the file, for cameras that have none of that kind
+    QMap<QString, std::vector<Limit>> cameras; ///< of the file, by ID
+
+    /// Each kind at most once, in the order of limitKinds().
+    std::vector<Limit> of(const QString& id) const;
+};
 
 #endif

@@ -53,6 +53,8 @@ void MeasureRun::stop()
         camera->stop();
         printInterval(*camera);
     }
+    for (const auto& camera : allCameras)
+        camera->judge();
     Q_EMIT finished();
 }
 
@@ -85,8 +87,10 @@ void MeasureRun::armTimer()
 
 void MeasureRun::printIntervals()
 {
-    for (MeasuredCamera* camera : started)
+    for (MeasuredCamera* camera : started) {
         printInterval(*camera);
+        camera->judge();
+    }
 }
 
 void MeasureRun::printInterval(MeasuredCamera& camera)

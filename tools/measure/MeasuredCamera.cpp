@@ -5,7 +5,7 @@
 #include <utility>
 
 MeasuredCamera::MeasuredCamera(VNCORE_HANDLE camera, SxCameraInfo info, const Options& options)
-    : cameraInfo(std::move(info))
+    : cameraInfo(std::move(info)), runVerdict(options.limits.of(cameraInfo.id))
 {
     data.hCam = camera;
     data.cameraName = cameraInfo.name;
@@ -77,6 +77,11 @@ Stretch MeasuredCamera::wholeRun() const
 {
     const double endS = elapsedS();
     return {endS, endS, figures(data.runTotals())};
+}
+
+void MeasuredCamera::judge()
+{
+    runVerdict.look(figures(data.runTotals()), elapsedS());
 }
 
 Figures MeasuredCamera::figures(const RunTotals& totals) const

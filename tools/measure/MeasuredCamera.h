@@ -11,6 +11,7 @@
 
 #include "Figures.h"
 #include "Options.h"
+#include "Verdict.h"
 
 /// A stretch of a camera's run with its figures.
 struct Stretch
@@ -50,6 +51,10 @@ public:
     /// What came since the last call. Each frame is in exactly one stretch.
     Stretch takeInterval();
     Stretch wholeRun() const;
+    /// Looks at the whole run up to now.
+    void judge();
+    /// As of the last look.
+    const Verdict& verdict() const { return runVerdict; }
     std::optional<double> clockDriftPpm() const { return data.clockDriftPpm(); }
 
 private:
@@ -60,6 +65,7 @@ private:
     CxCameraLineData data;
     QElapsedTimer clock;
     QDateTime startedAt;
+    Verdict runVerdict;
     double intervalBeginS = 0.0;
     std::optional<double> endedAtS; ///< of a measurement that is over
     bool started = false;

@@ -16,28 +16,6 @@ constexpr std::chrono::milliseconds shortestInterval{10};
 
 const QString badValue = QStringLiteral("%1: \"%2\" is not %3");
 
-/// An option that sets a limit, and the modes in which its figure exists.
-struct LimitOption
-{
-    const char* name;
-    const char* valueName;
-    const char* help;
-    const char* figure;
-    bool isMinimum;
-    bool inThroughput;
-    bool inCounters;
-};
-
-constexpr LimitOption limitOptions[] = {
-    {"min-throughput", "MB/s", "Least throughput of any block interval.", "minThroughputMBps", true, true, false},
-    {"min-average", "MB/s", "Least average throughput.", "avgThroughputMBps", true, true, false},
-    {"max-overflows", "N", "Most buffer overflows.", "overflows", false, true, true},
-    {"max-level", "PERCENT", "Highest buffer level.", "maxBufferLevelPercent", false, true, false},
-    {"max-missing", "N", "Most missing frames (gaps of the frame number).", "missingFrames", false, true, true},
-    {"max-skips", "N", "Most frames skipped on the link and in the library (counters mode).", "skips", false, false,
-     true},
-};
-
 /// Reads the parsed options one by one; the first fault is kept.
 class Reader
 {
@@ -71,17 +49,15 @@ public:
 
     void limits(Options& options)
     {
-        for (const LimitOption& limit : limitOptions) {
-            if (!isSet(limit.name))
+        for (const LimitKind& kind : limitKinds()) {
+            if (!isSet(kind.name))
                 continue;
-            const auto number = numberFromText(value(limit.name));
+            const auto number = numberFromText(value(kind.name));
             if (!number)
-                refuseValue(limit.name, QStringLiteral("a number of 0 or more"));
-            const bool throughput = options.mode == MeasModeDataThroughput;
-            if (throughput ? !limit.inThroughput : !limit.inCounters)
-                refuse(QStringLiteral("--%1 has no meaning in this mode").arg(QLatin1String(limit.name)));
-            options.limits.push_back({QStringLiteral("--") + QLatin1String(limit.name), QLatin1String(limit.figure),
-                                      limit.isMinimum, number.value_or(0.0)});
+                refuseValue(kind.name, QStringLiteral("a number of 0 or more"));
+            if (!kind.exists(options.mode))
+                refuse(QStringLiteral("--%1 has no meaning in this mode").arg(QLatin1String(kind.name)));
+            options.limits.given.push_back({&kind, number.value_or(0.0)});
         }
     }
 
@@ -130,7 +106,7 @@ void declareOptions(QCommandLineParser& parser)
     add("csv", "Write all kept frames as a report; with several cameras {camera} in the name.", "FILE");
     add("log", "Append the interval lines to this CSV file, line by line.", "FILE");
     add("json", "Print JSON, one object per line.");
-    for (const LimitOption& limit : limitOptions)
+    for (const LimitKind& limit : limitKinds())
         add(limit.name, limit.help, limit.valueName);
 }
 

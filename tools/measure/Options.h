@@ -42,7 +42,7 @@ struct Options
     QString csvFile;
     QString logFile;
     bool json = false;
-    std::vector<Limit> limits;
+    RigLimits limits;
 };
 
 /// Needs a QCoreApplication. The first argument is the program's name.

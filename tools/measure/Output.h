@@ -36,7 +36,7 @@ struct CameraSummary
     Stretch run;
     std::optional<double> clockDriftPpm; ///< nothing: not known
     QStringList problems;
-    QStringList brokenLimits;
+    Verdict verdict;
     std::optional<ReportSummary> report;
 };
 

@@ -15,7 +15,7 @@ ExitCode judge(const Summary& summary, bool fileFault)
     bool broken = false;
     for (const CameraSummary& camera : summary.cameras) {
         failed |= !camera.problems.isEmpty();
-        broken |= !camera.brokenLimits.isEmpty();
+        broken |= !camera.verdict.passed();
     }
     if (failed)
         return ExitCameraFailure;
@@ -34,8 +34,8 @@ int finishRun(const Options& options, const std::vector<std::unique_ptr<Measured
     bool fileFault = output.lines().lostLines() > 0 || (summary.log && summary.log->lostLines() > 0);
     for (int i = 0; i < static_cast<int>(cameras.size()); ++i) {
         const MeasuredCamera& camera = *cameras[static_cast<size_t>(i)];
-        CameraSummary line{camera.info(), camera.wholeRun(), camera.clockDriftPpm(), camera.problems(), {}, {}};
-        line.brokenLimits = brokenLimits(options.limits, line.run.figures);
+        CameraSummary line{camera.info(),     camera.wholeRun(), camera.clockDriftPpm(),
+                           camera.problems(), camera.verdict(),  {}};
         if (!reports.isEmpty()) {
             line.report = writeReport(camera.record(), reports[i], &error);
             if (!line.report || !writeDescription(camera, *line.report, &error)) {

@@ -65,7 +65,7 @@ public:
                 writeLine(reportText(title, *camera.report));
             for (const QString& problem : camera.problems)
                 writeLine(QStringLiteral("%1: %2").arg(title, problem));
-            for (const QString& limit : camera.brokenLimits)
+            for (const QString& limit : camera.verdict.brokenLimits())
                 writeLine(QStringLiteral("%1: limit broken: %2").arg(title, limit));
         }
         if (summary.log && summary.log->lostLines() > 0)
