@@ -101,6 +101,7 @@ QString Viewer::openCameras()
         return fault;
     CameraRegistry& registry = CameraRegistry::instance();
     std::vector<SxCameraInfo> known;
+    known.reserve(devices.size());
     for (const auto& device : devices)
         known.push_back(registry.deviceInfo(registry.addDevice(device)));
     QStringList names = viewerOptions.camerasToOpen;

@@ -27,9 +27,8 @@ bool CxDataThroughputGraphPlugin::init()
         return false;
     try {
         auto made = std::make_unique<CxDataGraphForm>();
-        form = made.get();
-        host->addPluginWidget(form, dockArea, allowedDockAreas, false);
-        made.release(); // the host's from now on
+        host->addPluginWidget(made.get(), dockArea, allowedDockAreas, false);
+        form = made.release(); // the host's from now on
         return true;
     } catch (const std::bad_alloc&) {
         return false;

@@ -14,8 +14,10 @@ bool CxCameraLineData::calculateStats(QCPGraph* minGraph, QCPGraph* levelGraph, 
 {
     const bool drawn = keyRange != nullptr && (minGraph != nullptr || levelGraph != nullptr);
     try {
+        if (!drawn)
+            return evaluate(fromUs, toUs, smallestStepUs(minKeySpacing), nullptr);
         std::vector<ScanPoint> points;
-        if (!evaluate(fromUs, toUs, smallestStepUs(minKeySpacing), drawn ? &points : nullptr))
+        if (!evaluate(fromUs, toUs, smallestStepUs(minKeySpacing), &points))
             return false;
         for (const ScanPoint& point : points) {
             const double key = plotKey(saturatingSub(point.timeUs, toUs), *keyRange);
