@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A condition variable on the steady clock. std::condition_variable reaches that clock through a call that race
 // checkers do not follow: they miss that the waiter gave its lock away and report races that are none.
-#ifndef KESTROVA_SIM_MONOTONICCONDITION_H
-#define KESTROVA_SIM_MONOTONICCONDITION_H
+#ifndef KESTROVA_MONOTONICCONDITION_H
+#define KESTROVA_MONOTONICCONDITION_H
 
 #include <chrono>
 #include <mutex>
 
 #include <pthread.h>
-
-namespace sim {
 
 /// Operations as those of std::condition_variable.
 class MonotonicCondition
@@ -63,7 +61,5 @@ public:
 private:
     pthread_cond_t condition;
 };
-
-} // namespace sim
 
 #endif

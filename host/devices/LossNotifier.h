@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Tells one listener of losses and returns: in their order, one at a time, and such that a removed listener is not
 // running any more.
-#ifndef KESTROVA_SIM_LOSSNOTIFIER_H
-#define KESTROVA_SIM_LOSSNOTIFIER_H
+#ifndef KESTROVA_LOSSNOTIFIER_H
+#define KESTROVA_LOSSNOTIFIER_H
 
 #include <condition_variable>
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <thread>
-
-namespace sim {
 
 /// Any thread. A device notes a change under its own lock, which gives the changes their order, and tells it without.
 class LossNotifier
@@ -73,7 +71,5 @@ private:
     int untold = 0;         ///< changes; they alternate, so their number says it all
     bool told = false;      ///< whether the last one told was a loss
 };
-
-} // namespace sim
 
 #endif
