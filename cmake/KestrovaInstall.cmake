@@ -40,4 +40,14 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY
 # The texts of Qt itself in other languages.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qttranslations5-l10n)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+# Real cameras are a package of their own, so that the other one needs no library for them.
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL Unspecified)
+set(CPACK_DEBIAN_UNSPECIFIED_PACKAGE_NAME kestrova)
+if(TARGET aravisModule)
+    list(APPEND CPACK_COMPONENTS_ALL aravis)
+    set(CPACK_DEBIAN_ARAVIS_PACKAGE_NAME kestrova-aravis)
+    set(CPACK_DEBIAN_ARAVIS_PACKAGE_DEPENDS "kestrova (= ${PROJECT_VERSION})")
+    set(CPACK_COMPONENT_ARAVIS_DESCRIPTION "GigE Vision and USB3 Vision cameras for kestrova")
+endif()
 include(CPack)

@@ -25,4 +25,11 @@ for file in bin/kestrova bin/kestrova-measure lib/kestrova/plugins/qlpDataThroug
   share/kestrova/translations/kestrova_de.qm share/doc/kestrova/LICENSE; do
   [ -s "$work/root/usr/$file" ] || fail "$file is not in the package"
 done
+if [ -e "$build/lib/kestrova/devices/aravis.so" ]; then
+  if grep -qF libaravis <<<"$depends"; then fail "a dependency on Aravis: $depends"; fi
+  package=$(echo "$work"/kestrova-aravis_"$version"_*.deb)
+  depends=$(dpkg-deb -f "$package" Depends)
+  grep -qF libaravis-0.8-0 <<<"$depends" || fail "kestrova-aravis depends on: $depends"
+  dpkg-deb -c "$package" | grep -qF lib/kestrova/devices/aravis.so || fail "aravis.so is not in the package"
+fi
 [ "$("$work/root/usr/bin/kestrova-measure" --version)" = "kestrova-measure $version" ] || fail "kestrova-measure --version"

@@ -32,7 +32,11 @@ int refuse(ExitCode code, const QString& text)
 class KnownCameras
 {
 public:
-    ~KnownCameras() { CameraRegistry::instance().removeAllDevices(); }
+    ~KnownCameras()
+    {
+        CameraRegistry::instance().removeAllDevices();
+        waitForClosedDevices();
+    }
 
     bool load(const QString& scenarioFile, QString* error)
     {
@@ -42,6 +46,16 @@ public:
         for (int i = 0; i < registry.deviceCount(); ++i)
             infos.push_back(registry.deviceInfo(i));
         return error->isEmpty();
+    }
+
+    /// The real one with this address, which is opened for it.
+    bool add(const QString& address, QString* error)
+    {
+        auto& registry = CameraRegistry::instance();
+        const auto device = openDevice(address, error);
+        if (device)
+            infos.push_back(registry.deviceInfo(registry.addDevice(device)));
+        return device != nullptr;
     }
 
     std::vector<SxCameraInfo> infos;
@@ -121,6 +135,11 @@ int main(int argc, char** argv)
         return tellLostLines(standardOutput) ? ExitWrongUsage : ExitSuccess;
     }
     QStringList names = options.cameras;
+    names.removeDuplicates();
+    for (const QString& name : qAsConst(names)) {
+        if (isDeviceAddress(name) && !known.add(name, &error))
+            return refuse(ExitCameraFailure, error);
+    }
     if (options.allCameras) {
         for (const SxCameraInfo& info : known.infos)
             names.append(info.id);

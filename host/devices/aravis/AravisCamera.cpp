@@ -1,0 +1,408 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The device: what it knows under its lock, and what it has its worker do.
+#include "AravisCamera.h"
+
+#include <QtCore/QCoreApplication>
+
+#include <cstring>
+#include <exception>
+#include <new>
+
+#include "CameraConnection.h"
+#include "HostParameters.h"
+#include "ImageStream.h"
+#include "LossNotifier.h"
+#include "MonotonicCondition.h"
+#include "PixelFormats.h"
+
+namespace aravis {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// The context of this file's texts in translations.
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(AravisCamera)
+};
+
+constexpr auto openLimit = 15s;     ///< a search takes its time, and so do attempts to reach a camera
+constexpr auto callLimit = 1s;      ///< for what a camera does in milliseconds
+constexpr auto startLimit = 3s;     ///< with all the buffers to be made
+constexpr auto reopenInterval = 1s; ///< between attempts to reach a lost camera
+
+enum class Acquisition
+{
+    Idle,
+    Running,
+    Cut, ///< the camera was lost meanwhile; waits last until somebody stops or starts
+};
+
+bool isFormat(const char* name)
+{
+    return std::strcmp(name, VN_PRM_IMAGE_DATA_FORMAT) == 0;
+}
+
+} // namespace
+
+struct AravisCamera::State : std::enable_shared_from_this<State>
+{
+    CameraAddress address;
+    // Known since the camera was opened; never changed.
+    SxCameraInfo info;
+    QString serial;
+    std::vector<CameraConnection::Format> formats;
+    std::weak_ptr<CameraWorker> worker;
+
+    /// The worker's alone.
+    std::unique_ptr<CameraConnection> connection;
+
+    /// Guards all below. Under it only queues of the library are looked into and the notifier's lock is taken.
+    std::mutex mutex;
+    MonotonicCondition changed; ///< a frame arrived, or a wait is over
+    Acquisition acquisition = Acquisition::Idle;
+    quint64 waitEpoch = 0;               ///< a wait that began in an earlier one is over
+    std::shared_ptr<ImageStream> stream; ///< of the running acquisition; destroyed by the worker
+    FrameTally tally;                    ///< of the newest acquisition
+    HostParameters parameters;
+    quint32 format = 0; ///< code; the camera's
+    bool lost = false;
+    bool closing = false; ///< nobody has the device any more
+
+    LossNotifier notifier; ///< has a lock of its own; told without `mutex`
+
+    const CameraConnection::Format* knownFormat(int value) const
+    {
+        for (const auto& known : formats) {
+            if (formatValue(known.code) == value)
+                return &known;
+        }
+        return nullptr;
+    }
+
+    // --- the worker's tasks ---
+    bool connect(QString* error);
+    bool start();
+    void endStream(bool tellCamera);
+    void clearAfterLoss();
+    void reopen();
+    void close();
+    // --- any thread ---
+    void setLost();
+    void reopenLater();
+};
+
+bool AravisCamera::State::connect(QString* error)
+{
+    connection = CameraConnection::open(
+        address,
+        [weak = weak_from_this()] {
+            if (const auto state = weak.lock())
+                state->setLost();
+        },
+        error);
+    if (!connection)
+        return false;
+    const quint32 code = connection->format();
+    const int required = connection->requiredThroughput();
+    const std::lock_guard<std::mutex> lock(mutex);
+    format = code;
+    parameters.requiredThroughput = required;
+    return true;
+}
+
+/// On the thread of the library that found out; what is to be cleared up is the worker's business.
+void AravisCamera::State::setLost()
+{
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (lost || closing)
+            return;
+        lost = true;
+        if (acquisition == Acquisition::Running)
+            acquisition = Acquisition::Cut;
+        notifier.note();
+        changed.notify_all();
+    }
+    if (const auto present = worker.lock())
+        present->post([self = shared_from_this()] { self->clearAfterLoss(); });
+    notifier.tell();
+}
+
+void AravisCamera::State::clearAfterLoss()
+{
+    endStream(false);
+    connection.reset();
+    reopenLater();
+}
+
+void AravisCamera::State::reopenLater()
+{
+    if (const auto present = worker.lock())
+        present->postLater(reopenInterval, [self = shared_from_this()] { self->reopen(); });
+}
+
+void AravisCamera::State::reopen()
+{
+    QString error;
+    if (!connect(&error) || connection->identity().serial != serial) {
+        connection.reset();
+        reopenLater();
+        return;
+    }
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        lost = false;
+        notifier.note();
+    }
+    notifier.tell();
+}
+
+bool AravisCamera::State::start()
+{
+    endStream(true);
+    if (!connection)
+        return false;
+    std::shared_ptr<ImageStream> started;
+    try {
+        started = connection->start([weak = weak_from_this()] {
+            if (const auto state = weak.lock()) {
+                const std::lock_guard<std::mutex> lock(state->mutex);
+                state->changed.notify_all();
+            }
+        });
+    } catch (const std::bad_alloc&) {
+        qCritical("No memory for the buffers of a camera");
+    }
+    if (!started)
+        return false;
+    const std::lock_guard<std::mutex> lock(mutex);
+    stream = std::move(started);
+    tally = {};
+    return true;
+}
+
+void AravisCamera::State::endStream(bool tellCamera)
+{
+    std::shared_ptr<ImageStream> ended; // without the lock: its threads may want it
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (stream)
+            tally = stream->tally();
+        ended.swap(stream);
+    }
+    if (ended && connection && tellCamera)
+        connection->stop();
+}
+
+void AravisCamera::State::close()
+{
+    endStream(true);
+    connection.reset();
+}
+
+std::shared_ptr<AravisCamera> AravisCamera::open(const QString& name, QString* error)
+{
+    const auto address = parseAddress(name);
+    if (!address) {
+        *error = Text::tr("\"%1\" is no address of a camera").arg(name);
+        return nullptr;
+    }
+    auto state = std::make_shared<State>();
+    state->address = *address;
+    std::shared_ptr<CameraWorker> worker;
+    try {
+        worker = std::make_shared<CameraWorker>();
+    } catch (const std::exception& fault) {
+        *error = QString::fromLocal8Bit(fault.what());
+        return nullptr;
+    }
+    state->worker = worker;
+    const auto fault = std::make_shared<QString>(Text::tr("no answer in time"));
+    const auto connect = [state, name, fault] {
+        if (!state->connect(fault.get()))
+            return false;
+        const CameraConnection::Identity& who = state->connection->identity();
+        state->info = {who.model, name, who.userId};
+        state->serial = who.serial;
+        state->formats = state->connection->formats();
+        return true;
+    };
+    const auto close = [state] { state->close(); };
+    if (worker->call(openLimit, connect, close))
+        return std::shared_ptr<AravisCamera>(new AravisCamera(std::move(worker), std::move(state)));
+    *error = QStringLiteral("%1: %2").arg(name, *fault);
+    return nullptr;
+}
+
+AravisCamera::AravisCamera(std::shared_ptr<CameraWorker> ownWorker, std::shared_ptr<State> ownState)
+    : worker(std::move(ownWorker)), state(std::move(ownState))
+{
+}
+
+AravisCamera::~AravisCamera()
+{
+    {
+        const std::lock_guard<std::mutex> lock(state->mutex);
+        state->closing = true;
+        state->acquisition = Acquisition::Idle;
+    }
+    worker->post([closed = state] { closed->close(); });
+}
+
+SxCameraInfo AravisCamera::info() const
+{
+    return state->info;
+}
+
+bool AravisCamera::getInt(const char* name, int& value)
+{
+    const std::lock_guard<std::mutex> lock(state->mutex);
+    if (state->lost)
+        return false;
+    if (isFormat(name)) {
+        value = formatValue(state->format);
+        return true;
+    }
+    const auto known = state->parameters.get(name, state->stream ? state->stream->tally() : state->tally);
+    value = known.value_or(value);
+    return known.has_value();
+}
+
+bool AravisCamera::setInt(const char* name, int value)
+{
+    {
+        const std::lock_guard<std::mutex> lock(state->mutex);
+        if (state->lost)
+            return false;
+        if (!isFormat(name))
+            return state->parameters.set(name, value);
+        if (formatValue(state->format) == value)
+            return true;
+    }
+    return canSet(name, value) && setFormat(state->knownFormat(value)->code);
+}
+
+bool AravisCamera::setFormat(quint32 code)
+{
+    const auto set = [state = state](quint32 wanted) {
+        if (!state->connection || !state->connection->setFormat(wanted))
+            return false;
+        const int required = state->connection->requiredThroughput();
+        const std::lock_guard<std::mutex> lock(state->mutex);
+        state->format = wanted;
+        state->parameters.requiredThroughput = required;
+        return true;
+    };
+    quint32 before = 0;
+    {
+        const std::lock_guard<std::mutex> lock(state->mutex);
+        before = state->format;
+    }
+    return worker->call(
+        callLimit, [set, code] { return set(code); }, [set, before] { set(before); });
+}
+
+bool AravisCamera::canSet(const char* name, int value)
+{
+    const std::lock_guard<std::mutex> lock(state->mutex);
+    if (state->lost)
+        return false;
+    if (!isFormat(name))
+        return HostParameters::canSet(name, value);
+    // The buffers are made for the format that the acquisition began with.
+    const bool free = state->acquisition == Acquisition::Idle;
+    return state->knownFormat(value) && (free || formatValue(state->format) == value);
+}
+
+bool AravisCamera::hasParameter(const char* name) const
+{
+    return isFormat(name) || HostParameters::has(name);
+}
+
+QList<CxCameraParam::SxEnumItem> AravisCamera::enumeration(const char* name) const
+{
+    QList<CxCameraParam::SxEnumItem> items;
+    if (!isFormat(name))
+        return items;
+    for (const auto& known : state->formats)
+        items.append({formatValue(known.code), known.name});
+    return items;
+}
+
+bool AravisCamera::start()
+{
+    {
+        const std::lock_guard<std::mutex> lock(state->mutex);
+        if (state->lost)
+            return false;
+    }
+    const auto begin = [state = state] {
+        if (!state->start())
+            return false;
+        const std::lock_guard<std::mutex> lock(state->mutex);
+        state->acquisition = state->lost ? Acquisition::Cut : Acquisition::Running;
+        return !state->lost;
+    };
+    const auto undo = [state = state] {
+        state->endStream(true);
+        const std::lock_guard<std::mutex> lock(state->mutex);
+        state->acquisition = Acquisition::Idle;
+    };
+    return worker->call(startLimit, begin, undo);
+}
+
+bool AravisCamera::stop()
+{
+    bool lost = false;
+    {
+        const std::lock_guard<std::mutex> lock(state->mutex);
+        if (state->acquisition == Acquisition::Idle)
+            return true;
+        lost = state->lost;
+        state->acquisition = Acquisition::Idle;
+        ++state->waitEpoch;
+        state->changed.notify_all();
+    }
+    const auto end = [state = state] {
+        state->endStream(true);
+        return true;
+    };
+    // Nobody gets an image any more, whether the camera has heard of it in time or not.
+    if (!lost)
+        worker->call(callLimit, end);
+    return true;
+}
+
+bool AravisCamera::waitForImage(std::chrono::milliseconds limit, DeviceImage& image)
+{
+    const auto deadline = std::chrono::steady_clock::now() + limit;
+    std::optional<DeviceImage> taken;
+    std::unique_lock<std::mutex> lock(state->mutex);
+    const quint64 epoch = state->waitEpoch;
+    if (state->acquisition == Acquisition::Idle)
+        return false;
+    state->changed.wait_until(lock, deadline, [&] {
+        if (epoch == state->waitEpoch && state->acquisition == Acquisition::Running && state->stream)
+            taken = state->stream->take();
+        return taken || epoch != state->waitEpoch;
+    });
+    if (!taken)
+        return false;
+    image = std::move(*taken);
+    return true;
+}
+
+bool AravisCamera::isLost() const
+{
+    const std::lock_guard<std::mutex> lock(state->mutex);
+    return state->lost;
+}
+
+void AravisCamera::setLossListener(std::function<void(bool)> listener)
+{
+    state->notifier.setListener(std::move(listener));
+}
+
+} // namespace aravis

@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Opening by address or by serial number, formats, start and stop.
+#include "CameraConnection.h"
+
+#include <cmath>
+
+#include <QtCore/QCoreApplication>
+
+#include "CameraSearch.h"
+#include "ImageStream.h"
+#include "StreamSocket.h"
+
+namespace aravis {
+
+namespace {
+
+/// The context of this file's texts in translations.
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(CameraConnection)
+};
+
+using Callback = std::function<void()>;
+
+/// What is wrong, as a user can do something about it.
+QString openFault(const CallError& fault)
+{
+    if (fault.is(ARV_DEVICE_ERROR_TIMEOUT) || fault.is(ARV_DEVICE_ERROR_NOT_FOUND))
+        return Text::tr("no answer. Is the camera switched on, and is this its address?");
+    if (fault.is(ARV_DEVICE_ERROR_PROTOCOL_ERROR_ACCESS_DENIED) || fault.is(ARV_DEVICE_ERROR_NOT_CONTROLLER))
+        return Text::tr("another program or computer has control of the camera");
+    return Text::tr("refused: %1").arg(fault.text());
+}
+
+Owned<ArvDevice> openNetworkDevice(const std::string& address, QString* error)
+{
+    // The library takes an address that is not of this host for one that is, and crashes.
+    const std::string local = localAddressTowards(address);
+    if (local.empty()) {
+        *error = Text::tr("there is no way to this address. Is the network interface up?");
+        return nullptr;
+    }
+    const Owned<GInetAddress> host(g_inet_address_new_from_string(local.c_str()));
+    const Owned<GInetAddress> camera(g_inet_address_new_from_string(address.c_str()));
+    CallError fault;
+    Owned<ArvDevice> device(arv_gv_device_new(host.get(), camera.get(), fault.out()));
+    if (!device)
+        *error = openFault(fault);
+    return device;
+}
+
+Owned<ArvDevice> openDevice(const CameraAddress& address, QString* error)
+{
+    if (address.kind == CameraAddress::Kind::Network)
+        return openNetworkDevice(address.text, error);
+    const std::string found = addressOfSerial(address);
+    if (found.empty()) {
+        *error = Text::tr("no camera with this serial number answers");
+        return nullptr;
+    }
+    if (address.kind == CameraAddress::Kind::NetworkSerial)
+        return openNetworkDevice(found, error);
+    CallError fault;
+    Owned<ArvDevice> device(arv_open_device(found.c_str(), fault.out()));
+    if (!device)
+        *error = openFault(fault);
+    return device;
+}
+
+QString featureText(ArvCamera* camera, const char* name)
+{
+    CallError fault;
+    if (!arv_camera_is_feature_available(camera, name, fault.out()) || fault)
+        return {};
+    return QString::fromUtf8(arv_camera_get_string(camera, name, fault.out()));
+}
+
+void callOnLost(ArvDevice* /*device*/, gpointer callback)
+{
+    (*static_cast<Callback*>(callback))();
+}
+
+void callOnFrame(void* callback, ArvStreamCallbackType type, ArvBuffer* /*buffer*/)
+{
+    if (type == ARV_STREAM_CALLBACK_TYPE_BUFFER_DONE)
+        (*static_cast<Callback*>(callback))();
+}
+
+void deleteCallback(gpointer callback)
+{
+    delete static_cast<Callback*>(callback);
+}
+
+} // namespace
+
+std::unique_ptr<CameraConnection> CameraConnection::open(const CameraAddress& address, Callback onLost,
+                                                         QString* error)
+{
+    const Owned<ArvDevice> device = openDevice(address, error);
+    if (!device)
+        return nullptr;
+    if (ARV_IS_GV_DEVICE(device.get()) && !arv_gv_device_is_controller(ARV_GV_DEVICE(device.get()))) {
+        *error = Text::tr("another program or computer has control of the camera");
+        return nullptr;
+    }
+    CallError fault;
+    Owned<ArvCamera> camera(arv_camera_new_with_device(device.get(), fault.out()));
+    if (!camera) {
+        *error = openFault(fault);
+        return nullptr;
+    }
+    return std::unique_ptr<CameraConnection>(new CameraConnection(std::move(camera), std::move(onLost)));
+}
+
+CameraConnection::CameraConnection(Owned<ArvCamera> opened, Callback onLost) : camera(std::move(opened))
+{
+    arv_camera_set_range_check_policy(camera.get(), ARV_RANGE_CHECK_POLICY_ENABLE);
+    arv_camera_set_access_check_policy(camera.get(), ARV_ACCESS_CHECK_POLICY_ENABLE);
+    if (arv_camera_is_gv_device(camera.get()))
+        arv_camera_gv_set_stream_options(camera.get(), ARV_GV_STREAM_OPTION_PACKET_SOCKET_DISABLED);
+    lossHandler = g_signal_connect_data(
+        arv_camera_get_device(camera.get()), "control-lost", G_CALLBACK(callOnLost), new Callback(std::move(onLost)),
+        [](gpointer callback, GClosure* /*closure*/) { deleteCallback(callback); }, GConnectFlags(0));
+    CallError fault;
+    who.model = QString::fromUtf8(arv_camera_get_model_name(camera.get(), fault.out()));
+    who.serial = QString::fromUtf8(arv_camera_get_device_serial_number(camera.get(), fault.out()));
+    who.userId = featureText(camera.get(), "DeviceUserID");
+}
+
+CameraConnection::~CameraConnection()
+{
+    g_signal_handler_disconnect(arv_camera_get_device(camera.get()), lossHandler);
+}
+
+std::vector<CameraConnection::Format> CameraConnection::formats()
+{
+    guint count = 0;
+    guint nameCount = 0;
+    CallError fault;
+    const OwnedArray<gint64> codes(arv_camera_dup_available_pixel_formats(camera.get(), &count, fault.out()));
+    const OwnedArray<const char*> names(
+        arv_camera_dup_available_pixel_formats_as_strings(camera.get(), &nameCount, fault.out()));
+    std::vector<Format> formats;
+    for (guint i = 0; i < std::min(count, nameCount); ++i)
+        formats.push_back({static_cast<quint32>(codes[i]), QString::fromUtf8(names[i])});
+    return formats;
+}
+
+quint32 CameraConnection::format()
+{
+    CallError fault;
+    const quint32 code = arv_camera_get_pixel_format(camera.get(), fault.out());
+    return fault ? 0 : code;
+}
+
+bool CameraConnection::setFormat(quint32 code)
+{
+    CallError fault;
+    arv_camera_set_pixel_format(camera.get(), code, fault.out());
+    return !fault;
+}
+
+int CameraConnection::requiredThroughput()
+{
+    CallError fault;
+    const double rateHz = arv_camera_get_frame_rate(camera.get(), fault.out());
+    if (fault)
+        return 0;
+    const double bytes = arv_camera_get_payload(camera.get(), fault.out());
+    return fault ? 0 : static_cast<int>(std::ceil(rateHz * bytes * 1e-6));
+}
+
+std::unique_ptr<ImageStream> CameraConnection::start(Callback onFrame)
+{
+    CallError fault;
+    const size_t payload = arv_camera_get_payload(camera.get(), fault.out());
+    Owned<ArvStream> stream;
+    if (!fault)
+        stream.reset(arv_camera_create_stream_full(camera.get(), callOnFrame, new Callback(std::move(onFrame)),
+                                                   deleteCallback, fault.out()));
+    std::unique_ptr<ImageStream> images;
+    if (stream && !fault) {
+        if (ARV_IS_GV_STREAM(stream.get()))
+            enlargeSocketBuffer(ARV_GV_STREAM(stream.get()), payload);
+        images = std::make_unique<ImageStream>(std::move(stream), payload);
+        arv_camera_set_acquisition_mode(camera.get(), ARV_ACQUISITION_MODE_CONTINUOUS, fault.out());
+        arv_camera_start_acquisition(camera.get(), fault.out());
+    }
+    if (!fault && images)
+        return images;
+    qCritical("%s: the acquisition does not start: %s", qPrintable(who.model), qPrintable(fault.text()));
+    return nullptr;
+}
+
+void CameraConnection::stop()
+{
+    CallError fault;
+    arv_camera_stop_acquisition(camera.get(), fault.out());
+    if (fault)
+        qWarning("%s: the acquisition ends without the camera: %s", qPrintable(who.model), qPrintable(fault.text()));
+}
+
+} // namespace aravis

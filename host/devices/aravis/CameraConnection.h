@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The library's side of one camera, as long as this program has control of it.
+#ifndef KESTROVA_ARAVIS_CAMERACONNECTION_H
+#define KESTROVA_ARAVIS_CAMERACONNECTION_H
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "CameraAddress.h"
+#include "GlibOwners.h"
+
+namespace aravis {
+
+class ImageStream;
+
+/// A camera under this program's control. All operations belong to the camera's worker and may take seconds with a
+/// camera that does not answer, the destruction too.
+class CameraConnection
+{
+public:
+    struct Format
+    {
+        quint32 code;
+        QString name;
+    };
+    struct Identity
+    {
+        QString model;
+        QString serial;
+        QString userId; ///< the user's own name for it; may be empty
+    };
+
+    /// `onLost` is called once, on a thread of the library, when the camera is gone; it must not end the connection.
+    /// On failure null and the reason.
+    static std::unique_ptr<CameraConnection> open(const CameraAddress& address, std::function<void()> onLost,
+                                                  QString* error);
+    ~CameraConnection();
+    CameraConnection(const CameraConnection&) = delete;
+    CameraConnection& operator=(const CameraConnection&) = delete;
+
+    const Identity& identity() const { return who; }
+    std::vector<Format> formats();
+    quint32 format(); ///< 0 if the camera does not say
+    bool setFormat(quint32 code);
+    /// What the sensor's frames take, in MB/s and rounded up, 0 if the camera does not say.
+    int requiredThroughput();
+
+    /// `onFrame` is called on the stream's thread for every buffer that is done. Null if the camera refuses, which is
+    /// logged.
+    std::unique_ptr<ImageStream> start(std::function<void()> onFrame);
+    /// Tells the camera to send no more.
+    void stop();
+
+private:
+    CameraConnection(Owned<ArvCamera> camera, std::function<void()> onLost);
+
+    Owned<ArvCamera> camera;
+    gulong lossHandler = 0;
+    Identity who;
+};
+
+} // namespace aravis
+
+#endif

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Numbers the frames that came through and counts those that did not.
+#ifndef KESTROVA_ARAVIS_FRAMETALLY_H
+#define KESTROVA_ARAVIS_FRAMETALLY_H
+
+#include <optional>
+
+#include <QtCore/QtGlobal>
+
+namespace aravis {
+
+/// Cameras number their frames in 16 bits, leaving out 0, or in 64. Whoever calls it keeps the calls apart.
+class FrameTally
+{
+public:
+    /// The number of a complete frame with this id, counted from the first one. None for a frame that comes after a
+    /// later one, which nobody gets. `underruns` is how many frames have found no buffer so far.
+    std::optional<quint32> addComplete(quint64 id, quint64 underruns);
+
+    quint32 lostBefore() const { return lostOnTheWay; } ///< frames that did not reach the host whole
+    quint32 lostHere() const { return lostForBuffers; } ///< frames that found no buffer
+    quint32 delivered() const { return complete; }
+
+private:
+    quint64 stepsTo(quint64 id);
+
+    std::optional<quint64> lastId;
+    quint32 number = 0;
+    quint32 complete = 0;
+    quint32 lostOnTheWay = 0;
+    quint32 lostForBuffers = 0;
+    quint64 knownUnderruns = 0; ///< those that a gap was put down to, and those before the first frame
+    bool wide = false;          ///< ids of 64 bits
+};
+
+} // namespace aravis
+
+#endif

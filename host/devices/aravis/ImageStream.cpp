@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Buffers, from the library to whoever looks at them and back.
+#include "ImageStream.h"
+
+#include <algorithm>
+#include <cstring>
+#include <mutex>
+
+#include "PixelFormats.h"
+
+namespace aravis {
+
+namespace {
+
+constexpr size_t mostBuffers = 64;
+constexpr size_t leastBuffers = 8;
+constexpr size_t wantedBytes = size_t{256} << 20;
+
+} // namespace
+
+/// Where buffers go when nobody looks at them any more.
+class ImageStream::BufferReturn
+{
+public:
+    explicit BufferReturn(Owned<ArvStream> owned) : stream(std::move(owned)) {}
+
+    void take(ArvBuffer* buffer)
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (stream)
+            arv_stream_push_buffer(stream.get(), buffer);
+        else
+            g_object_unref(buffer);
+    }
+    void end()
+    {
+        Owned<ArvStream> ended;
+        const std::lock_guard<std::mutex> lock(mutex);
+        ended.swap(stream);
+    }
+
+private:
+    /// Guards `stream`. Under it a buffer is put into a queue of the library, which takes a lock of its own.
+    std::mutex mutex;
+    Owned<ArvStream> stream;
+};
+
+ImageStream::ImageStream(Owned<ArvStream> owned, size_t payload)
+    : stream(owned.get()), buffers(std::make_shared<BufferReturn>(std::move(owned)))
+{
+    const size_t count = std::clamp(wantedBytes / std::max<size_t>(payload, 1), leastBuffers, mostBuffers);
+    for (size_t i = 0; i < count; ++i) {
+        void* memory = ::operator new(payload, std::align_val_t(64));
+        std::memset(memory, 0, payload);
+        buffers->take(arv_buffer_new_full(payload, memory, memory,
+                                          [](void* data) { ::operator delete(data, std::align_val_t(64)); }));
+    }
+}
+
+ImageStream::~ImageStream()
+{
+    buffers->end();
+}
+
+std::optional<quint32> ImageStream::numberOf(ArvBuffer* buffer)
+{
+    // The id of an incomplete frame may be another one's: what counts is which ids no complete frame has.
+    if (arv_buffer_get_status(buffer) != ARV_BUFFER_STATUS_SUCCESS)
+        return std::nullopt;
+    guint64 completed = 0;
+    guint64 failed = 0;
+    guint64 underruns = 0;
+    arv_stream_get_statistics(stream, &completed, &failed, &underruns);
+    return frames.addComplete(arv_buffer_get_frame_id(buffer), underruns);
+}
+
+std::optional<DeviceImage> ImageStream::take()
+{
+    while (Owned<ArvBuffer> buffer{arv_stream_try_pop_buffer(stream)}) {
+        if (const auto number = numberOf(buffer.get()))
+            return imageOf(std::move(buffer), *number);
+        buffers->take(buffer.release());
+    }
+    return std::nullopt;
+}
+
+DeviceImage ImageStream::imageOf(Owned<ArvBuffer> buffer, quint32 number)
+{
+    DeviceImage image;
+    VN_IMG& out = image.descriptor;
+    size_t bytes = 0;
+    out.size = sizeof(VN_IMG);
+    out.data = arv_buffer_get_data(buffer.get(), &bytes);
+    out.dataBytes = bytes;
+    out.frameNumber = number;
+    const quint64 cameraNs = arv_buffer_get_timestamp(buffer.get());
+    const quint64 stampNs = cameraNs > 0 ? cameraNs : arv_buffer_get_system_timestamp(buffer.get());
+    if (!firstStampNs)
+        firstStampNs = stampNs;
+    const quint64 sinceNs = std::max(stampNs, *firstStampNs) - *firstStampNs;
+    out.tsSec = static_cast<quint32>(sinceNs / 1000000000);
+    out.tsUSec = static_cast<quint32>(sinceNs / 1000 % 1000000);
+    const ArvBufferPayloadType kind = arv_buffer_get_payload_type(buffer.get());
+    if (kind == ARV_BUFFER_PAYLOAD_TYPE_IMAGE || kind == ARV_BUFFER_PAYLOAD_TYPE_EXTENDED_CHUNK_DATA) {
+        out.width = static_cast<quint32>(arv_buffer_get_image_width(buffer.get()));
+        out.height = static_cast<quint32>(arv_buffer_get_image_height(buffer.get()));
+        const quint32 code = arv_buffer_get_image_pixel_format(buffer.get());
+        out.dataFormat = static_cast<quint32>(formatValue(code));
+        out.bitDepth = bitDepth(code);
+    }
+    auto release = [to = buffers](ArvBuffer* released) { to->take(released); };
+    image.memory = std::shared_ptr<const void>(buffer.release(), std::move(release));
+    return image;
+}
+
+} // namespace aravis

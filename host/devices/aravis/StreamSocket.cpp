@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The library does not hand its socket out: it is the one of this process with the stream's port.
+#include "StreamSocket.h"
+
+#include <dirent.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+#include <QtCore/QtGlobal>
+
+namespace aravis {
+
+namespace {
+
+constexpr int leastBytes = 4 << 20;
+constexpr size_t mostBytes = size_t{1} << 30;
+
+bool hasPort(int descriptor, in_port_t port)
+{
+    sockaddr_in own{};
+    socklen_t size = sizeof own;
+    return ::getsockname(descriptor, reinterpret_cast<sockaddr*>(&own), &size) == 0 && own.sin_family == AF_INET &&
+           own.sin_port == htons(port);
+}
+
+/// -1 if there is none.
+int streamSocket(in_port_t port)
+{
+    int found = -1;
+    DIR* directory = ::opendir("/proc/self/fd");
+    while (const dirent* entry = directory ? ::readdir(directory) : nullptr) {
+        const int descriptor = std::atoi(entry->d_name); // the two dots are standard input, which is no socket
+        if (hasPort(descriptor, port))
+            found = descriptor;
+    }
+    if (directory)
+        ::closedir(directory);
+    return found;
+}
+
+} // namespace
+
+void enlargeSocketBuffer(ArvGvStream* stream, size_t payload)
+{
+    // Packets take more room than what is in them.
+    const int wanted = std::max(leastBytes, static_cast<int>(std::min(payload * 2, mostBytes)));
+    g_object_set(stream, "socket-buffer", ARV_GV_STREAM_SOCKET_BUFFER_FIXED, "socket-buffer-size", wanted, nullptr);
+    const int descriptor = streamSocket(arv_gv_stream_get_port(stream));
+    if (descriptor < 0)
+        return;
+    ::setsockopt(descriptor, SOL_SOCKET, SO_RCVBUF, &wanted, sizeof wanted);
+    int granted = 0;
+    socklen_t size = sizeof granted;
+    // The system doubles what it is asked for, for its own needs.
+    if (::getsockopt(descriptor, SOL_SOCKET, SO_RCVBUF, &granted, &size) == 0 &&
+        static_cast<size_t>(granted) / 2 < payload)
+        qWarning("The system lets the camera's socket hold %d bytes, a frame has %zu: frames may get lost. "
+                 "sysctl net.core.rmem_max=%d helps",
+                 granted / 2, payload, wanted);
+}
+
+} // namespace aravis

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The socket through which a GigE Vision stream arrives.
+#ifndef KESTROVA_ARAVIS_STREAMSOCKET_H
+#define KESTROVA_ARAVIS_STREAMSOCKET_H
+
+#include <cstddef>
+
+#include <arv.h>
+
+namespace aravis {
+
+/// Makes room for a frame at least, before the first one comes; logs if the system grants less.
+void enlargeSocketBuffer(ArvGvStream* stream, size_t payload);
+
+} // namespace aravis
+
+#endif
