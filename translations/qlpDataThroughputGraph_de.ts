@@ -475,4 +475,51 @@ puffer</translation>
         <translation>Misst die verfügbare Bandbreite über die Zeit und zeigt die Ergebnisse als Graph.</translation>
     </message>
 </context>
+<context>
+    <name>Diagnosis</name>
+    <message>
+        <source>The sensor asks for more than the link gives: it carries %1 MB/s on average, and %2 MB/s are required. A slower connection than meant, or a hub or switch on the way, may be the cause.</source>
+        <translation>Der Sensor verlangt mehr, als die Verbindung liefert: Sie überträgt im Mittel %1 MB/s, benötigt werden %2 MB/s. Die Ursache kann eine langsamere Verbindung als gedacht oder ein Hub oder Switch dazwischen sein.</translation>
+    </message>
+    <message>
+        <source>%1 cameras share the link %2, which is full with %3 of %4 MB/s. This camera has %5 MB/s of it, the busiest one %6 MB/s.</source>
+        <translation>%1 Kameras teilen sich die Verbindung %2, die mit %3 von %4 MB/s voll ist. Diese Kamera hat davon %5 MB/s, die mit dem größten Anteil %6 MB/s.</translation>
+    </message>
+    <message>
+        <source>The link may stall for longer than the camera&apos;s buffer can hold: %1 frames would have overflowed it, though the average is enough. The slowest block took %2 ms.</source>
+        <translation>Die Verbindung stockt möglicherweise länger, als der Kamerapuffer überbrücken kann: %1 Bilder hätten ihn überlaufen lassen, obwohl der Mittelwert ausreicht. Der langsamste Block dauerte %2 ms.</translation>
+    </message>
+    <message>
+        <source>The link has short stalls, which the camera&apos;s buffer holds: the slowest block took %1 ms, the buffer was filled to %2 %.</source>
+        <translation>Die Verbindung stockt kurz, was der Kamerapuffer überbrückt: Der langsamste Block dauerte %1 ms, der Puffer war bis zu %2 % gefüllt.</translation>
+    </message>
+    <message>
+        <source>%1 frames were lost on the link. A bad cable or plug, interference, or a switch that drops packets may be the cause.</source>
+        <translation>%1 Bilder gingen auf der Verbindung verloren. Die Ursache kann ein schlechtes Kabel oder ein schlechter Stecker, eine Störung oder ein Switch sein, der Pakete verwirft.</translation>
+    </message>
+    <message>
+        <source>%1 frames were fetched too late. This machine may be too busy or too slow for them.</source>
+        <translation>%1 Bilder wurden zu spät abgeholt. Dieser Rechner ist dafür möglicherweise zu beschäftigt oder zu langsam.</translation>
+    </message>
+    <message>
+        <source>%1 frames are missing. They may be lost on the link or fetched too late; the camera&apos;s counters tell which.</source>
+        <translation>%1 Bilder fehlen. Sie können auf der Verbindung verloren gegangen oder zu spät abgeholt worden sein; die Zähler der Kamera sagen, welches.</translation>
+    </message>
+    <message>
+        <source>%1 triggers came while the sensor was busy. They may come faster than it exposes and reads out.</source>
+        <translation>%1 Trigger kamen, während der Sensor beschäftigt war. Sie kommen möglicherweise schneller, als er belichtet und ausliest.</translation>
+    </message>
+    <message>
+        <source>%1 times the camera&apos;s buffer was full. The triggers may be too fast for the link, or the link may stall.</source>
+        <translation>%1-mal war der Kamerapuffer voll. Die Trigger sind möglicherweise zu schnell für die Verbindung, oder die Verbindung stockt.</translation>
+    </message>
+    <message>
+        <source>The camera&apos;s clock drifts by %1 ppm against this machine&apos;s. One of them may be bad; throughputs are wrong by as much.</source>
+        <translation>Die Uhr der Kamera läuft gegenüber der dieses Rechners um %1 ppm falsch. Eine von beiden ist möglicherweise schlecht; um so viel sind auch die Durchsätze falsch.</translation>
+    </message>
+    <message>
+        <source>Only the last %1 s of %2 s are kept. What went wrong may lie before them; a greater capacity keeps more.</source>
+        <translation>Nur die letzten %1 s von %2 s sind noch da. Was schiefging, kann davor liegen; eine größere Kapazität behält mehr.</translation>
+    </message>
+</context>
 </TS>

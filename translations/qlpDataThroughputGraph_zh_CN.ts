@@ -470,4 +470,51 @@ size</source>
         <translation>测量一段时间内的可用带宽，并以图形显示结果。</translation>
     </message>
 </context>
+<context>
+    <name>Diagnosis</name>
+    <message>
+        <source>The sensor asks for more than the link gives: it carries %1 MB/s on average, and %2 MB/s are required. A slower connection than meant, or a hub or switch on the way, may be the cause.</source>
+        <translation>传感器要求的速率超过链路所能提供的：平均传输 %1 MB/s，而需要 %2 MB/s。可能的原因是连接速度低于预期，或中间有集线器或交换机。</translation>
+    </message>
+    <message>
+        <source>%1 cameras share the link %2, which is full with %3 of %4 MB/s. This camera has %5 MB/s of it, the busiest one %6 MB/s.</source>
+        <translation>%1 台相机共享链路 %2，该链路已满：%4 MB/s 中已用 %3 MB/s。本相机占 %5 MB/s，最繁忙的相机占 %6 MB/s。</translation>
+    </message>
+    <message>
+        <source>The link may stall for longer than the camera&apos;s buffer can hold: %1 frames would have overflowed it, though the average is enough. The slowest block took %2 ms.</source>
+        <translation>链路的停顿可能超过相机缓冲区所能承受的时间：虽然平均速率足够，但有 %1 帧会使其溢出。最慢的数据块用时 %2 ms。</translation>
+    </message>
+    <message>
+        <source>The link has short stalls, which the camera&apos;s buffer holds: the slowest block took %1 ms, the buffer was filled to %2 %.</source>
+        <translation>链路有短暂停顿，相机缓冲区可以承受：最慢的数据块用时 %1 ms，缓冲区最高填充到 %2 %。</translation>
+    </message>
+    <message>
+        <source>%1 frames were lost on the link. A bad cable or plug, interference, or a switch that drops packets may be the cause.</source>
+        <translation>%1 帧在链路上丢失。可能的原因是电缆或插头不良、干扰，或交换机丢包。</translation>
+    </message>
+    <message>
+        <source>%1 frames were fetched too late. This machine may be too busy or too slow for them.</source>
+        <translation>%1 帧取走得太晚。本机可能过于繁忙或速度不够。</translation>
+    </message>
+    <message>
+        <source>%1 frames are missing. They may be lost on the link or fetched too late; the camera&apos;s counters tell which.</source>
+        <translation>缺少 %1 帧。它们可能在链路上丢失，或取走得太晚；相机的计数器可说明是哪一种。</translation>
+    </message>
+    <message>
+        <source>%1 triggers came while the sensor was busy. They may come faster than it exposes and reads out.</source>
+        <translation>%1 次触发在传感器忙时到来。触发可能快于其曝光和读出。</translation>
+    </message>
+    <message>
+        <source>%1 times the camera&apos;s buffer was full. The triggers may be too fast for the link, or the link may stall.</source>
+        <translation>相机缓冲区 %1 次已满。触发对链路而言可能太快，或链路有停顿。</translation>
+    </message>
+    <message>
+        <source>The camera&apos;s clock drifts by %1 ppm against this machine&apos;s. One of them may be bad; throughputs are wrong by as much.</source>
+        <translation>相机时钟相对本机时钟漂移 %1 ppm。其中之一可能有问题；吞吐量也有同样大小的误差。</translation>
+    </message>
+    <message>
+        <source>Only the last %1 s of %2 s are kept. What went wrong may lie before them; a greater capacity keeps more.</source>
+        <translation>%2 s 中只保留了最后 %1 s。问题可能发生在此之前；增大容量可保留更多。</translation>
+    </message>
+</context>
 </TS>

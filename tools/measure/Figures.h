@@ -4,7 +4,6 @@
 #ifndef KESTROVA_MEASURE_FIGURES_H
 #define KESTROVA_MEASURE_FIGURES_H
 
-#include <array>
 #include <optional>
 #include <vector>
 
@@ -29,7 +28,6 @@ Figures throughputFigures(const RunTotals& totals, bool bufferKnown);
 
 /// Differences of the frame counters from a run's first sample to its last, by selector; those that the camera lacks
 /// or samples do not keep are unknown.
-using CounterDifferences = std::array<std::optional<double>, frameCounters.size()>;
 CounterDifferences counterDifferences(const CxCameraLineData& data);
 Figures counterFigures(const RunTotals& totals, const CounterDifferences& counters);
 

@@ -8,6 +8,7 @@
 
 #include <QtCore/QDateTime>
 
+#include "Diagnosis.h"
 #include "LineWriter.h"
 #include "MeasuredCamera.h"
 
@@ -37,6 +38,7 @@ struct CameraSummary
     std::optional<double> clockDriftPpm; ///< nothing: not known
     QStringList problems;
     Verdict verdict;
+    std::vector<Finding> findings; ///< why it went so
     std::optional<ReportSummary> report;
 };
 

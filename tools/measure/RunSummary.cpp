@@ -34,8 +34,8 @@ int finishRun(const Options& options, const std::vector<std::unique_ptr<Measured
     bool fileFault = output.lines().lostLines() > 0 || (summary.log && summary.log->lostLines() > 0);
     for (int i = 0; i < static_cast<int>(cameras.size()); ++i) {
         const MeasuredCamera& camera = *cameras[static_cast<size_t>(i)];
-        CameraSummary line{camera.info(),     camera.wholeRun(), camera.clockDriftPpm(),
-                           camera.problems(), camera.verdict(),  {}};
+        CameraSummary line{
+            camera.info(), camera.wholeRun(), camera.clockDriftPpm(), camera.problems(), camera.verdict(), {}, {}};
         if (!reports.isEmpty()) {
             line.report = writeReport(camera.record(), reports[i], &error);
             if (!line.report || !writeDescription(camera, *line.report, &error)) {

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 
 #include <vnCore/vnTypes.h>
 
@@ -26,6 +27,9 @@ constexpr std::array<FrameCounter, 6> frameCounters{{
     {VN_COUNTER_MISSED_TRG_OVERFLOW, "Missed trg overflow", &CounterSample::missedTrgOverflow},
     {VN_COUNTER_BUFFER_OVERFLOW, "Buffer overflow", &CounterSample::bufferOverflow},
 }};
+
+/// By how much each counter grew over a run, by selector; nothing: not known.
+using CounterDifferences = std::array<std::optional<double>, frameCounters.size()>;
 
 /// Counters that samples keep.
 constexpr std::size_t sampledCounters = frameCounters.size() - 1;

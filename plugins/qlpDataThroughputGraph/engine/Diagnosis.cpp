@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The rules, one by one.
+#include "Diagnosis.h"
+
+#include <cmath>
+
+#include <QtCore/QCoreApplication>
+
+namespace {
+
+using Kind = Finding::Kind;
+
+constexpr double stallShare = 0.5;    ///< a block at less than this share of the required throughput is a stall
+constexpr double fullShare = 0.9;     ///< of its rate, from which on a link is full
+constexpr double largeDriftPpm = 100; ///< quartz clocks keep within this
+constexpr double keptShare = 0.99;    ///< of the run; what is kept begins with a frame, the run with its start
+
+QString rounded(double value, int decimals = 1)
+{
+    return QString::number(value, 'f', decimals);
+}
+
+/// Looks for each cause in turn.
+class Diagnosis
+{
+    Q_DECLARE_TR_FUNCTIONS(Diagnosis)
+
+public:
+    explicit Diagnosis(const DiagnosisInput& figures) : in(figures) {}
+
+    std::vector<Finding> findings()
+    {
+        lookAtLink();
+        lookAtBuffer();
+        lookAtLosses();
+        lookAtTriggers();
+        lookAtClock();
+        lookAtHistory(); // judges the others
+        return std::move(found);
+    }
+
+private:
+    double counted(VN_COUNTER_SELECTOR counter) const { return in.counters[counter].value_or(0.0); }
+    double foundBufferFull() const
+    {
+        return counted(VN_COUNTER_MISSED_TRG_OVERFLOW) + counted(VN_COUNTER_BUFFER_OVERFLOW);
+    }
+    bool isLinkShort() const
+    {
+        const auto average = in.run.avgThroughput();
+        return in.required && average && *average < *in.required;
+    }
+    /// Others take what this camera lacks: the link is full, and not with this camera alone.
+    bool isCrowdedOut() const
+    {
+        return in.link && in.link->cameras > 1 && in.link->rate && in.link->delivered >= fullShare * *in.link->rate &&
+               in.link->own < fullShare * in.link->delivered && (isLinkShort() || foundBufferFull() > 0.0);
+    }
+
+    void add(Kind kind, const QString& sentence, std::vector<NamedFigure> figures)
+    {
+        found.push_back({kind, sentence, std::move(figures)});
+    }
+
+    void lookAtLink()
+    {
+        const bool crowdedOut = isCrowdedOut();
+        const bool enoughAlone = crowdedOut && in.required && *in.link->rate >= *in.required;
+        if (isLinkShort() && !enoughAlone) {
+            const double average = *in.run.avgThroughput();
+            add(Kind::LinkTooSlow,
+                tr("The sensor asks for more than the link gives: it carries %1 MB/s on average, and %2 MB/s "
+                   "are required. A slower connection than meant, or a hub or switch on the way, may be the "
+                   "cause.")
+                    .arg(rounded(average), rounded(*in.required)),
+                {{"avgThroughputMBps", average, "MB/s"}, {"requiredThroughputMBps", *in.required, "MB/s"}});
+        }
+        if (crowdedOut) {
+            const LinkUse& link = *in.link;
+            add(Kind::SharedLink,
+                tr("%1 cameras share the link %2, which is full with %3 of %4 MB/s. This camera has %5 MB/s of "
+                   "it, the busiest one %6 MB/s.")
+                    .arg(QString::number(link.cameras), link.name, rounded(link.delivered), rounded(*link.rate),
+                         rounded(link.own), rounded(link.busiest)),
+                {{"linkDeliveredMBps", link.delivered, "MB/s"},
+                 {"linkRateMBps", *link.rate, "MB/s"},
+                 {"deliveredMBps", link.own, "MB/s"},
+                 {"busiestDeliveredMBps", link.busiest, "MB/s"}});
+        }
+    }
+
+    /// Of a link that is fast enough on the whole.
+    void lookAtBuffer()
+    {
+        const RunTotals& run = in.run;
+        if (!in.required || !run.avgThroughput() || isLinkShort() || !run.minThroughput || in.bufferSize <= 0.0)
+            return;
+        const double slowest = *run.minThroughput;
+        const double longestBlockMs = slowest > 0.0 ? in.samplePeriod / slowest / 1e3 : 0.0;
+        const std::vector<NamedFigure> figures{{"minThroughputMBps", slowest, "MB/s"},
+                                               {"longestBlockMs", longestBlockMs, "ms"},
+                                               {"maxBufferLevelPercent", run.maxBufferLevel.value_or(0.0), "%"},
+                                               {"overflows", static_cast<double>(run.overflows), ""}};
+        if (run.overflows > 0)
+            add(Kind::StallsNotHeld,
+                tr("The link may stall for longer than the camera's buffer can hold: %1 frames would have "
+                   "overflowed it, though the average is enough. The slowest block took %2 ms.")
+                    .arg(QString::number(run.overflows), rounded(longestBlockMs, 2)),
+                figures);
+        else if (slowest < stallShare * *in.required)
+            add(Kind::StallsHeld,
+                tr("The link has short stalls, which the camera's buffer holds: the slowest block took %1 ms, "
+                   "the buffer was filled to %2 %.")
+                    .arg(rounded(longestBlockMs, 2), rounded(run.maxBufferLevel.value_or(0.0))),
+                figures);
+    }
+
+    void lookAtLosses()
+    {
+        const double onLink = counted(VN_COUNTER_TRANSPORT_SKIP);
+        const double atHost = counted(VN_COUNTER_API_SKIP);
+        const auto missing = static_cast<double>(in.run.missingFrames);
+        if (onLink > 0.0)
+            add(Kind::LostOnLink,
+                tr("%1 frames were lost on the link. A bad cable or plug, interference, or a switch that drops "
+                   "packets may be the cause.")
+                    .arg(rounded(onLink, 0)),
+                {{"transportSkips", onLink, ""}});
+        if (atHost > 0.0)
+            add(Kind::FetchedTooLate,
+                tr("%1 frames were fetched too late. This machine may be too busy or too slow for them.")
+                    .arg(rounded(atHost, 0)),
+                {{"apiSkips", atHost, ""}});
+        const bool countersTell = in.counters[VN_COUNTER_TRANSPORT_SKIP] && in.counters[VN_COUNTER_API_SKIP];
+        if (missing > 0.0 && !countersTell)
+            add(Kind::FramesMissing,
+                tr("%1 frames are missing. They may be lost on the link or fetched too late; the camera's "
+                   "counters tell which.")
+                    .arg(rounded(missing, 0)),
+                {{"missingFrames", missing, ""}});
+    }
+
+    void lookAtTriggers()
+    {
+        const double whileBusy = counted(VN_COUNTER_MISSED_TRG_OVERLAP);
+        const double full = foundBufferFull();
+        if (whileBusy > 0.0)
+            add(Kind::TriggersTooFast,
+                tr("%1 triggers came while the sensor was busy. They may come faster than it exposes and reads "
+                   "out.")
+                    .arg(rounded(whileBusy, 0)),
+                {{"missedTriggersOverlap", whileBusy, ""}});
+        if (full > 0.0)
+            add(Kind::TriggersFullBuffer,
+                tr("%1 times the camera's buffer was full. The triggers may be too fast for the link, or the "
+                   "link may stall.")
+                    .arg(rounded(full, 0)),
+                {{"missedTriggersOverflow", counted(VN_COUNTER_MISSED_TRG_OVERFLOW), ""},
+                 {"overflows", counted(VN_COUNTER_BUFFER_OVERFLOW), ""}});
+    }
+
+    void lookAtClock()
+    {
+        if (in.driftPpm && std::abs(*in.driftPpm) > largeDriftPpm)
+            add(Kind::ClockDrift,
+                tr("The camera's clock drifts by %1 ppm against this machine's. One of them may be bad; "
+                   "throughputs are wrong by as much.")
+                    .arg(rounded(*in.driftPpm)),
+                {{"clockDriftPpm", *in.driftPpm, "ppm"}});
+    }
+
+    void lookAtHistory()
+    {
+        if (!found.empty() && in.keptS < keptShare * in.runS)
+            add(Kind::HistoryTooShort,
+                tr("Only the last %1 s of %2 s are kept. What went wrong may lie before them; a greater "
+                   "capacity keeps more.")
+                    .arg(rounded(in.keptS), rounded(in.runS)),
+                {{"keptS", in.keptS, "s"}, {"runS", in.runS, "s"}});
+    }
+
+    const DiagnosisInput& in;
+    std::vector<Finding> found;
+};
+
+} // namespace
+
+const char* findingName(Kind kind)
+{
+    switch (kind) {
+    case Kind::LinkTooSlow:
+        return "linkTooSlow";
+    case Kind::SharedLink:
+        return "sharedLink";
+    case Kind::StallsHeld:
+        return "stallsHeld";
+    case Kind::StallsNotHeld:
+        return "stallsNotHeld";
+    case Kind::LostOnLink:
+        return "lostOnLink";
+    case Kind::FetchedTooLate:
+        return "fetchedTooLate";
+    case Kind::FramesMissing:
+        return "framesMissing";
+    case Kind::TriggersTooFast:
+        return "triggersTooFast";
+    case Kind::TriggersFullBuffer:
+        return "triggersFullBuffer";
+    case Kind::ClockDrift:
+        return "clockDrift";
+    case Kind::HistoryTooShort:
+        return "historyTooShort";
+    }
+    return "";
+}
+
+std::vector<Finding> diagnose(const DiagnosisInput& input)
+{
+    return Diagnosis(input).findings();
+}

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Why a run went as it did: possible causes, from its figures alone. Pure; knows no camera, no window and no program.
+#ifndef KESTROVA_DIAGNOSIS_H
+#define KESTROVA_DIAGNOSIS_H
+
+#include <optional>
+#include <vector>
+
+#include <QtCore/QString>
+
+#include "FrameCounters.h"
+#include "RunTotals.h"
+
+/// How the cameras of a link use it.
+struct LinkUse
+{
+    QString name;
+    std::optional<double> rate; ///< MB/s that it can carry; nothing: not known
+    double delivered = 0.0;     ///< MB/s of all its cameras, silence included
+    int cameras = 1;
+    double own = 0.0;     ///< MB/s of the camera in question
+    double busiest = 0.0; ///< MB/s of the camera that delivers most
+};
+
+/// The figures of one camera's run. What is not known has no value; then what needs it is not found.
+struct DiagnosisInput
+{
+    RunTotals run;
+    std::optional<double> required; ///< MB/s that the sensor asks for; throughput mode only
+    double bufferSize = 0.0;        ///< bytes of the camera's buffer
+    double samplePeriod = 0.0;      ///< bytes of a block
+    CounterDifferences counters;    ///< standard mode only
+    std::optional<double> driftPpm;
+    std::optional<LinkUse> link;
+    double keptS = 0.0; ///< seconds from the first to the last frame that the capacity still keeps
+    double runS = 0.0;  ///< seconds from the first to the last frame of the run
+};
+
+/// A figure behind a finding.
+struct NamedFigure
+{
+    const char* key; ///< as in other outputs, where it has one there
+    double value;
+    const char* unit; ///< empty for a count
+};
+
+/// One possible cause.
+struct Finding
+{
+    enum class Kind
+    {
+        LinkTooSlow,        ///< the sensor asks for more than the link gives
+        SharedLink,         ///< cameras share a link that others fill
+        StallsHeld,         ///< the link has short stalls, which the buffer holds
+        StallsNotHeld,      ///< and which it does not hold
+        LostOnLink,         ///< frames are lost on the link
+        FetchedTooLate,     ///< frames are fetched too late by the host
+        FramesMissing,      ///< one of both; these figures cannot tell which
+        TriggersTooFast,    ///< triggers come while the sensor is busy
+        TriggersFullBuffer, ///< triggers or frames find the buffer full
+        ClockDrift,         ///< the camera's clock runs away
+        HistoryTooShort,    ///< what went wrong may lie before what is kept
+    };
+
+    Kind kind;
+    QString sentence; ///< in the user's language, worded as a possible cause
+    std::vector<NamedFigure> figures;
+};
+
+/// The kind's name in outputs for programs, such as "linkTooSlow".
+const char* findingName(Finding::Kind kind);
+
+/// Possible causes, in the order of the kinds; none if nothing is wrong. Any thread.
+std::vector<Finding> diagnose(const DiagnosisInput& input);
+
+#endif
