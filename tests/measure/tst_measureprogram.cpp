@@ -76,6 +76,11 @@ private Q_SLOTS:
         row("bad scenario", "--cameras @nothing.json --all", plain, 2, "", "nothing\\.json");
         row("reports of one name", "--camera 1 --camera 2 --csv @r.csv", plain, 2, "", "\\{camera\\}");
         row("report nowhere", "--camera 1 --csv @no/r.csv", plain, 2, "", "no/r\\.csv");
+        row("page nowhere", "--camera 1 --report @no/r.html", plain, 2, "", "no/r\\.html");
+        row("page in place of the log", "--camera 1 --log @r --report @./r", plain, 2, "", "--report: ");
+        row("page in place of a description", "--camera 1 --csv @r --report @r.json", plain, 2, "", "--csv: ");
+        row("page, lost", "--camera 1 --duration 200ms --report /dev/full", plain, 2, "Summary",
+            "/dev/full: No space");
         row("missing", "--camera Nobody --duration 300ms", plain, 3, "", "Nobody");
         row("refused to start, worse than a broken limit",
             "--camera 1 --camera 3 --duration 300ms --min-average 100000", plain, 3,
@@ -129,13 +134,14 @@ private Q_SLOTS:
     {
         QProcess process;
         start(process, "--camera 1 --camera 2 --duration 450ms --interval 100ms --json --log @log.csv "
-                       "--csv @{camera}.csv --sample-period 8192 --capacity 0.05k --required 400");
+                       "--csv @{camera}.csv --report @run.html --sample-period 8192 --capacity 0.05k --required 400");
         QCOMPARE(exitCode(process), 0);
         auto lines = jsonLines(process.readAllStandardOutput());
         const QJsonObject summary = lines.back();
         lines.pop_back();
         QVERIFY(lines.size() > 2 && lines.size() <= 10);
         QCOMPARE(readFile(path("log.csv")).count('\n'), 1 + int(lines.size()));
+        QVERIFY(readFile(path("run.html")).endsWith("</html>\n"));
         QCOMPARE(summary["type"].toString() + summary["exitCode"].toVariant().toString(), QString("summary0"));
         QCOMPARE(summary["cameras"].toArray().size(), 2);
         for (const QJsonValue camera : summary["cameras"].toArray()) {

@@ -18,7 +18,7 @@ constexpr qint64 longestSleepMs = 3600000; ///< a timer takes no more than 24 da
 
 MeasureRun::MeasureRun(const Options& options, std::vector<std::unique_ptr<MeasuredCamera>>& cameras, Output& output,
                        IntervalLog* log)
-    : runOptions(options), allCameras(cameras), lineOutput(output), intervalLog(log)
+    : runOptions(options), allCameras(cameras), lineOutput(output), intervalLog(log), course(options.interval)
 {
     timer.setSingleShot(true);
     timer.setTimerType(Qt::PreciseTimer);
@@ -29,10 +29,13 @@ MeasureRun::MeasureRun(const Options& options, std::vector<std::unique_ptr<Measu
 void MeasureRun::start()
 {
     for (const auto& camera : allCameras) {
-        if (camera->start(runOptions))
+        if (camera->start(runOptions)) {
             started.push_back(camera.get());
-        else
+            course.note(*camera, QStringLiteral("started"));
+        } else {
             complain(QStringLiteral("%1 did not start").arg(cameraDisplayName(camera->info())));
+            course.note(*camera, QStringLiteral("did not start"), true);
+        }
     }
     clock.start();
     nextLineMs = runOptions.interval.count();
@@ -52,6 +55,7 @@ void MeasureRun::stop()
     for (MeasuredCamera* camera : started) {
         camera->stop();
         printInterval(*camera);
+        course.note(*camera, QStringLiteral("stopped"));
     }
     for (const auto& camera : allCameras)
         camera->judge();
@@ -96,6 +100,7 @@ void MeasureRun::printIntervals()
 void MeasureRun::printInterval(MeasuredCamera& camera)
 {
     const IntervalLine line{camera.info(), QDateTime::currentDateTimeUtc(), camera.takeInterval()};
+    course.add(camera, line.stretch);
     lineOutput.interval(line);
     tellOnce(lineOutput.lines());
     if (intervalLog) {
@@ -120,6 +125,7 @@ void MeasureRun::onCameraLost(VNCORE_HANDLE lost)
     for (MeasuredCamera* camera : started) {
         if (camera->handle() == lost) {
             complain(QStringLiteral("%1 was lost").arg(cameraDisplayName(camera->info())));
+            course.note(*camera, QStringLiteral("was lost"), true);
             camera->setLost();
         }
     }

@@ -11,6 +11,7 @@
 #include "IntervalLog.h"
 #include "MeasuredCamera.h"
 #include "Output.h"
+#include "RunRecorder.h"
 
 /// Intervals lie on a grid from the run's start; the last one ends with the run and may be shorter.
 class MeasureRun : public QObject
@@ -29,6 +30,8 @@ public:
     /// Prints a line for every camera.
     void printIntervals();
     bool isOver() const { return over; }
+    /// Its course so far.
+    const RunRecorder& recorder() const { return course; }
 
 Q_SIGNALS:
     void finished();
@@ -46,6 +49,7 @@ private:
     std::vector<MeasuredCamera*> started;
     Output& lineOutput;
     IntervalLog* const intervalLog;
+    RunRecorder course;
     std::set<const LineWriter*> told; ///< whose failure was told
     QTimer timer;
     QElapsedTimer clock;

@@ -105,6 +105,7 @@ void declareOptions(QCommandLineParser& parser)
     add("interval", "Time of one line (1s).", "TIME");
     add("csv", "Write all kept frames as a report; with several cameras {camera} in the name.", "FILE");
     add("log", "Append the interval lines to this CSV file, line by line.", "FILE");
+    add("report", "Write the run as one HTML page: verdict, figures, graphs, events.", "FILE");
     add("json", "Print JSON, one object per line.");
     for (const LimitKind& limit : limitKinds())
         add(limit.name, limit.help, limit.valueName);
@@ -180,8 +181,9 @@ Options parseOptions(const QStringList& arguments)
     options.allCameras = read.isSet("all");
     options.csvFile = read.value("csv");
     options.logFile = read.value("log");
+    options.reportFile = read.value("report");
     options.json = read.isSet("json");
-    for (const char* file : {"cameras", "csv", "log"}) {
+    for (const char* file : {"cameras", "csv", "log", "report"}) {
         if (read.isSet(file) && read.value(file).isEmpty())
             read.refuseValue(file, QStringLiteral("a file name"));
     }

@@ -41,6 +41,7 @@ struct Options
 
     QString csvFile;
     QString logFile;
+    QString reportFile;
     bool json = false;
     RigLimits limits;
 };

@@ -6,6 +6,7 @@
 #include "ExitCode.h"
 #include "Report.h"
 #include "ReportDescription.h"
+#include "RunReport.h"
 
 namespace {
 
@@ -27,7 +28,7 @@ ExitCode judge(const Summary& summary, bool fileFault)
 } // namespace
 
 int finishRun(const Options& options, const std::vector<std::unique_ptr<MeasuredCamera>>& cameras,
-              const QStringList& reports, const IntervalLog* log, Output& output)
+              const QStringList& reports, const IntervalLog* log, const RunRecorder& recorder, Output& output)
 {
     Summary summary{options.mode, 0, log ? &log->lines() : nullptr, {}};
     QString error;
@@ -46,6 +47,11 @@ int finishRun(const Options& options, const std::vector<std::unique_ptr<Measured
         summary.cameras.push_back(line);
     }
     summary.exitCode = judge(summary, fileFault);
+    if (!options.reportFile.isEmpty() &&
+        !writeHtmlReport(reportContent(options, summary, cameras, recorder), options.reportFile, &error)) {
+        complain(error);
+        summary.exitCode = judge(summary, true);
+    }
     output.summary(summary);
     return tellLostLines(output.lines()) ? judge(summary, true) : summary.exitCode;
 }

@@ -5,10 +5,11 @@
 
 #include "IntervalLog.h"
 #include "Output.h"
+#include "RunRecorder.h"
 
-/// Writes the reports of the stopped cameras and prints the summary. `reports` holds a file for each camera, or
-/// nothing; `log` may be null. Returns the exit code.
+/// Writes the reports of the stopped cameras and the HTML report, and prints the summary. `reports` holds a file for
+/// each camera, or nothing; `log` may be null. Returns the exit code.
 int finishRun(const Options& options, const std::vector<std::unique_ptr<MeasuredCamera>>& cameras,
-              const QStringList& reports, const IntervalLog* log, Output& output);
+              const QStringList& reports, const IntervalLog* log, const RunRecorder& recorder, Output& output);
 
 #endif

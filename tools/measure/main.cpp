@@ -71,20 +71,27 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
     QString error;
     QStringList files;
     const auto place = [](const QString& file) { return QDir::cleanPath(QFileInfo(file).absoluteFilePath()); };
-    const auto isLog = [&](const QString& file) {
-        return !options.logFile.isEmpty() && place(file) == place(options.logFile);
+    const auto isFile = [&place](const QString& file, const QString& named) {
+        return !named.isEmpty() && place(file) == place(named);
     };
     if (!options.csvFile.isEmpty()) {
         if (infos.size() > 1 && !options.csvFile.contains(cameraPlaceholder))
             return refuse(ExitWrongUsage, QStringLiteral("--csv: several cameras need {camera} in the file's name"));
         files = reportFiles(options.csvFile, infos);
         for (const QString& file : files) {
-            if (isLog(file) || isLog(descriptionFile(file)))
-                return refuse(ExitWrongUsage,
-                              QStringLiteral("--csv and --log: %1 cannot be both").arg(options.logFile));
+            for (const QString& other : {options.logFile, options.reportFile}) {
+                if (isFile(file, other) || isFile(descriptionFile(file), other))
+                    return refuse(ExitWrongUsage, QStringLiteral("--csv: %1 cannot be two files").arg(other));
+            }
             if (!canWriteReport(file, &error) || !canWriteReport(descriptionFile(file), &error))
                 return refuse(ExitWrongUsage, error);
         }
+    }
+    if (!options.reportFile.isEmpty()) {
+        if (isFile(options.reportFile, options.logFile))
+            return refuse(ExitWrongUsage, QStringLiteral("--report: %1 cannot be two files").arg(options.logFile));
+        if (!canWriteReport(options.reportFile, &error))
+            return refuse(ExitWrongUsage, error);
     }
     IntervalLog log;
     if (!options.logFile.isEmpty() && !log.open(options.logFile, options.mode))
@@ -100,7 +107,7 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
     run.start();
     QCoreApplication::exec();
 
-    return finishRun(options, cameras, files, options.logFile.isEmpty() ? nullptr : &log, output);
+    return finishRun(options, cameras, files, options.logFile.isEmpty() ? nullptr : &log, run.recorder(), output);
 }
 
 } // namespace

@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Panels of one width, one below the other.
+#include "CourseGraph.h"
+
+#include <algorithm>
+
+#include "SvgGraph.h"
+
+namespace {
+
+constexpr double headroom = 1.02; ///< a line at the upper edge is drawn whole
+constexpr double percent = 100.0;
+
+/// What a value is called in a legend; the swatch has the class of what is drawn.
+Markup legend(const char* swatch, const QString& text)
+{
+    return element("span class=\"key\"", element(swatch, Markup()) + plain(text));
+}
+
+Markup valueLabels(const ValueScale& scale)
+{
+    Markup labels;
+    for (const GraphTick& tick : scale.ticks)
+        labels += numbered("<span style=\"bottom:%1%\">", tick.at * percent) + plain(tick.label) + literal("</span>");
+    return element("div class=\"values\"", labels);
+}
+
+Markup timeLabels(const std::vector<GraphTick>& ticks)
+{
+    Markup labels;
+    for (const GraphTick& tick : ticks)
+        labels += numbered("<span style=\"left:%1%\">", tick.at * percent) + plain(tick.label) + literal("</span>");
+    return element("div class=\"times\"", labels);
+}
+
+template<typename Value>
+double highestOf(const std::vector<HistoryColumn>& columns, Value value)
+{
+    double highest = 0.0;
+    for (const HistoryColumn& column : columns)
+        highest = std::max(highest, value(column));
+    return highest;
+}
+
+std::optional<double> zero(const HistoryColumn&)
+{
+    return 0.0;
+}
+
+class Panels
+{
+public:
+    explicit Panels(const ReportCamera& shown)
+        : camera(shown),
+          columns(shown.course),
+          times(timeTicks(shown.start.addMSecs(qRound64(columns.front().beginS * 1e3)),
+                          columns.back().endS - columns.front().beginS))
+    {
+    }
+
+    Markup throughput() const
+    {
+        const double highest = highestOf(columns, [](const HistoryColumn& column) {
+            return std::max(column.mostDelivered, column.minThroughput.value_or(0.0));
+        });
+        const ValueScale scale = valueScale(std::max(highest, camera.required.value_or(0.0)) * headroom);
+        SvgGraph graph(columns, scale.most);
+        graph.grid(scale.ticks, times);
+        graph.area(
+            "delivered-band", [](const HistoryColumn& column) { return column.leastDelivered; },
+            [](const HistoryColumn& column) { return column.mostDelivered; });
+        graph.line("delivered", [](const HistoryColumn& column) { return column.delivered(); });
+        graph.line("lowest", [](const HistoryColumn& column) { return column.minThroughput; });
+        Markup keys = legend("i class=\"delivered\"", QStringLiteral("delivered, with its extremes")) +
+                      legend("i class=\"lowest\"", QStringLiteral("lowest of any block"));
+        if (camera.required) {
+            graph.level("required", *camera.required);
+            keys += legend("i class=\"required\"", QStringLiteral("required %1").arg(*camera.required));
+        }
+        return panel("figure class=\"panel tall\"", QStringLiteral("Throughput, MB/s"), keys, scale, graph);
+    }
+
+    /// Of 100 %: how near it came to the end.
+    Markup bufferLevel() const
+    {
+        const auto level = [](const HistoryColumn& column) { return column.maxBufferLevel; };
+        const ValueScale scale{
+            percent, {{0.0, QStringLiteral("0")}, {0.5, QStringLiteral("50")}, {1.0, QStringLiteral("100")}}};
+        SvgGraph graph(columns, scale.most);
+        graph.grid(scale.ticks, times);
+        graph.area("level-area", zero, level);
+        graph.line("level", level);
+        return panel("figure class=\"panel\"", QStringLiteral("Highest buffer level, %"), {}, scale, graph);
+    }
+
+    Markup gaps() const
+    {
+        const auto gap = [](const HistoryColumn& column) { return column.longestGapMs; };
+        const double highest = highestOf(columns, gap);
+        const bool seconds = highest >= 1e4;
+        const ValueScale scale = valueScale((seconds ? highest / 1e3 : highest) * headroom);
+        SvgGraph graph(columns, seconds ? scale.most * 1e3 : scale.most);
+        graph.grid(scale.ticks, times);
+        graph.area("gap-area", zero, gap);
+        graph.line("gap", gap);
+        return panel("figure class=\"panel\"",
+                     seconds ? QStringLiteral("Longest time without a frame, s")
+                             : QStringLiteral("Longest time without a frame, ms"),
+                     {}, scale, graph);
+    }
+
+    /// Where something was lost; empty if nothing was.
+    Markup lane(const QString& title, quint64 HistoryColumn::*count) const
+    {
+        quint64 sum = 0;
+        for (const HistoryColumn& column : columns)
+            sum += column.*count;
+        if (sum == 0)
+            return {};
+        SvgGraph graph(columns, 1.0);
+        graph.strokes("loss", [count](const HistoryColumn& column) { return column.*count > 0 ? 1.0 : 0.0; });
+        return element("figure class=\"panel lane\"",
+                       element("figcaption", plain(title) + element("b", QString::number(sum))) +
+                           element("div class=\"plot\"", graph.drawing()));
+    }
+
+    Markup timeAxis() const { return timeLabels(times); }
+
+private:
+    static Markup panel(const char* figure, const QString& title, const Markup& keys, const ValueScale& scale,
+                        const SvgGraph& graph)
+    {
+        return element(figure, element("figcaption", element("b", title) + keys) +
+                                   element("div class=\"plot\"", valueLabels(scale) + graph.drawing()));
+    }
+
+    const ReportCamera& camera;
+    const std::vector<HistoryColumn>& columns;
+    const std::vector<GraphTick> times;
+};
+
+} // namespace
+
+Markup courseGraphs(const ReportCamera& camera)
+{
+    if (camera.course.empty())
+        return {};
+    const Panels panels(camera);
+    const auto any = [&camera](auto has) { return std::any_of(camera.course.begin(), camera.course.end(), has); };
+    Markup all = panels.throughput();
+    if (any([](const HistoryColumn& column) { return column.maxBufferLevel.has_value(); }))
+        all += panels.bufferLevel();
+    all += panels.gaps() + panels.lane(QStringLiteral("Missing frames"), &HistoryColumn::missingFrames) +
+           panels.lane(QStringLiteral("Buffer overflows"), &HistoryColumn::overflows) +
+           panels.lane(QStringLiteral("Losses of the camera"), &HistoryColumn::losses) + panels.timeAxis();
+    return element("div class=\"course\"", all);
+}

@@ -1,0 +1,238 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The report's sections, the verdict first.
+#include "HtmlReport.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+
+#include <QtCore/QLocale>
+
+#include "CourseGraph.h"
+#include "HtmlStyle.h"
+
+namespace {
+
+const char* word(Outcome outcome)
+{
+    switch (outcome) {
+    case Outcome::Pass:
+        return "PASS";
+    case Outcome::Fail:
+        return "FAIL";
+    case Outcome::NoLimits:
+        break;
+    }
+    return "NO LIMITS";
+}
+
+Markup badge(Outcome outcome)
+{
+    const char* tag = outcome == Outcome::Pass   ? "span class=\"badge pass\""
+                      : outcome == Outcome::Fail ? "span class=\"badge fail\""
+                                                 : "span class=\"badge\"";
+    return element(tag, QLatin1String(word(outcome)));
+}
+
+QString timeText(const QDateTime& time)
+{
+    return QLocale::c().toString(time, QStringLiteral("d MMM yyyy, HH:mm:ss"));
+}
+
+/// "UTC+02:00"
+QString zoneText(const QDateTime& time)
+{
+    const int minutes = time.offsetFromUtc() / 60;
+    return QStringLiteral("UTC%1%2:%3")
+        .arg(QLatin1Char(minutes < 0 ? '-' : '+'))
+        .arg(std::abs(minutes) / 60, 2, 10, QLatin1Char('0'))
+        .arg(std::abs(minutes) % 60, 2, 10, QLatin1Char('0'));
+}
+
+/// "2 d 3 h", "3 min 20 s", "4.5 s": its two largest parts.
+QString lengthText(double lengthS)
+{
+    constexpr std::pair<const char*, qint64> parts[] = {{"d", 86400}, {"h", 3600}, {"min", 60}, {"s", 1}};
+    if (lengthS < 60.0)
+        return QStringLiteral("%1 s").arg(lengthS, 0, 'f', 1);
+    const auto whole = qRound64(lengthS);
+    const auto* part =
+        std::find_if(std::begin(parts), std::end(parts), [whole](const auto& size) { return whole >= size.second; });
+    const auto* next = part + 1;
+    return QStringLiteral("%1 %2 %3 %4")
+        .arg(whole / part->second)
+        .arg(QLatin1String(part->first))
+        .arg(whole % part->second / next->second)
+        .arg(QLatin1String(next->first));
+}
+
+QString counted(std::size_t count, const char* one, const char* many)
+{
+    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
+}
+
+/// The verdict in a sentence.
+QString verdictSentence(const ReportContent& content)
+{
+    const auto bad = [](const ReportCamera& camera) { return camera.outcome == Outcome::Fail; };
+    const auto failed = static_cast<std::size_t>(std::count_if(content.cameras.begin(), content.cameras.end(), bad));
+    const std::size_t all = content.cameras.size();
+    if (content.outcome == Outcome::NoLimits)
+        return QStringLiteral("No limits were set: the figures of %1, without a judgement.")
+            .arg(counted(all, "camera", "cameras"));
+    if (failed == 0 && content.outcome == Outcome::Pass)
+        return all == 1 ? QStringLiteral("The camera kept to all its limits.")
+                        : QStringLiteral("All %1 cameras kept to their limits.").arg(all);
+    if (failed == 0)
+        return QStringLiteral("The cameras kept to their limits, but not all results could be written.");
+    return all == 1 ? QStringLiteral("The camera did not keep to its limits.")
+                    : QStringLiteral("%1 of %2 cameras did not keep to their limits.").arg(failed).arg(all);
+}
+
+Markup bullets(const char* list, const QStringList& texts)
+{
+    Markup items;
+    for (const QString& text : texts)
+        items += element("li", text);
+    return items.isEmpty() ? items : element(list, items);
+}
+
+Markup head(const ReportContent& content)
+{
+    const double lengthS = static_cast<double>(content.start.msecsTo(content.end)) / 1e3;
+    const QString times =
+        QStringLiteral("%1 to %2 (%3), %4")
+            .arg(timeText(content.start), timeText(content.end), zoneText(content.start), lengthText(lengthS));
+    return element("header", element("p class=\"tool\"", content.program) +
+                                 element("h1", badge(content.outcome) + plain(verdictSentence(content))) +
+                                 element("p class=\"when\"", times) + bullets("ul class=\"notes\"", content.notes));
+}
+
+Markup figureValue(const ReportFigure& figure)
+{
+    Markup value = element("b", figure.value);
+    if (!figure.unit.isEmpty())
+        value += literal("&#8239;") + element("small", figure.unit);
+    return value;
+}
+
+/// A row for each camera with its first figures.
+Markup overview(const ReportContent& content)
+{
+    if (content.cameras.size() < 2)
+        return {};
+    Markup headings = element("th", QStringLiteral("Camera")) + element("th", QStringLiteral("Verdict"));
+    const auto shown = [](const ReportFigure& figure) { return figure.inOverview; };
+    for (const ReportFigure& figure : content.cameras.front().figures) {
+        if (shown(figure))
+            headings += element("th class=\"n\"", plain(figure.title) + literal(" ") + element("small", figure.unit));
+    }
+    Markup rows;
+    int number = 0;
+    for (const ReportCamera& camera : content.cameras) {
+        Markup cells =
+            element("th", numbered("<a href=\"#camera-%1\">", ++number) + plain(camera.name) + literal("</a>")) +
+            element("td", badge(camera.outcome));
+        for (const ReportFigure& figure : camera.figures) {
+            if (shown(figure))
+                cells += element("td class=\"n\"", figure.value);
+        }
+        rows += element("tr", cells);
+    }
+    return element("section",
+                   element("h2", QStringLiteral("Cameras")) +
+                       element("div class=\"wide\"",
+                               element("table", element("thead", element("tr", headings)) + element("tbody", rows))));
+}
+
+Markup limitTable(const ReportCamera& camera)
+{
+    if (camera.limits.empty())
+        return {};
+    Markup rows;
+    for (const ReportLimit& limit : camera.limits)
+        rows += element(limit.kept ? "tr" : "tr class=\"broken\"",
+                        element("td class=\"mark\"", QLatin1String(limit.kept ? "kept" : "broken")) +
+                            element("td", limit.text) + element("td class=\"n\"", limit.measured) +
+                            element("td", limit.broken));
+    const Markup headings = literal("<tr><th></th><th>Limit</th><th class=\"n\">Measured</th><th></th></tr>");
+    return element("h3", QStringLiteral("Limits")) +
+           element("div class=\"wide\"",
+                   element("table class=\"limits\"", element("thead", headings) + element("tbody", rows)));
+}
+
+Markup figureTiles(const ReportCamera& camera)
+{
+    Markup tiles;
+    for (const ReportFigure& figure : camera.figures)
+        tiles += element("div", element("dt", figure.title) + element("dd", figureValue(figure)));
+    return element("h3", QStringLiteral("Figures")) + element("dl class=\"tiles\"", tiles);
+}
+
+Markup findings(const ReportCamera& camera)
+{
+    const Markup list = bullets("ul class=\"why\"", camera.findings);
+    return list.isEmpty() ? list : element("h3", QStringLiteral("Why, possibly")) + list;
+}
+
+Markup cameraSection(const ReportCamera& camera, int number)
+{
+    const Markup course = courseGraphs(camera);
+    return numbered("<article id=\"camera-%1\">", number) +
+           element("h2", badge(camera.outcome) + plain(camera.name)) +
+           bullets("ul class=\"problems\"", camera.problems) + limitTable(camera) + figureTiles(camera) +
+           findings(camera) +
+           (course.isEmpty() ? course : element("h3", QStringLiteral("Course of the run")) + course) +
+           literal("</article>");
+}
+
+Markup eventList(const ReportContent& content)
+{
+    Markup rows;
+    for (std::size_t i = 0; i < content.events.size(); ++i) {
+        const RunEvent& event = content.events[i];
+        if (i == RunEvents::mostFirst && content.leftOutEvents > 0)
+            rows += element(
+                "tr",
+                literal("<td></td><td></td>") +
+                    element("td", QStringLiteral("%1 events in between are not kept").arg(content.leftOutEvents)));
+        rows += element(event.bad ? "tr class=\"broken\"" : "tr", element("td class=\"time\"", timeText(event.time)) +
+                                                                      element("td", event.camera) +
+                                                                      element("td", event.text));
+    }
+    return element("section",
+                   element("h2", QStringLiteral("Events")) +
+                       element("div class=\"wide\"", element("table class=\"events\"", element("tbody", rows))));
+}
+
+Markup factTable(const char* title, const std::vector<ReportFact>& facts)
+{
+    Markup rows;
+    for (const ReportFact& fact : facts)
+        rows += element("tr", element("th", fact.title) + element("td", fact.value));
+    return element("section",
+                   element("h2", QLatin1String(title)) + element("table class=\"facts\"", element("tbody", rows)));
+}
+
+} // namespace
+
+QByteArray htmlReport(const ReportContent& content)
+{
+    Markup cameras;
+    int number = 0;
+    for (const ReportCamera& camera : content.cameras)
+        cameras += cameraSection(camera, ++number);
+    const QString title = QStringLiteral("%1, %2").arg(QLatin1String(word(content.outcome)), timeText(content.start));
+    // Not even a mistake of this program can make the file load or run something.
+    const Markup page =
+        literal(
+            "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\"/>"
+            "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src 'unsafe-inline'\"/>"
+            "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>"
+            "<meta name=\"color-scheme\" content=\"light dark\"/>") +
+        element("title", title) + element("style", literal(htmlStyle)) + literal("</head>\n<body><main>") +
+        head(content) + overview(content) + cameras + eventList(content) + literal("<div class=\"pair\">") +
+        factTable("Settings", content.settings) + factTable("Machine", content.machine) +
+        literal("</div></main></body></html>\n");
+    return page.html.toUtf8();
+}

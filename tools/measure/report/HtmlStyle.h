@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The report's look: light or dark as the reader's screen is, always light on paper.
+#ifndef KESTROVA_MEASURE_HTMLSTYLE_H
+#define KESTROVA_MEASURE_HTMLSTYLE_H
+
+constexpr const char* htmlStyle = R"css(
+:root {
+  --page: #fff; --ink: #1b2430; --soft: #5b6775; --rule: #dde2e8; --tile: #f5f7f9;
+  --pass: #17703c; --fail: #b3261e; --fail-tint: #fdf0ef; --neutral: #5b6775;
+  --delivered: #1d62c4; --band: #1d62c440; --lowest: #c2570c; --level: #7a4fb5; --level-tint: #7a4fb52e;
+  --gap: #4d5b6b; --gap-tint: #4d5b6b2e;
+}
+@media screen and (prefers-color-scheme: dark) {
+  :root {
+    --page: #14181d; --ink: #e4e9ef; --soft: #98a4b2; --rule: #2d353f; --tile: #1c2229;
+    --pass: #2f9e5f; --fail: #e0564c; --fail-tint: #34201f; --neutral: #6b7887;
+    --delivered: #6ba6f5; --band: #6ba6f54d; --lowest: #f0954a; --level: #b491e6; --level-tint: #b491e633;
+    --gap: #aab6c4; --gap-tint: #aab6c433;
+  }
+}
+* { box-sizing: border-box; }
+body { margin: 0; background: var(--page); color: var(--ink);
+  font: 15px/1.5 system-ui, -apple-system, "Segoe UI", Roboto, "Noto Sans", "DejaVu Sans", sans-serif;
+  font-variant-numeric: tabular-nums; -webkit-text-size-adjust: 100%; }
+main { max-width: 64rem; margin: 0 auto; padding: 2rem 1.25rem 4rem; }
+h1, h2, h3, p, ul, dl, dd, figure { margin: 0; }
+a { color: inherit; text-decoration-color: var(--soft); text-underline-offset: .2em; }
+small { font-size: .85em; color: var(--soft); font-weight: 400; }
+.tool, .when { color: var(--soft); }
+h1 { font-size: 1.6rem; line-height: 1.3; font-weight: 600; margin: .35rem 0; }
+h2 { font-size: 1.2rem; line-height: 1.4; font-weight: 600; overflow-wrap: anywhere; }
+h3 { font-size: .8rem; font-weight: 600; letter-spacing: .06em; text-transform: uppercase; color: var(--soft);
+  margin: 1.5rem 0 .5rem; }
+.badge { display: inline-block; background: var(--neutral); color: #fff; font-size: .72em; font-weight: 700;
+  letter-spacing: .04em; line-height: 1.2; padding: .22em .55em; border-radius: .3em; margin-right: .6em;
+  vertical-align: .1em; white-space: nowrap; }
+.badge.pass { background: var(--pass); }
+.badge.fail { background: var(--fail); }
+.notes, .problems, .why { padding-left: 1.2rem; margin-top: .6rem; overflow-wrap: anywhere; }
+.problems, .broken .mark, .broken td.n { color: var(--fail); font-weight: 600; }
+section, article { margin-top: 2.5rem; padding-top: 1.25rem; border-top: 1px solid var(--rule); }
+section > h2 { margin-bottom: .75rem; }
+.wide { overflow-x: auto; }
+table { border-collapse: collapse; width: 100%; }
+th, td { text-align: left; vertical-align: baseline; padding: .35rem .9rem .35rem 0; font-weight: 400;
+  border-bottom: 1px solid var(--rule); }
+th:last-child, td:last-child { padding-right: 0; }
+thead th { color: var(--soft); font-size: .87rem; vertical-align: bottom; }
+.n { text-align: right; white-space: nowrap; }
+td .badge { font-size: .75rem; margin: 0; }
+.mark { width: 4.5rem; color: var(--pass); }
+.facts th { color: var(--soft); width: 11rem; }
+.facts td, .events td:last-child { overflow-wrap: anywhere; }
+.time { white-space: nowrap; }
+.tiles { display: grid; grid-template-columns: repeat(auto-fill, minmax(9.5rem, 1fr)); gap: .5rem; }
+.tiles > div { background: var(--tile); border-radius: .4rem; padding: .55rem .75rem; }
+.tiles dt { color: var(--soft); font-size: .87rem; line-height: 1.3; }
+.tiles dd { font-size: 1.15rem; }
+.tiles b { font-weight: 600; }
+.pair { display: grid; grid-template-columns: repeat(auto-fit, minmax(20rem, 1fr)); column-gap: 2.5rem; }
+.course { --gutter: 3.25rem; }
+.panel { margin-bottom: .9rem; }
+figcaption { font-size: .87rem; color: var(--soft); margin-bottom: .3rem; padding-left: var(--gutter); }
+figcaption b { color: var(--ink); font-weight: 600; margin-right: 1rem; }
+.key { display: inline-block; margin-right: 1rem; white-space: nowrap; }
+.key i { display: inline-block; width: 1.1rem; height: 0; border-top: 2px solid; margin-right: .4rem;
+  vertical-align: .27em; }
+i.delivered { border-color: var(--delivered); }
+i.lowest { border-color: var(--lowest); }
+i.required { border-color: var(--soft); border-top-style: dashed; }
+.plot { position: relative; margin-left: var(--gutter); height: 4.5rem; }
+.tall .plot { height: 11rem; }
+.lane { margin-bottom: .35rem; }
+.lane .plot { height: .9rem; background: var(--tile); }
+.lane figcaption { margin-bottom: .1rem; }
+.lane figcaption b { color: var(--fail); margin: 0 0 0 .5rem; }
+.plot svg { display: block; width: 100%; height: 100%; overflow: visible; }
+.values span { position: absolute; right: 100%; margin-right: .5rem; transform: translateY(50%); font-size: .8rem;
+  line-height: 1; color: var(--soft); }
+.times { position: relative; height: 1.4rem; margin-left: var(--gutter); font-size: .8rem; color: var(--soft); }
+.times span { position: absolute; transform: translateX(-50%); white-space: nowrap; }
+svg path { fill: none; vector-effect: non-scaling-stroke; stroke-width: 1.5; }
+svg .grid { stroke: var(--rule); stroke-width: 1; }
+svg .delivered { stroke: var(--delivered); }
+svg .delivered-band { fill: var(--band); }
+svg .lowest { stroke: var(--lowest); }
+svg .required { stroke: var(--soft); stroke-dasharray: 5 4; }
+svg .level { stroke: var(--level); }
+svg .level-area { fill: var(--level-tint); }
+svg .gap { stroke: var(--gap); }
+svg .gap-area { fill: var(--gap-tint); }
+svg .loss { stroke: var(--fail); stroke-width: 2; }
+@media (max-width: 40rem) {
+  main { padding: 1.25rem 1rem 3rem; }
+  h1 { font-size: 1.3rem; }
+  .tiles { grid-template-columns: repeat(2, 1fr); }
+  .course { --gutter: 2.6rem; }
+  .tall .plot { height: 9rem; }
+  .times span:nth-child(even) { display: none; }
+  .facts th { width: 8.5rem; }
+  .pair { grid-template-columns: 1fr; }
+}
+@media print {
+  @page { margin: 14mm; }
+  body { font-size: 10pt; }
+  main { max-width: none; padding: 0; }
+  .panel, .tiles > div, tr, .badge { break-inside: avoid; }
+  h2, h3, figcaption { break-after: avoid; }
+  .wide { overflow: visible; }
+  a { text-decoration: none; }
+  * { print-color-adjust: exact; -webkit-print-color-adjust: exact; }
+}
+)css";
+
+#endif

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// All that a report says, before it has a form.
+#ifndef KESTROVA_MEASURE_REPORTCONTENT_H
+#define KESTROVA_MEASURE_REPORTCONTENT_H
+
+#include <optional>
+#include <vector>
+
+#include <QtCore/QStringList>
+
+#include "RunEvents.h"
+#include "RunHistory.h"
+
+/// Of a camera or of the run.
+enum class Outcome
+{
+    Pass,
+    Fail,
+    NoLimits, ///< nothing was asked for, and nothing went wrong
+};
+
+/// One number, ready to be shown.
+struct ReportFigure
+{
+    QString title;
+    QString value;           ///< "n/a" if not known
+    QString unit;            ///< may be empty
+    bool inOverview = false; ///< of several cameras
+};
+
+/// A setting, or a fact of the machine.
+struct ReportFact
+{
+    QString title;
+    QString value;
+};
+
+struct ReportLimit
+{
+    QString text;     ///< "Average throughput at least 350 MB/s"
+    QString measured; ///< with its unit
+    QString broken;   ///< when it was broken first; may be empty
+    bool kept;
+};
+
+struct ReportCamera
+{
+    QString name;
+    Outcome outcome;
+    QStringList problems; ///< what makes its run worthless
+    std::vector<ReportLimit> limits;
+    std::vector<ReportFigure> figures;
+    QStringList findings; ///< possible causes
+    QDateTime start;      ///< of its course, in local time
+    std::vector<HistoryColumn> course;
+    std::optional<double> required; ///< MB/s
+};
+
+struct ReportContent
+{
+    QString program; ///< with its version
+    Outcome outcome;
+    int exitCode;
+    QDateTime start; ///< local time
+    QDateTime end;
+    QStringList notes; ///< what the reader has to know beside the figures
+    std::vector<ReportCamera> cameras;
+    std::vector<RunEvent> events;
+    quint64 leftOutEvents = 0;
+    std::vector<ReportFact> settings;
+    std::vector<ReportFact> machine;
+};
+
+#endif

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Keeps events.
+#include "RunEvents.h"
+
+#include <utility>
+
+void RunEvents::add(RunEvent event)
+{
+    if (first.size() < mostFirst) {
+        first.push_back(std::move(event));
+        return;
+    }
+    latest.push_back(std::move(event));
+    if (latest.size() > mostLatest) {
+        latest.pop_front();
+        ++dropped;
+    }
+}
+
+std::vector<RunEvent> RunEvents::list() const
+{
+    std::vector<RunEvent> all = first;
+    all.insert(all.end(), latest.begin(), latest.end());
+    return all;
+}
