@@ -2,7 +2,10 @@
 // Opening by address or by serial number, formats, start and stop.
 #include "CameraConnection.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cmath>
+#include <thread>
 
 #include <QtCore/QCoreApplication>
 
@@ -21,6 +24,8 @@ struct Text
 };
 
 using Callback = std::function<void()>;
+
+constexpr std::chrono::seconds longestTelling{10}; ///< of a loss, to whoever listens
 
 /// What is wrong, as a user can do something about it.
 QString openFault(const CallError& fault)
@@ -127,9 +132,21 @@ CameraConnection::CameraConnection(Owned<ArvCamera> opened, Callback onLost) : c
     who.userId = featureText(camera.get(), "DeviceUserID");
 }
 
+/// The thread that tells a loss holds the device as long as it does. If it were the last one to let go, it would wait
+/// for its own end.
 CameraConnection::~CameraConnection()
 {
-    g_signal_handler_disconnect(arv_camera_get_device(camera.get()), lossHandler);
+    auto* const device = G_OBJECT(arv_camera_get_device(camera.get()));
+    g_signal_handler_disconnect(device, lossHandler);
+    const auto end = std::chrono::steady_clock::now() + longestTelling;
+    while (g_atomic_int_get(&device->ref_count) > 1) {
+        if (std::chrono::steady_clock::now() > end) {
+            qWarning("%s cannot be given up, somebody still has it", qPrintable(who.model));
+            [[maybe_unused]] ArvCamera* const abandoned = camera.release();
+            return;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
 }
 
 std::vector<CameraConnection::Format> CameraConnection::formats()

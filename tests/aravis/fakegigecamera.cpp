@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Aravis' fake GigE Vision camera, which a test controls by lines on standard input: "drop" takes the control away
+// from who has it, "silent" sends no more images, "loud" sends them again. Its end is the end of standard input.
+//   fakeGigeCamera ADDRESS SIZE PERIOD_US LOSS      SIZE pixels wide and high, LOSS of all packets from 0 to 1
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <string>
+
+#include <arv.h>
+
+namespace {
+
+constexpr unsigned triggerMode = ARV_FAKE_CAMERA_REGISTER_TRIGGER_MODE + ARV_FAKE_CAMERA_REGISTER_FRAME_START_OFFSET;
+
+/// Whether somebody listens on UDP port 3956 of this IPv4 address.
+bool isBound(const std::string& address)
+{
+    unsigned bytes[4] = {};
+    std::sscanf(address.c_str(), "%u.%u.%u.%u", bytes, bytes + 1, bytes + 2, bytes + 3);
+    char wanted[32];
+    std::snprintf(wanted, sizeof wanted, "%02X%02X%02X%02X:0F74", bytes[3], bytes[2], bytes[1], bytes[0]);
+    std::ifstream sockets("/proc/net/udp");
+    std::stringstream all;
+    all << sockets.rdbuf();
+    return all.str().find(wanted) != std::string::npos;
+}
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    if (count != 5)
+        return 2;
+    ArvGvFakeCamera* camera = arv_gv_fake_camera_new(arguments[1], arguments[1]);
+    ArvFakeCamera* registers = arv_gv_fake_camera_get_fake_camera(camera);
+    const auto set = [registers](unsigned address, unsigned long value) {
+        arv_fake_camera_write_register(registers, address, static_cast<guint32>(value));
+    };
+    set(ARV_FAKE_CAMERA_REGISTER_WIDTH, std::stoul(arguments[2]));
+    set(ARV_FAKE_CAMERA_REGISTER_HEIGHT, std::stoul(arguments[2]));
+    set(ARV_FAKE_CAMERA_REGISTER_ACQUISITION_FRAME_PERIOD_US, std::stoul(arguments[3]));
+    g_object_set(camera, "gvsp-lost-ratio", std::stod(arguments[4]), nullptr);
+    while (!isBound(arguments[1]))
+        g_usleep(1000);
+    std::cout << "ready" << std::endl;
+    for (std::string line; std::getline(std::cin, line);) {
+        if (line == "drop")
+            arv_fake_camera_set_control_channel_privilege(registers, 0);
+        else if (line == "silent" || line == "loud")
+            set(triggerMode, line == "silent" ? 1 : 0);
+    }
+    return 0;
+}

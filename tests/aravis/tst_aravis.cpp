@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The family against a fake camera: what the contract of devices does not say.
+#include <QtTest/QtTest>
+
+#include <dirent.h>
+
+#include <csignal>
+
+#include "AravisCamera.h"
+#include "CameraWorker.h"
+#include "FakeGigeCamera.h"
+#include "NetworkNamespace.h"
+#include "ThreadCount.h"
+
+using namespace std::chrono_literals;
+using aravis::AravisCamera;
+
+namespace {
+
+const bool inOwnNetwork = enterNetworkNamespace();
+
+int openDescriptors()
+{
+    int count = 0;
+    DIR* directory = ::opendir("/proc/self/fd");
+    while (::readdir(directory))
+        ++count;
+    ::closedir(directory);
+    return count;
+}
+
+int counter(CameraDevice& device, int selector)
+{
+    int value = -1;
+    return device.setInt(VN_PRM_COUNTER_SELECTOR, selector) && device.getInt(VN_PRM_COUNTER_VALUE, value) ? value
+                                                                                                          : -1;
+}
+
+} // namespace
+
+class TestAravis : public QObject
+{
+    Q_OBJECT
+
+private:
+    FakeGigeCamera source;
+    std::shared_ptr<CameraDevice> device;
+
+    bool openIt()
+    {
+        QString error;
+        device = AravisCamera::open(source.name(), &error);
+        if (!device)
+            qWarning() << error;
+        return device != nullptr;
+    }
+    /// Receives images until one has this number or a higher one.
+    bool receiveUntil(quint32 number) const
+    {
+        DeviceImage image;
+        while (device->waitForImage(5s, image)) {
+            if (image.descriptor.frameNumber >= number)
+                return true;
+        }
+        return false;
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        source.setFrames(256, 10000, 0.0);
+        QVERIFY(source.powerUp());
+    }
+    void cleanup()
+    {
+        device.reset();
+        source.powerDown();
+    }
+
+    void faultsOfOpeningAreToldApart()
+    {
+        QVERIFY(openIt());
+        FakeGigeCamera second(QStringLiteral("127.0.0.2"));
+        QVERIFY(second.powerUp());
+        const struct
+        {
+            QString name;
+            const char* says;
+        } rows[] = {{source.name(), "another program"},
+                    {QStringLiteral("gev:127.0.0.3"), "no answer"},
+                    {QStringLiteral("gev:10.1.2.3"), "no way"},
+                    {QStringLiteral("gev:"), "no address"},
+                    {second.name(), ""}};
+        for (const auto& row : rows) {
+            QString error;
+            const auto camera = AravisCamera::open(row.name, &error);
+            QCOMPARE(camera != nullptr, *row.says == '\0');
+            QVERIFY2(error.contains(QLatin1String(row.says)), qPrintable(error));
+        }
+    }
+
+    void countersAgreeWithTheFrames()
+    {
+        source.setFrames(256, 5000, 0.002); // a frame in ten loses a packet
+        QVERIFY(source.powerUp() && openIt() && device->start());
+        QVERIFY(receiveUntil(200));
+        QVERIFY(device->stop());
+        const int lost = counter(*device, VN_COUNTER_TRANSPORT_SKIP);
+        const int delivered = counter(*device, VN_COUNTER_TRANSFERRED);
+        QVERIFY2(lost > 0, qPrintable(QString::number(lost)));
+        QVERIFY(lost + delivered >= 201);
+        QCOMPARE(counter(*device, VN_COUNTER_API_SKIP), 0);
+    }
+
+    void whoHoldsAllBuffersLosesFramesHere()
+    {
+        QVERIFY(openIt() && device->start());
+        std::vector<DeviceImage> held(64);
+        for (DeviceImage& image : held)
+            QVERIFY(device->waitForImage(5s, image));
+        QTest::qWait(100); // ten frames
+        held.clear();
+        QVERIFY(receiveUntil(80));
+        QVERIFY(counter(*device, VN_COUNTER_API_SKIP) > 0);
+        QCOMPARE(counter(*device, VN_COUNTER_TRANSPORT_SKIP), 0);
+    }
+
+    void aFormatIsRefusedWhileItAcquires()
+    {
+        QVERIFY(openIt() && device->start());
+        QVERIFY(!device->setInt(VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_MONO16));
+        QVERIFY(device->stop());
+        QVERIFY(device->setInt(VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_MONO16));
+    }
+
+    void nobodyWaitsForADeadCamera()
+    {
+        QVERIFY(openIt() && device->start() && receiveUntil(3));
+        source.powerDown();
+        QElapsedTimer clock;
+        clock.start();
+        int format = 0;
+        QVERIFY(device->getInt(VN_PRM_IMAGE_DATA_FORMAT, format));
+        QVERIFY(clock.elapsed() < 100);
+        QVERIFY(!device->setInt(VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_MONO16));
+        QVERIFY(device->stop());
+        device.reset();
+        QVERIFY2(clock.elapsed() < 2500, qPrintable(QString::number(clock.elapsed())));
+    }
+
+    void aPauseIsNoLossAndARestartIsOne()
+    {
+        QVERIFY(openIt() && device->start() && receiveUntil(3));
+        source.signal(SIGSTOP);
+        QTest::qWait(2000);
+        source.signal(SIGCONT);
+        QVERIFY(receiveUntil(10));
+        QVERIFY(!device->isLost());
+        source.powerUp();
+        QTRY_VERIFY_WITH_TIMEOUT(device->isLost(), 8000);
+        QTRY_VERIFY_WITH_TIMEOUT(!device->isLost(), 12000);
+        QVERIFY(device->stop() && device->start() && receiveUntil(3));
+    }
+
+    void manyTimes()
+    {
+        QVERIFY(openIt());
+        device.reset();
+        QVERIFY(aravis::CameraWorker::waitForAll(15s));
+        const int threads = threadCount();
+        const int descriptors = openDescriptors();
+        for (int i = 0; i < 50; ++i) {
+            QVERIFY(openIt() && device->start() && receiveUntil(0) && device->stop());
+            device.reset();
+            QVERIFY(aravis::CameraWorker::waitForAll(15s));
+        }
+        QTRY_COMPARE(threadCount(), threads); // the last one may still be on its way out
+        QCOMPARE(openDescriptors(), descriptors);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestAravis)
+#include "tst_aravis.moc"
