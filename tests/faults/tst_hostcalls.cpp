@@ -21,10 +21,10 @@ constexpr int imagesPerRun = 3;
 
 const QString setupName = QStringLiteral("CxCameraLineData::setupCameraParameters(): vnApi_");
 #define SPEED "CxCameraLineData::readDefaultAvgTransportSpeed(): Failed to "
-const char* const unitUnread = SPEED "read current device unit confiuration";
-const char* const unitNotBack = SPEED "change back current device unit configuration";
-const char* const noImage = "vnApi_GetImage failed to capture image";
-const char* const noBlock = "Frame holds no whole sample block, such frames are skipped";
+constexpr const char* unitUnread = SPEED "read current device unit confiuration";
+constexpr const char* unitNotBack = SPEED "change back current device unit configuration";
+constexpr const char* noImage = "vnApi_GetImage failed to capture image";
+constexpr const char* noBlock = "Frame holds no whole sample block, such frames are skipped";
 
 /// What the log says when a call fails: its stage, then the call. All others fail in silence. A message of the stage
 /// "setup" ends the start.

@@ -45,10 +45,10 @@ private:
     }
     bool receive(DeviceImage& image) const { return camera.device->waitForImage(20s, image); }
     /// Whether a wait brings nothing and lasts its limit.
-    bool waitsInVain(std::function<void()> meanwhile = {}) const
+    bool waitsInVain(const std::function<void()>& meanwhile = {}) const
     {
         const auto began = camera.now();
-        std::thread other(meanwhile ? meanwhile : [] {});
+        std::thread other(meanwhile ? meanwhile : std::function<void()>([] {}));
         DeviceImage image;
         image.descriptor.frameNumber = 4711;
         const bool got = camera.device->waitForImage(100ms, image) || image.descriptor.frameNumber != 4711;
