@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The worker's share: reading the blocks of large frames that no cache holds, and the aggregates of a frame.
+// The worker's share: reading the blocks of large frames that no cache holds, and the aggregates of a frame
+// with the count of its intervals.
 #include <vector>
 
 #include <benchmark/benchmark.h>
 
 #include "BenchData.h"
 #include "BlockReader.h"
+#include "IntervalHistogram.h"
 #include "NaiveEvaluator.h"
 
 namespace {
@@ -79,8 +81,12 @@ void aggregates(benchmark::State& state)
 {
     LargeFrame frame;
     const EvaluationSettings settings = frame.data.evaluationSettings();
-    for (auto _ : state)
-        benchmark::DoNotOptimize(makeAggregates(*frame.data.frameList[0], settings));
+    FrameIntervalCounter intervals;
+    IntervalHistogram run;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(makeAggregates(*frame.data.frameList[0], settings, &intervals));
+        intervals.addTo(run);
+    }
     setBlocks(state);
 }
 

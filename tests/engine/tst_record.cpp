@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The record without a camera: totals, log lines and the clock.
+#include <cmath>
+
 #include <QtCore/QThread>
 #include <QtTest/QtTest>
 
@@ -8,6 +10,7 @@
 #include "LogCapture.h"
 #include "LogLine.h"
 #include "MeasurementClock.h"
+#include "RandomRecord.h"
 
 class TestRecord : public QObject
 {
@@ -27,10 +30,10 @@ private Q_SLOTS:
         counter.begin(1000);
         QCOMPARE(counter.takeInterval(51000).longestGapUs, qint64(50000)); // a gap that is not over yet counts
         FrameFigures figures;
-        counter.addFrame(0, figures, false, 60000); // it took no time: it counts, but not in the average
+        counter.addFrame(0, 1, figures, false, 60000); // it took no time: it counts, but not in the average
         for (double speed : {30.0, 10.0}) {
             figures.throughput = figures.minThroughput = speed;
-            counter.addFrame(1, figures, false, 70000);
+            counter.addFrame(1, 1, figures, false, 70000);
             QCOMPARE(counter.takeInterval(80000).avgThroughput().value(), speed);
         }
         counter.end(130000);
@@ -49,8 +52,77 @@ private Q_SLOTS:
             RunTotalsCounter counter;
             counter.begin(0);
             for (quint32 number : numbers)
-                counter.addFrame(number, FrameFigures(), false, 0);
+                counter.addFrame(number, 0, FrameFigures(), false, 0);
             QCOMPARE(counter.run(0).missingFrames, missing);
+        }
+    }
+
+    /// Against a plain evaluation of the list of frames; intervals are taken anywhere, also within a silence.
+    void figuresOverTime()
+    {
+        for (quint64 seed = 1; seed <= 200; ++seed) {
+            Dice dice(seed);
+            RunTotalsCounter counter;
+            FrameIntervalCounter frame;
+            RunTotals sum;
+            qint64 nowUs = dice.between(0, 1000) * 1000;
+            const qint64 beginUs = nowUs;
+            std::vector<qint64> arrivals;
+            std::vector<quint64> intervals;
+            double bytes = 0.0;
+            counter.begin(nowUs);
+            for (int i = 0; i < 300; ++i) {
+                const bool silent = dice.oneIn(20);
+                for (qint64 gapMs = silent ? dice.between(50, 5000) : dice.between(0, 30); gapMs > 0;) {
+                    const qint64 partMs = dice.between(1, gapMs);
+                    nowUs += partMs * 1000;
+                    gapMs -= partMs;
+                    if (dice.oneIn(5))
+                        sum += counter.takeInterval(nowUs);
+                }
+                std::vector<quint64> ticks{dice.bits()};
+                for (qint64 blocks = dice.between(0, 20); blocks > 0; --blocks) {
+                    intervals.push_back(dice.bits() >> dice.between(20, 63));
+                    ticks.push_back(ticks.back() + intervals.back());
+                }
+                frame.count(ticks.data(), 0, ticks.size() - 1);
+                frame.endFrame();
+                FrameFigures figures;
+                figures.intervals = &frame;
+                counter.addFrame(0, quint64(i), figures, false, nowUs);
+                bytes += i;
+                arrivals.push_back(nowUs);
+            }
+            counter.end(nowUs += dice.between(0, 2000) * 1000);
+            sum += counter.takeInterval(nowUs + 1000);
+
+            double silentUs = 0.0;
+            double meanUs = 0.0;
+            for (size_t i = 0; i <= arrivals.size(); ++i) {
+                const double gapUs =
+                    double((i < arrivals.size() ? arrivals[i] : nowUs) - (i > 0 ? arrivals[i - 1] : beginUs));
+                const double limitUs = i <= 8 ? 1e6 : 3 * meanUs + 1000;
+                silentUs += gapUs > limitUs ? gapUs : 0.0;
+                if (i > 0)
+                    meanUs += (std::min(gapUs, limitUs) - meanUs) / double(i);
+            }
+            const RunTotals run = counter.run(nowUs + 5000);
+            for (const RunTotals& totals : {run, sum}) {
+                QCOMPARE(totals.elapsedUs, nowUs - beginUs);
+                QCOMPARE(double(totals.silentUs), silentUs);
+                QCOMPARE(totals.deliveredThroughput().value(), bytes / double(nowUs - beginUs));
+                QCOMPARE(totals.framesPerSecond().value(), 300e6 / double(nowUs - beginUs));
+                QCOMPARE(totals.intervals.count(), quint64(intervals.size()));
+            }
+            std::sort(intervals.rbegin(), intervals.rend());
+            for (const double share : {0.001, 0.01, 0.1, 0.5, 1.0}) {
+                const quint64 ticks = intervals[size_t(std::ceil(share * double(intervals.size()))) - 1];
+                const double known = double(std::min(ticks, quint64(1) << 40));
+                for (const RunTotals& totals : {run, sum})
+                    QVERIFY(std::abs(totals.intervals.longest(share).value() - known) <= known / 100);
+                if (ticks > 0)
+                    QVERIFY(std::abs(run.throughputQuantile(share, 8).value() * known / 2000 - 1) < 0.01);
+            }
         }
     }
 

@@ -16,6 +16,7 @@
 #include "Files.h"
 #include "HandDrivenCamera.h"
 #include "LossyCamera.h"
+#include "MeasurementClock.h"
 #include "MeasureRun.h"
 #include "Report.h"
 #include "ReportDescription.h"
@@ -32,7 +33,7 @@ Options byHand(ExMeasMode mode = MeasModeDataThroughput)
     return options;
 }
 
-/// One hand-driven camera in a run with JSON output.
+/// One hand-driven camera, whose time is that of the measurement, in a run with JSON output.
 class Bench
 {
 public:
@@ -40,6 +41,7 @@ public:
         : camera(std::make_shared<sim::HandDrivenCamera>(scenario)), options(runOptions)
     {
         camera->setGated(true);
+        setMeasurementClock([model = camera.get()] { return model->now() / std::chrono::microseconds(1); });
         auto& registry = CameraRegistry::instance();
         const int index = registry.addDevice(camera);
         cameras.push_back(
@@ -50,6 +52,7 @@ public:
     {
         stop();
         CameraRegistry::instance().removeAllDevices();
+        setMeasurementClock({});
     }
 
     /// The worker gets that many images and is done with them afterwards.
@@ -122,7 +125,7 @@ private Q_SLOTS:
         QCOMPARE(lines.size(), size_t(5));
         QCOMPARE(lines[0]["frames"].toInt(), 7);
         QVERIFY(lines[2]["missingFrames"].isNull());
-        for (const char* key : {"frames", "missingFrames", "failedWaits"})
+        for (const char* key : {"frames", "missingFrames", "failedWaits", "silentMs", "losses", "lostS"})
             QCOMPARE(sumOf(lines, key), bench.total(key));
         QVERIFY(bench.total("missingFrames") > 0);
         QVERIFY(bench.cameras[0]->problems().isEmpty());
@@ -133,6 +136,10 @@ private Q_SLOTS:
             QCOMPARE(bench.total("transportSkips"), bench.total("missingFrames"));
         } else {
             QCOMPARE(sumOf(lines, "blocks"), bench.total("blocks"));
+            const auto received = bench.camera->ledger().total(sim::Fate::Received);
+            const double timeUs = double(bench.cameras[0]->record().runTotals().elapsedUs);
+            QCOMPARE(bench.total("framesPerSecond"), double(received.frames) * 1e6 / timeUs);
+            QCOMPARE(bench.total("deliveredMBps"), double(received.bytes) / timeUs);
             QVERIFY(lines[2]["avgThroughputMBps"].isNull());
             QVERIFY(lines[0]["avgThroughputMBps"].toDouble() > 0.0);
         }
@@ -298,7 +305,8 @@ private Q_SLOTS:
         QTemporaryDir folder;
         const QString name = folder.filePath(QStringLiteral("log.csv"));
         const SxCameraInfo camera{QStringLiteral("A \"B\"\n,"), QStringLiteral("1"), {}};
-        const IntervalLine line{camera, QDateTime::currentDateTimeUtc(), {1.0, 1.0, throughputFigures({}, true)}};
+        const IntervalLine line{
+            camera, QDateTime::currentDateTimeUtc(), {1.0, 1.0, throughputFigures({}, 4096, true)}};
         {
             IntervalLog log;
             QVERIFY(log.open(name, MeasModeDataThroughput));

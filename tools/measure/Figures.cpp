@@ -7,7 +7,8 @@
 
 namespace {
 
-constexpr double usPerMs = 1000.0;
+constexpr double usPerMs = 1e3;
+constexpr double usPerS = 1e6;
 
 template<typename Count>
 double number(Count count)
@@ -32,23 +33,50 @@ std::optional<double> sum(const std::optional<double>& a, const std::optional<do
     return a || b ? std::optional<double>(a.value_or(0.0) + b.value_or(0.0)) : std::nullopt;
 }
 
+/// What both modes tell of the time that passed.
+Figures figuresOverTime(const RunTotals& totals)
+{
+    const bool started = totals.elapsedUs > 0;
+    return {
+        {"longestGapMs", "gap ms", 1, longestGapMs(totals)},
+        {"silentMs", "silent ms", 0, started ? std::optional(number(totals.silentUs) / usPerMs) : std::nullopt},
+        {"deliveredMBps", "delivered", 2, totals.deliveredThroughput()},
+        {"framesPerSecond", "frames/s", 2, totals.framesPerSecond()},
+        {"losses", nullptr, 0, number(totals.losses)},
+        {"lostS", nullptr, 3, number(totals.lostUs) / usPerS},
+        {"failedWaits", nullptr, 0, number(totals.failedWaits)},
+    };
+}
+
+Figures operator+(Figures figures, const Figures& more)
+{
+    figures.insert(figures.end(), more.begin(), more.end());
+    return figures;
+}
+
 } // namespace
 
-Figures throughputFigures(const RunTotals& totals, bool bufferKnown)
+Figures throughputFigures(const RunTotals& totals, quint32 samplePeriod, bool bufferKnown)
 {
+    const auto quantile = [&](double share) { return totals.throughputQuantile(share, samplePeriod); };
     const bool simulated = bufferKnown && totals.maxBufferLevel.has_value();
-    return {
+    const Figures figures{
         {"frames", "frames", 0, number(totals.frames)},
         {"missingFrames", "missing", 0, ifAnyFrame(totals, totals.missingFrames)},
         {"avgThroughputMBps", "avg MB/s", 2, totals.avgThroughput()},
         {"minThroughputMBps", "min MB/s", 2, totals.minThroughput},
         {"maxBufferLevelPercent", "level %", 1, simulated ? totals.maxBufferLevel : std::nullopt},
         {"overflows", "overflows", 0, simulated ? ifAnyFrame(totals, totals.overflows) : std::nullopt},
-        {"longestGapMs", "gap ms", 1, longestGapMs(totals)},
+    };
+    const Figures blocks{
         {"blocks", nullptr, 0, number(totals.blocks)},
         {"skippedFrames", nullptr, 0, number(totals.skippedFrames)},
-        {"failedWaits", nullptr, 0, number(totals.failedWaits)},
+        {"throughputP0_1MBps", nullptr, 2, quantile(0.001)},
+        {"throughputP1MBps", nullptr, 2, quantile(0.01)},
+        {"throughputP10MBps", nullptr, 2, quantile(0.1)},
+        {"throughputP50MBps", nullptr, 2, quantile(0.5)},
     };
+    return figures + figuresOverTime(totals) + blocks;
 }
 
 CounterDifferences counterDifferences(const CxCameraLineData& data)
@@ -72,7 +100,7 @@ CounterDifferences counterDifferences(const CxCameraLineData& data)
 
 Figures counterFigures(const RunTotals& totals, const CounterDifferences& counters)
 {
-    return {
+    const Figures figures{
         {"frames", "frames", 0, number(totals.frames)},
         {"missingFrames", "missing", 0, ifAnyFrame(totals, totals.missingFrames)},
         {"transportSkips", "link skips", 0, counters[VN_COUNTER_TRANSPORT_SKIP]},
@@ -81,9 +109,8 @@ Figures counterFigures(const RunTotals& totals, const CounterDifferences& counte
         {"missedTriggersOverlap", "overlap", 0, counters[VN_COUNTER_MISSED_TRG_OVERLAP]},
         {"missedTriggersOverflow", "full", 0, counters[VN_COUNTER_MISSED_TRG_OVERFLOW]},
         {"overflows", "overflows", 0, counters[VN_COUNTER_BUFFER_OVERFLOW]},
-        {"longestGapMs", "gap ms", 1, longestGapMs(totals)},
-        {"failedWaits", nullptr, 0, number(totals.failedWaits)},
     };
+    return figures + figuresOverTime(totals);
 }
 
 std::optional<double> figureValue(const Figures& figures, const QString& key)

@@ -23,8 +23,8 @@ struct Figure
 
 using Figures = std::vector<Figure>;
 
-/// `bufferKnown`: whether there is a required throughput to simulate the buffer with.
-Figures throughputFigures(const RunTotals& totals, bool bufferKnown);
+/// `samplePeriod` in bytes; `bufferKnown`: whether there is a required throughput to simulate the buffer with.
+Figures throughputFigures(const RunTotals& totals, quint32 samplePeriod, bool bufferKnown);
 
 /// Differences of the frame counters from a run's first sample to its last, by selector; those that the camera lacks
 /// or samples do not keep are unknown.

@@ -8,7 +8,7 @@ namespace {
 
 QByteArray header(ExMeasMode mode)
 {
-    const Figures figures = mode == MeasModeStandardAcq ? counterFigures({}, {}) : throughputFigures({}, false);
+    const Figures figures = mode == MeasModeStandardAcq ? counterFigures({}, {}) : throughputFigures({}, 0, false);
     QByteArray text = "time,name,id,elapsedS,intervalS";
     for (const Figure& figure : figures)
         text += QByteArray(",") + figure.key;

@@ -88,7 +88,7 @@ Figures MeasuredCamera::figures(const RunTotals& totals) const
 {
     if (data.measMode == MeasModeStandardAcq)
         return counterFigures(totals, counterDifferences(data));
-    return throughputFigures(totals, data.requiredThroughput > 0);
+    return throughputFigures(totals, data.evaluationSettings().samplePeriod, data.requiredThroughput > 0);
 }
 
 double MeasuredCamera::elapsedS() const

@@ -58,6 +58,8 @@ public:
             row(camera.camera, camera.run);
         for (const CameraSummary& camera : summary.cameras) {
             const QString title = cameraDisplayName(camera.camera);
+            if (figureValue(camera.run.figures, QStringLiteral("throughputP50MBps")))
+                writeLine(distributionText(title, camera.run.figures));
             if (camera.clockDriftPpm)
                 writeLine(QStringLiteral("%1: clock drift %2 ppm")
                               .arg(title, QString::number(*camera.clockDriftPpm, 'f', 1)));
@@ -99,6 +101,16 @@ private:
         for (const Figure& figure : shown(stretch.figures))
             text += QLatin1Char(' ') + figureText(figure).rightJustified(figureWidth);
         writeLine(text);
+    }
+
+    static QString distributionText(const QString& title, const Figures& figures)
+    {
+        const auto text = [&figures](const char* key) {
+            return QString::number(figureValue(figures, QLatin1String(key)).value_or(0.0), 'f', 2);
+        };
+        return QStringLiteral("%1: of the blocks 0.1 % had at most %2 MB/s, 1 % %3, 10 % %4, half of them %5")
+            .arg(title, text("throughputP0_1MBps"), text("throughputP1MBps"), text("throughputP10MBps"),
+                 text("throughputP50MBps"));
     }
 
     static QString reportText(const QString& title, const ReportSummary& report)

@@ -251,7 +251,8 @@ private:
     bool waitForImage(VN_IMG& image, const char* where, FailedWaits& failed);
     std::unique_ptr<FrameRecord> makeFrameRecord(const VN_IMG& image, quint32 blockWords, quint64 blockCount,
                                                  qint64 timestampUs) const;
-    bool keepFrame(const VN_IMG& image, quint64 blockCount, const FrameTimes& times, const MeasurementPlan& plan);
+    bool keepFrame(const VN_IMG& image, quint64 blockCount, const FrameTimes& times, const MeasurementPlan& plan,
+                   FrameIntervalCounter& intervals);
     bool keepSample(const VN_IMG& image, const FrameTimes& times, qint64 previousUs, quint64 limit);
     void updateFrameTimeLocked(double timeUs);
     void endForLackOfMemory(const VN_IMG& image, const FrameTimes& times);

@@ -8,6 +8,7 @@
 #include <new>
 
 #include "BlockModel.h"
+#include "IntervalHistogram.h"
 #include "SampleRecords.h"
 #include "TimeMath.h"
 
@@ -102,7 +103,8 @@ quint64 intervalCount(const FrameRecord& frame)
     return frame.blockTicks && frame.blockCount > 1 ? frame.blockCount - 1 : 0;
 }
 
-FrameAggregates makeAggregates(const FrameRecord& frame, const EvaluationSettings& settings)
+FrameAggregates makeAggregates(const FrameRecord& frame, const EvaluationSettings& settings,
+                               FrameIntervalCounter* counter)
 {
     FrameAggregates aggregates;
     aggregates.throughput = frameThroughput(frame, settings.samplePeriod);
@@ -120,10 +122,14 @@ FrameAggregates makeAggregates(const FrameRecord& frame, const EvaluationSetting
         group.extremes.ticks = largestDifference(ticks, begin, end);
         group.extremes.fill = buffer.visit(ticks, begin, end);
         increasing &= isIncreasing(ticks, begin, end);
+        if (counter != nullptr)
+            counter->count(ticks, begin, end);
         aggregates.extremes.add(group.extremes);
         if (aggregates.groups)
             aggregates.groups[begin / BlockGroup::intervals] = group;
     }
+    if (counter != nullptr)
+        counter->endFrame();
     aggregates.increasing = increasing;
     if (!increasing)
         aggregates.groups.reset();

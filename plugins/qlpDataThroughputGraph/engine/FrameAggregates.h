@@ -11,6 +11,7 @@
 
 #include <QtCore/QtGlobal>
 
+class FrameIntervalCounter;
 struct FrameRecord;
 
 /// What aggregates depend on.
@@ -76,8 +77,10 @@ struct FrameAggregates
 /// A frame of one block has none.
 quint64 intervalCount(const FrameRecord& frame);
 
-/// Visits every interval; for a frame that nobody changes, so without a lock.
-FrameAggregates makeAggregates(const FrameRecord& frame, const EvaluationSettings& settings);
+/// Visits every interval; for a frame that nobody changes, so without a lock. `counter` may be null, else the intervals
+/// are counted in the same visit.
+FrameAggregates makeAggregates(const FrameRecord& frame, const EvaluationSettings& settings,
+                               FrameIntervalCounter* counter = nullptr);
 
 /// Evaluates parts of frames. Parts that follow each other in one frame continue where the last one ended.
 class FramePartEvaluator

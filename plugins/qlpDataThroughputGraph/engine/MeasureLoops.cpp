@@ -16,6 +16,7 @@
 #include "BlockReader.h"
 #include "ClockDrift.h"
 #include "FrameCounters.h"
+#include "IntervalHistogram.h"
 #include "LogLine.h"
 #include "MeasurementClock.h"
 #include "TimeMath.h"
@@ -95,6 +96,7 @@ void CxCameraLineData::runMeasureLoop()
     const MeasurementPlan plan = *framePlan;
     ClockDrift drift;
     FailedWaits failedWaits;
+    FrameIntervalCounter intervals;
     bool skipLogged = false;
     while (goesOn()) {
         VN_IMG image;
@@ -106,10 +108,10 @@ void CxCameraLineData::runMeasureLoop()
             if (!std::exchange(skipLogged, true))
                 LOG_FAILURE(throughputLoop, "Frame holds no whole sample block, such frames are skipped");
             QMutexLocker lock(&mutex);
-            totals.addFrame(image.frameNumber, FrameFigures(), true, times.arrivalUs);
+            totals.addFrame(image.frameNumber, image.dataBytes, FrameFigures(), true, times.arrivalUs);
             continue;
         }
-        if (!keepFrame(image, blockCount, times, plan)) {
+        if (!keepFrame(image, blockCount, times, plan, intervals)) {
             reserve.reset();
             endForLackOfMemory(image, times);
             return;
@@ -118,22 +120,23 @@ void CxCameraLineData::runMeasureLoop()
 }
 
 bool CxCameraLineData::keepFrame(const VN_IMG& image, quint64 blockCount, const FrameTimes& times,
-                                 const MeasurementPlan& plan)
+                                 const MeasurementPlan& plan, FrameIntervalCounter& intervals)
 {
     std::unique_ptr<FrameRecord> frame =
         makeFrameRecord(image, wordsPerBlock(plan.samplePeriod), blockCount, times.timestampUs);
     if (!frame)
         return false;
     const EvaluationSettings settings = evaluationSettings();
-    FrameAggregates aggregates = makeAggregates(*frame, settings);
-    const FrameFigures figures = frameFigures(*frame, aggregates, settings);
+    FrameAggregates aggregates = makeAggregates(*frame, settings, &intervals);
+    FrameFigures figures = frameFigures(*frame, aggregates, settings);
+    figures.intervals = &intervals;
     const quint64 frameLimit = static_cast<quint64>(plan.maxSamples) / blockCount + 1;
     try {
         std::vector<FrameList::Frame> removed; // outlives the lock
         QMutexLocker lock(&mutex);
         const quint64 excess = makeRoomLocked(frameList, frameLimit, removed);
         updateFrameTimeLocked(ticksToUs(frame->durationTicks));
-        totals.addFrame(image.frameNumber, figures, false, times.arrivalUs);
+        totals.addFrame(image.frameNumber, image.dataBytes, figures, false, times.arrivalUs);
         driftPpm = times.driftPpm;
         frameList.push_back(std::move(frame), std::move(aggregates), settings);
         trimLocked(frameList, excess, removed);
@@ -180,7 +183,7 @@ bool CxCameraLineData::keepSample(const VN_IMG& image, const FrameTimes& times, 
         std::vector<std::unique_ptr<CounterSample>> removed; // outlives the lock
         QMutexLocker lock(&mutex);
         const quint64 excess = makeRoomLocked(counterSampleList, limit, removed);
-        totals.addFrame(image.frameNumber, FrameFigures(), false, times.arrivalUs);
+        totals.addFrame(image.frameNumber, image.dataBytes, FrameFigures(), false, times.arrivalUs);
         driftPpm = times.driftPpm;
         if (!countersOfRun.first)
             countersOfRun.first = *sample;
@@ -270,7 +273,7 @@ void CxCameraLineData::updateFrameTimeLocked(double timeUs)
 void CxCameraLineData::endForLackOfMemory(const VN_IMG& image, const FrameTimes& times)
 {
     QMutexLocker lock(&mutex);
-    totals.addFrame(image.frameNumber, FrameFigures(), true, times.arrivalUs);
+    totals.addFrame(image.frameNumber, image.dataBytes, FrameFigures(), true, times.arrivalUs);
     if (stopRequested.exchange(true))
         return; // a stop is under way and does the rest
     totals.end(times.arrivalUs);

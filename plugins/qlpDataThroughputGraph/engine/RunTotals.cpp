@@ -5,10 +5,16 @@
 #include <algorithm>
 #include <cfloat>
 
+#include "BlockModel.h"
 #include "FrameAggregates.h"
 #include "SampleRecords.h"
 
 namespace {
+
+constexpr double longestFirstGapUs = 1e6; ///< while no mean is known
+constexpr quint64 gapsForMean = 8;        ///< a burst at the start is no mean yet
+constexpr double meanGaps = 3.0;
+constexpr double clockResolutionUs = 1e3; ///< of the measurement clock
 
 template<typename Pick>
 void merge(std::optional<double>& into, const std::optional<double>& value, Pick pick)
@@ -53,20 +59,35 @@ FrameFigures frameFigures(const FrameRecord& frame, const FrameAggregates& aggre
     return figures;
 }
 
+std::optional<double> RunTotals::throughputQuantile(double share, quint32 samplePeriod) const
+{
+    const auto ticks = intervals.longest(share);
+    if (!ticks)
+        return std::nullopt;
+    const double speed = samplePeriod / (*ticks / static_cast<double>(ticksPerUs));
+    return minThroughput ? std::max(speed, *minThroughput) : speed; // a bucket is less exact than the minimum
+}
+
 RunTotals& RunTotals::operator+=(const RunTotals& later)
 {
     frames += later.frames;
     skippedFrames += later.skippedFrames;
     blocks += later.blocks;
+    bytes += later.bytes;
     missingFrames += later.missingFrames;
     failedWaits += later.failedWaits;
     longestGapUs = std::max(longestGapUs, later.longestGapUs);
     presentGapUs = later.presentGapUs;
+    elapsedUs += later.elapsedUs;
+    silentUs += later.silentUs;
+    losses += later.losses;
+    lostUs += later.lostUs;
     overflows += later.overflows;
     throughputSum += later.throughputSum;
     throughputFrames += later.throughputFrames;
     merge(minThroughput, later.minThroughput, lower);
     merge(maxBufferLevel, later.maxBufferLevel, higher);
+    intervals += later.intervals;
     return *this;
 }
 
@@ -74,7 +95,7 @@ void RunTotalsCounter::begin(qint64 nowUs)
 {
     *this = RunTotalsCounter();
     running = true;
-    lastFrameUs = nowUs;
+    openSinceUs = lastFrameUs = nowUs;
 }
 
 void RunTotalsCounter::end(qint64 nowUs)
@@ -84,11 +105,13 @@ void RunTotalsCounter::end(qint64 nowUs)
     running = false;
 }
 
-void RunTotalsCounter::addFrame(quint32 frameNumber, const FrameFigures& figures, bool skipped, qint64 nowUs)
+void RunTotalsCounter::addFrame(quint32 frameNumber, quint64 bytes, const FrameFigures& figures, bool skipped,
+                                qint64 nowUs)
 {
     ++open.frames;
     open.skippedFrames += skipped ? 1 : 0;
     open.blocks += figures.blocks;
+    open.bytes += bytes;
     open.overflows += figures.overflow ? 1 : 0;
     if (figures.throughput) {
         open.throughputSum += *figures.throughput;
@@ -96,13 +119,37 @@ void RunTotalsCounter::addFrame(quint32 frameNumber, const FrameFigures& figures
     }
     merge(open.minThroughput, figures.minThroughput, lower);
     merge(open.maxBufferLevel, figures.maxBufferLevel, higher);
+    if (figures.intervals != nullptr)
+        figures.intervals->addTo(open.intervals);
 
+    if (running)
+        endGap(nowUs);
+    lastFrameUs = nowUs;
     if (lastFrameNumber)
         open.missingFrames += framesBetween(*lastFrameNumber, frameNumber);
     lastFrameNumber = frameNumber;
-    if (running)
-        open.longestGapUs = std::max(open.longestGapUs, nowUs - lastFrameUs);
-    lastFrameUs = nowUs;
+}
+
+void RunTotalsCounter::endGap(qint64 nowUs)
+{
+    const qint64 gapUs = nowUs - lastFrameUs;
+    const double limitUs = longestGapOfFramesUs();
+    open.longestGapUs = std::max(open.longestGapUs, gapUs);
+    if (static_cast<double>(gapUs) > limitUs)
+        open.silentUs += gapUs - silenceTakenUs;
+    silenceTakenUs = 0;
+    if (lastFrameNumber) {
+        gapSumUs += std::min(static_cast<double>(gapUs), limitUs);
+        ++gaps;
+    }
+}
+
+/// Gaps beyond are silence.
+double RunTotalsCounter::longestGapOfFramesUs() const
+{
+    if (gaps < gapsForMean)
+        return longestFirstGapUs;
+    return meanGaps * gapSumUs / static_cast<double>(gaps) + clockResolutionUs;
 }
 
 RunTotals RunTotalsCounter::run(qint64 nowUs) const
@@ -114,8 +161,11 @@ RunTotals RunTotalsCounter::run(qint64 nowUs) const
 RunTotals RunTotalsCounter::takeInterval(qint64 nowUs)
 {
     const RunTotals interval = openInterval(nowUs);
+    if (running)
+        silenceTakenUs += interval.silentUs - open.silentUs;
     closed += interval;
     open = RunTotals();
+    openSinceUs = nowUs;
     return interval;
 }
 
@@ -126,6 +176,9 @@ RunTotals RunTotalsCounter::openInterval(qint64 nowUs) const
     if (running) {
         interval.presentGapUs = nowUs - lastFrameUs;
         interval.longestGapUs = std::max(interval.longestGapUs, interval.presentGapUs);
+        interval.elapsedUs += nowUs - openSinceUs;
+        if (static_cast<double>(interval.presentGapUs) > longestGapOfFramesUs())
+            interval.silentUs += interval.presentGapUs - silenceTakenUs;
     }
     return interval;
 }
