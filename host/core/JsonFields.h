@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Takes the fields of a JSON object one by one, checks their ranges and reports the first fault, unknown keys
 // included.
-#ifndef KESTROVA_SIM_JSONFIELDS_H
-#define KESTROVA_SIM_JSONFIELDS_H
+#ifndef KESTROVA_JSONFIELDS_H
+#define KESTROVA_JSONFIELDS_H
 
 #include <cmath>
 
@@ -12,8 +12,6 @@
 #include <QtCore/QString>
 
 #include "PlainText.h"
-
-namespace sim {
 
 /// Fields that are missing keep the value that they have. After a fault nothing is read any more.
 class JsonFields
@@ -138,7 +136,5 @@ private:
     QString& error;
     QSet<QString> taken;
 };
-
-} // namespace sim
 
 #endif
