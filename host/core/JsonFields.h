@@ -7,11 +7,22 @@
 #include <cmath>
 
 #include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QSet>
 #include <QtCore/QString>
 
 #include "PlainText.h"
+
+/// The object that a document is, or null. Of what is no JSON `error` tells line and reason.
+inline QJsonValue jsonObject(const QByteArray& json, QString& error)
+{
+    QJsonParseError fault{};
+    const QJsonDocument document = QJsonDocument::fromJson(json, &fault);
+    if (fault.error != QJsonParseError::NoError)
+        error = QStringLiteral("line %1: %2").arg(json.left(fault.offset).count('\n') + 1).arg(fault.errorString());
+    return document.isObject() ? QJsonValue(document.object()) : QJsonValue();
+}
 
 /// Fields that are missing keep the value that they have. After a fault nothing is read any more.
 class JsonFields
@@ -128,7 +139,7 @@ private:
     void fail(const QString& where, const QString& reason)
     {
         if (error.isEmpty())
-            error = QStringLiteral("%1: %2").arg(where.isEmpty() ? QStringLiteral("scenario") : where, reason);
+            error = where.isEmpty() ? reason : QStringLiteral("%1: %2").arg(where, reason);
     }
 
     const QJsonObject fields;

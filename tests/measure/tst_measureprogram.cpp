@@ -55,6 +55,9 @@ private Q_SLOTS:
         qunsetenv("DISPLAY");
         qunsetenv("QT_QPA_PLATFORM");
         writeFile(path("scenario.json"), scenario);
+        writeFile(path("limits.json"),
+                  R"({"all": {"max-gap": "60s"}, "cameras": [{"id": "1", "min-average": 1e5}]})");
+        writeFile(path("other.json"), R"({"cameras": [{"id": "9", "max-level": 5}]})");
         start(lostCamera, "--camera 4");
         start(muteCamera, "--camera 5 --duration 300ms");
     }
@@ -73,6 +76,10 @@ private Q_SLOTS:
             "limit broken: --min-average 100000: ", "");
         row("limit that cannot be judged", "--camera 2 --duration 300ms --max-overflows 0", plain, 1,
             "--max-overflows 0: n/a", "");
+        row("limits file, camera by camera", "--camera 1 --duration 300ms --limits @limits.json", plain, 1,
+            "limit broken: --min-average 100000: ", "");
+        row("limits file of another rig", "--camera 1 --limits @other.json", plain, 3, "", "other\\.json.*\"9\"");
+        row("no limits file", "--camera 1 --limits @nothing.json", plain, 2, "", "nothing\\.json");
         row("bad scenario", "--cameras @nothing.json --all", plain, 2, "", "nothing\\.json");
         row("reports of one name", "--camera 1 --camera 2 --csv @r.csv", plain, 2, "", "\\{camera\\}");
         row("report nowhere", "--camera 1 --csv @no/r.csv", plain, 2, "", "no/r\\.csv");
@@ -101,6 +108,7 @@ private Q_SLOTS:
                                   "--all --interval 1ms",
                                   "--all --min-average",
                                   "--all --min-average nan",
+                                  "--all --max-gap 0",
                                   "--all --max-overflows -1",
                                   "--all --max-skips 1",
                                   "--all --mode counters --max-level 5",

@@ -22,7 +22,7 @@ private Q_SLOTS:
         };
         row("no JSON", "{\n\"cameras\": [}\n", "line 2: object is missing after a comma");
         row("no cameras", "{}", "cameras: there is none");
-        row("unknown key", "{\": 1\\n\": []}", "scenario: unknown key \": 1 \"");
+        row("unknown key", "{\": 1\\n\": []}", "unknown key \": 1 \"");
         row("cameras is no list", "{\"cameras\": {}}", "cameras: must be a list");
         row("link without a name", "{\"links\": [{}]}",
             "links[0].name: must be given and unlike that of other links");

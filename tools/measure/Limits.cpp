@@ -4,21 +4,37 @@
 
 #include <algorithm>
 
+#include "NumberText.h"
+
 const std::vector<LimitKind>& limitKinds()
 {
     static const std::vector<LimitKind> kinds{
-        {"min-throughput", "MB/s", "Least throughput of any block interval.", "minThroughputMBps", "MB/s", true, true,
-         false},
+        {"min-throughput", "MB/s", "Least throughput of any block interval.", "minThroughputMBps", "MB/s", true,
+         false, true, false},
         {"min-average", "MB/s", "Least average throughput, while frames flow.", "avgThroughputMBps", "MB/s", true,
-         true, false},
-        {"max-overflows", "N", "Most buffer overflows.", "overflows", "", false, true, true},
-        {"max-level", "PERCENT", "Highest buffer level.", "maxBufferLevelPercent", "%", false, true, false},
-        {"max-missing", "N", "Most missing frames (gaps of the frame number).", "missingFrames", "", false, true,
-         true},
+         false, true, false},
+        {"max-gap", "TIME", "Longest time without a frame.", "longestGapMs", "ms", false, true, true, true},
+        {"max-overflows", "N", "Most buffer overflows.", "overflows", "", false, false, true, true},
+        {"max-level", "PERCENT", "Highest buffer level.", "maxBufferLevelPercent", "%", false, false, true, false},
+        {"max-missing", "N", "Most missing frames (gaps of the frame number).", "missingFrames", "", false, false,
+         true, true},
         {"max-skips", "N", "Most frames skipped on the link and in the library (counters mode).", "skips", "", false,
-         false, true},
+         false, false, true},
     };
     return kinds;
+}
+
+QString limitExpectation(const LimitKind& kind)
+{
+    return kind.isTime ? timeDescription : QStringLiteral("a number of 0 or more");
+}
+
+std::optional<double> limitFromText(const LimitKind& kind, const QString& text)
+{
+    if (!kind.isTime)
+        return numberFromText(text);
+    const auto time = timeFromText(text);
+    return time ? std::optional<double>(static_cast<double>(time->count())) : std::nullopt;
 }
 
 QString limitValueText(const std::optional<double>& value)

@@ -19,11 +19,17 @@ struct LimitKind
     const char* figure; ///< its key
     const char* unit;   ///< of the figure; empty for a count
     bool isMinimum;
+    bool isTime;       ///< set as a time, of which the figure has milliseconds
     bool inThroughput; ///< the modes in which there is such a figure
     bool inCounters;
 
     bool exists(ExMeasMode mode) const { return mode == MeasModeDataThroughput ? inThroughput : inCounters; }
 };
+
+/// What the user may write for a limit, for messages.
+QString limitExpectation(const LimitKind& kind);
+/// "350", or "1s" where it is a time; nothing if it cannot be meant.
+std::optional<double> limitFromText(const LimitKind& kind, const QString& text);
 
 /// In the order of the help.
 const std::vector<LimitKind>& limitKinds();

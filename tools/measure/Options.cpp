@@ -52,9 +52,9 @@ public:
         for (const LimitKind& kind : limitKinds()) {
             if (!isSet(kind.name))
                 continue;
-            const auto number = numberFromText(value(kind.name));
+            const auto number = limitFromText(kind, value(kind.name));
             if (!number)
-                refuseValue(kind.name, QStringLiteral("a number of 0 or more"));
+                refuseValue(kind.name, limitExpectation(kind));
             if (!kind.exists(options.mode))
                 refuse(QStringLiteral("--%1 has no meaning in this mode").arg(QLatin1String(kind.name)));
             options.limits.given.push_back({&kind, number.value_or(0.0)});
@@ -106,6 +106,7 @@ void declareOptions(QCommandLineParser& parser)
     add("csv", "Write all kept frames as a report; with several cameras {camera} in the name.", "FILE");
     add("log", "Append the interval lines to this CSV file, line by line.", "FILE");
     add("report", "Write the run as one HTML page: verdict, figures, graphs, events.", "FILE");
+    add("limits", "Take limits from this file, for all cameras or for some.", "FILE");
     add("json", "Print JSON, one object per line.");
     for (const LimitKind& limit : limitKinds())
         add(limit.name, limit.help, limit.valueName);
@@ -182,8 +183,9 @@ Options parseOptions(const QStringList& arguments)
     options.csvFile = read.value("csv");
     options.logFile = read.value("log");
     options.reportFile = read.value("report");
+    options.limitsFile = read.value("limits");
     options.json = read.isSet("json");
-    for (const char* file : {"cameras", "csv", "log", "report"}) {
+    for (const char* file : {"cameras", "csv", "log", "report", "limits"}) {
         if (read.isSet(file) && read.value(file).isEmpty())
             read.refuseValue(file, QStringLiteral("a file name"));
     }

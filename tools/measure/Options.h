@@ -43,7 +43,8 @@ struct Options
     QString logFile;
     QString reportFile;
     bool json = false;
-    RigLimits limits;
+    QString limitsFile; ///< empty: none
+    RigLimits limits;   ///< those of the file are not read yet
 };
 
 /// Needs a QCoreApplication. The first argument is the program's name.

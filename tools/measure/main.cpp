@@ -14,7 +14,9 @@
 #include "Complain.h"
 #include "DeviceFamilies.h"
 #include "ExitCode.h"
+#include "LimitsFile.h"
 #include "MeasureRun.h"
+#include "PlainText.h"
 #include "Report.h"
 #include "ReportDescription.h"
 #include "RunSummary.h"
@@ -60,6 +62,23 @@ public:
 
     std::vector<SxCameraInfo> infos;
 };
+
+/// Reads the limits file. One that names a camera that is not there was written for a rig that lacks it now.
+int readLimits(Options& options, const std::vector<SxCameraInfo>& known)
+{
+    QString error;
+    if (options.limitsFile.isEmpty())
+        return ExitSuccess;
+    if (!readLimitsFile(options.limitsFile, options.mode, options.limits, error))
+        return refuse(ExitWrongUsage, error);
+    const auto& cameras = options.limits.cameras;
+    for (auto camera = cameras.begin(); camera != cameras.end(); ++camera) {
+        if (std::none_of(known.begin(), known.end(), [&](const auto& info) { return info.id == camera.key(); }))
+            return refuse(ExitCameraFailure, QStringLiteral("%1: there is no camera with the ID \"%2\"")
+                                                 .arg(options.limitsFile, singleLine(camera.key())));
+    }
+    return ExitSuccess;
+}
 
 /// Measures the cameras, which are opened for it, and reports.
 int measure(const Options& options, const std::vector<int>& selected, Output& output, const StopSignals& signals_)
@@ -119,7 +138,7 @@ int main(int argc, char** argv)
     const StopSignals stopSignals;
     LineWriter standardOutput(STDOUT_FILENO, QStringLiteral("standard output"), LineWriter::Until::Written);
 
-    const Options options = parseOptions(QCoreApplication::arguments());
+    Options options = parseOptions(QCoreApplication::arguments());
     switch (options.action) {
     case Options::Action::Help:
     case Options::Action::Version:
@@ -141,6 +160,8 @@ int main(int argc, char** argv)
         output->cameraList(known.infos);
         return tellLostLines(standardOutput) ? ExitWrongUsage : ExitSuccess;
     }
+    if (const int code = readLimits(options, known.infos))
+        return code;
     QStringList names = options.cameras;
     names.removeDuplicates();
     for (const QString& name : qAsConst(names)) {

@@ -2,7 +2,6 @@
 // From JSON to scenarios, key by key, each with its range.
 #include "ScenarioReader.h"
 
-#include <QtCore/QJsonDocument>
 #include <QtCore/QMap>
 
 #include "JsonFields.h"
@@ -188,15 +187,7 @@ void readCamera(JsonFields& in, CameraScenario& camera, const QMap<QString, Link
 std::vector<CameraScenario> readScenario(const QByteArray& json, QString& error)
 {
     error.clear();
-    QJsonParseError fault{};
-    const QJsonDocument document = QJsonDocument::fromJson(json, &fault);
-    if (fault.error != QJsonParseError::NoError) {
-        const auto line = json.left(fault.offset).count('\n') + 1;
-        error = QStringLiteral("line %1: %2").arg(line).arg(fault.errorString());
-        return {};
-    }
-
-    JsonFields in(document.isObject() ? QJsonValue(document.object()) : QJsonValue(), QString(), error);
+    JsonFields in(jsonObject(json, error), QString(), error);
     quint64 seed = 1;
     in.whole("seed", seed, 0, manyFrames);
     QMap<QString, LinkScenario> links;
