@@ -41,8 +41,9 @@ ReportContent contentOf(const QString& name)
     const QDateTime start(QDate(2026, 3, 28), QTime(22, 0));
     ReportContent content{name, Outcome::Fail, 1, start, start.addSecs(30), {name}, {}, {}, 0, {}, {}};
     for (int i = 0; i < 2; ++i) {
-        ReportCamera camera{name, Outcome::Fail, {name}, {{name, name, name, false}}, {}, {name}, start, {}, 340.0};
-        camera.figures.push_back({name, name, name, true});
+        ReportCamera camera{name, Outcome::Fail, {name}, {{name, name, name, false}}, {}, {}, start, {}, 340.0};
+        camera.findings.push_back({name, {{name, name, name, {}}}});
+        camera.figures.push_back({name, name, name, name});
         Dice dice(1);
         for (int s = 0; s < 30; ++s)
             camera.course.push_back(randomTick(dice, s, 1.0));
@@ -140,7 +141,7 @@ private Q_SLOTS:
                 if (reader.isStartElement()) {
                     found << reader.name().toString();
                     for (const auto& attribute : reader.attributes())
-                        found << attribute.value().toString();
+                        found << attribute.value().toString().replace(of, "*");
                 } else if (reader.isCharacters() && found.last() != "style") {
                     *texts += reader.text();
                 }

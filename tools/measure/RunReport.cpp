@@ -22,31 +22,31 @@ struct FigureName
     const char* key;
     const char* title;
     const char* unit;
-    bool inOverview;
+    const char* brief; ///< in the table of several cameras; null: not there
 };
 
 /// In the order of the report.
 constexpr FigureName figureNames[] = {
-    {"deliveredMBps", "Delivered throughput", "MB/s", true},
-    {"framesPerSecond", "Frame rate", "1/s", false},
-    {"avgThroughputMBps", "Average while frames flow", "MB/s", false},
-    {"minThroughputMBps", "Lowest block throughput", "MB/s", true},
-    {"maxBufferLevelPercent", "Highest buffer level", "%", true},
-    {"overflows", "Buffer overflows", "", true},
-    {"missingFrames", "Missing frames", "", true},
-    {"transportSkips", "Lost on the link", "", false},
-    {"apiSkips", "Fetched too late", "", false},
-    {"skips", "Skipped in all", "", true},
-    {"missedTriggersOverlap", "Triggers while busy", "", false},
-    {"missedTriggersOverflow", "Triggers with a full buffer", "", false},
-    {"longestGapMs", "Longest gap", "ms", true},
-    {"silentMs", "Silent in all", "ms", false},
-    {"losses", "Losses of the camera", "", false},
-    {"lostS", "Time lost", "s", false},
-    {"frames", "Frames", "", false},
-    {"blocks", "Blocks", "", false},
-    {"skippedFrames", "Frames without a block", "", false},
-    {"failedWaits", "Failed image waits", "", false},
+    {"deliveredMBps", "Delivered throughput", "MB/s", "Delivered"},
+    {"framesPerSecond", "Frame rate", "1/s", nullptr},
+    {"avgThroughputMBps", "Average while frames flow", "MB/s", nullptr},
+    {"minThroughputMBps", "Lowest block throughput", "MB/s", "Lowest block"},
+    {"maxBufferLevelPercent", "Highest buffer level", "%", "Level"},
+    {"overflows", "Buffer overflows", "", "Overflows"},
+    {"missingFrames", "Missing frames", "", "Missing"},
+    {"transportSkips", "Lost on the link", "", nullptr},
+    {"apiSkips", "Fetched too late", "", nullptr},
+    {"skips", "Skipped in all", "", "Skipped"},
+    {"missedTriggersOverlap", "Triggers while busy", "", nullptr},
+    {"missedTriggersOverflow", "Triggers with a full buffer", "", nullptr},
+    {"longestGapMs", "Longest gap", "ms", "Longest gap"},
+    {"silentMs", "Silent in all", "ms", nullptr},
+    {"losses", "Losses of the camera", "", nullptr},
+    {"lostS", "Time lost", "s", nullptr},
+    {"frames", "Frames", "", nullptr},
+    {"blocks", "Blocks", "", nullptr},
+    {"skippedFrames", "Frames without a block", "", nullptr},
+    {"failedWaits", "Failed image waits", "", nullptr},
 };
 
 const FigureName* nameOf(const char* key)
@@ -66,29 +66,50 @@ QString grouped(QString number)
     return number;
 }
 
-std::vector<ReportFigure> reportFigures(const Figures& figures)
+ReportFigure reportFigure(const Figure& figure)
 {
+    const FigureName* name = nameOf(figure.key);
+    const QString value = figure.value ? grouped(figureText(figure)) : QString();
+    if (!name)
+        return {QLatin1String(figure.key), value, {}, {}};
+    return {QLatin1String(name->title), value, QLatin1String(name->unit), QLatin1String(name->brief)};
+}
+
+/// Those with a name first, in the order of the names.
+std::vector<ReportFigure> reportFigures(Figures figures)
+{
+    std::stable_sort(figures.begin(), figures.end(), [](const Figure& a, const Figure& b) {
+        const auto place = [](const Figure& figure) {
+            const FigureName* name = nameOf(figure.key);
+            return name ? name : std::end(figureNames);
+        };
+        return place(a) < place(b);
+    });
     std::vector<ReportFigure> result;
-    for (const FigureName& name : figureNames) {
-        for (const Figure& figure : figures) {
-            if (QLatin1String(figure.key) == QLatin1String(name.key))
-                result.push_back({QLatin1String(name.title), grouped(figureText(figure)), QLatin1String(name.unit),
-                                  name.inOverview});
-        }
-    }
-    for (const Figure& figure : figures) {
-        if (!nameOf(figure.key))
-            result.push_back({QLatin1String(figure.key), grouped(figureText(figure)), {}, false});
-    }
+    std::transform(figures.begin(), figures.end(), std::back_inserter(result), reportFigure);
     return result;
+}
+
+/// With as many digits as it takes to see that a limit was missed.
+QString measuredText(const LimitVerdict& verdict, int decimals)
+{
+    constexpr int mostDecimals = 9;
+    const double bound = verdict.limit.value;
+    const auto misses = [&](const QString& text) {
+        return verdict.limit.kind->isMinimum ? text.toDouble() < bound : text.toDouble() > bound;
+    };
+    QString text = QString::number(*verdict.measured, 'f', decimals);
+    while (!verdict.kept && !misses(text) && ++decimals <= mostDecimals)
+        text = QString::number(*verdict.measured, 'f', decimals);
+    return grouped(text);
 }
 
 QString withUnit(const QString& value, const char* unit)
 {
-    return (value + QLatin1Char(' ') + QLatin1String(unit)).trimmed();
+    return (value + QChar(QChar::Nbsp) + QLatin1String(unit)).trimmed();
 }
 
-ReportLimit reportLimit(const LimitVerdict& verdict, const QDateTime& start)
+ReportLimit reportLimit(const LimitVerdict& verdict, const Figures& figures, const QDateTime& start)
 {
     const LimitKind& kind = *verdict.limit.kind;
     const FigureName* name = nameOf(kind.figure);
@@ -98,7 +119,11 @@ ReportLimit reportLimit(const LimitVerdict& verdict, const QDateTime& start)
                           kind.isMinimum ? QStringLiteral("at least") : QStringLiteral("at most"),
                           withUnit(limitValueText(verdict.limit.value), kind.unit));
     limit.kept = verdict.kept;
-    limit.measured = verdict.measured ? withUnit(limitValueText(verdict.measured), kind.unit) : limitValueText({});
+    const auto figure = std::find_if(figures.begin(), figures.end(), [&kind](const Figure& candidate) {
+        return QLatin1String(candidate.key) == QLatin1String(kind.figure);
+    });
+    const int decimals = figure == figures.end() ? 0 : figure->decimals;
+    limit.measured = verdict.measured ? withUnit(measuredText(verdict, decimals), kind.unit) : limitValueText({});
     if (verdict.brokenAtS)
         limit.broken =
             QStringLiteral("since %1, after %2 s")
@@ -168,7 +193,7 @@ ReportContent reportContent(const Options& options, const Summary& summary,
         shown.start = camera.startTime();
         content.start = std::min(content.start, shown.start);
         for (const LimitVerdict& limit : said.verdict.limits)
-            shown.limits.push_back(reportLimit(limit, shown.start));
+            shown.limits.push_back(reportLimit(limit, said.run.figures, shown.start));
         shown.figures = reportFigures(said.run.figures);
         shown.course = recorder.course(camera);
         if (const qint32 required = camera.record().requiredThroughput;

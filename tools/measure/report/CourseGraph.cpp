@@ -25,11 +25,17 @@ Markup valueLabels(const ValueScale& scale)
     return element("div class=\"values\"", labels);
 }
 
+/// Below its tick, but at the ends inside.
 Markup timeLabels(const std::vector<GraphTick>& ticks)
 {
+    constexpr double nearEnd = 0.06;
     Markup labels;
-    for (const GraphTick& tick : ticks)
-        labels += numbered("<span style=\"left:%1%\">", tick.at * percent) + plain(tick.label) + literal("</span>");
+    for (const GraphTick& tick : ticks) {
+        const char* place = tick.at < nearEnd         ? "<span class=\"first\" style=\"left:%1%\">"
+                            : tick.at > 1.0 - nearEnd ? "<span class=\"last\" style=\"left:%1%\">"
+                                                      : "<span style=\"left:%1%\">";
+        labels += numbered(place, tick.at * percent) + plain(tick.label) + literal("</span>");
+    }
     return element("div class=\"times\"", labels);
 }
 

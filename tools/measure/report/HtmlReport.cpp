@@ -13,6 +13,8 @@
 
 namespace {
 
+const QString unknown = QStringLiteral("n/a");
+
 const char* word(Outcome outcome)
 {
     switch (outcome) {
@@ -66,27 +68,34 @@ QString lengthText(double lengthS)
         .arg(QLatin1String(next->first));
 }
 
-QString counted(std::size_t count, const char* one, const char* many)
-{
-    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
-}
-
-/// The verdict in a sentence.
+/// The verdict in a sentence or two.
 QString verdictSentence(const ReportContent& content)
 {
-    const auto bad = [](const ReportCamera& camera) { return camera.outcome == Outcome::Fail; };
-    const auto failed = static_cast<std::size_t>(std::count_if(content.cameras.begin(), content.cameras.end(), bad));
     const std::size_t all = content.cameras.size();
+    const auto those = [&content, all](auto which) {
+        const auto count = std::count_if(content.cameras.begin(), content.cameras.end(), which);
+        return count == 0 ? QString()
+               : all == 1 ? QStringLiteral("The camera")
+                          : QStringLiteral("%1 of %2 cameras").arg(count).arg(all);
+    };
+    const QString broken = those([](const ReportCamera& camera) {
+        return std::any_of(camera.limits.begin(), camera.limits.end(),
+                           [](const ReportLimit& limit) { return !limit.kept; });
+    });
+    const QString troubled = those([](const ReportCamera& camera) { return !camera.problems.isEmpty(); });
+    QStringList sentences;
+    if (!broken.isEmpty())
+        sentences << broken + QStringLiteral(" did not keep to the limits.");
+    if (!troubled.isEmpty())
+        sentences << troubled + QStringLiteral(" could not be measured throughout.");
     if (content.outcome == Outcome::NoLimits)
-        return QStringLiteral("No limits were set: the figures of %1, without a judgement.")
-            .arg(counted(all, "camera", "cameras"));
-    if (failed == 0 && content.outcome == Outcome::Pass)
-        return all == 1 ? QStringLiteral("The camera kept to all its limits.")
-                        : QStringLiteral("All %1 cameras kept to their limits.").arg(all);
-    if (failed == 0)
-        return QStringLiteral("The cameras kept to their limits, but not all results could be written.");
-    return all == 1 ? QStringLiteral("The camera did not keep to its limits.")
-                    : QStringLiteral("%1 of %2 cameras did not keep to their limits.").arg(failed).arg(all);
+        sentences << QStringLiteral("No limits were set.");
+    else if (sentences.isEmpty())
+        sentences << (all == 1 ? QStringLiteral("The camera kept to all limits.")
+                               : QStringLiteral("All %1 cameras kept to their limits.").arg(all));
+    if (content.outcome == Outcome::Fail && broken.isEmpty() && troubled.isEmpty())
+        sentences << QStringLiteral("Not all results could be written.");
+    return sentences.join(QLatin1Char(' '));
 }
 
 Markup bullets(const char* list, const QStringList& texts)
@@ -110,22 +119,26 @@ Markup head(const ReportContent& content)
 
 Markup figureValue(const ReportFigure& figure)
 {
+    if (figure.value.isEmpty())
+        return element("small", unknown);
     Markup value = element("b", figure.value);
     if (!figure.unit.isEmpty())
         value += literal("&#8239;") + element("small", figure.unit);
     return value;
 }
 
-/// A row for each camera with its first figures.
+/// A row for each camera; where there is no room for columns, each cell shows its title.
 Markup overview(const ReportContent& content)
 {
     if (content.cameras.size() < 2)
         return {};
+    const auto title = [](const ReportFigure& figure) {
+        return figure.unit.isEmpty() ? figure.brief : figure.brief + QStringLiteral(", ") + figure.unit;
+    };
     Markup headings = element("th", QStringLiteral("Camera")) + element("th", QStringLiteral("Verdict"));
-    const auto shown = [](const ReportFigure& figure) { return figure.inOverview; };
     for (const ReportFigure& figure : content.cameras.front().figures) {
-        if (shown(figure))
-            headings += element("th class=\"n\"", plain(figure.title) + literal(" ") + element("small", figure.unit));
+        if (!figure.brief.isEmpty())
+            headings += element("th class=\"n\"", title(figure));
     }
     Markup rows;
     int number = 0;
@@ -134,15 +147,15 @@ Markup overview(const ReportContent& content)
             element("th", numbered("<a href=\"#camera-%1\">", ++number) + plain(camera.name) + literal("</a>")) +
             element("td", badge(camera.outcome));
         for (const ReportFigure& figure : camera.figures) {
-            if (shown(figure))
-                cells += element("td class=\"n\"", figure.value);
+            if (!figure.brief.isEmpty())
+                cells += literal("<td class=\"n\" data-title=\"") + plain(title(figure)) + literal("\">") +
+                         plain(figure.value.isEmpty() ? unknown : figure.value) + literal("</td>");
         }
         rows += element("tr", cells);
     }
-    return element("section",
-                   element("h2", QStringLiteral("Cameras")) +
-                       element("div class=\"wide\"",
-                               element("table", element("thead", element("tr", headings)) + element("tbody", rows))));
+    return element("section", element("h2", QStringLiteral("Cameras")) +
+                                  element("table class=\"overview\"",
+                                          element("thead", element("tr", headings)) + element("tbody", rows)));
 }
 
 Markup limitTable(const ReportCamera& camera)
@@ -155,7 +168,7 @@ Markup limitTable(const ReportCamera& camera)
                         element("td class=\"mark\"", QLatin1String(limit.kept ? "kept" : "broken")) +
                             element("td", limit.text) + element("td class=\"n\"", limit.measured) +
                             element("td", limit.broken));
-    const Markup headings = literal("<tr><th></th><th>Limit</th><th class=\"n\">Measured</th><th></th></tr>");
+    const Markup headings = literal("<tr><th></th><th>Limit</th><th class=\"n\">Measured</th><th>Broken</th></tr>");
     return element("h3", QStringLiteral("Limits")) +
            element("div class=\"wide\"",
                    element("table class=\"limits\"", element("thead", headings) + element("tbody", rows)));
@@ -171,8 +184,15 @@ Markup figureTiles(const ReportCamera& camera)
 
 Markup findings(const ReportCamera& camera)
 {
-    const Markup list = bullets("ul class=\"why\"", camera.findings);
-    return list.isEmpty() ? list : element("h3", QStringLiteral("Why, possibly")) + list;
+    Markup items;
+    for (const ReportFinding& finding : camera.findings) {
+        Markup figures;
+        for (const ReportFigure& figure : finding.figures)
+            figures += element("span", plain(figure.title + QLatin1Char(' ')) + figureValue(figure));
+        items += element("li", plain(finding.sentence) + element("p class=\"behind\"", figures));
+    }
+    return items.isEmpty() ? items
+                           : element("h3", QStringLiteral("Possible causes")) + element("ul class=\"why\"", items);
 }
 
 Markup cameraSection(const ReportCamera& camera, int number)
@@ -196,9 +216,10 @@ Markup eventList(const ReportContent& content)
                 "tr",
                 literal("<td></td><td></td>") +
                     element("td", QStringLiteral("%1 events in between are not kept").arg(content.leftOutEvents)));
-        rows += element(event.bad ? "tr class=\"broken\"" : "tr", element("td class=\"time\"", timeText(event.time)) +
-                                                                      element("td", event.camera) +
-                                                                      element("td", event.text));
+        rows += element(
+            event.bad ? "tr class=\"broken\"" : "tr",
+            element("td class=\"time\"", QLocale::c().toString(event.time, QStringLiteral("d MMM, HH:mm:ss"))) +
+                element("td", event.camera) + element("td", event.text));
     }
     return element("section",
                    element("h2", QStringLiteral("Events")) +

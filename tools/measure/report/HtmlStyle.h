@@ -48,15 +48,21 @@ th:last-child, td:last-child { padding-right: 0; }
 thead th { color: var(--soft); font-size: .87rem; vertical-align: bottom; }
 .n { text-align: right; white-space: nowrap; }
 td .badge { font-size: .75rem; margin: 0; }
+.limits td:last-child { width: 34%; }
+.overview tbody th { overflow-wrap: anywhere; }
+.overview thead th { white-space: nowrap; }
 .mark { width: 4.5rem; color: var(--pass); }
 .facts th { color: var(--soft); width: 11rem; }
-.facts td, .events td:last-child { overflow-wrap: anywhere; }
-.time { white-space: nowrap; }
+.facts td, .events td { overflow-wrap: anywhere; }
+.events { table-layout: fixed; }
+.events .time { width: 9.5rem; white-space: nowrap; }
 .tiles { display: grid; grid-template-columns: repeat(auto-fill, minmax(9.5rem, 1fr)); gap: .5rem; }
-.tiles > div { background: var(--tile); border-radius: .4rem; padding: .55rem .75rem; }
+.tiles > div { display: flex; flex-direction: column; justify-content: space-between; background: var(--tile); border-radius: .4rem; padding: .55rem .75rem; }
 .tiles dt { color: var(--soft); font-size: .87rem; line-height: 1.3; }
 .tiles dd { font-size: 1.15rem; }
 .tiles b { font-weight: 600; }
+.behind { color: var(--soft); font-size: .87rem; }
+.behind span { display: inline-block; margin-right: 1.25rem; }
 .pair { display: grid; grid-template-columns: repeat(auto-fit, minmax(20rem, 1fr)); column-gap: 2.5rem; }
 .course { --gutter: 3.25rem; }
 .panel { margin-bottom: .9rem; }
@@ -79,6 +85,8 @@ i.required { border-color: var(--soft); border-top-style: dashed; }
   line-height: 1; color: var(--soft); }
 .times { position: relative; height: 1.4rem; margin-left: var(--gutter); font-size: .8rem; color: var(--soft); }
 .times span { position: absolute; transform: translateX(-50%); white-space: nowrap; }
+.times .first { transform: none; }
+.times .last { transform: translateX(-100%); }
 svg path { fill: none; vector-effect: non-scaling-stroke; stroke-width: 1.5; }
 svg .grid { stroke: var(--rule); stroke-width: 1; }
 svg .delivered { stroke: var(--delivered); }
@@ -96,15 +104,31 @@ svg .loss { stroke: var(--fail); stroke-width: 2; }
   .tiles { grid-template-columns: repeat(2, 1fr); }
   .course { --gutter: 2.6rem; }
   .tall .plot { height: 9rem; }
+  .overview thead { display: none; }
+  .overview tr { display: grid; grid-template-columns: repeat(3, 1fr); gap: .1rem .75rem; padding: .6rem 0;
+    border-bottom: 1px solid var(--rule); }
+  .overview th, .overview td { border: 0; padding: 0; text-align: left; }
+  .overview th { grid-column: 1 / 3; }
+  .overview td:nth-child(2) { text-align: right; }
+  .overview td[data-title]::before { content: attr(data-title); display: block; font-size: .8rem; color: var(--soft); }
+  .events tr { display: block; padding: .4rem 0; border-bottom: 1px solid var(--rule); }
+  .events td { display: block; border: 0; padding: 0; }
+  .limits thead { display: none; }
+  .limits tr { display: grid; grid-template-columns: 4.5rem 1fr auto; padding: .4rem 0;
+    border-bottom: 1px solid var(--rule); }
+  .limits td { border: 0; padding: 0 .5rem 0 0; }
+  .limits td:last-child { grid-column: 2 / 4; width: auto; color: var(--soft); }
   .times span:nth-child(even) { display: none; }
   .facts th { width: 8.5rem; }
-  .pair { grid-template-columns: 1fr; }
+  .behind { color: var(--soft); font-size: .87rem; }
+.behind span { display: inline-block; margin-right: 1.25rem; }
+.pair { grid-template-columns: 1fr; }
 }
 @media print {
   @page { margin: 14mm; }
   body { font-size: 10pt; }
   main { max-width: none; padding: 0; }
-  .panel, .tiles > div, tr, .badge { break-inside: avoid; }
+  .course, .tiles > div, tr, .badge { break-inside: avoid; }
   h2, h3, figcaption { break-after: avoid; }
   .wide { overflow: visible; }
   a { text-decoration: none; }

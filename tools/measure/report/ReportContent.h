@@ -23,9 +23,9 @@ enum class Outcome
 struct ReportFigure
 {
     QString title;
-    QString value;           ///< "n/a" if not known
-    QString unit;            ///< may be empty
-    bool inOverview = false; ///< of several cameras
+    QString value; ///< empty if not known
+    QString unit;  ///< may be empty
+    QString brief; ///< shorter title, for the table of several cameras; empty: not in it
 };
 
 /// A setting, or a fact of the machine.
@@ -43,6 +43,13 @@ struct ReportLimit
     bool kept;
 };
 
+/// A possible cause, and the figures behind it.
+struct ReportFinding
+{
+    QString sentence;
+    std::vector<ReportFigure> figures;
+};
+
 struct ReportCamera
 {
     QString name;
@@ -50,8 +57,8 @@ struct ReportCamera
     QStringList problems; ///< what makes its run worthless
     std::vector<ReportLimit> limits;
     std::vector<ReportFigure> figures;
-    QStringList findings; ///< possible causes
-    QDateTime start;      ///< of its course, in local time
+    std::vector<ReportFinding> findings;
+    QDateTime start; ///< of its course, in local time
     std::vector<HistoryColumn> course;
     std::optional<double> required; ///< MB/s
 };
