@@ -12,13 +12,24 @@
 
 namespace {
 
-constexpr qint64 longestSleepMs = 3600000; ///< a timer takes no more than 24 days
+constexpr std::chrono::seconds longestTick{1};
+
+/// The next point of a grid from the run's start.
+qint64 gridAfter(qint64 nowMs, std::chrono::milliseconds step)
+{
+    return (nowMs / step.count() + 1) * step.count();
+}
 
 } // namespace
 
 MeasureRun::MeasureRun(const Options& options, std::vector<std::unique_ptr<MeasuredCamera>>& cameras, Output& output,
                        IntervalLog* log)
-    : runOptions(options), allCameras(cameras), lineOutput(output), intervalLog(log), course(options.interval)
+    : runOptions(options),
+      allCameras(cameras),
+      lineOutput(output),
+      intervalLog(log),
+      tickLength(std::min<std::chrono::milliseconds>(options.interval, longestTick)),
+      course(tickLength)
 {
     timer.setSingleShot(true);
     timer.setTimerType(Qt::PreciseTimer);
@@ -38,6 +49,7 @@ void MeasureRun::start()
         }
     }
     clock.start();
+    nextTickMs = tickLength.count();
     nextLineMs = runOptions.interval.count();
     if (anyRunning())
         armTimer();
@@ -71,8 +83,12 @@ void MeasureRun::wake()
     }
     if (now >= nextLineMs) {
         printIntervals();
-        const qint64 interval = runOptions.interval.count();
-        nextLineMs = (now / interval + 1) * interval;
+        nextLineMs = gridAfter(now, runOptions.interval);
+        nextTickMs = gridAfter(now, tickLength);
+    } else if (now >= nextTickMs) {
+        for (MeasuredCamera* camera : started)
+            tick(*camera);
+        nextTickMs = gridAfter(now, tickLength);
     }
     for (MeasuredCamera* camera : started)
         camera->noteEnd();
@@ -85,22 +101,26 @@ void MeasureRun::wake()
 void MeasureRun::armTimer()
 {
     const qint64 endMs = runOptions.duration ? runOptions.duration->count() : std::numeric_limits<qint64>::max();
-    const qint64 sleepMs = std::min(nextLineMs, endMs) - clock.elapsed();
-    timer.start(static_cast<int>(std::clamp<qint64>(sleepMs, 0, longestSleepMs)));
+    const qint64 sleepMs = std::min({nextTickMs, nextLineMs, endMs}) - clock.elapsed();
+    timer.start(static_cast<int>(std::max<qint64>(sleepMs, 0)));
 }
 
 void MeasureRun::printIntervals()
 {
-    for (MeasuredCamera* camera : started) {
+    for (MeasuredCamera* camera : started)
         printInterval(*camera);
-        camera->judge();
-    }
+}
+
+void MeasureRun::tick(MeasuredCamera& camera)
+{
+    course.add(camera, camera.takeTick());
+    camera.judge();
 }
 
 void MeasureRun::printInterval(MeasuredCamera& camera)
 {
+    tick(camera);
     const IntervalLine line{camera.info(), QDateTime::currentDateTimeUtc(), camera.takeInterval()};
-    course.add(camera, line.stretch);
     lineOutput.interval(line);
     tellOnce(lineOutput.lines());
     if (intervalLog) {

@@ -13,7 +13,8 @@
 #include "Output.h"
 #include "RunRecorder.h"
 
-/// Intervals lie on a grid from the run's start; the last one ends with the run and may be shorter.
+/// Intervals lie on a grid from the run's start; the last one ends with the run and may be shorter. Ticks, at least one
+/// a second, add up to intervals: long lines do not keep history and verdict waiting.
 class MeasureRun : public QObject
 {
     Q_OBJECT
@@ -41,6 +42,7 @@ private:
     void armTimer();
     bool anyRunning() const;
     void onCameraLost(VNCORE_HANDLE camera);
+    void tick(MeasuredCamera& camera);
     void printInterval(MeasuredCamera& camera);
     void tellOnce(const LineWriter& lines);
 
@@ -49,10 +51,12 @@ private:
     std::vector<MeasuredCamera*> started;
     Output& lineOutput;
     IntervalLog* const intervalLog;
+    const std::chrono::milliseconds tickLength;
     RunRecorder course;
     std::set<const LineWriter*> told; ///< whose failure was told
     QTimer timer;
     QElapsedTimer clock;
+    qint64 nextTickMs = 0;
     qint64 nextLineMs = 0;
     bool over = false;
 };

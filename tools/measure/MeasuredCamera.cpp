@@ -66,11 +66,19 @@ QStringList MeasuredCamera::problems() const
     return problems;
 }
 
+Stretch MeasuredCamera::takeTick()
+{
+    const RunTotals totals = data.takeIntervalTotals();
+    const double endS = elapsedS();
+    const double beginS = std::exchange(tickEndS, endS);
+    ticks += totals;
+    return {endS, endS - beginS, figures(totals)};
+}
+
 Stretch MeasuredCamera::takeInterval()
 {
-    const double endS = elapsedS();
-    const double beginS = std::exchange(intervalBeginS, endS);
-    return {endS, endS - beginS, figures(data.takeIntervalTotals())};
+    const double beginS = std::exchange(intervalEndS, tickEndS);
+    return {tickEndS, tickEndS - beginS, figures(std::exchange(ticks, RunTotals()))};
 }
 
 Stretch MeasuredCamera::wholeRun() const

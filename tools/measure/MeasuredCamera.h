@@ -48,7 +48,9 @@ public:
     /// What makes the run of this camera worthless; after stop().
     QStringList problems() const;
 
-    /// What came since the last call. Each frame is in exactly one stretch.
+    /// What came since the last tick. Each frame is in exactly one.
+    Stretch takeTick();
+    /// The ticks since the last call as one stretch.
     Stretch takeInterval();
     Stretch wholeRun() const;
     /// Looks at the whole run up to now.
@@ -66,7 +68,9 @@ private:
     QElapsedTimer clock;
     QDateTime startedAt;
     Verdict runVerdict;
-    double intervalBeginS = 0.0;
+    double tickEndS = 0.0;          ///< of the last one
+    RunTotals ticks;                ///< since the last interval
+    double intervalEndS = 0.0;      ///< of the last one
     std::optional<double> endedAtS; ///< of a measurement that is over
     bool started = false;
     bool lost = false;
