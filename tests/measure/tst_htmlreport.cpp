@@ -41,9 +41,13 @@ ReportContent contentOf(const QString& name)
     const QDateTime start(QDate(2026, 3, 28), QTime(22, 0));
     ReportContent content{name, Outcome::Fail, 1, start, start.addSecs(30), {name}, {}, {}, 0, {}, {}};
     for (int i = 0; i < 2; ++i) {
-        ReportCamera camera{name, Outcome::Fail, {name}, {{name, name, name, false}}, {}, {}, start, {}, 340.0};
+        ReportCamera camera;
+        camera.name = name;
+        camera.problems = camera.warnings = QStringList(name);
+        camera.limits.push_back({name, name, name, false});
+        camera.start = start;
         camera.findings.push_back({name, {{name, name, name, {}}}});
-        camera.figures.push_back({name, name, name, name});
+        camera.figures.push_back({name, name, name, name, true});
         Dice dice(1);
         for (int s = 0; s < 30; ++s)
             camera.course.push_back(randomTick(dice, s, 1.0));

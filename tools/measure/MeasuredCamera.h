@@ -53,6 +53,8 @@ public:
     /// The ticks since the last call as one stretch.
     Stretch takeInterval();
     Stretch wholeRun() const;
+    /// Behind the figures of the whole run.
+    RunTotals totals() const { return data.runTotals(); }
     /// Looks at the whole run up to now.
     void judge();
     /// As of the last look.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Figures get names that need no manual; a figure without one would be shown by its key.
+// What a run, its cameras and its options say.
 #include "RunReport.h"
 
 #include <algorithm>
@@ -13,82 +13,10 @@
 #include "ExitCode.h"
 #include "HtmlReport.h"
 #include "Machine.h"
+#include "ReportFigures.h"
 #include "WriteWhole.h"
 
 namespace {
-
-struct FigureName
-{
-    const char* key;
-    const char* title;
-    const char* unit;
-    const char* brief; ///< in the table of several cameras; null: not there
-};
-
-/// In the order of the report.
-constexpr FigureName figureNames[] = {
-    {"deliveredMBps", "Delivered throughput", "MB/s", "Delivered"},
-    {"framesPerSecond", "Frame rate", "1/s", nullptr},
-    {"avgThroughputMBps", "Average while frames flow", "MB/s", nullptr},
-    {"minThroughputMBps", "Lowest block throughput", "MB/s", "Lowest block"},
-    {"maxBufferLevelPercent", "Highest buffer level", "%", "Level"},
-    {"overflows", "Buffer overflows", "", "Overflows"},
-    {"missingFrames", "Missing frames", "", "Missing"},
-    {"transportSkips", "Lost on the link", "", nullptr},
-    {"apiSkips", "Fetched too late", "", nullptr},
-    {"skips", "Skipped in all", "", "Skipped"},
-    {"missedTriggersOverlap", "Triggers while busy", "", nullptr},
-    {"missedTriggersOverflow", "Triggers with a full buffer", "", nullptr},
-    {"longestGapMs", "Longest gap", "ms", "Longest gap"},
-    {"silentMs", "Silent in all", "ms", nullptr},
-    {"losses", "Losses of the camera", "", nullptr},
-    {"lostS", "Time lost", "s", nullptr},
-    {"frames", "Frames", "", nullptr},
-    {"blocks", "Blocks", "", nullptr},
-    {"skippedFrames", "Frames without a block", "", nullptr},
-    {"failedWaits", "Failed image waits", "", nullptr},
-};
-
-const FigureName* nameOf(const char* key)
-{
-    const auto* found = std::find_if(std::begin(figureNames), std::end(figureNames), [key](const FigureName& name) {
-        return QLatin1String(name.key) == QLatin1String(key);
-    });
-    return found == std::end(figureNames) ? nullptr : found;
-}
-
-/// Digits of a large number in groups of three.
-QString grouped(QString number)
-{
-    const int point = number.indexOf(QLatin1Char('.'));
-    for (int at = (point < 0 ? number.size() : point) - 3; at > 0 && number.at(at - 1).isDigit(); at -= 3)
-        number.insert(at, QChar(0x202f)); // narrow, and no line breaks there
-    return number;
-}
-
-ReportFigure reportFigure(const Figure& figure)
-{
-    const FigureName* name = nameOf(figure.key);
-    const QString value = figure.value ? grouped(figureText(figure)) : QString();
-    if (!name)
-        return {QLatin1String(figure.key), value, {}, {}};
-    return {QLatin1String(name->title), value, QLatin1String(name->unit), QLatin1String(name->brief)};
-}
-
-/// Those with a name first, in the order of the names.
-std::vector<ReportFigure> reportFigures(Figures figures)
-{
-    std::stable_sort(figures.begin(), figures.end(), [](const Figure& a, const Figure& b) {
-        const auto place = [](const Figure& figure) {
-            const FigureName* name = nameOf(figure.key);
-            return name ? name : std::end(figureNames);
-        };
-        return place(a) < place(b);
-    });
-    std::vector<ReportFigure> result;
-    std::transform(figures.begin(), figures.end(), std::back_inserter(result), reportFigure);
-    return result;
-}
 
 /// With as many digits as it takes to see that a limit was missed.
 QString measuredText(const LimitVerdict& verdict, int decimals)
@@ -101,7 +29,7 @@ QString measuredText(const LimitVerdict& verdict, int decimals)
     QString text = QString::number(*verdict.measured, 'f', decimals);
     while (!verdict.kept && !misses(text) && ++decimals <= mostDecimals)
         text = QString::number(*verdict.measured, 'f', decimals);
-    return grouped(text);
+    return groupedDigits(text);
 }
 
 QString withUnit(const QString& value, const char* unit)
@@ -112,12 +40,11 @@ QString withUnit(const QString& value, const char* unit)
 ReportLimit reportLimit(const LimitVerdict& verdict, const Figures& figures, const QDateTime& start)
 {
     const LimitKind& kind = *verdict.limit.kind;
-    const FigureName* name = nameOf(kind.figure);
     ReportLimit limit;
-    limit.text = QStringLiteral("%1 %2 %3")
-                     .arg(QLatin1String(name ? name->title : kind.figure),
-                          kind.isMinimum ? QStringLiteral("at least") : QStringLiteral("at most"),
-                          withUnit(limitValueText(verdict.limit.value), kind.unit));
+    limit.text =
+        QStringLiteral("%1 %2 %3")
+            .arg(figureTitle(kind.figure), kind.isMinimum ? QStringLiteral("at least") : QStringLiteral("at most"),
+                 withUnit(limitValueText(verdict.limit.value), kind.unit));
     limit.kept = verdict.kept;
     const auto figure = std::find_if(figures.begin(), figures.end(), [&kind](const Figure& candidate) {
         return QLatin1String(candidate.key) == QLatin1String(kind.figure);
@@ -154,6 +81,36 @@ QString timeText(std::chrono::milliseconds time)
     return QStringLiteral("%1 s").arg(static_cast<double>(time.count()) / 1e3);
 }
 
+/// Down to the slowest block of all, or one of a million.
+std::vector<ReportQuantile> distributionOf(const MeasuredCamera& camera)
+{
+    constexpr int perDecade = 24;
+    constexpr double rarest = 1e-6;
+    const RunTotals totals = camera.totals();
+    const quint32 samplePeriod = camera.record().evaluationSettings().samplePeriod;
+    std::vector<ReportQuantile> quantiles;
+    if (totals.intervals.count() == 0)
+        return quantiles;
+    const double lowest = std::max(rarest, 1.0 / static_cast<double>(totals.intervals.count()));
+    for (int i = static_cast<int>(std::floor(std::log10(lowest) * perDecade)); i <= 0; ++i) {
+        const double share = std::pow(10.0, double(i) / perDecade);
+        const auto throughput = totals.throughputQuantile(share, samplePeriod);
+        if (throughput && std::isfinite(*throughput))
+            quantiles.push_back({share, *throughput});
+    }
+    return quantiles;
+}
+
+/// When each limit was broken, among the events.
+void addBrokenLimits(std::vector<RunEvent>& events, const ReportCamera& camera, const Verdict& verdict)
+{
+    for (std::size_t i = 0; i < verdict.limits.size(); ++i) {
+        if (verdict.limits[i].brokenAtS)
+            events.push_back({camera.start.addMSecs(qRound64(*verdict.limits[i].brokenAtS * 1e3)), camera.name,
+                              QStringLiteral("limit broken: ") + camera.limits[i].text, true});
+    }
+}
+
 std::vector<ReportFact> settingFacts(const Options& options)
 {
     std::vector<ReportFact> facts{
@@ -166,7 +123,8 @@ std::vector<ReportFact> settingFacts(const Options& options)
          options.duration ? timeText(*options.duration) : QStringLiteral("until stopped")},
         {QStringLiteral("Interval"), timeText(options.interval)},
         {QStringLiteral("Sample period"), QStringLiteral("%1 B").arg(options.samplePeriod)},
-        {QStringLiteral("Capacity"), QStringLiteral("%1 samples").arg(grouped(QString::number(options.capacity)))},
+        {QStringLiteral("Capacity"),
+         QStringLiteral("%1 samples").arg(groupedDigits(QString::number(options.capacity)))},
         {QStringLiteral("Required throughput"),
          options.required ? QStringLiteral("%1 MB/s").arg(*options.required) : QStringLiteral("as the camera tells")},
     };
@@ -189,18 +147,25 @@ ReportContent reportContent(const Options& options, const Summary& summary,
     for (std::size_t i = 0; i < cameras.size(); ++i) {
         const MeasuredCamera& camera = *cameras[i];
         const CameraSummary& said = summary.cameras[i];
-        ReportCamera shown{cameraDisplayName(said.camera), outcomeOf(said), said.problems, {}, {}, {}, {}, {}, {}};
+        ReportCamera shown;
+        shown.name = cameraDisplayName(said.camera);
+        shown.outcome = outcomeOf(said);
+        shown.problems = said.problems;
         shown.start = camera.startTime();
         content.start = std::min(content.start, shown.start);
         for (const LimitVerdict& limit : said.verdict.limits)
             shown.limits.push_back(reportLimit(limit, said.run.figures, shown.start));
-        shown.figures = reportFigures(said.run.figures);
+        shown.figures = reportFigures(said.run.figures, said.verdict);
+        addBrokenLimits(content.events, shown, said.verdict);
+        shown.distribution = distributionOf(camera);
         shown.course = recorder.course(camera);
         if (const qint32 required = camera.record().requiredThroughput;
             required > 0 && options.mode == MeasModeDataThroughput)
             shown.required = required;
         content.cameras.push_back(shown);
     }
+    std::stable_sort(content.events.begin(), content.events.end(),
+                     [](const RunEvent& a, const RunEvent& b) { return a.time < b.time; });
     if (summary.log && summary.log->lostLines() > 0)
         content.notes.append(QStringLiteral("%1 lines of the log were lost: %2")
                                  .arg(QString::number(summary.log->lostLines()), summary.log->error()));

@@ -4,40 +4,13 @@
 
 #include <algorithm>
 
+#include "GraphPanel.h"
 #include "SvgGraph.h"
 
 namespace {
 
 constexpr double headroom = 1.02; ///< a line at the upper edge is drawn whole
 constexpr double percent = 100.0;
-
-/// What a value is called in a legend; the swatch has the class of what is drawn.
-Markup legend(const char* swatch, const QString& text)
-{
-    return element("span class=\"key\"", element(swatch, Markup()) + plain(text));
-}
-
-Markup valueLabels(const ValueScale& scale)
-{
-    Markup labels;
-    for (const GraphTick& tick : scale.ticks)
-        labels += numbered("<span style=\"bottom:%1%\">", tick.at * percent) + plain(tick.label) + literal("</span>");
-    return element("div class=\"values\"", labels);
-}
-
-/// Below its tick, but at the ends inside.
-Markup timeLabels(const std::vector<GraphTick>& ticks)
-{
-    constexpr double nearEnd = 0.06;
-    Markup labels;
-    for (const GraphTick& tick : ticks) {
-        const char* place = tick.at < nearEnd         ? "<span class=\"first\" style=\"left:%1%\">"
-                            : tick.at > 1.0 - nearEnd ? "<span class=\"last\" style=\"left:%1%\">"
-                                                      : "<span style=\"left:%1%\">";
-        labels += numbered(place, tick.at * percent) + plain(tick.label) + literal("</span>");
-    }
-    return element("div class=\"times\"", labels);
-}
 
 template<typename Value>
 double highestOf(const std::vector<HistoryColumn>& columns, Value value)
@@ -77,13 +50,13 @@ public:
             [](const HistoryColumn& column) { return column.mostDelivered; });
         graph.line("delivered", [](const HistoryColumn& column) { return column.delivered(); });
         graph.line("lowest", [](const HistoryColumn& column) { return column.minThroughput; });
-        Markup keys = legend("i class=\"delivered\"", QStringLiteral("delivered, with its extremes")) +
-                      legend("i class=\"lowest\"", QStringLiteral("lowest of any block"));
+        Markup keys = graphKey("i class=\"delivered\"", QStringLiteral("delivered, with its extremes")) +
+                      graphKey("i class=\"lowest\"", QStringLiteral("lowest of any block"));
         if (camera.required) {
             graph.level("required", *camera.required);
-            keys += legend("i class=\"required\"", QStringLiteral("required %1").arg(*camera.required));
+            keys += graphKey("i class=\"required\"", QStringLiteral("required %1").arg(*camera.required));
         }
-        return panel("figure class=\"panel tall\"", QStringLiteral("Throughput, MB/s"), keys, scale, graph);
+        return graphPanel("figure class=\"panel tall\"", QStringLiteral("Throughput, MB/s"), keys, scale, graph);
     }
 
     /// Of 100 %: how near it came to the end.
@@ -96,7 +69,7 @@ public:
         graph.grid(scale.ticks, times);
         graph.area("level-area", zero, level);
         graph.line("level", level);
-        return panel("figure class=\"panel\"", QStringLiteral("Highest buffer level, %"), {}, scale, graph);
+        return graphPanel("figure class=\"panel\"", QStringLiteral("Highest buffer level, %"), {}, scale, graph);
     }
 
     Markup gaps() const
@@ -109,10 +82,10 @@ public:
         graph.grid(scale.ticks, times);
         graph.area("gap-area", zero, gap);
         graph.line("gap", gap);
-        return panel("figure class=\"panel\"",
-                     seconds ? QStringLiteral("Longest time without a frame, s")
-                             : QStringLiteral("Longest time without a frame, ms"),
-                     {}, scale, graph);
+        return graphPanel("figure class=\"panel\"",
+                          seconds ? QStringLiteral("Longest time without a frame, s")
+                                  : QStringLiteral("Longest time without a frame, ms"),
+                          {}, scale, graph);
     }
 
     /// Where something was lost; empty if nothing was.
@@ -130,16 +103,9 @@ public:
                            element("div class=\"plot\"", graph.drawing()));
     }
 
-    Markup timeAxis() const { return timeLabels(times); }
+    Markup timeAxis() const { return graphTicks(times); }
 
 private:
-    static Markup panel(const char* figure, const QString& title, const Markup& keys, const ValueScale& scale,
-                        const SvgGraph& graph)
-    {
-        return element(figure, element("figcaption", element("b", title) + keys) +
-                                   element("div class=\"plot\"", valueLabels(scale) + graph.drawing()));
-    }
-
     const ReportCamera& camera;
     const std::vector<HistoryColumn>& columns;
     const std::vector<GraphTick> times;

@@ -9,6 +9,7 @@
 #include <QtCore/QLocale>
 
 #include "CourseGraph.h"
+#include "DistributionGraph.h"
 #include "HtmlStyle.h"
 
 namespace {
@@ -148,7 +149,9 @@ Markup overview(const ReportContent& content)
             element("td", badge(camera.outcome));
         for (const ReportFigure& figure : camera.figures) {
             if (!figure.brief.isEmpty())
-                cells += literal("<td class=\"n\" data-title=\"") + plain(title(figure)) + literal("\">") +
+                cells += literal(figure.broken ? "<td class=\"n broken\" data-title=\""
+                                               : "<td class=\"n\" data-title=\"") +
+                         plain(title(figure)) + literal("\">") +
                          plain(figure.value.isEmpty() ? unknown : figure.value) + literal("</td>");
         }
         rows += element("tr", cells);
@@ -178,7 +181,8 @@ Markup figureTiles(const ReportCamera& camera)
 {
     Markup tiles;
     for (const ReportFigure& figure : camera.figures)
-        tiles += element("div", element("dt", figure.title) + element("dd", figureValue(figure)));
+        tiles += element(figure.broken ? "div class=\"broken\"" : "div",
+                         element("dt", figure.title) + element("dd", figureValue(figure)));
     return element("h3", QStringLiteral("Figures")) + element("dl class=\"tiles\"", tiles);
 }
 
@@ -197,13 +201,15 @@ Markup findings(const ReportCamera& camera)
 
 Markup cameraSection(const ReportCamera& camera, int number)
 {
-    const Markup course = courseGraphs(camera);
+    const auto titled = [](const char* title, const Markup& graphs) {
+        return graphs.isEmpty() ? graphs : element("h3", QLatin1String(title)) + graphs;
+    };
     return numbered("<article id=\"camera-%1\">", number) +
            element("h2", badge(camera.outcome) + plain(camera.name)) +
-           bullets("ul class=\"problems\"", camera.problems) + limitTable(camera) + figureTiles(camera) +
-           findings(camera) +
-           (course.isEmpty() ? course : element("h3", QStringLiteral("Course of the run")) + course) +
-           literal("</article>");
+           bullets("ul class=\"problems\"", camera.problems) + bullets("ul class=\"warnings\"", camera.warnings) +
+           limitTable(camera) + figureTiles(camera) + findings(camera) +
+           titled("Course of the run", courseGraphs(camera)) +
+           titled("Distribution", distributionGraph(camera.distribution)) + literal("</article>");
 }
 
 Markup eventList(const ReportContent& content)

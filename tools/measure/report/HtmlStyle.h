@@ -6,14 +6,14 @@
 constexpr const char* htmlStyle = R"css(
 :root {
   --page: #fff; --ink: #1b2430; --soft: #5b6775; --rule: #dde2e8; --tile: #f5f7f9;
-  --pass: #17703c; --fail: #b3261e; --fail-tint: #fdf0ef; --neutral: #5b6775;
+  --pass: #17703c; --fail: #b3261e; --fail-tint: #fdf0ef; --warn: #8a5a00; --neutral: #5b6775;
   --delivered: #1d62c4; --band: #1d62c440; --lowest: #c2570c; --level: #7a4fb5; --level-tint: #7a4fb52e;
   --gap: #4d5b6b; --gap-tint: #4d5b6b2e;
 }
 @media screen and (prefers-color-scheme: dark) {
   :root {
     --page: #14181d; --ink: #e4e9ef; --soft: #98a4b2; --rule: #2d353f; --tile: #1c2229;
-    --pass: #2f9e5f; --fail: #e0564c; --fail-tint: #34201f; --neutral: #6b7887;
+    --pass: #2f9e5f; --fail: #e0564c; --fail-tint: #34201f; --warn: #e0ac4b; --neutral: #6b7887;
     --delivered: #6ba6f5; --band: #6ba6f54d; --lowest: #f0954a; --level: #b491e6; --level-tint: #b491e633;
     --gap: #aab6c4; --gap-tint: #aab6c433;
   }
@@ -36,8 +36,8 @@ h3 { font-size: .8rem; font-weight: 600; letter-spacing: .06em; text-transform: 
   vertical-align: .1em; white-space: nowrap; }
 .badge.pass { background: var(--pass); }
 .badge.fail { background: var(--fail); }
-.notes, .problems, .why { padding-left: 1.2rem; margin-top: .6rem; overflow-wrap: anywhere; }
-.problems, .broken .mark, .broken td.n { color: var(--fail); font-weight: 600; }
+.notes, .problems, .warnings, .why { padding-left: 1.2rem; margin-top: .6rem; overflow-wrap: anywhere; }
+.problems, .broken .mark, .broken td.n, td.broken, .broken dd { color: var(--fail); font-weight: 600; }
 section, article { margin-top: 2.5rem; padding-top: 1.25rem; border-top: 1px solid var(--rule); }
 section > h2 { margin-bottom: .75rem; }
 .wide { overflow-x: auto; }
@@ -52,6 +52,7 @@ td .badge { font-size: .75rem; margin: 0; }
 .overview tbody th { overflow-wrap: anywhere; }
 .overview thead th { white-space: nowrap; }
 .mark { width: 4.5rem; color: var(--pass); }
+.warnings { color: var(--warn); font-weight: 600; }
 .facts th { color: var(--soft); width: 11rem; }
 .facts td, .events td { overflow-wrap: anywhere; }
 .events { table-layout: fixed; }
@@ -119,7 +120,8 @@ svg .loss { stroke: var(--fail); stroke-width: 2; }
   .limits td { border: 0; padding: 0 .5rem 0 0; }
   .limits td:last-child { grid-column: 2 / 4; width: auto; color: var(--soft); }
   .times span:nth-child(even) { display: none; }
-  .facts th { width: 8.5rem; }
+  .warnings { color: var(--warn); font-weight: 600; }
+.facts th { width: 8.5rem; }
   .behind { color: var(--soft); font-size: .87rem; }
 .behind span { display: inline-block; margin-right: 1.25rem; }
 .pair { grid-template-columns: 1fr; }

@@ -23,9 +23,17 @@ enum class Outcome
 struct ReportFigure
 {
     QString title;
-    QString value; ///< empty if not known
-    QString unit;  ///< may be empty
-    QString brief; ///< shorter title, for the table of several cameras; empty: not in it
+    QString value;       ///< empty if not known
+    QString unit;        ///< may be empty
+    QString brief;       ///< shorter title, for the table of several cameras; empty: not in it
+    bool broken = false; ///< a limit of it is
+};
+
+/// So large a share of all blocks had at most that throughput.
+struct ReportQuantile
+{
+    double share;      ///< above 0, up to 1
+    double throughput; ///< MB/s
 };
 
 /// A setting, or a fact of the machine.
@@ -53,12 +61,14 @@ struct ReportFinding
 struct ReportCamera
 {
     QString name;
-    Outcome outcome;
+    Outcome outcome = Outcome::Fail;
     QStringList problems; ///< what makes its run worthless
+    QStringList warnings; ///< what no limit has seen
     std::vector<ReportLimit> limits;
     std::vector<ReportFigure> figures;
     std::vector<ReportFinding> findings;
-    QDateTime start; ///< of its course, in local time
+    std::vector<ReportQuantile> distribution; ///< by ascending share; may be empty
+    QDateTime start;                          ///< of its course, in local time
     std::vector<HistoryColumn> course;
     std::optional<double> required; ///< MB/s
 };

@@ -21,8 +21,8 @@ QString unit(double value)
 
 } // namespace
 
-SvgGraph::SvgGraph(const std::vector<HistoryColumn>& shown, double highestValue)
-    : columns(shown), highest(highestValue)
+SvgGraph::SvgGraph(std::vector<HistoryColumn> shown, double highestValue)
+    : columns(std::move(shown)), highest(highestValue)
 {
     if (columns.empty())
         return;
@@ -100,6 +100,16 @@ void SvgGraph::strokes(const char* cssClass, const ColumnValue& value)
         if (found > 0.0)
             points += QStringLiteral("M%1 100V%2").arg(unit(x((column.beginS + column.endS) / 2.0)), unit(y(found)));
     }
+    path(cssClass, points);
+}
+
+void SvgGraph::curve(const char* cssClass, const std::vector<GraphPoint>& curvePoints)
+{
+    QString points;
+    for (const GraphPoint& point : curvePoints)
+        points += QStringLiteral("%1%2 %3")
+                      .arg(points.isEmpty() ? QLatin1Char('M') : QLatin1Char('L'))
+                      .arg(unit(point.at * width), unit(y(point.value)));
     path(cssClass, points);
 }
 

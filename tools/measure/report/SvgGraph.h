@@ -14,12 +14,18 @@
 /// A value of a column; nothing where it has none.
 using ColumnValue = std::function<std::optional<double>(const HistoryColumn&)>;
 
+struct GraphPoint
+{
+    double at; ///< 0 to 1 of the width
+    double value;
+};
+
 /// Adds its parts one over the other. Classes are names of the style sheet.
 class SvgGraph
 {
 public:
-    /// The columns must outlive it; `highest` is the value at the upper edge.
-    SvgGraph(const std::vector<HistoryColumn>& columns, double highest);
+    /// `highest`: the value at the upper edge.
+    SvgGraph(std::vector<HistoryColumn> columns, double highest);
 
     void grid(const std::vector<GraphTick>& values, const std::vector<GraphTick>& times);
     /// A line of steps, broken where there is no value.
@@ -28,6 +34,7 @@ public:
     void area(const char* cssClass, const ColumnValue& from, const ColumnValue& to);
     /// An upright stroke for each column with a value above 0, however narrow the column.
     void strokes(const char* cssClass, const ColumnValue& value);
+    void curve(const char* cssClass, const std::vector<GraphPoint>& points);
     /// A horizontal line through everything.
     void level(const char* cssClass, double value);
 
@@ -39,7 +46,7 @@ private:
     double y(double value) const;
     void path(const char* cssClass, const QString& points);
 
-    const std::vector<HistoryColumn>& columns;
+    const std::vector<HistoryColumn> columns;
     const double highest;
     double beginS = 0.0;
     double lengthS = 0.0;
