@@ -156,20 +156,22 @@ private:
     void ClearPlotAreas();
     void RemovePlotArea(VNCORE_HANDLE hCam);
 
-    // --- refresh and zoom (GraphRefresh.cpp) ---
-    void RefreshStatistics();
-    void UpdateReferenceTime();
+    // --- curves of a refresh (AreaCurves.cpp) ---
     bool HasPoints() const;
     bool UpdateThroughputGraph();
     bool EvaluateVisible(CxCameraLineData& record, QCPGraph* minGraph = nullptr, QCPGraph* levelGraph = nullptr,
                          const QCPRange* keyRange = nullptr, double minKeySpacing = 0.0);
     void UpdateStandardGraph();
     void ScaleCounterAxis(const std::array<QCPGraph*, 5>& graphs, QCPAxisRect* axisRect);
+    double MinKeySpacing(const QCPRange& range) const;
+
+    // --- refresh and zoom (GraphRefresh.cpp) ---
+    void RefreshStatistics();
+    void UpdateReferenceTime();
     void SetTimeAxes(double lower, double upper);
     /// The visible range in microseconds.
     qint64 VisibleFromUs() const;
     qint64 VisibleToUs() const;
-    double MinKeySpacing(const QCPRange& range) const;
     void ShowPlotIfWanted();
 
     // --- exports (GraphExport.cpp) ---

@@ -11,14 +11,12 @@
 #include <QtWidgets/QCheckBox>
 
 #include <vnCore/CxCameraManager.h>
-#include <vnCore/IxAppDelegate.h>
 
 #include "../engine/CameraLineData.h"
 #include "../engine/LogLine.h"
 #include "../engine/MeasurementClock.h"
 #include "../engine/TimeMath.h"
 #include "Columns.h"
-#include "Curves.h"
 #include "Numbers.h"
 #include "RowCells.h"
 #include "ui_DataGraphForm.h"
@@ -26,7 +24,6 @@
 namespace {
 
 constexpr double smallestSpanMs = 1.0;
-constexpr int minThroughputDetail = 2; // the host's detail level must be above this
 
 /// Far beyond any sample, and small enough for the engine's sums of ranges and margins in 64 bits.
 constexpr qint64 farthestUs = qint64(1) << 61;
@@ -94,88 +91,6 @@ void CxDataGraphForm::updateGraph()
     }
 }
 
-bool CxDataGraphForm::HasPoints() const
-{
-    for (int i = 0; i < ui->plot->graphCount(); ++i) {
-        if (!ui->plot->graph(i)->data()->isEmpty())
-            return true;
-    }
-    return false;
-}
-
-/// True if a curve has been filled.
-bool CxDataGraphForm::UpdateThroughputGraph()
-{
-    const bool detailed = IxAppDelegate::instance()->applicationOptions().detailLevel > minThroughputDetail;
-    const auto addCurve = [this](VNCORE_HANDLE hCam, const Curve& curve) -> QCPGraph* {
-        const QString name = QLatin1String(curve.name);
-        return IsPlotChecked(name) ? AddThrougputPlot(hCam, name, curve.colour) : nullptr;
-    };
-
-    bool filled = false;
-    for (CxCameraLineData* record : qAsConst(lineDataMap)) {
-        QCPAxisRect* axisRect = record->plotEnabled ? FindCameraAxisRect(record->hCam) : nullptr;
-        if (!axisRect)
-            continue;
-        QCPGraph* minimum = detailed ? addCurve(record->hCam, minThroughputCurve) : nullptr;
-        QCPGraph* level = addCurve(record->hCam, bufferLevelCurve);
-        const QCPRange range = timeAxis(axisRect)->range();
-        if (EvaluateVisible(*record, minimum, level, &range, MinKeySpacing(range))) {
-            updateCameraListRow(record->hCam);
-            AutoScaleVertAxis(record->hCam, axisRect);
-            filled = true;
-        }
-    }
-    return filled;
-}
-
-bool CxDataGraphForm::EvaluateVisible(CxCameraLineData& record, QCPGraph* minGraph, QCPGraph* levelGraph,
-                                      const QCPRange* keyRange, double minKeySpacing)
-{
-    return record.calculateStats(minGraph, levelGraph, keyRange, VisibleFromUs(), VisibleToUs(), minKeySpacing);
-}
-
-void CxDataGraphForm::UpdateStandardGraph()
-{
-    for (CxCameraLineData* record : qAsConst(lineDataMap)) {
-        QCPAxisRect* axisRect = record->plotEnabled ? FindCameraAxisRect(record->hCam) : nullptr;
-        if (!axisRect)
-            continue;
-        std::array<QCPGraph*, standardCurves.size()> graphs{};
-        std::transform(standardCurves.begin(), standardCurves.end(), graphs.begin(), [&](const Curve& curve) {
-            const QString name = QLatin1String(curve.name);
-            return IsPlotChecked(name) ? AddStandardAcqPlot(record->hCam, name, curve.selector, curve.colour)
-                                       : nullptr;
-        });
-        const QCPRange range = timeAxis(axisRect)->range();
-        if (record->fillCounterGraphs(graphs[0], graphs[1], graphs[2], graphs[3], graphs[4], range, VisibleFromUs(),
-                                      VisibleToUs(), MinKeySpacing(range))) {
-            updateCameraListRow(record->hCam);
-            ScaleCounterAxis(graphs, axisRect);
-        }
-    }
-    ReplotPlot();
-}
-
-/// The counters only grow: the first points of the curves bound the values from below, the last ones from above. A
-/// graph that is null belongs to a counter that is not supported or not shown.
-void CxDataGraphForm::ScaleCounterAxis(const std::array<QCPGraph*, 5>& graphs, QCPAxisRect* axisRect)
-{
-    qint32 maximum = 1;
-    qint32 minimum = std::numeric_limits<qint32>::max();
-    for (const QCPGraph* graph : graphs) {
-        if (!graph)
-            continue;
-        const auto points = graph->data();
-        const bool empty = points->isEmpty();
-        maximum = std::max(maximum, empty ? 0 : truncated<qint32>((points->constEnd() - 1)->value));
-        minimum = std::min(minimum, empty ? 0 : truncated<qint32>(points->constBegin()->value));
-    }
-    if (minimum == 0)
-        minimum = -1;
-    axisRect->axis(QCPAxis::atLeft)->setRange(minimum * 0.8, maximum * 1.2);
-}
-
 void CxDataGraphForm::RefreshStatistics()
 {
     UpdateReferenceTime();
@@ -203,12 +118,6 @@ qint64 CxDataGraphForm::VisibleFromUs() const
 qint64 CxDataGraphForm::VisibleToUs() const
 {
     return toMicroseconds(timeRangeUpper, referenceTime);
-}
-
-/// The time that one pixel covers, in milliseconds.
-double CxDataGraphForm::MinKeySpacing(const QCPRange& range) const
-{
-    return (range.upper - range.lower) * 1000.0 / std::max(1, ui->plot->width());
 }
 
 void CxDataGraphForm::on_plotChangeZoom(QCPRange range)
