@@ -169,6 +169,8 @@ void tick(benchmark::State& state, std::size_t cameras)
         CxCameraLineData& record = bench.record(static_cast<int>(measuring.size()));
         measuring.push_back(std::make_unique<MeasuringCamera>(scenario, record, bench.nowUs));
     }
+    bench.form->activateWindow();
+    bench.plot()->setFocus();
     bench.tick();
     QCoreApplication::processEvents();
 
@@ -179,6 +181,12 @@ void tick(benchmark::State& state, std::size_t cameras)
     };
     // The form draws nothing while its window is minimized.
     const double withReplot = std::min(timedTick(), timedTick());
+    double longestScroll = 0.0; // by an area
+    for (int i = 0; i < 10; ++i) {
+        const Clock::time_point start = Clock::now();
+        QTest::keyClick(bench.plot(), Qt::Key_PageDown, Qt::ControlModifier);
+        longestScroll = std::max(longestScroll, secondsSince(start));
+    }
     bench.form->showMinimized();
     const auto passTick = [&] {
         bench.nowUs += tickUs;
@@ -192,6 +200,7 @@ void tick(benchmark::State& state, std::size_t cameras)
         bench.tick();
     }
     state.counters["with_replot_ms"] = withReplot * 1e3;
+    state.counters["scroll_ms"] = longestScroll * 1e3;
     state.counters["longest_lock_us"] = longestLock(bench, passTick) * 1e6;
     state.counters["curves"] = bench.plot()->graphCount();
 }
@@ -200,7 +209,7 @@ void tick(benchmark::State& state, std::size_t cameras)
 
 void registerFormBenchmarks()
 {
-    for (const std::size_t cameras : {4, 8}) {
+    for (const std::size_t cameras : {4, 8, 64}) {
         benchmark::RegisterBenchmark(("form_tick/" + std::to_string(cameras)).c_str(), tick, cameras)
             ->Unit(benchmark::kMillisecond);
     }

@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>AreaPager</name>
+    <message>
+        <source>Plot areas</source>
+        <translation>Graphen</translation>
+    </message>
+</context>
+<context>
     <name>CxCameraLineData</name>
     <message>
         <source>Cancel</source>
@@ -399,6 +406,72 @@ puffer</translation>
     <message>
         <source>The data rate of the sensor in MB/s, against which the buffer is simulated. Checked: as the camera tells.</source>
         <translation>Die Datenrate des Sensors in MB/s, mit der der Puffer simuliert wird. Angekreuzt: nach Angabe der Kamera.</translation>
+    </message>
+    <message>
+        <source>Start All, Stop All</source>
+        <translation>Alle starten, alle anhalten</translation>
+    </message>
+    <message>
+        <source>Zoom in</source>
+        <translation>Vergrößern</translation>
+    </message>
+    <message>
+        <source>Zoom out</source>
+        <translation>Verkleinern</translation>
+    </message>
+    <message>
+        <source>Earlier</source>
+        <translation>Früher</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Später</translation>
+    </message>
+    <message>
+        <source>One plot area up</source>
+        <translation>Einen Graphen hinauf</translation>
+    </message>
+    <message>
+        <source>One plot area down</source>
+        <translation>Einen Graphen hinunter</translation>
+    </message>
+    <message>
+        <source>First plot area alone, or all</source>
+        <translation>Ersten Graphen allein oder alle</translation>
+    </message>
+    <message>
+        <source>All plot areas</source>
+        <translation>Alle Graphen</translation>
+    </message>
+    <message>
+        <source>Show all graphs</source>
+        <translation>Alle Graphen zeigen</translation>
+    </message>
+    <message>
+        <source>Hide all graphs</source>
+        <translation>Alle Graphen ausblenden</translation>
+    </message>
+    <message>
+        <source>Save all plot areas...</source>
+        <translation>Alle Graphen speichern...</translation>
+    </message>
+    <message>
+        <source>%1 exists already. Replace it?</source>
+        <translation>%1 gibt es schon. Ersetzen?</translation>
+    </message>
+    <message>
+        <source>The image cannot be written.
+%1: %2</source>
+        <translation>Das Bild kann nicht geschrieben werden.
+%1: %2</translation>
+    </message>
+    <message>
+        <source>Previous plot areas</source>
+        <translation>Vorige Graphen</translation>
+    </message>
+    <message>
+        <source>Next plot areas</source>
+        <translation>Nächste Graphen</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>AreaPager</name>
+    <message>
+        <source>Plot areas</source>
+        <translation>图区</translation>
+    </message>
+</context>
+<context>
     <name>CxCameraLineData</name>
     <message>
         <source>Cancel</source>
@@ -394,6 +401,72 @@ size</source>
     <message>
         <source>The data rate of the sensor in MB/s, against which the buffer is simulated. Checked: as the camera tells.</source>
         <translation>传感器的数据速率（MB/s），用于模拟缓冲区。勾选：由相机给出。</translation>
+    </message>
+    <message>
+        <source>Start All, Stop All</source>
+        <translation>全部开始，全部停止</translation>
+    </message>
+    <message>
+        <source>Zoom in</source>
+        <translation>放大</translation>
+    </message>
+    <message>
+        <source>Zoom out</source>
+        <translation>缩小</translation>
+    </message>
+    <message>
+        <source>Earlier</source>
+        <translation>向前</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>向后</translation>
+    </message>
+    <message>
+        <source>One plot area up</source>
+        <translation>上移一个图</translation>
+    </message>
+    <message>
+        <source>One plot area down</source>
+        <translation>下移一个图</translation>
+    </message>
+    <message>
+        <source>First plot area alone, or all</source>
+        <translation>仅显示第一个图或全部</translation>
+    </message>
+    <message>
+        <source>All plot areas</source>
+        <translation>全部图</translation>
+    </message>
+    <message>
+        <source>Show all graphs</source>
+        <translation>显示全部图</translation>
+    </message>
+    <message>
+        <source>Hide all graphs</source>
+        <translation>隐藏全部图</translation>
+    </message>
+    <message>
+        <source>Save all plot areas...</source>
+        <translation>保存全部图...</translation>
+    </message>
+    <message>
+        <source>%1 exists already. Replace it?</source>
+        <translation>%1 已存在。要替换吗？</translation>
+    </message>
+    <message>
+        <source>The image cannot be written.
+%1: %2</source>
+        <translation>无法写入图像。
+%1：%2</translation>
+    </message>
+    <message>
+        <source>Previous plot areas</source>
+        <translation>前面的图</translation>
+    </message>
+    <message>
+        <source>Next plot areas</source>
+        <translation>后面的图</translation>
     </message>
 </context>
 <context>

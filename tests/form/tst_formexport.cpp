@@ -38,11 +38,14 @@ private Q_SLOTS:
     void picture()
     {
         // start: what the file begins with
-        const Rows<int, QString, QByteArray> rows{
-            {1, "", ""},      {2, "graph.png", "\x89PNG"}, {2, "graph.jpg", "\xff\xd8\xff"}, {2, "graph.bmp", "BM"},
-            {2, "graph", ""}, // no suffix, no file
-            {3, "", ""}};
-        for (const auto& [type, name, start] : rows) {
+        const Rows<int, QString, QByteArray, int> rows{{1, "", "", 0},
+                                                       {2, "graph.png", "\x89PNG", 1},
+                                                       {2, "graph.jpg", "\xff\xd8\xff", 1},
+                                                       {2, "graph.bmp", "BM", 1},
+                                                       {2, "other", "\x89PNG", 1},
+                                                       {2, "graph.v2", "", 2}, // told
+                                                       {3, "", "", 0}};
+        for (const auto& [type, name, start, dialogs] : rows) {
             FormBench bench(1);
             bench.form->resize(803, 517);
             auto* button = bench.child<CxExportToolButton>("btnExport");
@@ -52,11 +55,12 @@ private Q_SLOTS:
             robot.fileName = dir.filePath(name);
 
             QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(5, 5));
-            QCOMPARE(robot.seen.size(), type == 2 ? 1 : 0);
+            QCOMPARE(robot.seen.size(), dialogs);
             QCOMPARE(bench.host.directory, type == 2 ? dir.path() : QString());
             QImage image = QGuiApplication::clipboard()->image();
             QCOMPARE(image.format(), type == 1 ? QImage::Format_RGB888 : QImage::Format_Invalid);
             if (type == 2) {
+                robot.fileName += QLatin1String(name.contains('.') ? "" : ".png");
                 QCOMPARE(QFile::exists(robot.fileName), !start.isEmpty());
                 QVERIFY(start.isEmpty() || contents(robot.fileName).startsWith(start));
                 image.load(robot.fileName);

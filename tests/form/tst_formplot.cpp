@@ -31,6 +31,19 @@ class FormPlotTest : public QObject
 {
     Q_OBJECT
 
+    static void wheel(const FormBench& bench, int angle, Qt::KeyboardModifiers modifiers)
+    {
+        const QPointF position = bench.area(bench.plot()->axisRectCount() - 1)->center();
+        QWheelEvent event(position, bench.plot()->mapToGlobal(position.toPoint()), {}, QPoint(0, angle), Qt::NoButton,
+                          modifiers, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(bench.plot(), &event);
+    }
+
+    static void doubleClick(const FormBench& bench, int area)
+    {
+        QTest::mouseDClick(bench.plot(), Qt::LeftButton, {}, bench.area(area)->center());
+    }
+
 private Q_SLOTS:
     void curves()
     {
@@ -98,18 +111,76 @@ private Q_SLOTS:
             for (int cameras = 1; cameras <= 5; bench.addCamera(), ++cameras) {
                 for (const int height : {200, 272, 400, 900}) {
                     bench.plot()->resize(516, height);
-                    auto* area = bench.area(cameras - 1);
+                    const int areas = bench.plot()->axisRectCount();
+                    auto* area = bench.area(areas - 1);
                     auto* values = area->axis(QCPAxis::atLeft);
                     const QRect label = drawnBy(*bench.plot(), [&] { values->setLabelColor(Qt::transparent); });
-                    QVERIFY(label.height() < height / cameras && (!label.isEmpty() || height / cameras < 80));
+                    QVERIFY(label.height() < height / areas && (!label.isEmpty() || height / areas < 80));
                     const QRect times = drawnBy(
                         *bench.plot(), [&] { area->axis(QCPAxis::atBottom)->setTickLabelColor(Qt::transparent); });
                     QVERIFY(!label.intersects(times));
                     QVERIFY(values->ticker()->tickCount() * values->tickLabelFont().pixelSize() <=
-                            std::max(11, height / cameras));
+                            std::max(11, height / areas));
                 }
             }
         }
+    }
+
+    void areasPageWhereThereIsNoRoom()
+    {
+        FormBench bench(5);
+        for (int i = 0; i < 5; ++i)
+            addFrames(bench.record(i), bench.nowUs - 30 * second, bench.nowUs, second, quint64(1000 * (i + 1)));
+        const auto key = [&](Qt::Key pressed, Qt::KeyboardModifiers modifiers = {}) {
+            QTest::keyClick(bench.plot(), pressed, modifiers);
+        };
+        const auto axes = [&] { // title initial, value axis
+            QStringList texts;
+            for (int i = 0; i < bench.areas().size(); ++i)
+                texts.append(bench.areas()[i].left(1) + rangeText(bench.area(i)->axis(QCPAxis::atLeft)));
+            return texts;
+        };
+        bench.form->resize(700, 1000);
+        bench.form->activateWindow();
+        bench.plot()->setFocus();
+        QVERIFY(QTest::qWaitForWindowActive(bench.form.get()));
+        bench.tick();
+        const QStringList all = axes();
+        QCOMPARE(all.size(), 5);
+        QVERIFY(bench.child("areaBar")->isHidden());
+
+        bench.form->resize(700, 500);
+        QCoreApplication::processEvents();
+        const int freeze = 4;
+        const Steps steps{
+            {"AB", [] {}},
+            {"CD", [&] { key(Qt::Key_PageDown); }},
+            {"DE", [&] { key(Qt::Key_PageDown); }},
+            {"CD", [&] { wheel(bench, 120, Qt::ControlModifier); }},
+            {"C", [&] { doubleClick(bench, 0); }},
+            {"D", [&] { key(Qt::Key_PageDown, Qt::ControlModifier); }},
+            {"CD", [&] { key(Qt::Key_Escape); }},
+            {"D", [&] { doubleClick(bench, 1); }},
+            {"CD", [&] { doubleClick(bench, 0); }},
+            {"DE", [&] { bench.child<QScrollBar>("areaBar")->setValue(4); }},
+            {"AB", [&] { key(Qt::Key_PageUp), key(Qt::Key_PageUp); }},
+            {"BC", [&] { bench.graphBox(0)->click(), bench.invoke("updateGraph"); }},
+            {"AB", [&] { bench.graphBox(0)->click(), bench.invoke("updateGraph"), key(Qt::Key_PageUp); }}};
+        int step = 0;
+        for (const auto& [inView, act] : steps) {
+            if (++step > freeze) // the curves of the last refresh are those of areas that come into view later
+                bench.nowUs += second, bench.form->referenceTime = bench.nowUs;
+            act();
+            const QString context = QStringLiteral("%1: %2").arg(step).arg(axes().join(' '));
+            QVERIFY2(axes() == all.filter(QRegularExpression(QStringLiteral("^[%1]").arg(inView))),
+                     qPrintable(context));
+            QCOMPARE(bench.plot()->graphCount(), 2 * bench.areas().size());
+            QVERIFY2(rangeText(bench.area(0)->axis(QCPAxis::atBottom)) == "-20..0", qPrintable(context));
+            QVERIFY2(bench.plot()->grab().toImage() == pictureAfterReplot(*bench.plot()), qPrintable(context));
+        }
+        bench.tick();
+        QCOMPARE(bench.columnTexts(ThroughputColumn::AvgThroughput),
+                 (QStringList{"2048", "1024", "682", "512", "409"})); // in view or not
     }
 
     void timeRanges()
@@ -138,12 +209,9 @@ private Q_SLOTS:
     {
         FormBench bench(2);
         QCoreApplication::processEvents(); // the first drawing
-        const QPointF position = bench.area(1)->center();
-        QWheelEvent wheel(position, bench.plot()->mapToGlobal(position.toPoint()), {}, QPoint(0, 120), Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
         bench.record(0).measuring = true;
         QSignalSpy replots(bench.plot(), &QCustomPlot::afterReplot);
-        QCoreApplication::sendEvent(bench.plot(), &wheel);
+        wheel(bench, 120, Qt::NoModifier);
         QCoreApplication::processEvents();
         bench.record(0).measuring = false;
         QCOMPARE(replots.size(), 1);
@@ -219,6 +287,7 @@ private Q_SLOTS:
     void dragsEndWithAntialiasing()
     {
         FormBench bench(3);
+        bench.form->resize(690, 600);
         const auto send = [&bench](QEvent::Type type, int x, Qt::MouseButton button, Qt::MouseButtons buttons) {
             QMouseEvent event(type, bench.area(0)->center() + QPointF(x, 0), button, buttons, Qt::NoModifier);
             QCoreApplication::sendEvent(bench.plot(), &event);

@@ -135,6 +135,7 @@ private Q_SLOTS:
     void camerasOpenAndClose()
     {
         FormBench bench(1);
+        bench.form->resize(690, 600); // room for three areas
         bench.measureButton(0)->click();
         bench.graphBox(0)->click();
         bench.inCell<QCheckBox>(0, RequiredThroughput)->click();

@@ -12,6 +12,7 @@
 #include "../engine/CameraLineData.h"
 #include "Curves.h"
 #include "Numbers.h"
+#include "RowCells.h"
 #include "ui_DataGraphForm.h"
 
 namespace {
@@ -29,58 +30,84 @@ bool CxDataGraphForm::HasPoints() const
     return false;
 }
 
-/// True if a curve has been filled.
+/// The figures of all cameras that are plotted, the curves of those in view; true if one of these has been filled.
 bool CxDataGraphForm::UpdateThroughputGraph()
 {
-    const bool detailed = IxAppDelegate::instance()->applicationOptions().detailLevel > minThroughputDetail;
-    const auto addCurve = [this](VNCORE_HANDLE hCam, const Curve& curve) -> QCPGraph* {
-        const QString name = QLatin1String(curve.name);
-        return IsPlotChecked(name) ? AddThrougputPlot(hCam, name, curve.colour) : nullptr;
-    };
-
     bool filled = false;
     for (CxCameraLineData* record : qAsConst(lineDataMap)) {
-        QCPAxisRect* axisRect = record->plotEnabled ? FindCameraAxisRect(record->hCam) : nullptr;
-        if (!axisRect)
+        if (!record->plotEnabled)
             continue;
-        QCPGraph* minimum = detailed ? addCurve(record->hCam, minThroughputCurve) : nullptr;
-        QCPGraph* level = addCurve(record->hCam, bufferLevelCurve);
-        const QCPRange range = axisRect->axis(QCPAxis::atBottom)->range();
-        if (EvaluateVisible(*record, minimum, level, &range, MinKeySpacing(range))) {
+        QCPAxisRect* axisRect = FindCameraAxisRect(record->hCam);
+        if (axisRect ? FillThroughputArea(*record, axisRect, referenceTime) : RefreshFigures(*record)) {
             updateCameraListRow(record->hCam);
-            AutoScaleVertAxis(record->hCam, axisRect);
-            filled = true;
+            filled |= axisRect != nullptr;
         }
     }
     return filled;
 }
 
-bool CxDataGraphForm::EvaluateVisible(CxCameraLineData& record, QCPGraph* minGraph, QCPGraph* levelGraph,
-                                      const QCPRange* keyRange, double minKeySpacing)
+bool CxDataGraphForm::FillThroughputArea(CxCameraLineData& record, QCPAxisRect* axisRect, qint64 nowUs)
 {
-    return record.calculateStats(minGraph, levelGraph, keyRange, VisibleFromUs(), VisibleToUs(), minKeySpacing);
+    const auto addCurve = [&](const Curve& curve) -> QCPGraph* {
+        const QString name = QLatin1String(curve.name);
+        return IsPlotChecked(name) ? AddThrougputPlot(record.hCam, name, curve.colour) : nullptr;
+    };
+    const bool detailed = IxAppDelegate::instance()->applicationOptions().detailLevel > minThroughputDetail;
+    QCPGraph* minimum = detailed ? addCurve(minThroughputCurve) : nullptr;
+    QCPGraph* level = addCurve(bufferLevelCurve);
+    const QCPRange range = axisRect->axis(QCPAxis::atBottom)->range();
+    if (!record.calculateStats(minimum, level, &range, VisibleFromUs(nowUs), VisibleToUs(nowUs),
+                               MinKeySpacing(range)))
+        return false;
+    AutoScaleVertAxis(record.hCam, axisRect);
+    return true;
 }
 
 void CxDataGraphForm::UpdateStandardGraph()
 {
     for (CxCameraLineData* record : qAsConst(lineDataMap)) {
-        QCPAxisRect* axisRect = record->plotEnabled ? FindCameraAxisRect(record->hCam) : nullptr;
-        if (!axisRect)
-            continue;
-        std::array<QCPGraph*, standardCurves.size()> graphs{};
-        std::transform(standardCurves.begin(), standardCurves.end(), graphs.begin(), [&](const Curve& curve) {
-            const QString name = QLatin1String(curve.name);
-            return IsPlotChecked(name) ? AddStandardAcqPlot(record->hCam, name, curve.selector, curve.colour)
-                                       : nullptr;
-        });
-        const QCPRange range = axisRect->axis(QCPAxis::atBottom)->range();
-        if (record->fillCounterGraphs(graphs[0], graphs[1], graphs[2], graphs[3], graphs[4], range, VisibleFromUs(),
-                                      VisibleToUs(), MinKeySpacing(range))) {
+        QCPAxisRect* axisRect = FindCameraAxisRect(record->hCam);
+        if (record->plotEnabled && (!axisRect || FillStandardArea(*record, axisRect, referenceTime)))
             updateCameraListRow(record->hCam);
-            ScaleCounterAxis(graphs, axisRect);
-        }
     }
     ReplotPlot();
+}
+
+bool CxDataGraphForm::FillStandardArea(CxCameraLineData& record, QCPAxisRect* axisRect, qint64 nowUs)
+{
+    std::array<QCPGraph*, standardCurves.size()> graphs{};
+    std::transform(standardCurves.begin(), standardCurves.end(), graphs.begin(), [&](const Curve& curve) {
+        const QString name = QLatin1String(curve.name);
+        return IsPlotChecked(name) ? AddStandardAcqPlot(record.hCam, name, curve.selector, curve.colour) : nullptr;
+    });
+    const QCPRange range = axisRect->axis(QCPAxis::atBottom)->range();
+    if (!record.fillCounterGraphs(graphs[0], graphs[1], graphs[2], graphs[3], graphs[4], range, VisibleFromUs(nowUs),
+                                  VisibleToUs(nowUs), MinKeySpacing(range)))
+        return false;
+    ScaleCounterAxis(graphs, axisRect);
+    return true;
+}
+
+/// What the last refresh would have drawn in areas that were not in view then.
+void CxDataGraphForm::FillNewAreas()
+{
+    if (!curvesTime)
+        return;
+    for (QCPAxisRect* axisRect : ui->plot->axisRects()) {
+        CxCameraLineData& record = *lineDataMap.value(cameraOf(axisRect));
+        if (measMode == MeasModeStandardAcq)
+            FillStandardArea(record, axisRect, *curvesTime);
+        else if (FillThroughputArea(record, axisRect, *curvesTime) && *curvesTime != referenceTime)
+            RefreshFigures(record); // those in the table are of the present time
+    }
+}
+
+/// What a refresh tells of a camera without its curves; true if there is anything new.
+bool CxDataGraphForm::RefreshFigures(CxCameraLineData& record)
+{
+    return measMode == MeasModeDataThroughput &&
+           record.calculateStats(nullptr, nullptr, nullptr, VisibleFromUs(referenceTime), VisibleToUs(referenceTime),
+                                 0.0);
 }
 
 /// The counters only grow: the first points of the curves bound the values from below, the last ones from above. A

@@ -2,6 +2,7 @@
 // The camera table: one row and one record per opened camera, built anew whenever a camera opens.
 #include "DataGraphForm.h"
 
+#include <algorithm>
 #include <limits>
 #include <optional>
 
@@ -15,6 +16,7 @@
 
 #include "../engine/CameraLineData.h"
 #include "../engine/LogLine.h"
+#include "AreaPager.h"
 #include "Columns.h"
 #include "Curves.h"
 #include "Look.h"
@@ -24,6 +26,8 @@
 namespace {
 
 constexpr int rowPixels = 24;
+constexpr int scrollBarPixels = 5;
+constexpr int leastRows = 2; ///< that the table always shows
 
 void setFixedRows(QTableWidget* table)
 {
@@ -119,9 +123,9 @@ void CxDataGraphForm::BuildTable(const Columns& columns, const Curves& curves)
             FillThroughputRow(row, *record);
         updateCameraListRow(hCam);
         record->plotEnabled = true;
-        AddCameraPlot(hCam, row * rowsPerArea, record->cameraName);
         ++row;
     }
+    ArrangeAreas();
 
     ui->tablePlotCheck->setColumnCount(2);
     ui->tablePlotCheck->setRowCount(static_cast<int>(curves.size()));
@@ -215,15 +219,24 @@ void CxDataGraphForm::SetCameraTableHeader(int column, const QString& text, cons
     ui->table->setHorizontalHeaderItem(column, header);
 }
 
-/// The heading takes what the rows leave, a thin scroll bar included.
+/// The heading takes what the rows leave, a thin scroll bar included. Where the plot would not keep room for two areas
+/// the table scrolls, by whole rows.
 void CxDataGraphForm::FixTableHeight()
 {
     if (measureColumn(measMode) < 0)
         return;
     const int rows = ui->table->rowCount();
     const bool standard = measMode == MeasModeStandardAcq;
-    ui->table->horizontalHeader()->setFixedHeight(standard ? 20 : 26);
-    ui->table->setFixedHeight(standard ? (rows + 1) * 25 : rows * 25 + 30);
+    const int heading = standard ? 20 : 26;
+    const QMargins margins = ui->gridLayout->contentsMargins();
+    const int room = height() - margins.top() - margins.bottom() - ui->gridLayout->verticalSpacing() -
+                     2 * AreaPager::leastAreaPixels;
+    const int rowsWithRoom = std::max(leastRows, (room - heading - scrollBarPixels) / rowPixels);
+    ui->table->horizontalHeader()->setFixedHeight(heading);
+    ui->table->setVerticalScrollBarPolicy(rows > rowsWithRoom ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+    ui->table->setFixedHeight(rows > rowsWithRoom ? heading + rowsWithRoom * rowPixels + scrollBarPixels
+                              : standard          ? (rows + 1) * 25
+                                                  : rows * 25 + 30);
 }
 
 void CxDataGraphForm::updateCameraListRow(VNCORE_HANDLE hCam)
@@ -304,10 +317,10 @@ void CxDataGraphForm::removeCameraListRow(VNCORE_HANDLE hCam)
     const int row = rowOf(ui->table, hCam);
     if (row >= 0)
         ui->table->removeRow(row);
-    RemovePlotArea(hCam);
     ui->btnStartAll->setEnabled(!CxCameraManager::instance()->openedCameras().isEmpty());
     UpdateSetupButton();
     FixTableHeight();
     ShowPlotIfWanted();
+    ArrangeAreas();
     ReplotPlot();
 }

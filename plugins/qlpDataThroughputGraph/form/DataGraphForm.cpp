@@ -13,6 +13,7 @@
 
 #include "../engine/CameraLineData.h"
 #include "../engine/MeasurementClock.h"
+#include "AreaPager.h"
 #include "Look.h"
 #include "ui_DataGraphForm.h"
 
@@ -36,12 +37,15 @@ CxDataGraphForm::CxDataGraphForm(QWidget* parent)
 {
     ui->setupUi(this);
     timeAxisMargins = new QCPMarginGroup(ui->plot);
+    pager = new AreaPager(ui->plot);
+    connect(pager, &AreaPager::moved, this, &CxDataGraphForm::ArrangeAreas);
 
     IxAppDelegate::instance()->registerPlot(ui->plot);
     SetLook();
     ui->plot->setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);
     ui->plot->setNoAntialiasingOnDrag(true);
     ui->plot->installEventFilter(this);
+    ui->plot->setFocusPolicy(Qt::StrongFocus);
     ui->table->setFocusPolicy(Qt::NoFocus);
     for (QTableWidget* table : {ui->table, ui->tablePlotCheck}) {
         table->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -56,6 +60,7 @@ CxDataGraphForm::CxDataGraphForm(QWidget* parent)
     connect(&lateReplot, &QTimer::timeout, this, &CxDataGraphForm::ReplotPlot);
     connect(ui->plot, &QCustomPlot::afterReplot, &lateReplot, &QTimer::stop);
 
+    AddActions();
     updateCameraList();
     ConnectHost();
     refreshTimer.start(refreshPeriodMs);
@@ -81,7 +86,6 @@ void CxDataGraphForm::SetLook()
     ui->plot->plotLayout()->setRowSpacing(plotAreaSpacing);
     for (QTableWidget* table : {ui->table, ui->tablePlotCheck})
         look::makeDark(table);
-    ui->table->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // its height always fits its rows
     ui->table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
 }
 
@@ -158,8 +162,18 @@ bool CxDataGraphForm::eventFilter(QObject* watched, QEvent* event)
         return QWidget::eventFilter(watched, event);
     switch (event->type()) {
     case QEvent::Resize:
+        ArrangeAreas();
         FitValueAxes(static_cast<QResizeEvent*>(event)->size().height());
         break;
+    case QEvent::Wheel:
+        if (auto* wheel = static_cast<QWheelEvent*>(event); wheel->modifiers().testFlag(Qt::ControlModifier)) {
+            pager->scroll(*wheel);
+            return true;
+        }
+        break;
+    case QEvent::MouseButtonDblClick:
+        ToggleAlone(CameraAt(static_cast<QMouseEvent*>(event)->pos()));
+        return true;
     case QEvent::Show:
         if (replotPending)
             ReplotPlot();
@@ -182,6 +196,12 @@ bool CxDataGraphForm::eventFilter(QObject* watched, QEvent* event)
         break;
     }
     return QWidget::eventFilter(watched, event);
+}
+
+void CxDataGraphForm::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    FixTableHeight();
 }
 
 /// The plot has antialiasing again when its area hears of the release. This is for one that goes before, and for a

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <QtCore/QList>
@@ -18,6 +19,7 @@
 
 #include "PostponedEvents.h"
 
+class AreaPager;
 class CxCameraLineData;
 class CxCameraParameters;
 class QCheckBox;
@@ -83,6 +85,7 @@ protected:
     /// Of the plot, before it hears of them itself: its size, its drags, and the replot that was left out while it
     /// could not be seen.
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     /// A record that may be gone when it is looked for.
@@ -100,6 +103,9 @@ private:
     bool IsAnyMeasuring() const;
     void ReplotPlot();
     void EndDrag();
+
+    // --- keyboard (Actions.cpp) ---
+    void AddActions();
 
     // --- camera table (CameraTable.cpp) ---
     void BuildStandardAcqTable();
@@ -153,15 +159,26 @@ private:
     bool IsPlotChecked(const QString& curveName) const;
     void AutoScaleVertAxis(VNCORE_HANDLE hCam, QCPAxisRect* axisRect);
     void AddPlotCheckRow(int row, const Curve& curve);
+
+    // --- areas in view (PlotAreas.cpp) ---
+    QList<VNCORE_HANDLE> PlottedCameras() const;
+    void ArrangeAreas();
+    void BuildAreas(const QList<VNCORE_HANDLE>& cameras);
     void ClearPlotAreas();
-    void RemovePlotArea(VNCORE_HANDLE hCam);
+    void TakeAreasOut();
+    VNCORE_HANDLE CameraAt(const QPoint& inPlot) const;
+    void ToggleAlone(VNCORE_HANDLE hCam);
+    void SwitchGraphs(bool on);
 
     // --- curves of a refresh (AreaCurves.cpp) ---
     bool HasPoints() const;
     bool UpdateThroughputGraph();
-    bool EvaluateVisible(CxCameraLineData& record, QCPGraph* minGraph = nullptr, QCPGraph* levelGraph = nullptr,
-                         const QCPRange* keyRange = nullptr, double minKeySpacing = 0.0);
     void UpdateStandardGraph();
+    /// Both add the curves of an area and fill them up to that time; true if that was possible.
+    bool FillThroughputArea(CxCameraLineData& record, QCPAxisRect* axisRect, qint64 nowUs);
+    bool FillStandardArea(CxCameraLineData& record, QCPAxisRect* axisRect, qint64 nowUs);
+    void FillNewAreas();
+    bool RefreshFigures(CxCameraLineData& record);
     void ScaleCounterAxis(const std::array<QCPGraph*, 5>& graphs, QCPAxisRect* axisRect);
     double MinKeySpacing(const QCPRange& range) const;
 
@@ -169,12 +186,18 @@ private:
     void RefreshStatistics();
     void UpdateReferenceTime();
     void SetTimeAxes(double lower, double upper);
-    /// The visible range in microseconds.
-    qint64 VisibleFromUs() const;
-    qint64 VisibleToUs() const;
+    /// The visible range in microseconds, at that time.
+    qint64 VisibleFromUs(qint64 nowUs) const;
+    qint64 VisibleToUs(qint64 nowUs) const;
+    void ZoomTime(double factor);
+    void PanTime(double share);
+    void RebuildPlots();
     void ShowPlotIfWanted();
 
     // --- exports (GraphExport.cpp) ---
+    QImage PictureOfAllAreas();
+    void SaveAllAreas();
+    void SavePicture(const QImage& picture);
     void WriteReport(CxCameraLineData& record, const QString& fileName);
     void HandlePostponedEvents();
 
@@ -200,7 +223,10 @@ private:
     /// onChkCamPlotData() or process events.
     QMutex plotMutex;
 
-    PostponedEvents postponedEvents; ///< held while a report is written
+    PostponedEvents postponedEvents;                        ///< held while a report is written
+    AreaPager* pager;                                       ///< the plot owns it
+    QMap<VNCORE_HANDLE, QPair<double, double>> valueRanges; ///< of left axes, while their areas are out of view
+    std::optional<qint64> curvesTime;                       ///< the referenceTime of what is drawn, if anything is
     QTimer lateReplot; ///< unless something else replots first, as a plot does that is dragged or zoomed
     QCPMarginGroup* timeAxisMargins; ///< lines up the time axes of all areas; the plot owns it
     bool unitCaptions = false;       ///< updateColumnNames() has been asked for: rebuilds keep the units

@@ -2,11 +2,15 @@
 // The two exports: the graph as a picture, a camera's measured data as a CSV report.
 #include "DataGraphForm.h"
 
+#include <algorithm>
+
 #include <qcustomplot.h>
 
 #include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QImageWriter>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QToolButton>
@@ -20,20 +24,38 @@
 
 namespace {
 
+constexpr int largestPicture = 32000; ///< pixels; a painter knows no larger ones
+
 /// 24-bit, and of the plot's size in the coordinates of widgets: the screen's scale makes it no larger.
-QImage pictureOf(QCustomPlot& plot)
+QImage pictureOf(QCustomPlot& plot, int height)
 {
-    return plot.toPixmap(plot.width(), plot.height(), 1.0).toImage().convertToFormat(QImage::Format_RGB888);
+    return plot.toPixmap(plot.width(), height, 1.0).toImage().convertToFormat(QImage::Format_RGB888);
 }
 
-/// Empty if the user cancels; else the host remembers the file's directory.
-QString askForFile(QWidget* parent, const QString& caption, const QString& filter)
+bool askToReplace(QWidget* parent, const QString& title, const QString& name)
+{
+    return QMessageBox::question(
+               parent, title,
+               CxDataGraphForm::tr("%1 exists already. Replace it?").arg(QFileInfo(name).fileName())) ==
+           QMessageBox::Yes;
+}
+
+/// Empty if the user cancels; else the host remembers the file's directory. A new file without a suffix gets that
+/// of the chosen filter.
+QString askForFile(QWidget* parent, const QString& caption, const QString& filters)
 {
     auto* host = IxAppDelegate::instance();
-    QString name = QFileDialog::getSaveFileName(parent, caption, host->lastDirectory(), filter);
-    if (!name.isEmpty())
-        host->setLastDirectory(QFileInfo(name).absolutePath());
-    return name;
+    QString filter;
+    QString name = QFileDialog::getSaveFileName(parent, caption, host->lastDirectory(), filters, &filter);
+    if (name.isEmpty())
+        return {};
+    host->setLastDirectory(QFileInfo(name).absolutePath());
+    if (!QFileInfo(name).suffix().isEmpty() || QFileInfo::exists(name))
+        return name;
+    name += QRegularExpression(QStringLiteral("\\.\\w+")).match(filter.isEmpty() ? filters : filter).captured();
+    // The dialog has asked for the name without its suffix only.
+    const bool replaces = QFileInfo::exists(name);
+    return replaces && !askToReplace(parent, caption, name) ? QString() : name;
 }
 
 } // namespace
@@ -43,15 +65,44 @@ void CxDataGraphForm::onBtnExport(int iExportType)
     if (iExportType != ExportToClipboard && iExportType != ExportToFile)
         return;
     EndDrag(); // the picture has antialiasing
-    const QImage picture = pictureOf(*ui->plot);
+    const QImage picture = pictureOf(*ui->plot, ui->plot->height());
     if (iExportType == ExportToClipboard) {
         QGuiApplication::clipboard()->setImage(picture);
         return;
     }
+    SavePicture(picture);
+}
+
+void CxDataGraphForm::SavePicture(const QImage& picture)
+{
     const QString name =
         askForFile(this, tr("Select Output File"), QStringLiteral("PNG (*.png);;JPEG (*.jpg);;BMP Bitmaps (*.bmp)"));
-    if (!name.isEmpty())
-        picture.save(name); // in the format that the suffix names
+    QImageWriter writer(name); // the suffix names the format
+    if (!name.isEmpty() && !writer.write(picture))
+        showError(this, ui->btnExport->text(),
+                  tr("The image cannot be written.\n%1: %2").arg(name, writer.errorString()));
+}
+
+void CxDataGraphForm::SaveAllAreas()
+{
+    if (postponedEvents.isHeld() || PlottedCameras().isEmpty())
+        return;
+    SavePicture(PictureOfAllAreas());
+}
+
+/// Each as high as those in view. Nothing else is seen of it: events are not processed.
+QImage CxDataGraphForm::PictureOfAllAreas()
+{
+    const int areaHeight = ui->plot->height() / std::max(1, ui->plot->axisRectCount());
+    const QList<VNCORE_HANDLE> cameras = PlottedCameras();
+    const int height = std::min(areaHeight * cameras.size(), largestPicture);
+    BuildAreas(cameras);
+    FillNewAreas();
+    FitValueAxes(height);
+    const QImage picture = pictureOf(*ui->plot, height);
+    ArrangeAreas();
+    ReplotPlot();
+    return picture;
 }
 
 void CxDataGraphForm::onBtnCamExportData()
@@ -77,7 +128,8 @@ void CxDataGraphForm::WriteReport(CxCameraLineData& record, const QString& fileN
 {
     postponedEvents.hold(record.hCam);
     QString reason;
-    const CsvReportResult result = record.exportToCsv(fileName, this, VisibleFromUs(), VisibleToUs(), &reason);
+    const CsvReportResult result =
+        record.exportToCsv(fileName, this, VisibleFromUs(referenceTime), VisibleToUs(referenceTime), &reason);
     HandlePostponedEvents(); // the record may be gone now
 
     if (result == CsvReportResult::Failed)
@@ -90,6 +142,9 @@ void CxDataGraphForm::HandlePostponedEvents()
         switch (kind) {
         case PostponedEvents::RefreshTimer:
             timerSignal();
+            break;
+        case PostponedEvents::AreasInView:
+            ArrangeAreas();
             break;
         case PostponedEvents::GraphRefresh:
             updateGraph();

@@ -78,6 +78,7 @@ void CxDataGraphForm::updateGraph()
     UpdateReferenceTime();
     const bool drawn = HasPoints();
     ui->plot->clearGraphs();
+    curvesTime = referenceTime;
     switch (measMode) {
     case MeasModeDataThroughput:
         if (UpdateThroughputGraph() || drawn) // also when nothing has come in the place of what was drawn
@@ -95,11 +96,10 @@ void CxDataGraphForm::RefreshStatistics()
 {
     UpdateReferenceTime();
     for (CxCameraLineData* record : qAsConst(lineDataMap)) {
-        if (!record->isMeasuring())
-            continue;
-        if (measMode == MeasModeDataThroughput)
-            EvaluateVisible(*record);
-        updateCameraListRow(record->hCam);
+        if (record->isMeasuring()) {
+            RefreshFigures(*record);
+            updateCameraListRow(record->hCam);
+        }
     }
 }
 
@@ -110,14 +110,14 @@ void CxDataGraphForm::UpdateReferenceTime()
         referenceTime = measurementClockUs();
 }
 
-qint64 CxDataGraphForm::VisibleFromUs() const
+qint64 CxDataGraphForm::VisibleFromUs(qint64 nowUs) const
 {
-    return toMicroseconds(timeRangeLower, referenceTime);
+    return toMicroseconds(timeRangeLower, nowUs);
 }
 
-qint64 CxDataGraphForm::VisibleToUs() const
+qint64 CxDataGraphForm::VisibleToUs(qint64 nowUs) const
 {
-    return toMicroseconds(timeRangeUpper, referenceTime);
+    return toMicroseconds(timeRangeUpper, nowUs);
 }
 
 void CxDataGraphForm::on_plotChangeZoom(QCPRange range)
@@ -164,6 +164,19 @@ void CxDataGraphForm::on_resetPan_clicked()
     ReplotPlot();
 }
 
+/// Keeps the end that follows the clock.
+void CxDataGraphForm::ZoomTime(double factor)
+{
+    on_plotChangeZoom(QCPRange(timeRangeUpper - factor * (timeRangeUpper - timeRangeLower), timeRangeUpper));
+}
+
+/// Of the visible range, into the future.
+void CxDataGraphForm::PanTime(double share)
+{
+    const double seconds = share * (timeRangeUpper - timeRangeLower);
+    on_plotChangeZoom(QCPRange(timeRangeLower + seconds, timeRangeUpper + seconds));
+}
+
 void CxDataGraphForm::onChkCamPlotData(bool state)
 {
     if (postponedEvents.isHeld()) // a record's mutex may be held, before which this one comes
@@ -174,20 +187,17 @@ void CxDataGraphForm::onChkCamPlotData(bool state)
     if (!switched)
         return;
     switched->plotEnabled = state;
+    RebuildPlots();
+}
+
+void CxDataGraphForm::RebuildPlots()
+{
     ClearPlotAreas();
-    int layoutRow = 0;
-    for (int row = 0; row < ui->table->rowCount(); ++row) {
-        if (!isKnown(measMode)) {
-            LOG_FAILURE("CxDataGraphForm::onChkCamPlotData", "Unknown measurement mode is selected");
-            return;
-        }
-        const QCheckBox* box = CheckBoxCell::at(ui->table, row, graphColumn).box;
-        const CxCameraLineData* record = box ? lineDataMap.value(cameraOf(box)) : nullptr;
-        if (record && record->plotEnabled) {
-            AddCameraPlot(record->hCam, layoutRow, record->cameraName);
-            layoutRow += rowsPerArea;
-        }
+    if (!isKnown(measMode)) {
+        LOG_FAILURE("CxDataGraphForm::onChkCamPlotData", "Unknown measurement mode is selected");
+        return;
     }
+    ArrangeAreas();
     ShowPlotIfWanted();
     ReplotPlot();
 }

@@ -15,10 +15,11 @@ constexpr auto headingSheet = "QHeaderView { background: %1; border: none; }"
                               "QHeaderView::section { background: %1; color: white; border: none;"
                               " border-right: 1px solid %2; padding: 0px 4px; }";
 constexpr auto scrollBarSheet = "QScrollBar { background: %1; border: none; }"
-                                "QScrollBar:horizontal { height: 5px; } QScrollBar:vertical { width: 5px; }"
+                                "QScrollBar:horizontal { height: %2px; } QScrollBar:vertical { width: %2px; }"
                                 "QScrollBar::handle { background: #8a9099; min-width: 30px; min-height: 15px; }"
                                 "QScrollBar::add-line, QScrollBar::sub-line { width: 0px; height: 0px; }";
 constexpr int largestPixels = 12;
+constexpr int tableBarPixels = 5;
 constexpr int headingPixels = 11; ///< two lines must fit beside one row
 
 constexpr double leastContrast = 4.5; ///< of text of this size, as WCAG 2 computes it
@@ -82,5 +83,10 @@ void look::makeDark(QTableWidget* table)
         header->setFont(font);
     }
     for (QScrollBar* bar : {table->horizontalScrollBar(), table->verticalScrollBar()})
-        bar->setStyleSheet(QString(QLatin1String(scrollBarSheet)).arg(background.name()));
+        makeDark(bar, tableBarPixels);
+}
+
+void look::makeDark(QScrollBar* bar, int pixels)
+{
+    bar->setStyleSheet(QString(QLatin1String(scrollBarSheet)).arg(background.name()).arg(pixels));
 }

@@ -5,6 +5,7 @@
 
 #include <vnCoreGui/PlotColours.h>
 
+class QScrollBar;
 class QTableWidget;
 class QWidget;
 
@@ -24,6 +25,8 @@ void limitFont(QWidget* form);
 
 /// Dark colours, a flat heading and thin scroll bars, so that a table of one row shows its row whole.
 void makeDark(QTableWidget* table);
+/// As thin as that.
+void makeDark(QScrollBar* bar, int pixels);
 
 } // namespace look
 

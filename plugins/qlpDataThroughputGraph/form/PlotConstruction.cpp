@@ -106,6 +106,10 @@ bool CxDataGraphForm::AddCameraPlot(VNCORE_HANDLE hCam, int layoutRow, const QSt
         ConfigurePlotAxis(axisRect, QCPAxis::atLeft, 0.0, 1000.0, tr("Avg. rate [MB/s]"));
         ConfigurePlotAxis(axisRect, QCPAxis::atRight, -10.0, 110.0, tr("Buffer filled [%]"));
     }
+    if (valueRanges.contains(hCam)) { // the area was in view before
+        const auto [lower, upper] = valueRanges.value(hCam);
+        axisRect->axis(QCPAxis::atLeft)->setRange(lower, upper);
+    }
     ui->plot->plotLayout()->addElement(layoutRow + 1, 0, axisRect);
     AutoScaleVertAxis(hCam, axisRect);
     TakeTypedRange(hCam);
@@ -274,33 +278,4 @@ void CxDataGraphForm::AddPlotCheckRow(int row, const Curve& curve)
     item->setBackground(look::groundFor(curve.colour));
     item->setToolTip(tr(curve.toolTip));
     ui->tablePlotCheck->setItem(row, 1, item);
-}
-
-/// Curves go before the axes that they refer to.
-void CxDataGraphForm::ClearPlotAreas()
-{
-    EndDrag();
-    ui->plot->clearGraphs();
-    ui->plot->plotLayout()->clear();
-    ui->plot->plotLayout()->simplify();
-}
-
-/// Takes one camera's area out; the others keep order and ranges.
-void CxDataGraphForm::RemovePlotArea(VNCORE_HANDLE hCam)
-{
-    QCPAxisRect* axisRect = FindCameraAxisRect(hCam);
-    if (!axisRect)
-        return;
-    EndDrag();
-    for (QCPGraph* graph : axisRect->graphs())
-        ui->plot->removeGraph(graph);
-    QCPLayoutGrid* layout = ui->plot->plotLayout();
-    for (int row = 1; row < layout->rowCount(); ++row) {
-        if (layout->element(row, 0) == axisRect) {
-            layout->remove(layout->element(row - 1, 0));
-            layout->remove(axisRect);
-            break;
-        }
-    }
-    layout->simplify();
 }

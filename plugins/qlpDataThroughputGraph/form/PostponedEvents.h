@@ -22,6 +22,7 @@ public:
         CameraOpened,
         CameraAcquisition,
         CameraFormat,
+        AreasInView,
         GraphRefresh,
         RefreshTimer
     };
