@@ -3,6 +3,8 @@
 #include <QtTest/QtTest>
 
 #include <dirent.h>
+#include <linux/capability.h>
+#include <sys/prctl.h>
 
 #include <csignal>
 
@@ -27,6 +29,28 @@ int openDescriptors()
         ++count;
     ::closedir(directory);
     return count;
+}
+
+/// This process' children that run the program.
+std::vector<int> childrenRunning(const char* program)
+{
+    std::vector<int> found;
+    for (const QString& task : QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        QFile list(QStringLiteral("/proc/self/task/%1/children").arg(task));
+        if (!list.open(QIODevice::ReadOnly))
+            continue;
+        for (const QByteArray& child : list.readAll().simplified().split(' ')) {
+            QFile name(QStringLiteral("/proc/%1/comm").arg(QString::fromLatin1(child)));
+            if (name.open(QIODevice::ReadOnly) && name.readAll().trimmed() == program)
+                found.push_back(child.toInt());
+        }
+    }
+    return found;
+}
+
+quint64 nowTicks()
+{
+    return quint64(std::chrono::nanoseconds(std::chrono::steady_clock::now().time_since_epoch()).count() / 4);
 }
 
 int counter(CameraDevice& device, int selector)
@@ -162,6 +186,33 @@ private Q_SLOTS:
         QVERIFY(device->stop() && device->start() && receiveUntil(3));
     }
 
+    void wordsTellWhenTheyArrived()
+    {
+        QVERIFY(openIt() && device->setInt(VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_TRANSPORT_DATA));
+        const quint64 began = nowTicks();
+        QVERIFY(device->start());
+        quint64 last = began;
+        for (int i = 0; i < 50; ++i) {
+            DeviceImage image;
+            QVERIFY(device->waitForImage(5s, image));
+            QCOMPARE(image.descriptor.dataFormat, quint32(VN_FRM_TRANSPORT_DATA));
+            QCOMPARE(image.descriptor.dataBytes, quint64(256 * 256));
+            QVERIFY(image.descriptor.width * image.descriptor.height * 2 >= image.descriptor.dataBytes);
+            const auto* words = static_cast<const quint64*>(image.descriptor.data);
+            QVERIFY(words[0] > last);
+            for (int word = 1; word < 256 * 256 / 8; ++word)
+                QVERIFY(words[word] >= words[word - 1]);
+            last = words[256 * 256 / 8 - 1];
+            QVERIFY(last > words[0] && last < nowTicks());
+        }
+        // Nothing is made up when the tap is gone.
+        for (const int child : childrenRunning("kestrova-tap"))
+            ::kill(child, SIGKILL);
+        DeviceImage image;
+        QTRY_VERIFY(device->waitForImage(5s, image) && image.descriptor.dataBytes == 0);
+        QVERIFY(device->stop());
+    }
+
     void manyTimes()
     {
         QVERIFY(openIt());
@@ -176,6 +227,17 @@ private Q_SLOTS:
         }
         QTRY_COMPARE(threadCount(), threads); // the last one may still be on its way out
         QCOMPARE(openDescriptors(), descriptors);
+    }
+
+    void withoutTheRightThereAreNoTimes() // the last one: the right does not come back
+    {
+        QVERIFY(openIt());
+        QVERIFY(::prctl(PR_CAPBSET_DROP, CAP_NET_RAW, 0, 0, 0) == 0);
+        QVERIFY(!device->canSet(VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_TRANSPORT_DATA));
+        QTest::ignoreMessage(QtCriticalMsg,
+                             QRegularExpression(QStringLiteral("gev:127.0.0.1.*setcap cap_net_raw=ep")));
+        QVERIFY(!device->setInt(VN_PRM_IMAGE_DATA_FORMAT, VN_FRM_TRANSPORT_DATA));
+        QVERIFY(device->start() && receiveUntil(3));
     }
 };
 

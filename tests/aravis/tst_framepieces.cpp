@@ -2,10 +2,47 @@
 // The parts of the family that need no camera.
 #include <QtTest/QtTest>
 
-#include "CameraAddress.h"
+#include "ArrivalBook.h"
 #include "FrameTally.h"
 
+using aravis::ArrivalBook;
+using aravis::ArrivalCurve;
 using aravis::FrameTally;
+using aravis::TapRecord;
+
+using Numbers = QVector<qint64>;
+
+namespace {
+
+constexpr qint64 wallNs = 1000000000000;
+constexpr qint64 leadNs = -wallNs + 5000000;
+
+TapRecord record(TapRecord::Kind kind, quint64 frameId, qint64 stampNs, quint32 packetId = 0, quint16 bytes = 0)
+{
+    TapRecord made{};
+    made.kind = kind;
+    made.frameId = frameId;
+    made.stampNs = stampNs;
+    made.packetId = packetId;
+    made.bytes = bytes;
+    return made;
+}
+
+/// A frame of packets of 80 bytes: `stamps` of leader, packets and trailer, 0 for one that does not come.
+void addFrame(ArrivalBook& book, quint64 id, const Numbers& stamps)
+{
+    for (int i = 0; i < stamps.size(); ++i) {
+        const auto kind = i == 0                  ? TapRecord::Leader
+                          : i + 1 < stamps.size() ? TapRecord::Payload
+                                                  : TapRecord::Trailer;
+        if (stamps[i] != 0)
+            book.add(record(kind, id, wallNs + stamps[i], quint32(i), kind == TapRecord::Payload ? 80 : 0));
+    }
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(std::function<void(ArrivalBook&)>)
 
 class TestFramePieces : public QObject
 {
@@ -18,14 +55,14 @@ private Q_SLOTS:
         QTest::addColumn<QVector<int>>("numbers"); // -1: nobody gets it
         QTest::addColumn<int>("lost");
         using Ids = QVector<quint64>;
-        using Numbers = QVector<int>;
-        QTest::newRow("begins anywhere") << Ids{7, 8, 10} << Numbers{0, 1, 3} << 1;
-        QTest::newRow("narrow ids leave 0 out") << Ids{65534, 65535, 1, 2} << Numbers{0, 1, 2, 3} << 0;
-        QTest::newRow("gap over the end") << Ids{65533, 3} << Numbers{0, 5} << 4;
-        QTest::newRow("wide ids") << Ids{65534, 65535, 65536, 65538} << Numbers{0, 1, 2, 4} << 1;
-        QTest::newRow("very wide ids") << Ids{1ULL << 40, (1ULL << 40) + 1} << Numbers{0, 1} << 0;
-        QTest::newRow("one that comes too late") << Ids{1, 3, 2, 4} << Numbers{0, 2, -1, 3} << 1;
-        QTest::newRow("twice") << Ids{65536, 65536} << Numbers{0, -1} << 0;
+        using Places = QVector<int>;
+        QTest::newRow("begins anywhere") << Ids{7, 8, 10} << Places{0, 1, 3} << 1;
+        QTest::newRow("narrow ids leave 0 out") << Ids{65534, 65535, 1, 2} << Places{0, 1, 2, 3} << 0;
+        QTest::newRow("gap over the end") << Ids{65533, 3} << Places{0, 5} << 4;
+        QTest::newRow("wide ids") << Ids{65534, 65535, 65536, 65538} << Places{0, 1, 2, 4} << 1;
+        QTest::newRow("very wide ids") << Ids{1ULL << 40, (1ULL << 40) + 1} << Places{0, 1} << 0;
+        QTest::newRow("one that comes too late") << Ids{1, 3, 2, 4} << Places{0, 2, -1, 3} << 1;
+        QTest::newRow("twice") << Ids{65536, 65536} << Places{0, -1} << 0;
     }
     void idsBecomeNumbers()
     {
@@ -40,6 +77,112 @@ private Q_SLOTS:
         QTEST(numbers, "numbers");
         QCOMPARE(int(frames.lostBefore()), lost);
         QCOMPARE(int(frames.delivered()), int(numbers.size() - numbers.count(-1)));
+    }
+
+    void curves_data()
+    {
+        QTest::addColumn<Numbers>("stamps"); // of packets of 80 bytes
+        QTest::addColumn<qint64>("leader");
+        QTest::addColumn<Numbers>("points"); // bytes, time
+        QTest::newRow("steady") << Numbers{800, 1000, 1200} << 300LL
+                                << Numbers{0, 600, 80, 800, 160, 1000, 240, 1200};
+        QTest::newRow("not before its leader") << Numbers{800, 1000} << 700LL << Numbers{0, 700, 80, 800, 160, 1000};
+        QTest::newRow("two at once") << Numbers{800, 1000, 1000, 1400} << 0LL
+                                     << Numbers{0, 700, 80, 800, 240, 1000, 320, 1400};
+        QTest::newRow("reversed") << Numbers{800, 1200, 1000, 1400} << 0LL
+                                  << Numbers{0, 600, 80, 800, 240, 1200, 320, 1400};
+        QTest::newRow("one packet") << Numbers{800} << 500LL << Numbers{0, 500, 80, 800};
+        QTest::newRow("all at once") << Numbers{800, 800} << 500LL << Numbers{0, 500, 160, 800};
+        QTest::newRow("all with the leader") << Numbers{800, 800} << 800LL << Numbers{};
+    }
+    void curves()
+    {
+        QFETCH(Numbers, stamps);
+        QFETCH(qint64, leader);
+        QFETCH(Numbers, points);
+        std::vector<aravis::PacketArrival> packets;
+        for (const qint64 stamp : stamps)
+            packets.push_back({80, stamp});
+        const ArrivalCurve curve(packets, leader, 0);
+        Numbers got;
+        for (const auto& point : curve.points())
+            got << qint64(point.bytes) << point.timeNs;
+        QCOMPARE(got, points);
+
+        std::vector<quint64> words(stamps.size() * 10);
+        curve.writeTicks(words.data(), words.size() * 8);
+        for (int i = 2; i < points.size(); i += 2) {
+            for (qint64 byte = points[i - 2] + 8; byte <= points[i]; byte += 8) {
+                const qint64 timeNs = points[i - 1] + (points[i + 1] - points[i - 1]) * (byte - points[i - 2]) /
+                                                          (points[i] - points[i - 2]);
+                QVERIFY(qAbs(qint64(words[size_t(byte / 8 - 1)]) * 4 - timeNs) <= 5);
+            }
+        }
+    }
+
+    void whatATapHasTold_data()
+    {
+        using Known = ArrivalBook::Known;
+        using Story = std::function<void(ArrivalBook&)>;
+        QTest::addColumn<Story>("story");
+        QTest::addColumn<int>("known");
+        const auto row = [](const char* name, Known known, const Story& story) {
+            QTest::newRow(name) << story << int(known);
+        };
+        const Numbers good{100, 200, 300, 400};
+        const auto status = [](quint64 drops, qint64 offsetNs) { return record(TapRecord::Status, drops, offsetNs); };
+        row("whole", Known::Whole, [=](ArrivalBook& book) {
+            addFrame(book, 7, good);
+            book.add(status(0, leadNs));
+        });
+        row("before the status", Known::NotYet, [=](ArrivalBook& book) { addFrame(book, 7, good); });
+        row("a packet is late", Known::NotYet, [=](ArrivalBook& book) {
+            addFrame(book, 7, {100, 200, 0, 400});
+            book.add(status(0, leadNs));
+        });
+        row("reversed, twice and sent again", Known::Whole, [=](ArrivalBook& book) {
+            addFrame(book, 7, {0, 0, 300, 400});
+            addFrame(book, 7, {100, 200, 500, 600});
+            book.add(status(0, leadNs));
+        });
+        row("the tap dropped it", Known::Nothing, [=](ArrivalBook& book) {
+            addFrame(book, 7, {100, 200, 0, 400});
+            book.add(status(1, leadNs));
+        });
+        row("the tap dropped others", Known::Whole, [=](ArrivalBook& book) {
+            addFrame(book, 7, good);
+            addFrame(book, 8, {700, 0, 900, 1000});
+            book.add(status(1, leadNs));
+        });
+        row("the wall clock was set", Known::Nothing, [=](ArrivalBook& book) {
+            addFrame(book, 7, good);
+            book.add(status(0, leadNs + 1000000));
+        });
+        row("the wall clock was set before", Known::Whole, [=](ArrivalBook& book) {
+            book.add(status(0, leadNs + 1000000));
+            book.add(status(0, leadNs));
+            addFrame(book, 7, good);
+            book.add(status(0, leadNs));
+        });
+        row("the tap is gone", Known::Nothing, [](ArrivalBook& book) { book.end(); });
+        row("no sense", Known::NotYet, [=](ArrivalBook& book) {
+            book.add(record(TapRecord::Payload, 7, wallNs, 0xffffffff, 80));
+            book.add(status(0, leadNs));
+        });
+    }
+    void whatATapHasTold()
+    {
+        QFETCH(std::function<void(ArrivalBook&)>, story);
+        ArrivalBook book;
+        book.add(record(TapRecord::Status, 0, leadNs));
+        story(book);
+        ArrivalCurve curve;
+        const auto known = book.find(7, 160, curve);
+        QTEST(int(known), "known");
+        if (known == ArrivalBook::Known::Whole) {
+            QCOMPARE(curve.points().size(), size_t(3));
+            QCOMPARE(curve.points().back().timeNs, 300 + wallNs + leadNs);
+        }
     }
 
     void framesWithoutBufferAreTheHosts()

@@ -4,6 +4,7 @@
 
 #include <QtCore/QCoreApplication>
 
+#include <algorithm>
 #include <cstring>
 #include <exception>
 #include <new>
@@ -13,6 +14,7 @@
 #include "ImageStream.h"
 #include "LossNotifier.h"
 #include "MonotonicCondition.h"
+#include "PacketTap.h"
 #include "PixelFormats.h"
 
 namespace aravis {
@@ -30,6 +32,7 @@ struct Text
 constexpr auto openLimit = 15s;     ///< a search takes its time, and so do attempts to reach a camera
 constexpr auto callLimit = 1s;      ///< for what a camera does in milliseconds
 constexpr auto startLimit = 3s;     ///< with all the buffers to be made
+constexpr unsigned anyPort = 1;     ///< to try whether packets may be captured
 constexpr auto reopenInterval = 1s; ///< between attempts to reach a lost camera
 
 enum class Acquisition
@@ -53,6 +56,7 @@ struct AravisCamera::State : std::enable_shared_from_this<State>
     SxCameraInfo info;
     QString serial;
     std::vector<CameraConnection::Format> formats;
+    std::optional<CameraConnection::Route> route; ///< of a camera in a network
     std::weak_ptr<CameraWorker> worker;
 
     /// The worker's alone.
@@ -66,7 +70,8 @@ struct AravisCamera::State : std::enable_shared_from_this<State>
     std::shared_ptr<ImageStream> stream; ///< of the running acquisition; destroyed by the worker
     FrameTally tally;                    ///< of the newest acquisition
     HostParameters parameters;
-    quint32 format = 0; ///< code; the camera's
+    quint32 format = 0;    ///< code; the camera's
+    bool arrivals = false; ///< data are times of arrival, whatever the camera's format
     bool lost = false;
     bool closing = false; ///< nobody has the device any more
 
@@ -80,6 +85,11 @@ struct AravisCamera::State : std::enable_shared_from_this<State>
         }
         return nullptr;
     }
+
+    /// What "imgdataformat" is.
+    int formatLocked() const { return arrivals ? int(VN_FRM_TRANSPORT_DATA) : formatValue(format); }
+    bool canSetFormat(int value);
+    QString arrivalsFault() const;
 
     // --- the worker's tasks ---
     bool connect(QString* error);
@@ -164,14 +174,20 @@ bool AravisCamera::State::start()
     endStream(true);
     if (!connection)
         return false;
+    bool withArrivals = false;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        withArrivals = arrivals;
+    }
+    const auto onNews = [weak = weak_from_this()] {
+        if (const auto state = weak.lock()) {
+            const std::lock_guard<std::mutex> lock(state->mutex);
+            state->changed.notify_all();
+        }
+    };
     std::shared_ptr<ImageStream> started;
     try {
-        started = connection->start([weak = weak_from_this()] {
-            if (const auto state = weak.lock()) {
-                const std::lock_guard<std::mutex> lock(state->mutex);
-                state->changed.notify_all();
-            }
-        });
+        started = connection->start(onNews, withArrivals);
     } catch (const std::bad_alloc&) {
         qCritical("No memory for the buffers of a camera");
     }
@@ -227,6 +243,7 @@ std::shared_ptr<AravisCamera> AravisCamera::open(const QString& name, QString* e
         state->info = {who.model, name, who.userId};
         state->serial = who.serial;
         state->formats = state->connection->formats();
+        state->route = state->connection->route();
         return true;
     };
     const auto close = [state] { state->close(); };
@@ -262,7 +279,7 @@ bool AravisCamera::getInt(const char* name, int& value)
     if (state->lost)
         return false;
     if (isFormat(name)) {
-        value = formatValue(state->format);
+        value = state->formatLocked();
         return true;
     }
     const auto known = state->parameters.get(name, state->stream ? state->stream->tally() : state->tally);
@@ -272,26 +289,51 @@ bool AravisCamera::getInt(const char* name, int& value)
 
 bool AravisCamera::setInt(const char* name, int value)
 {
-    {
-        const std::lock_guard<std::mutex> lock(state->mutex);
-        if (state->lost)
-            return false;
-        if (!isFormat(name))
-            return state->parameters.set(name, value);
-        if (formatValue(state->format) == value)
-            return true;
+    if (isFormat(name) && state->canSetFormat(value)) {
+        if (value == VN_FRM_TRANSPORT_DATA) {
+            const QString fault = state->arrivalsFault();
+            if (!fault.isEmpty())
+                qCritical("%s: %s", qPrintable(state->info.id), qPrintable(fault));
+            const std::lock_guard<std::mutex> lock(state->mutex);
+            state->arrivals |= fault.isEmpty() && state->acquisition == Acquisition::Idle;
+            return state->arrivals;
+        }
+        return setFormat(state->knownFormat(value)->code);
     }
-    return canSet(name, value) && setFormat(state->knownFormat(value)->code);
+    const std::lock_guard<std::mutex> lock(state->mutex);
+    return !state->lost && !isFormat(name) && state->parameters.set(name, value);
+}
+
+/// The buffers are made for the format that the acquisition began with.
+bool AravisCamera::State::canSetFormat(int value)
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    const bool known = value == VN_FRM_TRANSPORT_DATA || knownFormat(value);
+    return !lost && known && (acquisition == Acquisition::Idle || formatLocked() == value);
+}
+
+/// Why times of arrival cannot be had; empty if they can.
+QString AravisCamera::State::arrivalsFault() const
+{
+    if (!route)
+        return Text::tr("a USB3 Vision camera's data have no times of arrival, which the throughput is measured by");
+    QString fault;
+    PacketTap::start(
+        route->camera, route->host, anyPort, [] {}, &fault);
+    return fault;
 }
 
 bool AravisCamera::setFormat(quint32 code)
 {
     const auto set = [state = state](quint32 wanted) {
-        if (!state->connection || !state->connection->setFormat(wanted))
+        if (!state->connection)
+            return false;
+        if (state->connection->format() != wanted && !state->connection->setFormat(wanted))
             return false;
         const int required = state->connection->requiredThroughput();
         const std::lock_guard<std::mutex> lock(state->mutex);
         state->format = wanted;
+        state->arrivals = false;
         state->parameters.requiredThroughput = required;
         return true;
     };
@@ -306,14 +348,10 @@ bool AravisCamera::setFormat(quint32 code)
 
 bool AravisCamera::canSet(const char* name, int value)
 {
+    if (isFormat(name))
+        return state->canSetFormat(value) && (value != VN_FRM_TRANSPORT_DATA || state->arrivalsFault().isEmpty());
     const std::lock_guard<std::mutex> lock(state->mutex);
-    if (state->lost)
-        return false;
-    if (!isFormat(name))
-        return HostParameters::canSet(name, value);
-    // The buffers are made for the format that the acquisition began with.
-    const bool free = state->acquisition == Acquisition::Idle;
-    return state->knownFormat(value) && (free || formatValue(state->format) == value);
+    return !state->lost && HostParameters::canSet(name, value);
 }
 
 bool AravisCamera::hasParameter(const char* name) const
@@ -328,6 +366,8 @@ QList<CxCameraParam::SxEnumItem> AravisCamera::enumeration(const char* name) con
         return items;
     for (const auto& known : state->formats)
         items.append({formatValue(known.code), known.name});
+    if (state->route)
+        items.append({VN_FRM_TRANSPORT_DATA, Text::tr("Times of arrival")});
     return items;
 }
 
@@ -378,19 +418,28 @@ bool AravisCamera::stop()
 bool AravisCamera::waitForImage(std::chrono::milliseconds limit, DeviceImage& image)
 {
     const auto deadline = std::chrono::steady_clock::now() + limit;
-    std::optional<DeviceImage> taken;
+    std::optional<ImageStream::Taken> taken;
     std::unique_lock<std::mutex> lock(state->mutex);
     const quint64 epoch = state->waitEpoch;
     if (state->acquisition == Acquisition::Idle)
         return false;
-    state->changed.wait_until(lock, deadline, [&] {
-        if (epoch == state->waitEpoch && state->acquisition == Acquisition::Running && state->stream)
+    while (!taken && epoch == state->waitEpoch) {
+        auto until = deadline;
+        if (state->acquisition == Acquisition::Running && state->stream) {
             taken = state->stream->take();
-        return taken || epoch != state->waitEpoch;
-    });
+            until = std::min(deadline, state->stream->nextLook().value_or(deadline));
+        }
+        if (taken)
+            break;
+        if (std::chrono::steady_clock::now() >= deadline)
+            return false;
+        state->changed.wait_until(lock, until);
+    }
+    lock.unlock();
     if (!taken)
         return false;
-    image = std::move(*taken);
+    taken->writeArrivals();
+    image = std::move(taken->image);
     return true;
 }
 

@@ -11,6 +11,7 @@
 
 #include "CameraSearch.h"
 #include "ImageStream.h"
+#include "PacketTap.h"
 #include "StreamSocket.h"
 
 namespace aravis {
@@ -91,6 +92,13 @@ void callOnFrame(void* callback, ArvStreamCallbackType type, ArvBuffer* /*buffer
         (*static_cast<Callback*>(callback))();
 }
 
+std::string textOf(GSocketAddress* address)
+{
+    const std::unique_ptr<gchar, GlibFree> text(
+        g_inet_address_to_string(g_inet_socket_address_get_address(G_INET_SOCKET_ADDRESS(address))));
+    return text.get();
+}
+
 void deleteCallback(gpointer callback)
 {
     delete static_cast<Callback*>(callback);
@@ -121,8 +129,12 @@ CameraConnection::CameraConnection(Owned<ArvCamera> opened, Callback onLost) : c
 {
     arv_camera_set_range_check_policy(camera.get(), ARV_RANGE_CHECK_POLICY_ENABLE);
     arv_camera_set_access_check_policy(camera.get(), ARV_ACCESS_CHECK_POLICY_ENABLE);
-    if (arv_camera_is_gv_device(camera.get()))
+    if (arv_camera_is_gv_device(camera.get())) {
         arv_camera_gv_set_stream_options(camera.get(), ARV_GV_STREAM_OPTION_PACKET_SOCKET_DISABLED);
+        ArvGvDevice* const device = ARV_GV_DEVICE(arv_camera_get_device(camera.get()));
+        way = Route{textOf(arv_gv_device_get_device_address(device)),
+                    textOf(arv_gv_device_get_interface_address(device))};
+    }
     lossHandler = g_signal_connect_data(
         arv_camera_get_device(camera.get()), "control-lost", G_CALLBACK(callOnLost), new Callback(std::move(onLost)),
         [](gpointer callback, GClosure* /*closure*/) { deleteCallback(callback); }, GConnectFlags(0));
@@ -187,26 +199,36 @@ int CameraConnection::requiredThroughput()
     return fault ? 0 : static_cast<int>(std::ceil(rateHz * bytes * 1e-6));
 }
 
-std::unique_ptr<ImageStream> CameraConnection::start(Callback onFrame)
+std::unique_ptr<ImageStream> CameraConnection::start(Callback onNews, bool arrivals)
 {
     CallError fault;
+    const auto refuse = [&](const QString& why) {
+        qCritical("%s: the acquisition does not start: %s", qPrintable(who.model), qPrintable(why));
+        return nullptr;
+    };
     const size_t payload = arv_camera_get_payload(camera.get(), fault.out());
-    Owned<ArvStream> stream;
-    if (!fault)
-        stream.reset(arv_camera_create_stream_full(camera.get(), callOnFrame, new Callback(std::move(onFrame)),
-                                                   deleteCallback, fault.out()));
-    std::unique_ptr<ImageStream> images;
-    if (stream && !fault) {
-        if (ARV_IS_GV_STREAM(stream.get()))
-            enlargeSocketBuffer(ARV_GV_STREAM(stream.get()), payload);
-        images = std::make_unique<ImageStream>(std::move(stream), payload);
-        arv_camera_set_acquisition_mode(camera.get(), ARV_ACQUISITION_MODE_CONTINUOUS, fault.out());
-        arv_camera_start_acquisition(camera.get(), fault.out());
+    if (fault)
+        return refuse(fault.text());
+    Owned<ArvStream> stream(
+        arv_camera_create_stream_full(camera.get(), callOnFrame, new Callback(onNews), deleteCallback, fault.out()));
+    if (!stream || fault)
+        return refuse(fault.text());
+    std::unique_ptr<PacketTap> tap;
+    if (ARV_IS_GV_STREAM(stream.get())) {
+        ArvGvStream* const network = ARV_GV_STREAM(stream.get());
+        enlargeSocketBuffer(network, payload);
+        QString why;
+        if (arrivals)
+            tap = PacketTap::start(way->camera, way->host, arv_gv_stream_get_port(network), onNews, &why);
+        if (arrivals && !tap)
+            return refuse(why);
     }
-    if (!fault && images)
-        return images;
-    qCritical("%s: the acquisition does not start: %s", qPrintable(who.model), qPrintable(fault.text()));
-    return nullptr;
+    auto images = std::make_unique<ImageStream>(std::move(stream), payload, std::move(tap));
+    arv_camera_set_acquisition_mode(camera.get(), ARV_ACQUISITION_MODE_CONTINUOUS, fault.out());
+    arv_camera_start_acquisition(camera.get(), fault.out());
+    if (fault)
+        return refuse(fault.text());
+    return images;
 }
 
 void CameraConnection::stop()

@@ -31,6 +31,13 @@ public:
         QString userId; ///< the user's own name for it; may be empty
     };
 
+    /// The way to a camera in a network, as addresses.
+    struct Route
+    {
+        std::string camera;
+        std::string host;
+    };
+
     /// `onLost` is called once, on a thread of the library, when the camera is gone; it must not end the connection.
     /// On failure null and the reason.
     static std::unique_ptr<CameraConnection> open(const CameraAddress& address, std::function<void()> onLost,
@@ -40,15 +47,16 @@ public:
     CameraConnection& operator=(const CameraConnection&) = delete;
 
     const Identity& identity() const { return who; }
+    const std::optional<Route>& route() const { return way; }
     std::vector<Format> formats();
     quint32 format(); ///< 0 if the camera does not say
     bool setFormat(quint32 code);
     /// What the sensor's frames take, in MB/s and rounded up, 0 if the camera does not say.
     int requiredThroughput();
 
-    /// `onFrame` is called on the stream's thread for every buffer that is done. Null if the camera refuses, which is
-    /// logged.
-    std::unique_ptr<ImageStream> start(std::function<void()> onFrame);
+    /// `onNews` is called on threads of the stream when there may be a frame to take. With `arrivals` the frames' data
+    /// are their times of arrival. Null if the camera refuses, or those times cannot be had, which is logged.
+    std::unique_ptr<ImageStream> start(std::function<void()> onNews, bool arrivals);
     /// Tells the camera to send no more.
     void stop();
 
@@ -58,6 +66,7 @@ private:
     Owned<ArvCamera> camera;
     gulong lossHandler = 0;
     Identity who;
+    std::optional<Route> way;
 };
 
 } // namespace aravis

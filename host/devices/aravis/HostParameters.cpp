@@ -18,6 +18,10 @@ const std::map<std::string, std::vector<int>>& choices()
 {
     static const std::map<std::string, std::vector<int>> all = {
         {VN_PRM_BUFFER_POLICY, {VN_BP_UNSAFE}},
+        {VN_PRM_OUTPUT_DATA_BIT_DEPTH, {16}},
+        {VN_PRM_OUTPUT_DATA_PACKING, {0}},
+        {VN_PRM_TEST_PATTERN_GENERATOR_SELECTOR, {0, VN_TESTPAT_GEN_FPGA}},
+        {VN_PRM_TEST_PATTERN, {0, VN_TESTPAT_DEVICE_SPEC_COUNTER}},
         {VN_PRM_COUNTER_SELECTOR, {VN_COUNTER_TRANSPORT_SKIP, VN_COUNTER_API_SKIP, VN_COUNTER_TRANSFERRED}},
         {VN_PRM_COUNTER_VALUE, {}},
         {VN_PRM_DEVICE_UNIT_SELECTOR, {0, speedUnit}},

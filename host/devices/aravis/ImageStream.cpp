@@ -6,6 +6,7 @@
 #include <cstring>
 #include <mutex>
 
+#include "PacketTap.h"
 #include "PixelFormats.h"
 
 namespace aravis {
@@ -15,6 +16,7 @@ namespace {
 constexpr size_t mostBuffers = 64;
 constexpr size_t leastBuffers = 8;
 constexpr size_t wantedBytes = size_t{256} << 20;
+constexpr std::chrono::milliseconds patience{500}; ///< with a tap, which tells of a packet within 20 ms
 
 } // namespace
 
@@ -45,8 +47,8 @@ private:
     Owned<ArvStream> stream;
 };
 
-ImageStream::ImageStream(Owned<ArvStream> owned, size_t payload)
-    : stream(owned.get()), buffers(std::make_shared<BufferReturn>(std::move(owned)))
+ImageStream::ImageStream(Owned<ArvStream> owned, size_t payload, std::unique_ptr<PacketTap> ownTap)
+    : stream(owned.get()), buffers(std::make_shared<BufferReturn>(std::move(owned))), tap(std::move(ownTap))
 {
     const size_t count = std::clamp(wantedBytes / std::max<size_t>(payload, 1), leastBuffers, mostBuffers);
     for (size_t i = 0; i < count; ++i) {
@@ -74,25 +76,68 @@ std::optional<quint32> ImageStream::numberOf(ArvBuffer* buffer)
     return frames.addComplete(arv_buffer_get_frame_id(buffer), underruns);
 }
 
-std::optional<DeviceImage> ImageStream::take()
+void ImageStream::fetch()
 {
+    const auto until = std::chrono::steady_clock::now() + patience;
     while (Owned<ArvBuffer> buffer{arv_stream_try_pop_buffer(stream)}) {
         if (const auto number = numberOf(buffer.get()))
-            return imageOf(std::move(buffer), *number);
-        buffers->take(buffer.release());
+            waiting.push_back({std::move(buffer), *number, until});
+        else
+            buffers->take(buffer.release());
     }
-    return std::nullopt;
 }
 
-DeviceImage ImageStream::imageOf(Owned<ArvBuffer> buffer, quint32 number)
+std::optional<ImageStream::TimePoint> ImageStream::nextLook() const
 {
+    return waiting.empty() ? std::nullopt : std::optional<TimePoint>(waiting.front().patience);
+}
+
+std::optional<ImageStream::Taken> ImageStream::take()
+{
+    fetch();
+    if (waiting.empty())
+        return std::nullopt;
+    Taken taken;
+    if (tap) {
+        const Waiting& next = waiting.front();
+        size_t bytes = 0;
+        arv_buffer_get_data(next.buffer.get(), &bytes);
+        taken.arrivals.emplace();
+        const auto known = tap->find(arv_buffer_get_frame_id(next.buffer.get()), bytes, *taken.arrivals);
+        if (known == ArrivalBook::Known::NotYet && std::chrono::steady_clock::now() < next.patience)
+            return std::nullopt;
+    }
+    Waiting next = std::move(waiting.front());
+    waiting.pop_front();
+    taken.image = imageOf(std::move(next));
+    return taken;
+}
+
+void ImageStream::Taken::writeArrivals()
+{
+    if (!arrivals)
+        return;
+    VN_IMG& out = image.descriptor;
+    if (arrivals->points().empty())
+        out.dataBytes = 0;
+    arrivals->writeTicks(const_cast<void*>(out.data),
+                         out.dataBytes); // the library's buffer, this program's until it goes back
+    const quint64 rows = std::max(out.height, 1U);
+    out.width = static_cast<quint32>((out.dataBytes + 2 * rows - 1) / (2 * rows)); // of two bytes
+    out.dataFormat = VN_FRM_TRANSPORT_DATA;
+    out.bitDepth = 16;
+}
+
+DeviceImage ImageStream::imageOf(Waiting frame)
+{
+    Owned<ArvBuffer>& buffer = frame.buffer;
     DeviceImage image;
     VN_IMG& out = image.descriptor;
     size_t bytes = 0;
     out.size = sizeof(VN_IMG);
     out.data = arv_buffer_get_data(buffer.get(), &bytes);
     out.dataBytes = bytes;
-    out.frameNumber = number;
+    out.frameNumber = frame.number;
     const quint64 cameraNs = arv_buffer_get_timestamp(buffer.get());
     const quint64 stampNs = cameraNs > 0 ? cameraNs : arv_buffer_get_system_timestamp(buffer.get());
     if (!firstStampNs)

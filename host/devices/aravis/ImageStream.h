@@ -3,14 +3,19 @@
 #ifndef KESTROVA_ARAVIS_IMAGESTREAM_H
 #define KESTROVA_ARAVIS_IMAGESTREAM_H
 
+#include <chrono>
+#include <deque>
 #include <memory>
 #include <optional>
 
+#include "ArrivalCurve.h"
 #include "CameraDevice.h"
 #include "FrameTally.h"
 #include "GlibOwners.h"
 
 namespace aravis {
+
+class PacketTap;
 
 /// Owns the library's stream and its buffers. Made and destroyed by the camera's worker; the rest may be called from
 /// any thread, one at a time. Buffers that somebody still looks at go back to the stream, or when that is gone to the
@@ -18,26 +23,52 @@ namespace aravis {
 class ImageStream
 {
 public:
+    using TimePoint = std::chrono::steady_clock::time_point;
+
+    /// A frame, and when its bytes arrived if that is what its data are to tell.
+    struct Taken
+    {
+        DeviceImage image;
+        std::optional<ArrivalCurve> arrivals;
+
+        /// Writes the times over the picture. Takes a while; without a lock.
+        void writeArrivals();
+    };
+
     /// Allocates the buffers and touches them, lest the system does it while frames arrive. May throw std::bad_alloc.
-    ImageStream(Owned<ArvStream> stream, size_t payload);
+    /// With a tap (otherwise null) the frames' data are times of arrival.
+    ImageStream(Owned<ArvStream> stream, size_t payload, std::unique_ptr<PacketTap> tap);
     ~ImageStream();
     ImageStream(const ImageStream&) = delete;
     ImageStream& operator=(const ImageStream&) = delete;
 
-    /// The next whole frame that has arrived, if there is one. Never waits.
-    std::optional<DeviceImage> take();
+    /// The next whole frame that has arrived and whose times are known, if there is one. A frame whose times do not
+    /// become known comes without data. Never waits.
+    std::optional<Taken> take();
+    /// When to look again although no news came.
+    std::optional<TimePoint> nextLook() const;
     const FrameTally& tally() const { return frames; }
 
 private:
     class BufferReturn;
 
+    struct Waiting
+    {
+        Owned<ArvBuffer> buffer;
+        quint32 number;
+        TimePoint patience; ///< how long its times are waited for
+    };
+
     std::optional<quint32> numberOf(ArvBuffer* buffer);
-    DeviceImage imageOf(Owned<ArvBuffer> buffer, quint32 number);
+    void fetch();
+    DeviceImage imageOf(Waiting frame);
 
     ArvStream* stream; ///< `buffers` owns it
     std::shared_ptr<BufferReturn> buffers;
     FrameTally frames;
     std::optional<quint64> firstStampNs;
+    std::unique_ptr<PacketTap> tap;
+    std::deque<Waiting> waiting;
 };
 
 } // namespace aravis

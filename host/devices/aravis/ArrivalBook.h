@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a tap has told of the newest frames.
+#ifndef KESTROVA_ARAVIS_ARRIVALBOOK_H
+#define KESTROVA_ARAVIS_ARRIVALBOOK_H
+
+#include <deque>
+#include <optional>
+#include <vector>
+
+#include "ArrivalCurve.h"
+#include "TapRecord.h"
+
+namespace aravis {
+
+/// Takes a tap's records in their order. Whoever calls it keeps the calls apart.
+class ArrivalBook
+{
+public:
+    enum class Known
+    {
+        NotYet,
+        Whole,   ///< each packet's arrival
+        Nothing, ///< nobody will ever know: the tap missed a packet, or the wall clock was set meanwhile
+    };
+
+    /// A frame as its packets arrived.
+    struct Frame
+    {
+        quint64 id = 0;
+        std::optional<qint64> leaderNs; ///< of the first copy, like all stamps
+        std::vector<PacketArrival> packets;
+        quint64 bytes = 0;   ///< of all packets that came
+        quint32 missing = 0; ///< packets before the highest id that have not come
+        qint64 lastNs = 0;   ///< the newest stamp
+        std::optional<quint32> trailerId;
+        quint64 touchedAt = 0; ///< how many statuses there had been at its newest packet
+        bool clockWasSet = false;
+        bool maybeDropped = false; ///< the tap dropped packets around it
+
+        /// Whether leader, trailer and every packet between came.
+        bool isWhole() const { return leaderNs && trailerId && missing == 0 && packets.size() + 1 == *trailerId; }
+    };
+
+    void add(const TapRecord& record);
+    /// There is no tap any more: what it has not told it never will.
+    void end() { ended = true; }
+
+    /// Of a frame that the host has received whole, of which `bytes` came through the network.
+    Known find(quint64 id, quint64 bytes, ArrivalCurve& curve) const;
+
+    quint64 drops() const { return allDrops; } ///< packets of which the tap knows that it missed them
+
+private:
+    Frame& frameOf(const TapRecord& record);
+    void addPacket(const TapRecord& record);
+    void addStatus(const TapRecord& record);
+    void markAround(bool Frame::*mark);
+
+    std::deque<Frame> frames; ///< in the order of their first packets
+    quint64 forgotten = 0;    ///< frames that left `frames`
+    quint64 firstUnsure = 0;  ///< how many frames there were at the last status without drops
+    std::optional<qint64> offsetNs;
+    quint64 statuses = 0;
+    quint64 allDrops = 0;
+    bool ended = false;
+};
+
+} // namespace aravis
+
+#endif
