@@ -7,7 +7,7 @@ set -euo pipefail
 packages=(
   g++ cmake ninja-build git ca-certificates
   qtbase5-dev qtbase5-dev-tools qttools5-dev qttools5-dev-tools qttranslations5-l10n libqcustomplot-dev libbenchmark-dev
-  pkg-config libaravis-dev libusb-1.0-0-dev
+  prometheus-cpp-dev pkg-config libaravis-dev libusb-1.0-0-dev
   fonts-dejavu-core fonts-noto-cjk xvfb xauth
   desktop-file-utils appstream man-db dpkg-dev file
 )

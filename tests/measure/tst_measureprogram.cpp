@@ -88,6 +88,7 @@ private Q_SLOTS:
         row("page in place of a description", "--camera 1 --csv @r --report @r.json", plain, 2, "", "--csv: ");
         row("page, lost", "--camera 1 --duration 200ms --report /dev/full", plain, 2, "Summary",
             "/dev/full: No space");
+        row("metrics nowhere", "--camera 1 --metrics 192.0.2.1:9841", plain, 2, "", "--metrics: ");
         row("missing", "--camera Nobody --duration 300ms", plain, 3, "", "Nobody");
         row("refused to start, worse than a broken limit",
             "--camera 1 --camera 3 --duration 300ms --min-average 100000", plain, 3,
@@ -110,6 +111,10 @@ private Q_SLOTS:
                                   "--all --min-average nan",
                                   "--all --max-gap 0",
                                   "--all --max-overflows -1",
+                                  "--all --metrics 65536",
+                                  "--all --metrics 9841s",
+                                  "--all --metrics localhost:9841",
+                                  "--all --metrics 1.2.3:9841",
                                   "--all --max-skips 1",
                                   "--all --mode counters --max-level 5",
                                   "--all --mode counters --min-throughput 5",

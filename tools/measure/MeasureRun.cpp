@@ -51,6 +51,7 @@ void MeasureRun::start()
     clock.start();
     nextTickMs = tickLength.count();
     nextLineMs = runOptions.interval.count();
+    Q_EMIT updated();
     if (anyRunning())
         armTimer();
     else
@@ -71,6 +72,7 @@ void MeasureRun::stop()
     }
     for (const auto& camera : allCameras)
         camera->judge();
+    Q_EMIT updated();
     Q_EMIT finished();
 }
 
@@ -88,6 +90,7 @@ void MeasureRun::wake()
     } else if (now >= nextTickMs) {
         for (MeasuredCamera* camera : started)
             tick(*camera);
+        Q_EMIT updated();
         nextTickMs = gridAfter(now, tickLength);
     }
     for (MeasuredCamera* camera : started)
@@ -109,6 +112,7 @@ void MeasureRun::printIntervals()
 {
     for (MeasuredCamera* camera : started)
         printInterval(*camera);
+    Q_EMIT updated();
 }
 
 void MeasureRun::tick(MeasuredCamera& camera)

@@ -35,6 +35,8 @@ public:
     const RunRecorder& recorder() const { return course; }
 
 Q_SIGNALS:
+    /// Figures of all cameras are new; also with the first and the last ones of the run.
+    void updated();
     void finished();
 
 private:

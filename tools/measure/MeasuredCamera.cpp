@@ -92,6 +92,19 @@ void MeasuredCamera::judge()
     runVerdict.look(figures(data.runTotals()), elapsedS());
 }
 
+Figures MeasuredCamera::presentState() const
+{
+    const qint32 required = data.requiredThroughput;
+    const RunTotals totals = data.runTotals();
+    const auto gapMs = static_cast<double>(totals.presentGapUs) / 1000.0;
+    return {
+        {"measuring", nullptr, 0, isRunning() ? 1.0 : 0.0},
+        {"presentGapMs", nullptr, 1, isRunning() ? std::optional<double>(gapMs) : std::nullopt},
+        {"requiredThroughputMBps", nullptr, 0, required > 0 ? std::optional<double>(required) : std::nullopt},
+        {"receivedBytes", nullptr, 0, static_cast<double>(totals.bytes)},
+    };
+}
+
 Figures MeasuredCamera::figures(const RunTotals& totals) const
 {
     if (data.measMode == MeasModeStandardAcq)

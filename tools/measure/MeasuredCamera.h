@@ -59,6 +59,8 @@ public:
     void judge();
     /// As of the last look.
     const Verdict& verdict() const { return runVerdict; }
+    /// What has no place in lines: whether it measures, its present silence, required throughput, bytes received.
+    Figures presentState() const;
     std::optional<double> clockDriftPpm() const { return data.clockDriftPpm(); }
 
 private:

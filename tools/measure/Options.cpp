@@ -103,6 +103,8 @@ void declareOptions(QCommandLineParser& parser)
     add("required", "Rate that the buffer simulation compares with; auto (default): as the camera tells.",
         "auto|MB/s", "auto");
     add("interval", "Time of one line (1s).", "TIME");
+    add("metrics", "Serve the figures to Prometheus at this port; of this machine alone, unless an address is named.",
+        "[ADDRESS:]PORT");
     add("csv", "Write all kept frames as a report; with several cameras {camera} in the name.", "FILE");
     add("log", "Append the interval lines to this CSV file, line by line.", "FILE");
     add("report", "Write the run as one HTML page: verdict, figures, graphs, events.", "FILE");
@@ -131,6 +133,12 @@ void readMeasurement(const QCommandLineParser& parser, Options& options, Reader&
     if (read.value("required") != QLatin1String("auto"))
         options.required = read.whole("required", 1, "auto or a whole number of MB/s");
     read.limits(options);
+    if (read.isSet("metrics")) {
+        options.metrics = listenAddressFromText(read.value("metrics"));
+        if (!options.metrics)
+            read.refuseValue("metrics",
+                             QStringLiteral("a port, or an IPv4 address and a port, such as 0.0.0.0:9841"));
+    }
 
     if (!options.csvFile.isEmpty() && options.mode != MeasModeDataThroughput)
         read.refuse(QStringLiteral("--csv: there is no report in counters mode"));

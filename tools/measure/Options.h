@@ -11,6 +11,7 @@
 
 #include "CameraLineData.h"
 #include "Limits.h"
+#include "ListenAddress.h"
 
 /// What the command line asks for; every value is one that can be meant.
 struct Options
@@ -38,6 +39,7 @@ struct Options
     qint32 samplePeriod = 4096;     ///< bytes
     qint32 capacity = 10000000;     ///< samples
     std::optional<qint32> required; ///< MB/s; none: as the camera tells
+    std::optional<ListenAddress> metrics;
 
     QString csvFile;
     QString logFile;

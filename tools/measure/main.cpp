@@ -16,6 +16,7 @@
 #include "ExitCode.h"
 #include "LimitsFile.h"
 #include "MeasureRun.h"
+#include "MetricsServer.h"
 #include "PlainText.h"
 #include "Report.h"
 #include "ReportDescription.h"
@@ -115,6 +116,12 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
     IntervalLog log;
     if (!options.logFile.isEmpty() && !log.open(options.logFile, options.mode))
         return refuse(ExitWrongUsage, log.error());
+    MetricsServer metrics;
+    if (options.metrics) {
+        if (!metrics.listen(*options.metrics, &error))
+            return refuse(ExitWrongUsage, error);
+        complain(QStringLiteral("metrics at %1").arg(metrics.url()));
+    }
 
     std::vector<std::unique_ptr<MeasuredCamera>> cameras;
     for (size_t i = 0; i < selected.size(); ++i)
@@ -123,6 +130,8 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
     QObject::connect(&signals_, &StopSignals::received, &run, &MeasureRun::stop);
     QObject::connect(&run, &MeasureRun::finished, QCoreApplication::instance(), &QCoreApplication::quit,
                      Qt::QueuedConnection);
+    if (options.metrics)
+        QObject::connect(&run, &MeasureRun::updated, [&] { metrics.publish(metricsSnapshot(cameras)); });
     run.start();
     QCoreApplication::exec();
 
