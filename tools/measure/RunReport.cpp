@@ -14,6 +14,7 @@
 #include "HtmlReport.h"
 #include "Machine.h"
 #include "ReportFigures.h"
+#include "TimeText.h"
 #include "WriteWhole.h"
 
 namespace {
@@ -52,10 +53,9 @@ ReportLimit reportLimit(const LimitVerdict& verdict, const Figures& figures, con
     const int decimals = figure == figures.end() ? 0 : figure->decimals;
     limit.measured = verdict.measured ? withUnit(measuredText(verdict, decimals), kind.unit) : limitValueText({});
     if (verdict.brokenAtS)
-        limit.broken =
-            QStringLiteral("since %1, after %2 s")
-                .arg(start.addMSecs(qRound64(*verdict.brokenAtS * 1e3)).toString(QStringLiteral("HH:mm:ss")),
-                     QString::number(*verdict.brokenAtS, 'f', 1));
+        limit.broken = QStringLiteral("since %1, after %2")
+                           .arg(shortTimeText(start.addMSecs(qRound64(*verdict.brokenAtS * 1e3))),
+                                lengthText(*verdict.brokenAtS));
     else if (!verdict.measured)
         limit.broken = QStringLiteral("not known, and so not kept");
     return limit;
@@ -74,11 +74,6 @@ Outcome outcomeOf(const Summary& summary)
         return Outcome::Fail;
     const auto unlimited = [](const CameraSummary& camera) { return camera.verdict.limits.empty(); };
     return std::all_of(summary.cameras.begin(), summary.cameras.end(), unlimited) ? Outcome::NoLimits : Outcome::Pass;
-}
-
-QString timeText(std::chrono::milliseconds time)
-{
-    return QStringLiteral("%1 s").arg(static_cast<double>(time.count()) / 1e3);
 }
 
 /// Down to the slowest block of all, or one of a million.
@@ -113,6 +108,7 @@ void addBrokenLimits(std::vector<RunEvent>& events, const ReportCamera& camera, 
 
 std::vector<ReportFact> settingFacts(const Options& options)
 {
+    const auto seconds = [](std::chrono::milliseconds time) { return static_cast<double>(time.count()) / 1e3; };
     std::vector<ReportFact> facts{
         {QStringLiteral("Command"), QCoreApplication::arguments().join(QLatin1Char(' '))},
         {QStringLiteral("Mode"),
@@ -120,8 +116,8 @@ std::vector<ReportFact> settingFacts(const Options& options)
         {QStringLiteral("Cameras"),
          options.scenarioFile.isEmpty() ? QStringLiteral("as found on this machine") : options.scenarioFile},
         {QStringLiteral("Duration"),
-         options.duration ? timeText(*options.duration) : QStringLiteral("until stopped")},
-        {QStringLiteral("Interval"), timeText(options.interval)},
+         options.duration ? lengthText(seconds(*options.duration)) : QStringLiteral("until stopped")},
+        {QStringLiteral("Interval"), lengthText(seconds(options.interval))},
         {QStringLiteral("Sample period"), QStringLiteral("%1 B").arg(options.samplePeriod)},
         {QStringLiteral("Capacity"),
          QStringLiteral("%1 samples").arg(groupedDigits(QString::number(options.capacity)))},

@@ -3,14 +3,11 @@
 #include "HtmlReport.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <iterator>
-
-#include <QtCore/QLocale>
 
 #include "CourseGraph.h"
 #include "DistributionGraph.h"
 #include "HtmlStyle.h"
+#include "TimeText.h"
 
 namespace {
 
@@ -35,38 +32,6 @@ Markup badge(Outcome outcome)
                       : outcome == Outcome::Fail ? "span class=\"badge fail\""
                                                  : "span class=\"badge\"";
     return element(tag, QLatin1String(word(outcome)));
-}
-
-QString timeText(const QDateTime& time)
-{
-    return QLocale::c().toString(time, QStringLiteral("d MMM yyyy, HH:mm:ss"));
-}
-
-/// "UTC+02:00"
-QString zoneText(const QDateTime& time)
-{
-    const int minutes = time.offsetFromUtc() / 60;
-    return QStringLiteral("UTC%1%2:%3")
-        .arg(QLatin1Char(minutes < 0 ? '-' : '+'))
-        .arg(std::abs(minutes) / 60, 2, 10, QLatin1Char('0'))
-        .arg(std::abs(minutes) % 60, 2, 10, QLatin1Char('0'));
-}
-
-/// "2 d 3 h", "3 min 20 s", "4.5 s": its two largest parts.
-QString lengthText(double lengthS)
-{
-    constexpr std::pair<const char*, qint64> parts[] = {{"d", 86400}, {"h", 3600}, {"min", 60}, {"s", 1}};
-    if (lengthS < 60.0)
-        return QStringLiteral("%1 s").arg(lengthS, 0, 'f', 1);
-    const auto whole = qRound64(lengthS);
-    const auto* part =
-        std::find_if(std::begin(parts), std::end(parts), [whole](const auto& size) { return whole >= size.second; });
-    const auto* next = part + 1;
-    return QStringLiteral("%1 %2 %3 %4")
-        .arg(whole / part->second)
-        .arg(QLatin1String(part->first))
-        .arg(whole % part->second / next->second)
-        .arg(QLatin1String(next->first));
 }
 
 /// The verdict in a sentence or two.
@@ -222,10 +187,9 @@ Markup eventList(const ReportContent& content)
                 "tr",
                 literal("<td></td><td></td>") +
                     element("td", QStringLiteral("%1 events in between are not kept").arg(content.leftOutEvents)));
-        rows += element(
-            event.bad ? "tr class=\"broken\"" : "tr",
-            element("td class=\"time\"", QLocale::c().toString(event.time, QStringLiteral("d MMM, HH:mm:ss"))) +
-                element("td", event.camera) + element("td", event.text));
+        rows += element(event.bad ? "tr class=\"broken\"" : "tr",
+                        element("td class=\"time\"", shortTimeText(event.time)) + element("td", event.camera) +
+                            element("td", event.text));
     }
     return element("section",
                    element("h2", QStringLiteral("Events")) +

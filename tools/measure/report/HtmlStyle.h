@@ -91,7 +91,7 @@ i.required { border-color: var(--soft); border-top-style: dashed; }
 svg path { fill: none; vector-effect: non-scaling-stroke; stroke-width: 1.5; }
 svg .grid { stroke: var(--rule); stroke-width: 1; }
 svg .delivered { stroke: var(--delivered); }
-svg .delivered-band { fill: var(--band); }
+svg .delivered-band { fill: var(--band); stroke: var(--delivered); stroke-opacity: .6; stroke-width: 1; }
 svg .lowest { stroke: var(--lowest); }
 svg .required { stroke: var(--soft); stroke-dasharray: 5 4; }
 svg .level { stroke: var(--level); }
