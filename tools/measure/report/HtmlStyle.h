@@ -49,8 +49,7 @@ thead th { color: var(--soft); font-size: .87rem; vertical-align: bottom; }
 .n { text-align: right; white-space: nowrap; }
 td .badge { font-size: .75rem; margin: 0; }
 .limits td:last-child { width: 34%; }
-.overview tbody th { overflow-wrap: anywhere; }
-.overview thead th { white-space: nowrap; }
+.overview tbody th { overflow-wrap: anywhere; min-width: 10rem; }
 .mark { width: 4.5rem; color: var(--pass); }
 .warnings { color: var(--warn); font-weight: 600; }
 .facts th { color: var(--soft); width: 11rem; }
@@ -127,11 +126,16 @@ svg .loss { stroke: var(--fail); stroke-width: 2; }
 .pair { grid-template-columns: 1fr; }
 }
 @media print {
-  @page { margin: 14mm; }
-  body { font-size: 10pt; }
+  @page { margin: 13mm; }
+  html { font-size: 11.5px; }
+  body { font-size: 8.8pt; }
   main { max-width: none; padding: 0; }
+  section, article { margin-top: 1.75rem; }
+  section + article, article + article, article + section { break-before: page; margin-top: 0; border-top: 0; }
+  .tiles { grid-template-columns: repeat(6, 1fr); }
   .course, .tiles > div, tr, .badge { break-inside: avoid; }
   h2, h3, figcaption { break-after: avoid; }
+  th { overflow-wrap: normal; }
   .wide { overflow: visible; }
   a { text-decoration: none; }
   * { print-color-adjust: exact; -webkit-print-color-adjust: exact; }
