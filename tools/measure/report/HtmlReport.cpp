@@ -78,9 +78,12 @@ Markup head(const ReportContent& content)
     const QString times =
         QStringLiteral("%1 to %2 (%3), %4")
             .arg(timeText(content.start), timeText(content.end), zoneText(content.start), lengthText(lengthS));
-    return element("header", element("p class=\"tool\"", content.program) +
-                                 element("h1", badge(content.outcome) + plain(verdictSentence(content))) +
-                                 element("p class=\"when\"", times) + bullets("ul class=\"notes\"", content.notes));
+    return element(
+        "header",
+        element("p class=\"tool\"",
+                QStringLiteral("%1, exit code %2").arg(content.program, QString::number(content.exitCode))) +
+            element("h1", badge(content.outcome) + plain(verdictSentence(content))) +
+            element("p class=\"when\"", times) + bullets("ul class=\"notes\"", content.notes));
 }
 
 Markup figureValue(const ReportFigure& figure)
