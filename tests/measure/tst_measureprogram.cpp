@@ -22,6 +22,52 @@ const char* const scenario = R"({ "cameras": [
     { "name": "Goes", "id": "4", "faults": {"loss": [{"atMs": 300, "forMs": 0}]} },
     { "name": "Mute", "id": "5", "faults": {"noImage": [{"atMs": 0, "forMs": 100000}]} } ] })";
 
+/// Cameras that break one limit and no other, and others that come near to it.
+struct LimitedRun
+{
+    struct Pair
+    {
+        const char* limit;
+        const char* breaks; ///< fields of a camera
+        const char* inside;
+    };
+
+    const char* mode;
+    const char* limits; ///< of all cameras
+    std::vector<Pair> cameras;
+};
+
+const LimitedRun throughputRun{
+    "throughput",
+    R"("min-throughput": 2, "min-average": 2.2, "min-delivered": 2, "min-fps": 5, "max-gap": "1s", "max-level": 40,
+       "max-overflows": 0, "max-missing": 2)",
+    {{"min-throughput", R"("link": {"rate": 4, "stallEveryMs": 400, "stallUs": 3000})",
+      R"("link": {"rate": 4, "stallEveryMs": 400, "stallUs": 500})"},
+     {"min-average", R"("link": {"rate": 2.1})", R"("link": {"rate": 2.4})"},
+     {"min-delivered", R"("link": {"rate": 4, "frameGapUs": 60000})", R"("link": {"rate": 4, "frameGapUs": 20000})"},
+     {"min-fps", R"("link": {"rate": 4}, "sensor": {"width": 1024, "height": 512})",
+      R"("link": {"rate": 4}, "sensor": {"width": 640, "height": 480})"},
+     {"max-gap", R"("link": {"rate": 4}, "faults": {"noImage": [{"atMs": 800, "forMs": 1300}]})",
+      R"("link": {"rate": 4}, "faults": {"noImage": [{"atMs": 800, "forMs": 700}]})"},
+     {"max-level", R"("link": {"rate": 2.5}, "bufferBytes": 65536)",
+      R"("link": {"rate": 2.5}, "bufferBytes": 131072)"},
+     {"max-missing", R"("link": {"rate": 4}, "faults": {"numberJump": {"first": 9}, "numberJumpBy": 3})",
+      R"("link": {"rate": 4}, "faults": {"numberJump": {"first": 9}, "numberJumpBy": 2})"}}};
+
+const LimitedRun countersRun{
+    "counters",
+    R"("max-overflows": 0, "max-skips": 2, "min-fps": 10, "max-gap": "1s")",
+    {{"max-overflows", R"("link": {"rate": 4, "stallEveryMs": 900, "stallUs": 100000}, "bufferBytes": 100000)",
+      R"("link": {"rate": 4, "stallEveryMs": 900, "stallUs": 10000}, "bufferBytes": 100000)"},
+     {"max-skips", R"("link": {"rate": 4, "frameLoss": 0.2})", R"("link": {"rate": 4, "frameLoss": 0.002})"}}};
+
+QByteArray cameraOf(const QByteArray& kind, const QByteArray& limit, QByteArray fields)
+{
+    if (!fields.contains("sensor"))
+        fields += R"(, "sensor": {"width": 320, "height": 240, "rateHz": 30})";
+    return R"({"id": ")" + kind + ' ' + limit + R"(", "transportSpeed": 3, )" + fields + '}';
+}
+
 } // namespace
 
 class TestMeasureProgram : public QObject
@@ -32,8 +78,10 @@ private:
     QTemporaryDir folder;
     QProcess lostCamera; ///< Waits for images last seconds: these two begin before the other tests.
     QProcess muteCamera;
+    QProcess limitedThroughput;
+    QProcess limitedCounters;
 
-    QString path(const char* name) const { return folder.filePath(QLatin1String(name)); }
+    QString path(const QByteArray& name) const { return folder.filePath(QLatin1String(name)); }
 
     /// The program is `%1` in a line of the shell, `@` the folder in an argument.
     void start(QProcess& process, QString line, const char* shell = "exec %1") const
@@ -41,6 +89,17 @@ private:
         line.prepend(QStringLiteral("--cameras @scenario.json ")).replace('@', folder.path() + '/');
         process.start("/bin/sh", QStringList{"-c", QString(shell).arg("\"$0\" \"$@\""), KESTROVA_MEASURE} +
                                      line.split(' ', Qt::SkipEmptyParts));
+    }
+
+    void start(QProcess& process, const LimitedRun& run)
+    {
+        QByteArrayList cameras;
+        for (const auto& [limit, breaks, inside] : run.cameras)
+            cameras << cameraOf("breaks", limit, breaks) << cameraOf("inside", limit, inside);
+        writeFile(path(run.mode), "{\"cameras\": [" + cameras.join(", ") + "]}");
+        writeFile(path(QByteArray(run.mode) + ".limits"), QByteArray("{\"all\": {") + run.limits + "}}");
+        start(process,
+              QString("--cameras @%1 --all --duration 3s --json --mode %1 --limits @%1.limits").arg(run.mode));
     }
 
     static int exitCode(QProcess& process)
@@ -58,6 +117,8 @@ private Q_SLOTS:
         writeFile(path("limits.json"),
                   R"({"all": {"max-gap": "60s"}, "cameras": [{"id": "1", "min-average": 1e5}]})");
         writeFile(path("other.json"), R"({"cameras": [{"id": "9", "max-level": 5}]})");
+        start(limitedThroughput, throughputRun);
+        start(limitedCounters, countersRun);
         start(lostCamera, "--camera 4");
         start(muteCamera, "--camera 5 --duration 300ms");
     }
@@ -70,10 +131,11 @@ private Q_SLOTS:
         row("version", "--version", plain, 0, "^kestrova-measure \\d+\\.\\d+\\.\\d+\n$", "");
         row("list", "--list", plain, 0, "^1 +Good\n2 +Plain\n3 +Stubborn\n4 +Goes\n5 +Mute\n$", "");
         row("within limits", "--camera 1 --duration 300ms --min-average 1 --max-level 50 --max-overflows 0", plain, 0,
-            "Summary", "");
-        row("counters", "--camera 1 --duration 300ms --mode counters --max-skips 0", plain, 0, "skips", "");
+            "(?s)limit kept: --max-level 50: .*Good \\(1\\): PASS\n.*Run: PASS\n$", "");
+        row("counters", "--camera 1 --duration 300ms --mode counters --max-skips 0", plain, 0, "(?s)skips.*Run: PASS",
+            "");
         row("limit broken", "--camera 1 --required auto --duration 300ms --min-average 100000", plain, 1,
-            "limit broken: --min-average 100000: ", "");
+            "(?s)limit broken: --min-average 100000: [^\n]*MB/s, since [^\n]*T.*Run: FAIL\n$", "");
         row("limit that cannot be judged", "--camera 2 --duration 300ms --max-overflows 0", plain, 1,
             "--max-overflows 0: n/a", "");
         row("limits file, camera by camera", "--camera 1 --duration 300ms --limits @limits.json", plain, 1,
@@ -156,6 +218,10 @@ private Q_SLOTS:
         QCOMPARE(readFile(path("log.csv")).count('\n'), 1 + int(lines.size()));
         QVERIFY(readFile(path("run.html")).endsWith("</html>\n"));
         QCOMPARE(summary["type"].toString() + summary["exitCode"].toVariant().toString(), QString("summary0"));
+        QVERIFY(summary["verdict"].isNull()); // no limits
+        QCOMPARE(summary["settings"]["samplePeriodBytes"].toInt(), 8192);
+        QVERIFY(summary["versions"]["tool"].toString().startsWith("kestrova-measure "));
+        QVERIFY(summary["startTime"].toString() < summary["endTime"].toString());
         QCOMPARE(summary["cameras"].toArray().size(), 2);
         for (const QJsonValue camera : summary["cameras"].toArray()) {
             int frames = 0;
@@ -213,6 +279,26 @@ private Q_SLOTS:
         const auto lines = jsonLines(process.readAllStandardOutput());
         QCOMPARE(lines.back()["exitCode"].toInt(), 2);
         QCOMPARE(lines.back()["lostLogLines"].toInt() + kept.count('\n'), int(lines.size()));
+    }
+
+    /// Each camera breaks the limit that it is named after and no other, or comes near to it and none.
+    void eachLimitCatchesWhatNoOtherDoes()
+    {
+        for (QProcess* process : {&limitedThroughput, &limitedCounters}) {
+            QCOMPARE(exitCode(*process), 1);
+            const auto lines = jsonLines(process->readAllStandardOutput());
+            for (const QJsonValue camera : lines.back()["cameras"].toArray()) {
+                QString broken = "inside";
+                const QString limit = camera["id"].toString().section(' ', 1);
+                for (const QJsonValue judged : camera["limits"].toArray()) {
+                    if (!judged["kept"].toBool())
+                        broken = broken == "inside" ? "breaks " + judged["limit"].toString() : "several";
+                    QCOMPARE(judged["kept"].toBool(), judged["brokenAt"].isNull());
+                }
+                QCOMPARE(broken == "inside" ? "inside " + limit : broken, camera["id"].toString());
+                QCOMPARE(camera["verdict"].toString(), QString(broken == "inside" ? "PASS" : "FAIL"));
+            }
+        }
     }
 
     void silenceIsAFailure()

@@ -6,6 +6,93 @@
 
 namespace {
 
+QString utc(const QDateTime& time)
+{
+    return time.toUTC().toString(Qt::ISODateWithMs);
+}
+
+QString modeName(const Options& options)
+{
+    return options.mode == MeasModeStandardAcq ? QStringLiteral("counters") : QStringLiteral("throughput");
+}
+
+QJsonValue orNull(const std::optional<double>& value)
+{
+    return value ? QJsonValue(*value) : QJsonValue();
+}
+
+QJsonValue known(qint32 value)
+{
+    return value > 0 ? QJsonValue(value) : QJsonValue();
+}
+
+QJsonValue fileValue(const QString& file)
+{
+    return file.isEmpty() ? QJsonValue() : QJsonValue(file);
+}
+
+QJsonValue verdictValue(Outcome outcome)
+{
+    return outcome == Outcome::NoLimits ? QJsonValue() : QJsonValue(outcomeText(outcome));
+}
+
+QJsonArray limitObjects(const CameraSummary& camera)
+{
+    QJsonArray limits;
+    for (const LimitVerdict& limit : camera.verdict.limits) {
+        const LimitKind& kind = *limit.limit.kind;
+        const auto at = brokenAt(limit, camera);
+        limits.append(QJsonObject{{QStringLiteral("limit"), QLatin1String(kind.name)},
+                                  {QStringLiteral("figure"), QLatin1String(kind.figure)},
+                                  {QStringLiteral("value"), limit.limit.value},
+                                  {QStringLiteral("measured"), orNull(limit.measured)},
+                                  {QStringLiteral("kept"), limit.kept},
+                                  {QStringLiteral("brokenAtS"), orNull(limit.brokenAtS)},
+                                  {QStringLiteral("brokenAt"), at ? QJsonValue(utc(*at)) : QJsonValue()}});
+    }
+    return limits;
+}
+
+QJsonArray findingObjects(const std::vector<Finding>& findings)
+{
+    QJsonArray objects;
+    for (const Finding& finding : findings) {
+        QJsonObject figures;
+        for (const NamedFigure& figure : finding.figures)
+            figures.insert(QLatin1String(figure.key), figure.value);
+        objects.append(QJsonObject{{QStringLiteral("kind"), QLatin1String(findingName(finding.kind))},
+                                   {QStringLiteral("sentence"), finding.sentence},
+                                   {QStringLiteral("figures"), figures}});
+    }
+    return objects;
+}
+
+QJsonObject versionsObject()
+{
+    return {{QStringLiteral("tool"), versionText()},
+            {QStringLiteral("qt"), QLatin1String(qVersion())},
+            {QStringLiteral("system"), QSysInfo::prettyProductName()},
+            {QStringLiteral("kernel"), QSysInfo::kernelVersion()}};
+}
+
+QJsonObject settingsObject(const Options& options)
+{
+    const auto seconds = [](std::chrono::milliseconds time) { return static_cast<double>(time.count()) / 1e3; };
+    return {
+        {QStringLiteral("mode"), modeName(options)},
+        {QStringLiteral("scenarioFile"), fileValue(options.scenarioFile)},
+        {QStringLiteral("limitsFile"), fileValue(options.limitsFile)},
+        {QStringLiteral("durationS"), options.duration ? QJsonValue(seconds(*options.duration)) : QJsonValue()},
+        {QStringLiteral("intervalS"), seconds(options.interval)},
+        {QStringLiteral("samplePeriodBytes"), options.samplePeriod},
+        {QStringLiteral("capacitySamples"), options.capacity},
+        {QStringLiteral("requiredMBps"), options.required ? QJsonValue(*options.required) : QJsonValue()},
+        {QStringLiteral("csvFile"), fileValue(options.csvFile)},
+        {QStringLiteral("logFile"), fileValue(options.logFile)},
+        {QStringLiteral("reportFile"), fileValue(options.reportFile)},
+    };
+}
+
 QJsonValue reportObject(const std::optional<ReportSummary>& report)
 {
     if (!report)
@@ -30,7 +117,7 @@ QJsonObject cameraObject(const SxCameraInfo& camera)
 void addFigures(QJsonObject& object, const Figures& figures)
 {
     for (const Figure& figure : figures)
-        object.insert(QLatin1String(figure.key), figure.value ? QJsonValue(*figure.value) : QJsonValue());
+        object.insert(QLatin1String(figure.key), orNull(figure.value));
 }
 
 QJsonObject summaryObject(const Summary& summary)
@@ -40,16 +127,26 @@ QJsonObject summaryObject(const Summary& summary)
         QJsonObject object = cameraObject(camera.camera);
         object.insert(QStringLiteral("durationS"), camera.run.lengthS);
         addFigures(object, camera.run.figures);
-        object.insert(QStringLiteral("clockDriftPpm"),
-                      camera.clockDriftPpm ? QJsonValue(*camera.clockDriftPpm) : QJsonValue());
+        object.insert(QStringLiteral("clockDriftPpm"), orNull(camera.clockDriftPpm));
         object.insert(QStringLiteral("problems"), QJsonArray::fromStringList(camera.problems));
         object.insert(QStringLiteral("brokenLimits"), QJsonArray::fromStringList(camera.verdict.brokenLimits()));
+        object.insert(QStringLiteral("startTime"), utc(camera.startTime));
+        object.insert(QStringLiteral("requiredThroughputMBps"), known(camera.requiredThroughput));
+        object.insert(QStringLiteral("bufferSizeBytes"), known(camera.bufferSize));
+        object.insert(QStringLiteral("verdict"), verdictValue(outcomeOf(camera)));
+        object.insert(QStringLiteral("limits"), limitObjects(camera));
+        object.insert(QStringLiteral("reminders"), QJsonArray::fromStringList(reminders(camera)));
+        object.insert(QStringLiteral("findings"), findingObjects(camera.findings));
         object.insert(QStringLiteral("report"), reportObject(camera.report));
         cameras.append(object);
     }
-    const bool counters = summary.mode == MeasModeStandardAcq;
     return {{QStringLiteral("type"), QStringLiteral("summary")},
-            {QStringLiteral("mode"), counters ? QStringLiteral("counters") : QStringLiteral("throughput")},
+            {QStringLiteral("mode"), modeName(summary.options)},
+            {QStringLiteral("startTime"), utc(summary.startTime)},
+            {QStringLiteral("endTime"), utc(summary.endTime)},
+            {QStringLiteral("versions"), versionsObject()},
+            {QStringLiteral("settings"), settingsObject(summary.options)},
+            {QStringLiteral("verdict"), verdictValue(outcomeOf(summary))},
             {QStringLiteral("exitCode"), summary.exitCode},
             {QStringLiteral("lostLogLines"),
              summary.log ? QJsonValue(static_cast<double>(summary.log->lostLines())) : QJsonValue()},

@@ -4,13 +4,9 @@
 #define KESTROVA_MEASURE_OUTPUT_H
 
 #include <memory>
-#include <optional>
 
-#include <QtCore/QDateTime>
-
-#include "Diagnosis.h"
 #include "LineWriter.h"
-#include "MeasuredCamera.h"
+#include "Summary.h"
 
 /// One line: a camera's interval, at a time of the calendar.
 struct IntervalLine
@@ -18,37 +14,6 @@ struct IntervalLine
     const SxCameraInfo& camera;
     QDateTime time;
     Stretch stretch;
-};
-
-/// A written report.
-struct ReportSummary
-{
-    QString file;
-    quint64 frames = 0;        ///< kept, and so in the report
-    quint64 droppedFrames = 0; ///< by the capacity
-    qint64 fromUs = 0;         ///< time stamps of the first and the last frame
-    qint64 toUs = 0;
-};
-
-/// What is said of one camera at the end.
-struct CameraSummary
-{
-    SxCameraInfo camera;
-    Stretch run;
-    std::optional<double> clockDriftPpm; ///< nothing: not known
-    QStringList problems;
-    Verdict verdict;
-    std::vector<Finding> findings; ///< why it went so
-    std::optional<ReportSummary> report;
-};
-
-/// What is said at the end; cameras in the order in which they are known.
-struct Summary
-{
-    ExMeasMode mode;
-    int exitCode;
-    const LineWriter* log; ///< null without one
-    std::vector<CameraSummary> cameras;
 };
 
 /// On the thread of the event loop. Each line has left the program when a call returns.

@@ -10,7 +10,6 @@
 #include <QtCore/QLocale>
 
 #include "CameraNames.h"
-#include "ExitCode.h"
 #include "HtmlReport.h"
 #include "Machine.h"
 #include "ReportFigures.h"
@@ -59,21 +58,6 @@ ReportLimit reportLimit(const LimitVerdict& verdict, const Figures& figures, con
     else if (!verdict.measured)
         limit.broken = QStringLiteral("not known, and so not kept");
     return limit;
-}
-
-Outcome outcomeOf(const CameraSummary& camera)
-{
-    if (!camera.problems.isEmpty() || !camera.verdict.passed())
-        return Outcome::Fail;
-    return camera.verdict.limits.empty() ? Outcome::NoLimits : Outcome::Pass;
-}
-
-Outcome outcomeOf(const Summary& summary)
-{
-    if (summary.exitCode != ExitSuccess)
-        return Outcome::Fail;
-    const auto unlimited = [](const CameraSummary& camera) { return camera.verdict.limits.empty(); };
-    return std::all_of(summary.cameras.begin(), summary.cameras.end(), unlimited) ? Outcome::NoLimits : Outcome::Pass;
 }
 
 /// Down to the slowest block of all, or one of a million.
@@ -131,6 +115,15 @@ std::vector<ReportFact> settingFacts(const Options& options)
     return facts;
 }
 
+ReportFinding reportFinding(const Finding& finding)
+{
+    ReportFinding shown{finding.sentence, {}};
+    for (const NamedFigure& figure : finding.figures)
+        shown.figures.push_back({figureTitle(figure.key), groupedDigits(QString::number(figure.value, 'g', 6)),
+                                 QLatin1String(figure.unit), QString()});
+    return shown;
+}
+
 } // namespace
 
 ReportContent reportContent(const Options& options, const Summary& summary,
@@ -151,6 +144,8 @@ ReportContent reportContent(const Options& options, const Summary& summary,
         content.start = std::min(content.start, shown.start);
         for (const LimitVerdict& limit : said.verdict.limits)
             shown.limits.push_back(reportLimit(limit, said.run.figures, shown.start));
+        shown.warnings = reminders(said);
+        std::transform(said.findings.begin(), said.findings.end(), std::back_inserter(shown.findings), reportFinding);
         shown.figures = reportFigures(said.run.figures, said.verdict);
         addBrokenLimits(content.events, shown, said.verdict);
         shown.distribution = distributionOf(camera);

@@ -2,6 +2,9 @@
 // Reports, summary, exit code.
 #include "RunSummary.h"
 
+#include <algorithm>
+
+#include "Causes.h"
 #include "Complain.h"
 #include "ExitCode.h"
 #include "Report.h"
@@ -25,18 +28,31 @@ ExitCode judge(const Summary& summary, bool fileFault)
     return fileFault ? ExitWrongUsage : ExitSuccess;
 }
 
+CameraSummary summaryOf(const MeasuredCamera& camera)
+{
+    CameraSummary summary{camera.info(), camera.wholeRun(), camera.startTime()};
+    summary.requiredThroughput = camera.record().requiredThroughput;
+    summary.bufferSize = camera.record().cameraBufferSize;
+    summary.clockDriftPpm = camera.clockDriftPpm();
+    summary.problems = camera.problems();
+    summary.verdict = camera.verdict();
+    summary.findings = diagnose(diagnosisInput(camera));
+    return summary;
+}
+
 } // namespace
 
 int finishRun(const Options& options, const std::vector<std::unique_ptr<MeasuredCamera>>& cameras,
               const QStringList& reports, const IntervalLog* log, const RunRecorder& recorder, Output& output)
 {
-    Summary summary{options.mode, 0, log ? &log->lines() : nullptr, {}};
+    const QDateTime now = QDateTime::currentDateTime();
+    Summary summary{options, log ? &log->lines() : nullptr, now, now};
     QString error;
     bool fileFault = output.lines().lostLines() > 0 || (summary.log && summary.log->lostLines() > 0);
     for (int i = 0; i < static_cast<int>(cameras.size()); ++i) {
         const MeasuredCamera& camera = *cameras[static_cast<size_t>(i)];
-        CameraSummary line{
-            camera.info(), camera.wholeRun(), camera.clockDriftPpm(), camera.problems(), camera.verdict(), {}, {}};
+        CameraSummary line = summaryOf(camera);
+        summary.startTime = std::min(summary.startTime, line.startTime);
         if (!reports.isEmpty()) {
             line.report = writeReport(camera.record(), reports[i], &error);
             if (!line.report || !writeDescription(camera, *line.report, &error)) {

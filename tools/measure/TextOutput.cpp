@@ -67,12 +67,21 @@ public:
                 writeLine(reportText(title, *camera.report));
             for (const QString& problem : camera.problems)
                 writeLine(QStringLiteral("%1: %2").arg(title, problem));
-            for (const QString& limit : camera.verdict.brokenLimits())
-                writeLine(QStringLiteral("%1: limit broken: %2").arg(title, limit));
+            for (const LimitVerdict& limit : camera.verdict.limits)
+                writeLine(QStringLiteral("%1: %2").arg(title, limitLine(limit, camera)));
+            for (const QString& reminder : reminders(camera))
+                writeLine(QStringLiteral("%1: %2").arg(title, reminder));
+            for (const Finding& finding : camera.findings)
+                writeLine(singleLine(QStringLiteral("%1: possible cause: %2").arg(title, finding.sentence)));
+            writeLine(QStringLiteral("%1: %2").arg(title, outcomeText(outcomeOf(camera))));
         }
         if (summary.log && summary.log->lostLines() > 0)
             writeLine(QStringLiteral("%1 lines of the log were lost: %2")
                           .arg(QString::number(summary.log->lostLines()), singleLine(summary.log->error())));
+        writeLine(QStringLiteral("%1, %2 to %3, sample period %4 bytes")
+                      .arg(versionText(), summary.startTime.toString(Qt::ISODate),
+                           summary.endTime.toString(Qt::ISODate), QString::number(summary.options.samplePeriod)));
+        writeLine(QStringLiteral("Run: %1").arg(outcomeText(outcomeOf(summary))));
     }
 
     void cameraList(const std::vector<SxCameraInfo>& cameras) override
@@ -111,6 +120,21 @@ private:
         return QStringLiteral("%1: of the blocks 0.1 % had at most %2 MB/s, 1 % %3, 10 % %4, half of them %5")
             .arg(title, text("throughputP0_1MBps"), text("throughputP1MBps"), text("throughputP10MBps"),
                  text("throughputP50MBps"));
+    }
+
+    static QString limitLine(const LimitVerdict& limit, const CameraSummary& camera)
+    {
+        const QString values = QStringLiteral("--%1 %2: %3")
+                                   .arg(QLatin1String(limit.limit.kind->name), limitValueText(limit.limit.value),
+                                        limitValueText(limit.measured));
+        const QString text = QStringLiteral("%1 %2").arg(values, QLatin1String(limit.limit.kind->unit)).trimmed();
+        if (limit.kept)
+            return QStringLiteral("limit kept: ") + text;
+        const auto at = brokenAt(limit, camera);
+        return QStringLiteral("limit broken: %1%2")
+            .arg(text, at ? QStringLiteral(", since %1 s (%2)")
+                                .arg(QString::number(*limit.brokenAtS, 'f', 1), at->toString(Qt::ISODate))
+                          : QString());
     }
 
     static QString reportText(const QString& title, const ReportSummary& report)

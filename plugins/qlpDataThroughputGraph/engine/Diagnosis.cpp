@@ -13,7 +13,6 @@ using Kind = Finding::Kind;
 constexpr double stallShare = 0.5;    ///< a block at less than this share of the required throughput is a stall
 constexpr double fullShare = 0.9;     ///< of its rate, from which on a link is full
 constexpr double largeDriftPpm = 100; ///< quartz clocks keep within this
-constexpr double keptShare = 0.99;    ///< of the run; what is kept begins with a frame, the run with its start
 
 QString rounded(double value, int decimals = 1)
 {
@@ -171,12 +170,13 @@ private:
 
     void lookAtHistory()
     {
-        if (!found.empty() && in.keptS < keptShare * in.runS)
+        const double runS = static_cast<double>(in.run.elapsedUs) / 1e6;
+        if (!found.empty() && in.droppedFrames > 0)
             add(Kind::HistoryTooShort,
                 tr("Only the last %1 s of %2 s are kept. What went wrong may lie before them; a greater "
                    "capacity keeps more.")
-                    .arg(rounded(in.keptS), rounded(in.runS)),
-                {{"keptS", in.keptS, "s"}, {"runS", in.runS, "s"}});
+                    .arg(rounded(in.keptS), rounded(runS)),
+                {{"keptS", in.keptS, "s"}, {"runS", runS, "s"}});
     }
 
     const DiagnosisInput& in;

@@ -32,8 +32,8 @@ struct DiagnosisInput
     CounterDifferences counters;    ///< standard mode only
     std::optional<double> driftPpm;
     std::optional<LinkUse> link;
-    double keptS = 0.0; ///< seconds from the first to the last frame that the capacity still keeps
-    double runS = 0.0;  ///< seconds from the first to the last frame of the run
+    quint64 droppedFrames = 0; ///< by the capacity
+    double keptS = 0.0;        ///< seconds from the first to the last frame that it still keeps
 };
 
 /// A figure behind a finding.

@@ -8,16 +8,9 @@
 
 #include <QtCore/QStringList>
 
+#include "Outcome.h"
 #include "RunEvents.h"
 #include "RunHistory.h"
-
-/// Of a camera or of the run.
-enum class Outcome
-{
-    Pass,
-    Fail,
-    NoLimits, ///< nothing was asked for, and nothing went wrong
-};
 
 /// One number, ready to be shown.
 struct ReportFigure

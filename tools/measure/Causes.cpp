@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Gathers the figures of a run for the diagnosis.
+#include "Causes.h"
+
+#include "TimeMath.h"
+
+namespace {
+
+/// What the capacity still keeps of the run.
+template<typename List>
+void addHistory(DiagnosisInput& input, const List& kept)
+{
+    input.droppedFrames = input.run.frames - input.run.skippedFrames - kept.size();
+    if (!kept.empty())
+        input.keptS = static_cast<double>(kept.back()->timestampUs - kept.front()->timestampUs) / double(usPerSecond);
+}
+
+} // namespace
+
+DiagnosisInput diagnosisInput(const MeasuredCamera& camera)
+{
+    const CxCameraLineData& record = camera.record();
+    DiagnosisInput input;
+    input.run = record.runTotals();
+    input.driftPpm = camera.clockDriftPpm();
+    const bool throughput = record.measMode == MeasModeDataThroughput;
+    if (!throughput)
+        input.counters = counterDifferences(record);
+    else if (record.requiredThroughput > 0)
+        input.required = record.requiredThroughput;
+    input.bufferSize = record.cameraBufferSize;
+    input.samplePeriod = record.samplePeriod;
+    const QMutexLocker lock(&record.mutex);
+    if (throughput)
+        addHistory(input, record.frameList);
+    else
+        addHistory(input, record.counterSampleList);
+    return input;
+}
