@@ -115,10 +115,12 @@ private Q_SLOTS:
                 if (!std::exchange(struck, true))
                     events[event].second(bench);
             });
-            if (stage == StartingBox && QByteArray(events[event].first).endsWith("anew"))
+            const QByteArray name = events[event].first;
+            QVERIFY(stage != SetupDialog || (bench.form->measMode == mode) == name.startsWith("started"));
+            if (stage == StartingBox && name.endsWith("anew"))
                 QVERIFY(!bench.cameras[0]->isAcquiring()); // the one that was to be started is gone
             stopAll(bench);
-            if (stage == StartingBox && QByteArray(events[event].first).startsWith("started"))
+            if (stage == StartingBox && name.startsWith("started"))
                 QCOMPARE(robot.seen, QStringList()); // that it measures already is no failure
         }
         QVERIFY(struck);
@@ -195,6 +197,7 @@ private:
             bench.press("btnSetup");
             break;
         case WritingReport:
+            bench.measureButton(1)->click();
             robot.duringReport = [&](QProgressDialog*) {
                 QVERIFY(!bench.record(0).mutex.tryLock());
                 strike();

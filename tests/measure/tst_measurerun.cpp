@@ -34,19 +34,21 @@ Options byHand(ExMeasMode mode = MeasModeDataThroughput)
     return options;
 }
 
-/// One hand-driven camera, whose time is that of the measurement, in a run with JSON output.
+/// A hand-driven camera, whose time is that of the measurement, and perhaps others in a run with JSON output.
 class Bench
 {
 public:
-    explicit Bench(const sim::CameraScenario& scenario = {}, const Options& runOptions = byHand())
+    explicit Bench(const sim::CameraScenario& scenario = {}, const Options& runOptions = byHand(), int others = 0)
         : camera(std::make_shared<sim::HandDrivenCamera>(scenario)), options(runOptions)
     {
-        camera->setGated(true);
         setMeasurementClock([model = camera.get()] { return model->now() / std::chrono::microseconds(1); });
         auto& registry = CameraRegistry::instance();
-        const int index = registry.addDevice(camera);
-        cameras.push_back(
-            std::make_unique<MeasuredCamera>(registry.open(index), registry.deviceInfo(index), options));
+        for (auto next = camera; others >= 0; --others, next = std::make_shared<sim::HandDrivenCamera>(scenario)) {
+            next->setGated(true);
+            registry.addDevice(next);
+        }
+        for (int i = 0; i < registry.deviceCount(); ++i)
+            cameras.push_back(std::make_unique<MeasuredCamera>(registry.open(i), registry.deviceInfo(i), options));
         run.start();
     }
     ~Bench()
@@ -222,6 +224,18 @@ private Q_SLOTS:
             std::this_thread::yield();
         bench.stop();
         QVERIFY(bench.cameras[0]->problems().contains("measurement ended for lack of memory"));
+    }
+
+    void allLoopsEndTogether()
+    {
+        Bench bench({}, byHand(), 1);
+        bool announced = false;
+        bench.camera->setHook([&](const sim::HostCall& call) {
+            announced |= call.kind == sim::Call::Stop && bench.cameras[1]->record().stopAnnounced;
+            return true;
+        });
+        bench.stop();
+        QVERIFY(announced);
     }
 
     /// Since when: a figure may come back.

@@ -179,7 +179,7 @@ private Q_SLOTS:
         ImageView witness; // stays visible
         for (ImageView* each : {&view, &witness}) {
             each->setCamera(desk.camera());
-            each->resize(300, 200);
+            each->resize(each == &view ? QSize(300, 200) : QSize(600, 400));
             each->show();
             QTRY_VERIFY(each->caption().contains("Mono 8") && each->caption().contains("frame 0"));
         }
@@ -190,6 +190,12 @@ private Q_SLOTS:
         QVERIFY(view.caption().contains("frame 0"));
         view.show();
         QTRY_VERIFY(view.caption().contains("frame 1"));
+        view.resize(witness.size());
+        QTRY_COMPARE(view.grab().toImage(), witness.grab().toImage());
+        view.setCamera(nullptr);
+        ImageView unused;
+        unused.resize(view.size());
+        QCOMPARE(view.grab().toImage(), unused.grab().toImage()); // nothing is left of the camera
     }
 };
 

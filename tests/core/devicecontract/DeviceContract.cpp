@@ -248,21 +248,20 @@ private Q_SLOTS:
     {
         NEEDS(lose);
         std::atomic<bool> entered{false};
-        std::atomic<bool> removing{false};
         std::atomic<bool> left{false};
         camera.device->setLossListener([&](bool) {
             entered = true;
-            while (!removing)
+            for (const QDeadlineTimer busy(50); !busy.hasExpired();)
                 std::this_thread::yield();
             left = true;
         });
         std::thread loser(camera.lose);
         while (!entered)
             std::this_thread::yield();
-        removing = true;
         camera.device->setLossListener({});
-        QVERIFY(left);
+        const bool over = left;
         loser.join();
+        QVERIFY(over);
 
         NEEDS(comeBack);
         left = false;
