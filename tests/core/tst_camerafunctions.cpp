@@ -40,28 +40,23 @@ private Q_SLOTS:
         }
     }
 
-    void parameters_data()
-    {
-        const Table<QByteArray, int, bool, int> row("name", "value", "accepted", "after");
-        row("write", "LUTEnable", 1, true, 1);
-        row("refused", "LUTEnable", 13, false, 0);
-        row("no such", "LUTEnabel", 1, false, 0);
-        row("ask", "LUTEnable:settable", 1, true, 0);
-        row("ask refused", "LUTEnable:settable", 13, false, 0);
-        row("ask no such", "LUTEnabel:settable", 1, false, 0);
-        row("suffix alone", ":settable", 1, false, 0);
-        row("no name", {}, 1, false, 0);
-    }
-
     void parameters()
     {
-        QFETCH(QByteArray, name);
-        QFETCH(int, value);
-        const char* text = name.isNull() ? nullptr : name.constData();
-        QTEST(vnApi_SetParamInt(camera, text, value, nullptr), "accepted");
-        int now = -1;
-        QVERIFY(vnApi_GetParamInt(camera, "LUTEnable", now, nullptr));
-        QTEST(now, "after");
+        // after: of LUTEnable
+        const Rows<const char*, int, bool, int> rows{{"LUTEnable", 13, false, 0},
+                                                     {"LUTEnabel", 1, false, 0},
+                                                     {"LUTEnable:settable", 1, true, 0},
+                                                     {"LUTEnable:settable", 13, false, 0},
+                                                     {":settable", 1, false, 0},
+                                                     {"LUTEnabel:settable", 1, false, 0},
+                                                     {nullptr, 1, false, 0},
+                                                     {"LUTEnable", 1, true, 1}};
+        for (const auto& [name, value, accepted, after] : rows) {
+            int now = -1;
+            const bool taken = vnApi_SetParamInt(camera, name, value, nullptr);
+            QVERIFY(vnApi_GetParamInt(camera, "LUTEnable", now, nullptr));
+            QVERIFY2(taken == accepted && now == after, name);
+        }
     }
 
     void oneSideAcquires()
@@ -141,28 +136,20 @@ private Q_SLOTS:
         QVERIFY(memory.size() <= 3);
     }
 
-    void memoryOutlives_data()
-    {
-        const Table<int> row("event");
-        row("loss", 0);
-        row("stop by another thread", 1);
-        row("close", 2);
-    }
-
     void memoryOutlives()
     {
-        QFETCH(int, event);
-        QVERIFY(vnApi_StartAcquisition(camera) && bench->receive(camera));
-        const VN_IMG& image = bench->image;
-        const QByteArray former(static_cast<const char*>(image.data), static_cast<int>(image.dataBytes));
-        QCOMPARE(former.size(), 64 * 64);
-        if (event == 0)
-            device->lose();
-        else if (event == 1)
-            std::thread(vnApi_StopAcquisition, camera).join();
-        else
-            registry.close(camera);
-        QVERIFY(std::memcmp(image.data, former.constData(), image.dataBytes) == 0);
+        const std::function<void()> events[] = {[this] { device->lose(); },
+                                                [this] { std::thread(vnApi_StopAcquisition, camera).join(); },
+                                                [this] { registry.close(camera); }};
+        for (const auto& event : events) {
+            cleanup(), init();
+            QVERIFY(vnApi_StartAcquisition(camera) && bench->receive(camera));
+            const VN_IMG& image = bench->image;
+            const QByteArray former(static_cast<const char*>(image.data), static_cast<int>(image.dataBytes));
+            QCOMPARE(former.size(), 64 * 64);
+            event();
+            QVERIFY(std::memcmp(image.data, former.constData(), image.dataBytes) == 0);
+        }
     }
 };
 

@@ -4,15 +4,11 @@
 
 #include "FrameCounters.h"
 #include "LogCapture.h"
-#include "LossyCamera.h"
 #include "MeasurementBench.h"
 #include "MeasurementClock.h"
 #include "NaiveEvaluator.h"
 #include "RandomRecord.h"
-
-namespace {
-
-} // namespace
+#include "Scenarios.h"
 
 class TestLoops : public QObject
 {

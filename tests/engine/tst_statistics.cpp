@@ -32,39 +32,33 @@ private Q_SLOTS:
         QCOMPARE(data.calculateFrameSpeeds(FrameRecord(), 4096, 1000.0, speeds, deltas, offsets), 0);
     }
 
-    void figures_data()
-    {
-        const Table<QVector<quint64>, int, double, double, double, quint64> row("ticks", "bufferSize", "average",
-                                                                                "slowest", "highest", "overflows");
-        using Ticks = QVector<quint64>;
-        row("example", Ticks{0, 1000, 3000}, 1000, 1024.0, 512.0, 100.0, 1);
-        row("fits", Ticks{0, 1000, 3000}, 7808, 1024.0, 512.0, 50.0, 0);
-        row("stays full", Ticks{0, 2000, 2500}, 1000, 3 * 4096 / 10.0, 512.0, 100.0, 1);
-        row("one block", Ticks{5}, 1000, inf, DBL_MAX, 0.0, 0);
-        row("standing ticks", Ticks{5, 5, 5}, 1000, inf, DBL_MAX, 0.0, 0);
-        row("no buffer", Ticks{0, 1000, 3000}, 0, 1024.0, 512.0, 100.0, 1);
-    }
     void figures()
     {
-        QFETCH(QVector<quint64>, ticks);
-        QFETCH(int, bufferSize);
-        CxCameraLineData data;
-        data.requiredThroughput = 1000;
-        data.cameraBufferSize = bufferSize;
-        appendFrame(data, 0, {ticks.begin(), ticks.end()});
-        QVERIFY(data.calculateStats(nullptr, nullptr, nullptr, 0, 1000, 0));
-        QTEST(data.avgThroughput, "average");
-        QTEST(data.minThroughput, "slowest");
-        QTEST(data.maxBufferLevel, "highest");
-        QTEST(data.bufferOverflowCount, "overflows");
-
-        const EvaluationSettings settings = data.evaluationSettings();
-        const FrameRecord& record = *data.frameList[0];
-        const FrameFigures frame = frameFigures(record, makeAggregates(record, settings), settings);
-        QTEST(frame.throughput.value_or(inf), "average");
-        QTEST(frame.minThroughput.value_or(DBL_MAX), "slowest");
-        QTEST(frame.maxBufferLevel.value_or(0.0), "highest");
-        QTEST(quint64(frame.overflow), "overflows");
+        // buffer size, average, slowest, highest level, overflows
+        const Rows<std::vector<quint64>, int, double, double, double, quint64> rows{
+            {{0, 1000, 3000}, 1000, 1024.0, 512.0, 100.0, 1},
+            {{0, 1000, 3000}, 7808, 1024.0, 512.0, 50.0, 0},           // fits
+            {{0, 2000, 2500}, 1000, 3 * 4096 / 10.0, 512.0, 100.0, 1}, // stays full
+            {{5}, 1000, inf, DBL_MAX, 0.0, 0},                         // one block
+            {{5, 5, 5}, 1000, inf, DBL_MAX, 0.0, 0},                   // standing ticks
+            {{0, 1000, 3000}, 0, 1024.0, 512.0, 100.0, 1}};            // no buffer
+        for (const auto& [ticks, bufferSize, average, slowest, highest, overflows] : rows) {
+            CxCameraLineData data;
+            data.requiredThroughput = 1000;
+            data.cameraBufferSize = bufferSize;
+            appendFrame(data, 0, ticks);
+            QVERIFY(data.calculateStats(nullptr, nullptr, nullptr, 0, 1000, 0));
+            const auto expected = std::tuple(average, slowest, highest, overflows);
+            QCOMPARE(std::tuple(data.avgThroughput.load(), data.minThroughput.load(), data.maxBufferLevel.load(),
+                                quint64(data.bufferOverflowCount)),
+                     expected);
+            const EvaluationSettings settings = data.evaluationSettings();
+            const FrameRecord& record = *data.frameList[0];
+            const FrameFigures frame = frameFigures(record, makeAggregates(record, settings), settings);
+            QCOMPARE(std::tuple(frame.throughput.value_or(inf), frame.minThroughput.value_or(DBL_MAX),
+                                frame.maxBufferLevel.value_or(0.0), quint64(frame.overflow)),
+                     expected);
+        }
     }
 
     void extremeRanges()

@@ -20,7 +20,6 @@
 #include "MeasurementClock.h"
 #include "NaiveEvaluator.h"
 #include "RandomRecord.h"
-#include "Table.h"
 
 namespace {
 
@@ -54,75 +53,71 @@ class TestMemory : public QObject
 
 private Q_SLOTS:
     void cleanup() { CameraRegistry::instance().removeAllDevices(); }
-    void worker_data()
-    {
-        const Table<int, QStringList> row("mode", "messages");
-        const QString frame = QStringLiteral("Cannot allocate array for frame data");
-        const QString ticks = QStringLiteral("Cannot allocate array for frame time stamps");
-        row("throughput", MeasModeDataThroughput, {frame, ticks});
-        row("standard", MeasModeStandardAcq, {frame});
-    }
-
     /// Frames at which the lists grow in all their ways, the last ones while the oldest leave.
     void worker()
     {
-        QFETCH(int, mode);
-        QFETCH(QStringList, messages);
-        const bool throughput = mode == MeasModeDataThroughput;
-        QStringList seen;
-        for (const int frame : {1, 2, 16, 256, 512, 513}) {
-            bool more = true;
-            for (int nth = 1; more; ++nth) {
-                MeasurementBench bench(smallCamera(), mode);
-                bench.setOwnValues();
-                bench.camera->setGated(false);
-                std::atomic<bool> done{false};
-                bool failed = false;
-                int waits = 0;
-                bench.camera->setHook([&](const sim::HostCall& call) {
-                    if (call.kind == sim::Call::Wait && ++waits == frame)
-                        failAllocation(nth);
-                    while (call.kind == sim::Call::Wait && waits > frame && !bench.data.stopRequested) {
-                        failed = failed || failAllocation(0);
-                        done = true;
+        for (const bool throughput : {true, false}) {
+            const int mode = throughput ? MeasModeDataThroughput : MeasModeStandardAcq;
+            QStringList seen, messages{QStringLiteral("Cannot allocate array for frame data")};
+            if (throughput)
+                messages << QStringLiteral("Cannot allocate array for frame time stamps");
+            for (const int frame : {1, 2, 16, 256, 512, 513}) {
+                bool more = true;
+                for (int nth = 1; more; ++nth) {
+                    MeasurementBench bench(smallCamera(), mode);
+                    bench.setOwnValues();
+                    bench.camera->setGated(false);
+                    std::atomic<bool> done{false};
+                    bool failed = false;
+                    int waits = 0;
+                    bench.camera->setHook([&](const sim::HostCall& call) {
+                        if (call.kind == sim::Call::Wait && ++waits == frame)
+                            failAllocation(nth);
+                        while (call.kind == sim::Call::Wait && waits > frame && !bench.data.stopRequested) {
+                            failed = failed || failAllocation(0);
+                            done = true;
+                            QThread::yieldCurrentThread();
+                        }
+                        return true;
+                    });
+                    const LogCapture log;
+                    QVERIFY(bench.data.startMeasurement(16, (throughput ? 512 : 1) * 300));
+                    while (!done && bench.data.isMeasuring())
                         QThread::yieldCurrentThread();
-                    }
-                    return true;
-                });
-                const LogCapture log;
-                QVERIFY(bench.data.startMeasurement(16, (throughput ? 512 : 1) * 300));
-                while (!done && bench.data.isMeasuring())
-                    QThread::yieldCurrentThread();
-                const bool ended = !bench.data.isMeasuring();
-                QCOMPARE(bench.data.stopMeasurement(), !ended);
-                bench.camera->setHook({});
+                    const bool ended = !bench.data.isMeasuring();
+                    QCOMPARE(bench.data.stopMeasurement(), !ended);
+                    bench.camera->setHook({});
 
-                const QString loop = throughput ? QStringLiteral("CxCameraLineData::runMeasureLoop(): ")
-                                                : QStringLiteral("CxCameraLineData::runMeasureLoopAcquisition(): ");
-                const QStringList texts = log.texts();
-                const QString text = texts.isEmpty() ? QString() : texts[0].mid(loop.size());
-                QVERIFY(texts.size() <= 1 && texts.join(QString()).startsWith(texts.isEmpty() ? QString() : loop));
-                QVERIFY2(ended ? messages.contains(text)
-                               : text.isEmpty() || text == QLatin1String("vnApi_GetImage failed to capture image"),
-                         qPrintable(text));
-                seen << text;
+                    const QString loop = throughput
+                                             ? QStringLiteral("CxCameraLineData::runMeasureLoop(): ")
+                                             : QStringLiteral("CxCameraLineData::runMeasureLoopAcquisition(): ");
+                    const QStringList texts = log.texts();
+                    const QString text = texts.isEmpty() ? QString() : texts[0].mid(loop.size());
+                    QVERIFY(texts.size() <= 1 &&
+                            texts.join(QString()).startsWith(texts.isEmpty() ? QString() : loop));
+                    QVERIFY2(ended
+                                 ? messages.contains(text)
+                                 : text.isEmpty() || text == QLatin1String("vnApi_GetImage failed to capture image"),
+                             qPrintable(text));
+                    seen << text;
 
-                const RunTotals totals = bench.data.runTotals();
-                const quint64 kept = bench.data.frameList.size() + bench.data.counterSampleList.size();
-                QCOMPARE(std::tuple(totals.frames + totals.failedWaits, totals.skippedFrames, kept),
-                         std::tuple(quint64(ended ? frame : frame + 1), quint64(ended ? 1 : 0),
-                                    std::min<quint64>(totals.frames - totals.skippedFrames, 301)));
-                QVERIFY(!throughput || figuresAreTrue(bench.data));
-                setMeasurementClock([] { return always; });
-                QCOMPARE(bench.data.runTotals().presentGapUs, qint64(0)); // its time is over, too
-                setMeasurementClock({});
-                QVERIFY(!ended || (bench.data.startMeasurement(16, 1000) && bench.data.stopMeasurement()));
-                QVERIFY(bench.isAtRest());
-                more = failed || ended;
+                    const RunTotals totals = bench.data.runTotals();
+                    const quint64 kept = bench.data.frameList.size() + bench.data.counterSampleList.size();
+                    QCOMPARE(std::tuple(totals.frames + totals.failedWaits, totals.skippedFrames, kept),
+                             std::tuple(quint64(ended ? frame : frame + 1), quint64(ended ? 1 : 0),
+                                        std::min<quint64>(totals.frames - totals.skippedFrames, 301)));
+                    QVERIFY(!throughput || figuresAreTrue(bench.data));
+                    setMeasurementClock([] { return always; });
+                    QCOMPARE(bench.data.runTotals().presentGapUs, qint64(0)); // its time is over, too
+                    setMeasurementClock({});
+                    QVERIFY(!ended || (bench.data.startMeasurement(16, 1000) && bench.data.stopMeasurement()));
+                    QVERIFY(bench.isAtRest());
+                    more = failed || ended;
+                }
             }
+            for (const QString& message : messages)
+                QVERIFY(seen.contains(message));
         }
-        for (const QString& message : messages)
-            QVERIFY(seen.contains(message));
     }
 
     void failedWorkArrays()

@@ -1,14 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Cameras with names that look like something else to whoever writes them into a table, a box, a log or a file name.
-#include <QtCore/QJsonDocument>
-#include <QtCore/QRegularExpression>
-#include <QtCore/QTemporaryDir>
-#include <QtCore/QTemporaryFile>
-#include <QtGui/QTextDocument>
-#include <QtTest/QTest>
-#include <QtWidgets/QMessageBox>
-#include <QtWidgets/QToolButton>
-#include <QtWidgets/QTreeWidget>
 #include <vnCore/vnApi.h>
 
 #include "CameraDock.h"
@@ -17,6 +8,7 @@
 #include "EventLog.h"
 #include "FormBench.h"
 #include "IntervalLog.h"
+#include "ItemTexts.h"
 #include "Report.h"
 #include "Table.h"
 #include "TakeOvers.h"
@@ -81,11 +73,9 @@ private Q_SLOTS:
         QVERIFY(vnApi_StartAcquisition(bench.handle(0)));
         takeOvers.setTakenOver(bench.handle(0), true);
         events.checkFrames(std::chrono::steady_clock::now() + std::chrono::seconds(5));
-        QString lines;
-        for (int row = 0; row < log.rowCount(); ++row)
-            lines += log.index(row, EventLog::TextColumn).data().toString() + QLatin1Char('\n');
-        QCOMPARE(lines, line + " (1) opened\n" + line + " (1) taken over by a plug-in\n" + line +
-                            " (1) is measured but has sent no frame for 5 s\n");
+        QCOMPARE(columnTexts(log, EventLog::TextColumn),
+                 QStringList({line + " (1) opened", line + " (1) taken over by a plug-in",
+                              line + " (1) is measured but has sent no frame for 5 s"}));
         const auto* listed = dock.findChild<QTreeWidget*>()->topLevelItem(0);
         QCOMPARE(listed->text(0), line);
         QCOMPARE(read(listed->toolTip(0)).simplified(), (line + QStringLiteral(" (1)")).simplified());

@@ -3,19 +3,11 @@
 // them, and the whole file torn off or changed at any place. Nothing crashes, and no control shows what it cannot.
 #include <random>
 
-#include <QtCore/QFile>
-#include <QtCore/QSettings>
-#include <QtCore/QTemporaryDir>
-#include <QtTest/QTest>
-#include <QtWidgets/QActionGroup>
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QDialog>
-#include <QtWidgets/QSpinBox>
-
 #include <vnCoreGui/CxExportToolButton.h>
 
 #include "DialogRobot.h"
 #include "EventLog.h"
+#include "Files.h"
 #include "FormBench.h"
 #include "MainWindow.h"
 #include "SettingsStore.h"
@@ -48,7 +40,7 @@ private Q_SLOTS:
     void formTakesAnyValue()
     {
         QFETCH(QByteArray, line);
-        write(line + '\n');
+        writeFile(settingsFile, line + '\n');
         const CriticalLines quiet;
         FormBench bench(1);
         QSettings settings(settingsFile, QSettings::IniFormat);
@@ -93,21 +85,8 @@ private Q_SLOTS:
     void viewerTakesAnyValue()
     {
         QFETCH(QByteArray, line);
-        write("[Viewer]\n" + line + '\n');
+        writeFile(settingsFile, "[Viewer]\n" + line + '\n');
         checkViewer();
-    }
-
-private:
-    template<class Keys>
-    static void rows(const Keys& keys)
-    {
-        const Table<QByteArray> row("line");
-        for (const char* key : keys) {
-            for (const QByteArray& value : values) {
-                const QByteArray line = QByteArray(key) + '=' + value;
-                row(line, line);
-            }
-        }
     }
 
     /// Torn off after every byte, and changed at every one; now and then the whole viewer begins with it.
@@ -116,9 +95,7 @@ private:
         constexpr int viewerEvery = 20;
         QFile::remove(settingsFile);
         checkViewer();
-        QFile file(settingsFile);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray whole = file.readAll();
+        const QByteArray whole = readFile(settingsFile);
         QVERIFY(whole.size() > 500);
         std::mt19937 random(6);
         EventLog log;
@@ -128,7 +105,7 @@ private:
             QByteArray changed = whole;
             changed[at] = char(std::uniform_int_distribution<int>(0, 255)(random));
             for (const QByteArray& content : {whole.left(at), changed}) {
-                write(content);
+                writeFile(settingsFile, content);
                 if (at % viewerEvery == 0) {
                     checkViewer();
                 } else {
@@ -142,11 +119,17 @@ private:
         }
     }
 
-    void write(const QByteArray& content) const
+private:
+    template<class Keys>
+    static void rows(const Keys& keys)
     {
-        QFile file(settingsFile);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(content);
+        const Table<QByteArray> row("line");
+        for (const char* key : keys) {
+            for (const QByteArray& value : values) {
+                const QByteArray line = QByteArray(key) + '=' + value;
+                row(line, line);
+            }
+        }
     }
 
     /// It starts with the present file, and the next start finds a good one.

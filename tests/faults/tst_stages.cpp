@@ -2,19 +2,9 @@
 // Cameras that are lost, closed, opened anew under their handle, added or started by a program at every stage of a
 // measurement and in every box and dialog: table and records agree with the opened cameras afterwards, every camera has
 // its parameters back, no worker is left and the form measures again. A report that is being written gets complete.
-#include <atomic>
-
-#include <QtCore/QDir>
-#include <QtCore/QTemporaryDir>
-#include <QtTest/QTest>
-#include <QtWidgets/QDialog>
-#include <QtWidgets/QPushButton>
-#include <QtWidgets/QToolButton>
-
 #include <vnCore/CxCameraManager.h>
 #include <vnCoreGui/CxExportToolButton.h>
 
-#include "CameraRegistry.h"
 #include "DialogRobot.h"
 #include "form/RowCells.h"
 #include "FormBench.h"

@@ -3,6 +3,7 @@
 
 #include "engine/MeasurementClock.h"
 #include "RandomRecord.h"
+#include "Scenarios.h"
 
 FormBench::FormBench(int cameraCount, int mode)
 {
@@ -24,11 +25,9 @@ FormBench::~FormBench()
 
 void FormBench::addCamera(const std::function<void(sim::CameraScenario&)>& change)
 {
-    sim::CameraScenario scenario;
+    sim::CameraScenario scenario = smallCamera();
     scenario.name = QChar('A' + int(cameras.size()));
     scenario.id = QString::number(cameras.size() + 1);
-    scenario.sensor.width = 64;
-    scenario.sensor.height = 64;
     if (change)
         change(scenario);
     auto camera = std::make_shared<sim::HandDrivenCamera>(scenario);
@@ -103,14 +102,6 @@ QString FormBench::look() const
     }
     return text + child<QPushButton>("btnStartAll")->text() +
            QLatin1String(child("btnSetup")->isEnabled() ? " setup" : "");
-}
-
-QStringList FormBench::columnTexts(int column) const
-{
-    QStringList texts;
-    for (int row = 0; row < table()->rowCount(); ++row)
-        texts.append(cell(row, column));
-    return texts;
 }
 
 QStringList FormBench::captions() const

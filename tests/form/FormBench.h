@@ -20,6 +20,7 @@
 #include "form/Columns.h"
 #include "form/DataGraphForm.h"
 #include "HandDrivenCamera.h"
+#include "ItemTexts.h"
 #include "LogCapture.h"
 
 constexpr qint64 second = 1000000; // microseconds
@@ -80,7 +81,7 @@ public:
     QString status(int row) const { return cell(row, 1); }
     /// What tells of measurements: "Testing Stop|Stopped Start export|Start All setup" with what can be pressed.
     QString look() const;
-    QStringList columnTexts(int column) const;
+    QStringList columnTexts(int column) const { return ::columnTexts(*table()->model(), column); }
     QStringList captions() const;
     QCheckBox* curveBox(int row) const; ///< in the curve table
     template<class Widget>

@@ -5,6 +5,7 @@
 #include <vnCoreGui/CxExportToolButton.h>
 
 #include "DialogRobot.h"
+#include "Files.h"
 #include "FormBench.h"
 #include "NaiveEvaluator.h"
 #include "RandomRecord.h"
@@ -12,12 +13,6 @@
 #include "Table.h"
 
 namespace {
-
-QByteArray contents(const QString& fileName)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-}
 
 double secondsSince(std::clock_t start)
 {
@@ -62,7 +57,7 @@ private Q_SLOTS:
             if (type == 2) {
                 robot.fileName += QLatin1String(name.contains('.') ? "" : ".png");
                 QCOMPARE(QFile::exists(robot.fileName), !start.isEmpty());
-                QVERIFY(start.isEmpty() || contents(robot.fileName).startsWith(start));
+                QVERIFY(start.isEmpty() || readFile(robot.fileName).startsWith(start));
                 image.load(robot.fileName);
             }
             if (type == 1 || !start.isEmpty()) {
@@ -101,12 +96,12 @@ private Q_SLOTS:
             };
             QTest::mouseClick(bench.exportButton(0), Qt::LeftButton);
             QVERIFY(reported);
-            QCOMPARE(contents(robot.fileName), reportHeader + expected);
+            QCOMPARE(readFile(robot.fileName), reportHeader + expected);
             QCOMPARE(robot.seen.value(1),
                      QStringLiteral("Data throughput monitor|Exporting <b>%1</b>, \"x\"\n&amp; (%2) data"));
             QString error; // the command line tool's report of all frames is the same
             QVERIFY(writeReport(record, path("tool.csv"), &error));
-            QVERIFY(expected != first + last || contents(path("tool.csv")) == contents(robot.fileName));
+            QVERIFY(expected != first + last || readFile(path("tool.csv")) == readFile(robot.fileName));
         }
     }
 
@@ -165,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(beats, 5); // the sixth would have come had the report gone on
         QVERIFY(underValgrind || closedAfter < 0.5);
         QVERIFY(underValgrind || secondsSince(since) < 0.5);
-        QVERIFY(contents(robot.fileName).startsWith(reportHeader));
+        QVERIFY(readFile(robot.fileName).startsWith(reportHeader));
         QCOMPARE(robot.seen.size(), 2); // file dialog and progress, no complaint
     }
 

@@ -9,54 +9,57 @@ class FormMeasurementTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void clicks_data()
-    {
-        // clicks: numbers of rows, + for all; looks: after each; host: what it is told
-        const Table<int, int, int, QString, QStringList, QString> row("mode", "cameras", "failing", "clicks", "looks",
-                                                                      "host");
-        row("one of two", MeasModeDataThroughput, 2, -1, "00",
-            {"Testing Stop|Stopped Start export|Start All",
-             "Stopped Start export|Stopped Start export|Start All setup"},
-            "1- 1+");
-        row("running ones are left alone", MeasModeStandardAcq, 2, -1, "1+0+",
-            {"Stopped Start|Testing Stop|Start All", "Testing Stop|Testing Stop|Stop All",
-             "Stopped Start|Testing Stop|Stop All", // the text follows only its own clicks
-             "Stopped Start|Stopped Start|Start All setup"},
-            "2- 1- 1+ 2+");
-        row("fails", MeasModeDataThroughput, 1, 0, "0", {"Stopped Start export|Start All setup"}, "");
-        row("all are rolled back", MeasModeDataThroughput, 3, 1, "0+",
-            {"Testing Stop|Stopped Start export|Stopped Start export|Start All",
-             "Stopped Start export|Stopped Start export|Stopped Start export|Start All setup"},
-            "1- 3- 1+ 3+");
-    }
     void clicks()
     {
-        QFETCH(int, mode);
-        QFETCH(int, cameras);
-        QFETCH(int, failing);
-        QFETCH(QString, clicks);
-        FormBench bench(cameras, mode);
-        QStringList told, looks;
-        if (failing >= 0) {
-            bench.failStarts(failing);
-            told.append("Failed to start measurement|Camera " + bench.cell(failing, cameraColumn) +
-                        " does not support \n data throughput analysis in Kestrova.");
+        // clicks: numbers of rows, + for all; looks: after each; host: what it is told
+        const Rows<int, int, int, QString, QStringList, QString> rows{
+            {MeasModeDataThroughput,
+             2,
+             -1,
+             "00",
+             {"Testing Stop|Stopped Start export|Start All",
+              "Stopped Start export|Stopped Start export|Start All setup"},
+             "1- 1+"},
+            {MeasModeStandardAcq,
+             2,
+             -1,
+             "1+0+", // running ones are left alone
+             {"Stopped Start|Testing Stop|Start All", "Testing Stop|Testing Stop|Stop All",
+              "Stopped Start|Testing Stop|Stop All", // the text follows only its own clicks
+              "Stopped Start|Stopped Start|Start All setup"},
+             "2- 1- 1+ 2+"},
+            {MeasModeDataThroughput, 1, 0, "0", {"Stopped Start export|Start All setup"}, ""},
+            {MeasModeDataThroughput,
+             3,
+             1,
+             "0+", // all are rolled back
+             {"Testing Stop|Stopped Start export|Stopped Start export|Start All",
+              "Stopped Start export|Stopped Start export|Stopped Start export|Start All setup"},
+             "1- 3- 1+ 3+"}};
+        for (const auto& [mode, cameras, failing, clicks, expected, toldHost] : rows) {
+            FormBench bench(cameras, mode);
+            QStringList told, looks;
+            if (failing >= 0) {
+                bench.failStarts(failing);
+                told.append("Failed to start measurement|Camera " + bench.cell(failing, cameraColumn) +
+                            " does not support \n data throughput analysis in Kestrova.");
+            }
+            DialogRobot robot;
+            robot.inside = [&, one = clicks == "0"](QDialog* dialog) { // its progress box does not stay behind this
+                for (auto* box : bench.form->findChildren<QMessageBox*>())
+                    QVERIFY(!one || !box->isVisible() || box == dialog);
+            };
+            for (const QChar click : clicks) {
+                if (click == QLatin1Char('+'))
+                    bench.press("btnStartAll");
+                else
+                    QTest::mouseClick(bench.measureButton(click.digitValue()), Qt::LeftButton);
+                looks.append(bench.look());
+            }
+            QCOMPARE(looks, expected);
+            QCOMPARE(bench.hostControl(), toldHost);
+            QCOMPARE(robot.seen, told);
         }
-        DialogRobot robot;
-        robot.inside = [&](QDialog* dialog) { // the progress box of a row's button does not stay behind the dialog
-            for (auto* box : bench.form->findChildren<QMessageBox*>())
-                QVERIFY(clicks != QStringLiteral("0") || !box->isVisible() || box == dialog);
-        };
-        for (const QChar click : clicks) {
-            if (click == QLatin1Char('+'))
-                bench.press("btnStartAll");
-            else
-                QTest::mouseClick(bench.measureButton(click.digitValue()), Qt::LeftButton);
-            looks.append(bench.look());
-        }
-        QTEST(looks, "looks");
-        QTEST(bench.hostControl(), "host");
-        QCOMPARE(robot.seen, told);
     }
 
     void allLoopsEndTogether()
@@ -85,29 +88,24 @@ private Q_SLOTS:
         QVERIFY(!bench.cameras[0]->isAcquiring());
     }
 
-    void endedByItself_data()
-    {
-        const Table<int, bool, bool> row("mode", "live", "plotted");
-        row("no frame in view", MeasModeDataThroughput, true, true);
-        row("not live", MeasModeDataThroughput, false, true);
-        row("not plotted", MeasModeDataThroughput, true, false);
-        row("counters, not live", MeasModeStandardAcq, false, true);
-    }
     void endedByItself()
     {
-        QFETCH(int, mode);
-        QFETCH(bool, live);
-        QFETCH(bool, plotted);
-        FormBench bench(1, mode);
-        bench.child<QAbstractButton>("checkBoxLiveGraph")->setChecked(live);
-        bench.graphBox(0)->setChecked(plotted);
-        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
-        bench.record(0).stopMeasurement();
-        bench.tick();
-        const QString exports = mode == MeasModeDataThroughput ? QStringLiteral(" export") : QString();
-        QCOMPARE(bench.look(), QStringLiteral("Stopped Stop%1|Start All setup").arg(exports));
-        QTest::mouseClick(bench.measureButton(0), Qt::LeftButton); // the state counts, not the text
-        QCOMPARE(bench.look(), QStringLiteral("Testing Stop|Start All"));
+        // with no frame in view, not live, not plotted, counters that are not live
+        for (const auto& [mode, live, plotted] : Rows<int, bool, bool>{{MeasModeDataThroughput, true, true},
+                                                                       {MeasModeDataThroughput, false, true},
+                                                                       {MeasModeDataThroughput, true, false},
+                                                                       {MeasModeStandardAcq, false, true}}) {
+            FormBench bench(1, mode);
+            bench.child<QAbstractButton>("checkBoxLiveGraph")->setChecked(live);
+            bench.graphBox(0)->setChecked(plotted);
+            QTest::mouseClick(bench.measureButton(0), Qt::LeftButton);
+            bench.record(0).stopMeasurement();
+            bench.tick();
+            const QString exports = mode == MeasModeDataThroughput ? QStringLiteral(" export") : QString();
+            QCOMPARE(bench.look(), QStringLiteral("Stopped Stop%1|Start All setup").arg(exports));
+            QTest::mouseClick(bench.measureButton(0), Qt::LeftButton); // the state counts, not the text
+            QCOMPARE(bench.look(), QStringLiteral("Testing Stop|Start All"));
+        }
     }
 
     void requiredThroughput()

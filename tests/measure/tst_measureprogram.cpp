@@ -241,30 +241,25 @@ private Q_SLOTS:
         }
     }
 
-    void signalsEndTheRun_data()
-    {
-        const Table<QByteArray, int> row("shell", "signal");
-        row("Ctrl-C", "exec %1", SIGINT);
-        row("SIGTERM", "exec %1", SIGTERM);
-        row("hang-up", "exec %1", SIGHUP);
-        row("as nohup starts it", "trap '' HUP; exec %1", SIGHUP);
-    }
-
     void signalsEndTheRun()
     {
-        QFETCH(QByteArray, shell);
-        QFETCH(int, signal);
-        QProcess process;
-        start(process, "--camera 1 --interval 50ms --json", shell);
-        QVERIFY(process.waitForReadyRead(longest));
-        QCOMPARE(::kill(static_cast<pid_t>(process.processId()), signal), 0);
-        if (shell.startsWith("trap")) { // it goes on
-            for (int lines = 0; lines < 5; lines += process.readAllStandardOutput().count('\n'))
-                QVERIFY(process.waitForReadyRead(longest));
-            QCOMPARE(::kill(static_cast<pid_t>(process.processId()), SIGTERM), 0);
+        const Rows<QByteArray, int> rows{{"exec %1", SIGINT},
+                                         {"exec %1", SIGTERM},
+                                         {"exec %1", SIGHUP},
+                                         {"trap '' HUP; exec %1", SIGHUP}}; // as nohup starts it
+        for (const auto& [shell, signal] : rows) {
+            QProcess process;
+            start(process, "--camera 1 --interval 50ms --json", shell);
+            QVERIFY(process.waitForReadyRead(longest));
+            QCOMPARE(::kill(static_cast<pid_t>(process.processId()), signal), 0);
+            if (shell.startsWith("trap")) { // it goes on
+                for (int lines = 0; lines < 5; lines += process.readAllStandardOutput().count('\n'))
+                    QVERIFY(process.waitForReadyRead(longest));
+                QCOMPARE(::kill(static_cast<pid_t>(process.processId()), SIGTERM), 0);
+            }
+            QCOMPARE(exitCode(process), 0);
+            QCOMPARE(jsonLines(process.readAllStandardOutput()).back()["type"].toString(), QString("summary"));
         }
-        QCOMPARE(exitCode(process), 0);
-        QCOMPARE(jsonLines(process.readAllStandardOutput()).back()["type"].toString(), QString("summary"));
     }
 
     /// The largest file that is allowed is a disk that becomes full.

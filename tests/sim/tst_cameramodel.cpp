@@ -4,12 +4,11 @@
 
 #include <numeric>
 
+#include "Scenarios.h"
 #include "sim/CameraModel.h"
 #include "sim/ModelClock.h"
-#include "SimTesting.h"
 
 using namespace sim;
-using simtest::smallCamera;
 
 namespace {
 
@@ -25,23 +24,6 @@ CameraScenario fastSensor()
     camera.link.gapUs = 0.0;
     camera.bufferBytes = 3300000;
     camera.queueFrames = 1000;
-    return camera;
-}
-
-/// Everything at once goes wrong.
-CameraScenario troubled()
-{
-    CameraScenario camera = fastSensor();
-    camera.sensor = {500, 500, 8, 900.0, 800.0, 300.0, 0.0, 400.0};
-    camera.link.rate = 120.0;
-    camera.link.jitterUs = 20.0;
-    camera.link.stallEveryMs = 50.0;
-    camera.link.stallUs = 9000.0;
-    camera.link.randomStallsPerSecond = 20.0;
-    camera.link.randomStallUs = 500.0;
-    camera.link.frameLoss = 0.1;
-    camera.bufferBytes = 700000;
-    camera.queueFrames = 3;
     return camera;
 }
 
@@ -80,7 +62,7 @@ private Q_SLOTS:
     void silenceEndsWithItsWindow()
     {
         for (const bool pattern : {false, true}) {
-            CameraScenario scenario = smallCamera();
+            CameraScenario scenario = packetCamera();
             scenario.link.frameGapUs = 9e3;
             scenario.faults.noImage = {{20e3, 7e3}, {11e3, 3e3}, {2e3, 1e3}, {10e3, 2e3}, {5e3, 2e3}};
             CameraModel model(scenario, nullptr, 100000);
@@ -117,7 +99,7 @@ private Q_SLOTS:
     {
         // Milliseconds from fetch to fetch: the host keeps up, or does not.
         for (const auto& [pattern, fetchEvery] : {std::pair(false, 1), {false, 40}, {true, 1}, {true, 40}}) {
-            CameraModel model(troubled(), nullptr, 100000);
+            CameraModel model(lossyCamera(), nullptr, 100000);
             if (pattern)
                 setPattern(model);
 
@@ -136,7 +118,7 @@ private Q_SLOTS:
                 most = std::max(most, fetched.size() - before);
             }
             model.stop();
-            QCOMPARE(most == troubled().queueFrames, fetchEvery > 1);
+            QCOMPARE(most == lossyCamera().queueFrames, fetchEvery > 1);
 
             const Ledger& ledger = model.ledger();
             QVERIFY(ledger.produced.frames > 200);
@@ -221,7 +203,7 @@ private Q_SLOTS:
 
     void stallsShow()
     {
-        CameraScenario camera = smallCamera();
+        CameraScenario camera = packetCamera();
         camera.link.stallEveryMs = 10.0;
         camera.link.stallUs = 500.0;
         CameraModel model(camera, nullptr, 100000);
@@ -242,7 +224,7 @@ private Q_SLOTS:
     void equalSeedsGiveEqualRuns()
     {
         const auto run = [](quint64 seed) {
-            CameraScenario camera = troubled();
+            CameraScenario camera = lossyCamera();
             camera.seed = seed;
             const Ledger ledger = ledgerAfter(camera, 500);
             std::vector<qint64> ends;

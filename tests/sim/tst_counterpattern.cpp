@@ -3,10 +3,10 @@
 #include <QtTest>
 
 #include "HandDrivenCamera.h"
-#include "SimTesting.h"
+#include "Scenarios.h"
 
 using namespace sim;
-using namespace simtest;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -43,7 +43,7 @@ private Q_SLOTS:
              {Row{350.0, 1.0, 0.0}, Row{1000.0, 0.4, 0.0}, Row{5000.0, 0.0, 0.0}, Row{350.0, 1.0, 20000.0},
               Row{350.0, 1.0, 0.0, ~0ULL - 20000}, Row{350.0, 1.0, 0.0, 0, 16}, Row{350.0, 1.0, 0.0, 77, 64, 0},
               Row{350.0, 1.0, 0.0, 1000, 64, -1}}) {
-            CameraScenario scenario = smallCamera();
+            CameraScenario scenario = packetCamera();
             scenario.link.rate = rate;
             scenario.link.gapUs = gapUs;
             scenario.faults.driftPpm = driftPpm;
@@ -83,7 +83,7 @@ private Q_SLOTS:
 
     void resetRestartsTicksAndStamps()
     {
-        HandDrivenCamera camera(smallCamera());
+        HandDrivenCamera camera(packetCamera());
         QVERIFY(prepare(camera));
         const auto firstStamp = [&camera] {
             DeviceImage image;
@@ -102,7 +102,7 @@ private Q_SLOTS:
     /// Nothing of an acquisition is left for the next one.
     void acquisitionsAreAlike()
     {
-        CameraScenario scenario = smallCamera();
+        CameraScenario scenario = packetCamera();
         scenario.link.stallEveryMs = 3.0;
         scenario.link.stallUs = 500.0;
         scenario.faults.numberJump = {2, 1, 0};
@@ -128,7 +128,7 @@ private Q_SLOTS:
 
     void linkIsShared()
     {
-        CameraScenario scenario = smallCamera();
+        CameraScenario scenario = packetCamera();
         scenario.link.gapUs = 0.0;
         const auto link = std::make_shared<SharedLink>(scenario.link);
         HandDrivenCamera one(scenario, link);

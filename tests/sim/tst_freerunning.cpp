@@ -7,11 +7,11 @@
 #include <string>
 #include <thread>
 
+#include "Scenarios.h"
 #include "sim/FreeRunningCamera.h"
-#include "SimTesting.h"
 
 using namespace sim;
-using namespace simtest;
+using namespace std::chrono_literals;
 
 class TestFreeRunning : public QObject
 {
@@ -20,7 +20,7 @@ class TestFreeRunning : public QObject
 private Q_SLOTS:
     void framesKeepToTheSchedule()
     {
-        CameraScenario scenario = smallCamera();
+        CameraScenario scenario = packetCamera();
         scenario.sensor.rateHz = 200.0;
         scenario.queueFrames = 1000; // whatever else the machine does meanwhile
         FreeRunningCamera camera(scenario);
@@ -41,7 +41,7 @@ private Q_SLOTS:
 
     void lossIsToldAtOnceAndInOrder()
     {
-        CameraScenario scenario = smallCamera();
+        CameraScenario scenario = packetCamera();
         scenario.faults.loss = {{1000.0, 20.0}, {1040.0, 0.0}};
         FreeRunningCamera camera(scenario);
         std::mutex mutex;
@@ -71,7 +71,7 @@ private Q_SLOTS:
     /// Nothing to compare but that it ends: for the race and memory checkers.
     void callsFromTwoThreads()
     {
-        CameraScenario scenario = smallCamera();
+        CameraScenario scenario = packetCamera();
         scenario.link.rate = 20.0;
         scenario.faults.loss = {{30.0, 10.0}, {80.0, 10.0}};
         const auto link = std::make_shared<SharedLink>(scenario.link);

@@ -5,10 +5,10 @@
 #include <cstring>
 
 #include "HandDrivenCamera.h"
-#include "SimTesting.h"
+#include "Scenarios.h"
 
 using namespace sim;
-using namespace simtest;
+using namespace std::chrono_literals;
 
 class TestSimulatedCamera : public QObject
 {
@@ -30,7 +30,7 @@ private Q_SLOTS:
             {{Call::Wait, {}, {}, 0}, "1111101 1111101 1111101"},
         };
         for (const auto& [refusal, results] : cases) {
-            CameraScenario scenario = smallCamera();
+            CameraScenario scenario = packetCamera();
             scenario.faults.refuse = {refusal};
             HandDrivenCamera camera(scenario);
             QByteArray got;
@@ -49,7 +49,7 @@ private Q_SLOTS:
 
     void lossAndReturn()
     {
-        CameraScenario scenario = smallCamera();
+        CameraScenario scenario = packetCamera();
         scenario.faults.loss = {{50.0, 9000.0}};
         HandDrivenCamera camera(scenario);
         QStringList heard;
@@ -75,7 +75,7 @@ private Q_SLOTS:
                                                             {1, 12, 1, pixels * 2},
                                                             {7, 12, 1, pixels * 3 / 2},
                                                             {7, 8, 0, pixels}}) {
-            HandDrivenCamera camera(smallCamera());
+            HandDrivenCamera camera(packetCamera());
             QVERIFY(camera.setInt("imgdataformat", format) && camera.setInt("output_bit_depth", depth) &&
                     camera.setInt("output_bit_packing", packing));
             QVERIFY(camera.start());

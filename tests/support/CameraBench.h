@@ -9,15 +9,15 @@
 
 #include "CameraRegistry.h"
 #include "HandDrivenCamera.h"
+#include "Scenarios.h"
 
 struct CameraBench
 {
     explicit CameraBench(int cameras)
     {
         for (int i = 0; i < cameras; ++i) {
-            sim::CameraScenario scenario;
+            sim::CameraScenario scenario = smallCamera();
             scenario.name = scenario.id = QChar('A' + i);
-            scenario.sensor.width = scenario.sensor.height = 64;
             devices.push_back(std::make_shared<sim::HandDrivenCamera>(scenario));
             registry.addDevice(devices.back());
         }

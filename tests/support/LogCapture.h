@@ -11,7 +11,11 @@ class LogCapture
 {
 public:
     LogCapture() { s_active = this, s_former = qInstallMessageHandler(handle); }
-    ~LogCapture() { qInstallMessageHandler(s_former); }
+    ~LogCapture()
+    {
+        qInstallMessageHandler(s_former);
+        s_active = nullptr;
+    }
     LogCapture(const LogCapture&) = delete;
     LogCapture& operator=(const LogCapture&) = delete;
 

@@ -6,14 +6,7 @@
 #include "CameraLineData.h"
 #include "CameraRegistry.h"
 #include "HandDrivenCamera.h"
-
-/// Of two blocks a frame unless told otherwise.
-inline sim::CameraScenario smallCamera(quint32 size = 64)
-{
-    sim::CameraScenario scenario;
-    scenario.sensor.width = scenario.sensor.height = size;
-    return scenario;
-}
+#include "Scenarios.h"
 
 /// Owns the record. After take() the worker waits in the camera, so the record may be looked at without its mutex.
 class MeasurementBench

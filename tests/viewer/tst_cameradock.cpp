@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Camera list, take-overs, event lines and image view on hand-driven cameras; the buttons are really pressed.
 #include <QtTest/QtTest>
-#include <QtWidgets/QComboBox>
-#include <QtWidgets/QPushButton>
-#include <QtWidgets/QTreeWidget>
+#include <QtWidgets/QtWidgets>
 
 #include "CameraBench.h"
 #include "CameraDock.h"
 #include "CameraEvents.h"
 #include "EventLog.h"
 #include "ImageView.h"
+#include "ItemTexts.h"
 #include "TakeOvers.h"
 
 using namespace std::chrono_literals;
@@ -46,13 +45,7 @@ struct Desk : CameraBench
         texts.removeAll({});
         return texts.join(QStringLiteral(", "));
     }
-    QStringList lines() const
-    {
-        QStringList result;
-        for (int row = 0; row < log.rowCount(); ++row)
-            result.append(log.index(row, EventLog::TextColumn).data().toString());
-        return result;
-    }
+    QStringList lines() const { return columnTexts(log, EventLog::TextColumn); }
     void receiveFrame()
     {
         devices[0]->release();

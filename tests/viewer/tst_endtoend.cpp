@@ -4,10 +4,9 @@
 #include <qcustomplot.h>
 
 #include <QtTest/QtTest>
-#include <QtWidgets/QTableWidget>
-#include <QtWidgets/QToolButton>
-#include <QtWidgets/QTreeWidget>
+#include <QtWidgets/QtWidgets>
 
+#include "ItemTexts.h"
 #include "ViewerSession.h"
 
 namespace {
@@ -47,12 +46,7 @@ void TestEndToEnd::sessionRestoresEveryCamera()
     QCOMPARE(session.models.size(), size_t(4));
     auto* table = session.form->findChild<QTableWidget*>("table");
     auto* plot = session.form->findChild<QCustomPlot*>("plot");
-    const auto states = [table] {
-        QStringList texts;
-        for (int row = 0; row < table->rowCount(); ++row)
-            texts.append(table->item(row, 1)->text());
-        return texts.join(' ');
-    };
+    const auto states = [table] { return columnTexts(*table->model(), 1).join(' '); };
     QTest::mouseClick(session.startAll, Qt::LeftButton);
     QCOMPARE(session.startAll->text(), QString("Stop All"));
     QCOMPARE(states(), QString("Testing Testing Testing Testing"));

@@ -9,6 +9,7 @@
 #include <vnCore/vnApi.h>
 
 #include "EventLog.h"
+#include "ItemTexts.h"
 #include "LastCameraCall.h"
 #include "LogLine.h"
 #include "MessageQueue.h"
@@ -24,8 +25,8 @@ private Q_SLOTS:
         const QAbstractItemModelTester tester(&log);
         for (const char* text : {"a", "b", "a", "b", "a", "c"})
             log.append(EventLog::Severity::Information, text);
-        QCOMPARE(column(log, EventLog::TextColumn), QStringList({"b", "a", "c"}));
-        QCOMPARE(column(log, EventLog::CountColumn), QStringList({"2 ×", "3 ×", ""}));
+        QCOMPARE(columnTexts(log, EventLog::TextColumn), QStringList({"b", "a", "c"}));
+        QCOMPARE(columnTexts(log, EventLog::CountColumn), QStringList({"2 ×", "3 ×", ""}));
         log.append(EventLog::Severity::Critical, "c");
         QCOMPARE(log.rowCount(), 4);
         const QList<QByteArray> saved = lines(log);
@@ -41,7 +42,7 @@ private Q_SLOTS:
         for (int i = 0; i < EventLog::capacity + 1; ++i)
             log.append(EventLog::Severity::Warning, i % 2 == 0 ? "two\nlines" : "other");
         QCOMPARE(log.forgotten(), 2);
-        QCOMPARE(column(log, EventLog::TextColumn), QStringList({"other", "two lines"}));
+        QCOMPARE(columnTexts(log, EventLog::TextColumn), QStringList({"other", "two lines"}));
         const QList<QByteArray> saved = lines(log);
         QCOMPARE(saved.size(), 1 + 100'000);
         QVERIFY2(saved[0].endsWith(": 2") && saved[1].endsWith("\twarning\tother"), saved[1]);
@@ -108,14 +109,6 @@ private:
         QBuffer buffer;
         buffer.open(QIODevice::WriteOnly);
         return log.writeTo(buffer) ? buffer.data().chopped(1).split('\n') : QList<QByteArray>();
-    }
-
-    static QStringList column(const EventLog& log, int column)
-    {
-        QStringList result;
-        for (int row = 0; row < log.rowCount(); ++row)
-            result.append(log.index(row, column).data().toString());
-        return result;
     }
 };
 

@@ -11,23 +11,17 @@ class TestImageRenderer : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void greyLevels_data()
-    {
-        const Table<int, int, QByteArray, int> row("format", "bitDepth", "data", "grey");
-        row("8 bit", VN_FRM_MONO8, 8, QByteArray("\x9a", 1), 0x9a);
-        row("16 bit", VN_FRM_MONO16, 16, QByteArray("\x34\x12", 2), 0x12);
-        row("12 of 16 bit", VN_FRM_MONO16, 12, QByteArray("\x34\x0a", 2), 0xa3);
-        row("more than its 12 bit", VN_FRM_MONO16, 12, QByteArray("\x34\x1a", 2), 255);
-        row("depth not given", VN_FRM_MONO16, 0, QByteArray("\x34\x12", 2), 0x12);
-        row("transport data", VN_FRM_TRANSPORT_DATA, 8, QByteArray("\x34\x12", 2), 0x12);
-    }
     void greyLevels()
     {
-        QFETCH(int, format);
-        QFETCH(int, bitDepth);
-        QFETCH(QByteArray, data);
-        const VN_IMG image = describe(1, 1, format, data, bitDepth);
-        QTEST(qGray(renderImage(image, {1, 1}).pixel(0, 0)), "grey");
+        const Rows<int, int, QByteArray, int> rows{
+            {VN_FRM_MONO8, 8, QByteArray("\x9a", 1), 0x9a},
+            {VN_FRM_MONO16, 16, QByteArray("\x34\x12", 2), 0x12},
+            {VN_FRM_MONO16, 12, QByteArray("\x34\x0a", 2), 0xa3},
+            {VN_FRM_MONO16, 12, QByteArray("\x34\x1a", 2), 255}, // more than its 12 bits
+            {VN_FRM_MONO16, 0, QByteArray("\x34\x12", 2), 0x12}, // depth not given
+            {VN_FRM_TRANSPORT_DATA, 8, QByteArray("\x34\x12", 2), 0x12}};
+        for (const auto& [format, bitDepth, data, grey] : rows)
+            QCOMPARE(qGray(renderImage(describe(1, 1, format, data, bitDepth), {1, 1}).pixel(0, 0)), grey);
     }
 
     void scalesKeepingTheAspect()
@@ -39,26 +33,21 @@ private Q_SLOTS:
         QCOMPARE(qGray(picture.pixel(3, 3)), 0x41);
     }
 
-    void oddImagesAreSafe_data()
-    {
-        const Table<quint32, quint32, int, bool> row("width", "height", "bytes", "hasPixels");
-        row("0 x 4", 0U, 4U, 16, false);
-        row("65535 x 65535 in 16 bytes", 65535U, 65535U, 16, true);
-        row("largest numbers", 0xffffffffU, 0xffffffffU, 16, true);
-        row("no byte", 4U, 4U, 0, true);
-        row("null data", 4U, 4U, -1, false);
-    }
     void oddImagesAreSafe()
     {
-        QFETCH(quint32, width);
-        QFETCH(quint32, height);
-        QFETCH(int, bytes);
-        const std::vector<char> data(size_t(std::max(bytes, 0)), '\x7f'); // on the heap: asan sees an overrun
-        VN_IMG image = describe(width, height, VN_FRM_MONO16, QByteArray());
-        static const char end = 0;
-        image.data = bytes < 0 ? nullptr : data.empty() ? &end : data.data();
-        image.dataBytes = data.size();
-        QTEST(!renderImage(image, {64, 48}).isNull(), "hasPixels");
+        const Rows<quint32, quint32, int, bool> rows{{0U, 4U, 16, false},
+                                                     {65535U, 65535U, 16, true},
+                                                     {0xffffffffU, 0xffffffffU, 16, true},
+                                                     {4U, 4U, 0, true},
+                                                     {4U, 4U, -1, false}}; // null data
+        for (const auto& [width, height, bytes, hasPixels] : rows) {
+            const std::vector<char> data(size_t(std::max(bytes, 0)), '\x7f'); // on the heap: asan sees an overrun
+            VN_IMG image = describe(width, height, VN_FRM_MONO16, QByteArray());
+            static const char end = 0;
+            image.data = bytes < 0 ? nullptr : data.empty() ? &end : data.data();
+            image.dataBytes = data.size();
+            QCOMPARE(!renderImage(image, {64, 48}).isNull(), hasPixels);
+        }
     }
 
     void rateCountsFramesNotLooks()

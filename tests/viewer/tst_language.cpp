@@ -10,19 +10,15 @@ class TestLanguage : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void byLocale_data()
-    {
-        const Table<QStringList, QString> row("wanted", "chosen");
-        row("country", {"de-AT", "de"}, "de");
-        row("next best", {"fr-FR", "fr", "zh-CN", "de"}, "zh_CN");
-        row("English before others", {"en-GB", "en", "de"}, "en");
-        row("traditional Chinese is another", {"zh-TW", "zh-Hant-TW", "zh"}, "");
-        row("none of ours", {"fr-FR", "C"}, "");
-    }
     void byLocale()
     {
-        QFETCH(QStringList, wanted);
-        QTEST(chooseLanguage(wanted), "chosen");
+        const Rows<QStringList, QString> rows{{{"de-AT", "de"}, "de"},
+                                              {{"fr-FR", "fr", "zh-CN", "de"}, "zh_CN"},
+                                              {{"en-GB", "en", "de"}, "en"},
+                                              {{"zh-TW", "zh-Hant-TW", "zh"}, ""}, // traditional is another
+                                              {{"fr-FR", "C"}, ""}};
+        for (const auto& [wanted, chosen] : rows)
+            QCOMPARE(chooseLanguage(wanted), chosen);
     }
 
     void byName()

@@ -100,10 +100,11 @@ class TestLoad : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void windowAnswersAndNoFrameIsLost_data();
-    void windowAnswersAndNoFrameIsLost();
+    void throughput() { windowAnswersAndNoFrameIsLost(MeasModeDataThroughput); }
+    void counters() { windowAnswersAndNoFrameIsLost(MeasModeStandardAcq); }
 
 private:
+    void windowAnswersAndNoFrameIsLost(int mode);
     void zoomUntil(CxDataGraphForm* form, const char* state, const std::function<bool()>& done);
 };
 
@@ -128,16 +129,8 @@ void TestLoad::zoomUntil(CxDataGraphForm* form, const char* state, const std::fu
     QVERIFY(underValgrind || probe.longestOwnMs < answersWithinMs); // other tests may run beside it
 }
 
-void TestLoad::windowAnswersAndNoFrameIsLost_data()
+void TestLoad::windowAnswersAndNoFrameIsLost(int mode)
 {
-    QTest::addColumn<int>("mode");
-    QTest::newRow("throughput") << int(MeasModeDataThroughput);
-    QTest::newRow("counters") << int(MeasModeStandardAcq);
-}
-
-void TestLoad::windowAnswersAndNoFrameIsLost()
-{
-    QFETCH(int, mode);
     const int cameras = setting("KESTROVA_LOAD_CAMERAS", underValgrind ? 2 : 16);
     ViewerSession session;
     session.options.camerasFile = writeFile(session.directory.filePath("cameras.json"), scenario(cameras));

@@ -39,32 +39,31 @@ class TestPluginManager : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void wrongFilesAreRefusedWithAReason_data()
-    {
-        const Table<QString, QString, QStringList> row("place", "reason", "expectedDiary");
-        row("another program's", module("otherprogram"), "another program", {});
-        row("without the interface", module("nointerface"), "CxPlugin", {});
-        row("init fails", module("initfails"), "initialised", {"init", "widget destroyed", "plug-in destroyed"});
-        row("init throws", module("throws"), "no luck", {"init", "widget destroyed", "plug-in destroyed"});
-        row("text", fileWith("text.so", "no library"), "no plug-in", {});
-        row("torn off", fileWith("torn.so", readFile(module("good") + "/good.so").left(30'000)), ".", {});
-    }
     void wrongFilesAreRefusedWithAReason()
     {
-        QFETCH(QString, place);
-        QFETCH(QString, reason);
-        qApp->setProperty("diary", {});
-        Host host;
-        host.manager.load({place, module("good")});
-        const auto& plugins = host.manager.plugins();
-        QCOMPARE(plugins.size(), size_t(2));
-        QVERIFY2(plugins[0].error.contains(reason), qPrintable(plugins[0].error));
-        QCOMPARE(plugins[1].name + plugins[1].error, QString("Test plug-in")); // the good one is not held up
-        // Without the number of open cameras.
-        QStringList diary = qApp->property("diary").toStringList().replaceInStrings(QRegularExpression(" \\(.*"), {});
-        QCOMPARE(diary.takeLast(), QString("init"));
-        QTEST(diary, "expectedDiary");
-        QCOMPARE(host.docks.widgets().size(), 1);
+        const QStringList begun{"init", "widget destroyed", "plug-in destroyed"};
+        const Rows<QString, QString, QStringList> rows{
+            {module("otherprogram"), "another program", {}},
+            {module("nointerface"), "CxPlugin", {}},
+            {module("initfails"), "initialised", begun},
+            {module("throws"), "no luck", begun},
+            {fileWith("text.so", "no library"), "no plug-in", {}},
+            {fileWith("torn.so", readFile(module("good") + "/good.so").left(30'000)), ".", {}}};
+        for (const auto& [place, reason, expectedDiary] : rows) {
+            qApp->setProperty("diary", {});
+            Host host;
+            host.manager.load({place, module("good")});
+            const auto& plugins = host.manager.plugins();
+            QCOMPARE(plugins.size(), size_t(2));
+            QVERIFY2(plugins[0].error.contains(reason), qPrintable(plugins[0].error));
+            QCOMPARE(plugins[1].name + plugins[1].error, QString("Test plug-in")); // the good one is not held up
+            // Without the number of open cameras.
+            QStringList diary =
+                qApp->property("diary").toStringList().replaceInStrings(QRegularExpression(" \\(.*"), {});
+            QCOMPARE(diary.takeLast(), QString("init"));
+            QCOMPARE(diary, expectedDiary);
+            QCOMPARE(host.docks.widgets().size(), 1);
+        }
     }
 
     void exceptionInUseIsTold()
@@ -80,33 +79,32 @@ private Q_SLOTS:
         QCOMPARE(settings.group(), QString()); // which the next plug-in would write into
     }
 
-    void whatOthersCanChangeIsTold_data()
-    {
-        // of the directory above, the plug-in's directory and its file
-        const Table<QVector<int>, QString> row("modes", "told");
-        row("the user's own", {0755, 0755, 0644}, {});
-        row("file of a group", {0755, 0755, 0664}, "/safe/plugins/good.so");
-        row("directory of all", {0755, 0757, 0644}, "/safe/plugins");
-        row("others can add to it", {0755, 01757, 0644}, "/safe/plugins");
-        row("all can replace the directory", {0757, 0755, 0644}, "/safe");
-        row("only their own, as in /tmp", {01777, 0755, 0644}, {});
-    }
     void whatOthersCanChangeIsTold()
     {
-        QFETCH(QString, told);
-        const QTemporaryDir place;
-        const QString top = QFileInfo(place.path()).canonicalFilePath();
-        const QString plugins = top + "/safe/plugins";
-        QVERIFY(QDir().mkpath(plugins));
-        QVERIFY(QFile::copy(module("good") + "/good.so", plugins + "/good.so"));
-        QFETCH(QVector<int>, modes);
-        for (const QString& changed : {plugins + "/good.so", plugins, top + "/safe"})
-            QCOMPARE(::chmod(qPrintable(changed), mode_t(modes.takeLast())), 0);
-        Host host;
-        host.manager.load({plugins});
-        QCOMPARE(host.manager.plugins()[0].error, QString()); // it is used all the same
-        const QString warning = host.manager.plugins()[0].warning;
-        QVERIFY2(told.isEmpty() ? warning.isEmpty() : warning.contains(' ' + top + told + '.'), qPrintable(warning));
+        // Modes of the directory above, the plug-in's directory and its file.
+        const Rows<std::array<mode_t, 3>, QString> rows{
+            {{0755, 0755, 0644}, ""},
+            {{0755, 0755, 0664}, "/safe/plugins/good.so"},
+            {{0755, 0757, 0644}, "/safe/plugins"},
+            {{0755, 01757, 0644}, "/safe/plugins"}, // others can add to it
+            {{0757, 0755, 0644}, "/safe"},          // all can replace the directory
+            {{01777, 0755, 0644}, ""}};             // only their own, as in /tmp
+        for (const auto& [modes, told] : rows) {
+            const QTemporaryDir place;
+            const QString top = QFileInfo(place.path()).canonicalFilePath();
+            const QString plugins = top + "/safe/plugins";
+            QVERIFY(QDir().mkpath(plugins));
+            QVERIFY(QFile::copy(module("good") + "/good.so", plugins + "/good.so"));
+            const QString changed[] = {top + "/safe", plugins, plugins + "/good.so"};
+            for (size_t i = 0; i < modes.size(); ++i)
+                QCOMPARE(::chmod(qPrintable(changed[i]), modes[i]), 0);
+            Host host;
+            host.manager.load({plugins});
+            QCOMPARE(host.manager.plugins()[0].error, QString()); // it is used all the same
+            const QString warning = host.manager.plugins()[0].warning;
+            QVERIFY2(told.isEmpty() ? warning.isEmpty() : warning.contains(' ' + top + told + '.'),
+                     qPrintable(warning));
+        }
     }
 
     void allThatIsKnownIsShown()

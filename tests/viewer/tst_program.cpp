@@ -60,30 +60,23 @@ private Q_SLOTS:
         QVERIFY2(program->exitCode() != 2 || !QFile::exists(settingsFile()), "what was not loaded is not saved");
     }
 
-    void quitsInGoodOrderPastAnOpenBox_data()
-    {
-        // No signal: by time.
-        const Table<int> row("signal");
-        row("--quit-after", 0);
-        row("SIGTERM", SIGTERM);
-        row("SIGINT", SIGINT);
-        row("SIGHUP", SIGHUP);
-    }
     void quitsInGoodOrderPastAnOpenBox()
     {
-        QFETCH(int, signal);
-        run(QStringList{"--start", "--open", "none"} +
-            (signal == 0 ? QStringList{"--quit-after", "1s"} : QStringList()));
-        QByteArray output = untilTheBoxOpens();
-        if (signal != 0)
-            ::kill(pid_t(program->processId()), signal);
-        QVERIFY(program->waitForFinished());
-        QCOMPARE(program->exitStatus(), QProcess::NormalExit);
-        QCOMPARE(program->exitCode(), 0);
-        output += program->readAll();
-        QVERIFY2(output.contains("box closed") && !output.contains("camera closed"), output);
-        const QSettings settings(settingsFile(), QSettings::IniFormat);
-        QVERIFY(settings.contains("TestPlugin/number") && settings.contains("Viewer/geometry"));
+        for (const int signal : {0, SIGTERM, SIGINT, SIGHUP}) { // none: by time
+            init();
+            run(QStringList{"--start", "--open", "none"} +
+                (signal == 0 ? QStringList{"--quit-after", "1s"} : QStringList()));
+            QByteArray output = untilTheBoxOpens();
+            if (signal != 0)
+                ::kill(pid_t(program->processId()), signal);
+            QVERIFY(program->waitForFinished());
+            QCOMPARE(program->exitStatus(), QProcess::NormalExit);
+            QCOMPARE(program->exitCode(), 0);
+            output += program->readAll();
+            QVERIFY2(output.contains("box closed") && !output.contains("camera closed"), output);
+            const QSettings settings(settingsFile(), QSettings::IniFormat);
+            QVERIFY(settings.contains("TestPlugin/number") && settings.contains("Viewer/geometry"));
+        }
     }
 
     void endsInGoodOrderWithTheDisplay()

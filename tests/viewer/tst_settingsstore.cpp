@@ -9,7 +9,6 @@
 
 #include "Files.h"
 #include "SettingsStore.h"
-#include "Table.h"
 
 class TestSettingsStore : public QObject
 {
@@ -59,23 +58,19 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(file));
     }
 
-    void damagedFileIsSetAside_data()
-    {
-        const Table<QByteArray> row("content");
-        row("text", "this is not\nan ini file\n");
-        row("zeros, as after a power cut", QByteArray(4096, '\0'));
-        row("half a section", "[Viewer]\ndetailLevel=4\n[Data");
-    }
     void damagedFileIsSetAside()
     {
-        QFETCH(QByteArray, content);
-        writeFile(file + ".damaged", "older");
-        SettingsStore store(writeFile(file, content));
-        QCOMPARE(store.damagedFile(), file + ".damaged");
-        QVERIFY(store.settings().allKeys().isEmpty());
-        QCOMPARE(readFile(store.damagedFile()), content);
-        QVERIFY(store.save([](QSettings& settings) { settings.setValue("a", 1); }));
-        QVERIFY(SettingsStore(file).damagedFile().isEmpty());
+        // No settings at all, zeros as after a power cut, half a section.
+        for (const QByteArray& content : {QByteArray("this is not\nan ini file\n"), QByteArray(4096, '\0'),
+                                          QByteArray("[Viewer]\ndetailLevel=4\n[Data")}) {
+            writeFile(file + ".damaged", "older");
+            SettingsStore store(writeFile(file, content));
+            QCOMPARE(store.damagedFile(), file + ".damaged");
+            QVERIFY(store.settings().allKeys().isEmpty());
+            QCOMPARE(readFile(store.damagedFile()), content);
+            QVERIFY(store.save([](QSettings& settings) { settings.setValue("a", 1); }));
+            QVERIFY(SettingsStore(file).damagedFile().isEmpty());
+        }
     }
 
     void unwritablePlaceIsReportedAsLongAsItIs()

@@ -1,17 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The viewer as a whole, in this process: order of beginning and end, settings, take-overs, critical lines.
 #include <QtTest/QtTest>
-#include <QtWidgets/QActionGroup>
-#include <QtWidgets/QDockWidget>
-#include <QtWidgets/QMenu>
-#include <QtWidgets/QMenuBar>
-#include <QtWidgets/QScrollBar>
-#include <QtWidgets/QTreeView>
+#include <QtWidgets/QtWidgets>
 
 #include <vnCore/vnCore.h>
 
 #include "CameraRegistry.h"
 #include "Files.h"
+#include "ItemTexts.h"
 #include "MainWindow.h"
 #include "PluginManager.h"
 #include "Theme.h"
@@ -166,10 +162,7 @@ private:
 
     static bool hasEvent(Viewer& viewer, const char* text)
     {
-        const auto start = viewer.events().index(0, EventLog::TextColumn);
-        return !viewer.events()
-                    .match(start, Qt::DisplayRole, QString::fromLatin1(text), 1, Qt::MatchContains)
-                    .isEmpty();
+        return !columnTexts(viewer.events(), EventLog::TextColumn).filter(QLatin1String(text)).isEmpty();
     }
 
     std::unique_ptr<QTemporaryDir> directory;

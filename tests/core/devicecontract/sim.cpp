@@ -2,6 +2,7 @@
 // Simulated cameras, with a thread and driven by hand.
 #include "DeviceContract.h"
 #include "HandDrivenCamera.h"
+#include "Scenarios.h"
 #include "sim/FreeRunningCamera.h"
 
 namespace {
@@ -9,8 +10,7 @@ namespace {
 template<typename Camera>
 ContractCamera make()
 {
-    sim::CameraScenario scenario;
-    scenario.sensor.width = scenario.sensor.height = 64;
+    sim::CameraScenario scenario = smallCamera();
     scenario.queueFrames = 1000; // whatever else the machine does meanwhile
     const auto camera = std::make_shared<Camera>(scenario);
     ContractCamera made{camera};
