@@ -2,7 +2,6 @@
 // The record without a camera: totals, log lines and the clock.
 #include <cmath>
 
-#include <QtCore/QThread>
 #include <QtTest/QtTest>
 
 #include "CameraLineData.h"

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Files that cannot be written to their end, as on a full disk: wherever that is, whoever asked for one is told which
 // and why; and nothing is told of one that just fits.
-#include <sys/resource.h>
-
-#include <csignal>
-
 #include "DialogRobot.h"
 #include "EventDock.h"
 #include "EventLog.h"
+#include "Files.h"
 #include "FormBench.h"
 #include "IntervalLog.h"
 #include "MeasuredCamera.h"
@@ -15,20 +12,11 @@
 #include "Report.h"
 #include "ReportDescription.h"
 
-static void limitFiles(rlim_t bytes)
-{
-    rlimit limit{};
-    ::getrlimit(RLIMIT_FSIZE, &limit);
-    limit.rlim_cur = std::min(bytes, limit.rlim_max);
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-}
-
 class FullFilesTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { std::signal(SIGXFSZ, SIG_IGN); }
     void toldIfNotWhole()
     {
         FormBench bench(1);
@@ -70,9 +58,8 @@ private Q_SLOTS:
             for (const rlim_t fits : {rlim_t(0), rlim_t(200), size - 1, size}) {
                 const QTemporaryDir directory;
                 const QString path = directory.filePath(name);
-                limitFiles(fits);
+                const FullDisk disk(fits);
                 const QString told = write(path);
-                limitFiles(RLIM_INFINITY);
                 QVERIFY2(fits == size ? told.isEmpty() : told.contains(path + ": File too large"), qPrintable(told));
             }
         }

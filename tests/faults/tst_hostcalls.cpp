@@ -5,8 +5,6 @@
 
 #include <malloc.h>
 
-#include <QtCore/QDir>
-#include <QtCore/QThread>
 #include <QtTest/QtTest>
 
 #include "AcquisitionThread.h"

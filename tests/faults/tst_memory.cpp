@@ -10,7 +10,6 @@
 
 #include <qcustomplot.h>
 
-#include <QtCore/QProcess>
 #include <QtTest/QtTest>
 
 #include "AcquisitionThread.h"

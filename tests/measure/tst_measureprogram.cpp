@@ -4,8 +4,6 @@
 
 #include <csignal>
 
-#include <QtCore/QJsonArray>
-
 #include "Files.h"
 #include "Table.h"
 

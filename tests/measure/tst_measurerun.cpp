@@ -1,15 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A run on hand-driven cameras: its lines add up, unknown is unknown, limits judge the whole, cameras are restored.
-#include <sys/resource.h>
-
-#include <csignal>
-
 #include <cmath>
 #include <thread>
 
 #include <QtTest/QtTest>
-
-#include <QtCore/QJsonArray>
 
 #include "CameraRegistry.h"
 #include "FailingNew.h"
@@ -369,11 +363,8 @@ private Q_SLOTS:
         {
             IntervalLog log;
             QVERIFY(log.open(name, MeasModeDataThroughput));
-            std::signal(SIGXFSZ, SIG_IGN);
             for (const rlim_t room : {rlim_t(5), RLIM_INFINITY}) {
-                const rlimit limit{room == RLIM_INFINITY ? room : rlim_t(readFile(name).size()) + room,
-                                   RLIM_INFINITY};
-                QCOMPARE(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+                const FullDisk disk(room == RLIM_INFINITY ? room : rlim_t(readFile(name).size()) + room);
                 QCOMPARE(log.append(line), room == RLIM_INFINITY);
             }
             QCOMPARE(log.lines().lostLines(), quint64(1));

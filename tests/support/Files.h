@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What programs read and wrote: whole files, and JSON objects one a line.
+// What programs read and wrote: whole files, and JSON objects one a line; and disks that become full.
 #ifndef KESTROVA_TESTS_FILES_H
 #define KESTROVA_TESTS_FILES_H
 
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <csignal>
 #include <vector>
 
 #include <QtCore/QFile>
@@ -32,5 +36,24 @@ inline std::vector<QJsonObject> jsonLines(const QByteArray& text)
         objects.push_back(QJsonDocument::fromJson(line).object());
     return objects;
 }
+
+/// While it lives no file grows beyond a size.
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &former);
+        const rlimit limit{std::min(bytes, former.rlim_max), former.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &former); }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit former{};
+};
 
 #endif

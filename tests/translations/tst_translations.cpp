@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The files of the languages: every text of the code is in them, done, and fits its source.
-#include <QtCore/QXmlStreamReader>
 #include <QtTest/QtTest>
 
 #include "Table.h"

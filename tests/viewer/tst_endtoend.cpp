@@ -35,56 +35,53 @@ class TestEndToEnd : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void sessionRestoresEveryCamera();
-    void programSavesAPictureOfTheCurves();
+    void sessionRestoresEveryCamera()
+    {
+        ViewerSession session;
+        QVERIFY(session.begin());
+        QCOMPARE(session.models.size(), size_t(4));
+        auto* table = session.form->findChild<QTableWidget*>("table");
+        auto* plot = session.form->findChild<QCustomPlot*>("plot");
+        const auto states = [table] { return columnTexts(*table->model(), 1).join(' '); };
+        QTest::mouseClick(session.startAll, Qt::LeftButton);
+        QCOMPARE(session.startAll->text(), QString("Stop All"));
+        QCOMPARE(states(), QString("Testing Testing Testing Testing"));
+        for (size_t i = 0; i < session.models.size(); ++i)
+            QVERIFY2(session.models[i]->parameters() != session.before[i], "nothing would have to be restored");
+        for (int area = 0; area < plot->axisRectCount(); ++area)
+            QTRY_VERIFY_WITH_TIMEOUT(showsCurves(plot->grab(plot->axisRect(area)->rect()).toImage()), curvesWithinMs);
+
+        auto* list = session.viewer->window().findChild<QTreeWidget*>();
+        list->setCurrentItem(list->topLevelItem(2));
+        QTest::mouseClick(session.viewer->window().findChild<QAbstractButton*>("btnOpenCamera"), Qt::LeftButton);
+        QCOMPARE(plot->axisRectCount(), 3);
+        QCOMPARE(session.models[2]->parameters(), session.before[2]);
+        QTest::mouseClick(table->cellWidget(0, 2), Qt::LeftButton); // its "Stop"
+        QCOMPARE(session.models[0]->parameters(), session.before[0]);
+        QCOMPARE(states(), QString("Stopped Testing Testing")); // these two measure when the window closes
+
+        QTimer::singleShot(0, &session.viewer->window(), &QWidget::close);
+        QCOMPARE(QApplication::exec(), 0);
+        session.viewer->shutDown();
+        QCOMPARE(session.parameters(), session.before);
+    }
+
+    void programSavesAPictureOfTheCurves()
+    {
+        const QTemporaryDir directory;
+        const QString picture = directory.filePath("window.png");
+        QProcess program;
+        program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        program.start(KESTROVA_PROGRAM, {"--settings", directory.filePath("settings.ini"), "--start", "--quit-after",
+                                         "6s", "--screenshot", picture});
+        QVERIFY(program.waitForFinished(curvesWithinMs));
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.exitCode(), 0);
+        const QImage image(picture);
+        const QSize size = image.size(); // lower left there is plot only, no legend
+        QVERIFY(showsCurves(image.copy(0, size.height() * 2 / 3, size.width() * 4 / 5, size.height() / 3)));
+    }
 };
-
-void TestEndToEnd::sessionRestoresEveryCamera()
-{
-    ViewerSession session;
-    QVERIFY(session.begin());
-    QCOMPARE(session.models.size(), size_t(4));
-    auto* table = session.form->findChild<QTableWidget*>("table");
-    auto* plot = session.form->findChild<QCustomPlot*>("plot");
-    const auto states = [table] { return columnTexts(*table->model(), 1).join(' '); };
-    QTest::mouseClick(session.startAll, Qt::LeftButton);
-    QCOMPARE(session.startAll->text(), QString("Stop All"));
-    QCOMPARE(states(), QString("Testing Testing Testing Testing"));
-    for (size_t i = 0; i < session.models.size(); ++i)
-        QVERIFY2(session.models[i]->parameters() != session.before[i], "nothing would have to be restored");
-    for (int area = 0; area < plot->axisRectCount(); ++area)
-        QTRY_VERIFY_WITH_TIMEOUT(showsCurves(plot->grab(plot->axisRect(area)->rect()).toImage()), curvesWithinMs);
-
-    auto* list = session.viewer->window().findChild<QTreeWidget*>();
-    list->setCurrentItem(list->topLevelItem(2));
-    QTest::mouseClick(session.viewer->window().findChild<QAbstractButton*>("btnOpenCamera"), Qt::LeftButton);
-    QCOMPARE(plot->axisRectCount(), 3);
-    QCOMPARE(session.models[2]->parameters(), session.before[2]);
-    QTest::mouseClick(table->cellWidget(0, 2), Qt::LeftButton); // its "Stop"
-    QCOMPARE(session.models[0]->parameters(), session.before[0]);
-    QCOMPARE(states(), QString("Stopped Testing Testing")); // these two measure when the window closes
-
-    QTimer::singleShot(0, &session.viewer->window(), &QWidget::close);
-    QCOMPARE(QApplication::exec(), 0);
-    session.viewer->shutDown();
-    QCOMPARE(session.parameters(), session.before);
-}
-
-void TestEndToEnd::programSavesAPictureOfTheCurves()
-{
-    const QTemporaryDir directory;
-    const QString picture = directory.filePath("window.png");
-    QProcess program;
-    program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    program.start(KESTROVA_PROGRAM, {"--settings", directory.filePath("settings.ini"), "--start", "--quit-after",
-                                     "6s", "--screenshot", picture});
-    QVERIFY(program.waitForFinished(curvesWithinMs));
-    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(program.exitCode(), 0);
-    const QImage image(picture);
-    const QSize size = image.size(); // lower left there is plot only, no legend
-    QVERIFY(showsCurves(image.copy(0, size.height() * 2 / 3, size.width() * 4 / 5, size.height() / 3)));
-}
 
 QTEST_MAIN(TestEndToEnd)
 #include "tst_endtoend.moc"
