@@ -186,7 +186,7 @@ private:
         const bool result = data.calculateStats(&minimum, &level, &keys, fromUs, toUs, spacing);
         const NaiveFigures naive = naiveFigures(data, keys.upper, fromUs, toUs, spacing);
         QCOMPARE(result, naive.evaluated);
-        QVERIFY(!result || hasFigures(data, naive));
+        QVERIFY(hasFigures(data, naive));
         QVERIFY(points(minimum) == naive.minimum);
         QVERIFY(points(level) == naive.level);
         plottedPoints += minimum.dataCount();

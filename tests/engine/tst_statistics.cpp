@@ -49,7 +49,7 @@ private Q_SLOTS:
             appendFrame(data, 0, ticks);
             QVERIFY(data.calculateStats(nullptr, nullptr, nullptr, 0, 1000, 0));
             const auto expected = std::tuple(average, slowest, highest, overflows);
-            QCOMPARE(std::tuple(data.avgThroughput.load(), data.minThroughput.load(), data.maxBufferLevel.load(),
+            QCOMPARE(std::tuple(data.avgThroughput, data.minThroughput, data.maxBufferLevel,
                                 quint64(data.bufferOverflowCount)),
                      expected);
             const EvaluationSettings settings = data.evaluationSettings();

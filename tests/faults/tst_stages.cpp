@@ -22,6 +22,7 @@ const std::pair<const char*, Event> events[] = {
     {"lost", lose},
     {"lost and back", [](FormBench& bench) { lose(bench), bench.cameras[0]->comeBack(); }},
     {"closed", [](FormBench& bench) { bench.close(0); }},
+    {"all closed", [](FormBench& bench) { bench.close(0), bench.close(1); }},
     {"lost and closed", [](FormBench& bench) { lose(bench), bench.close(0); }},
     {"opened anew", [](FormBench& bench) { bench.close(0), bench.open(0); }},
     {"all opened anew", [](FormBench& bench) { bench.close(0), bench.close(1), bench.open(0), bench.open(1); }},

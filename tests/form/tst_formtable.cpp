@@ -109,12 +109,17 @@ private Q_SLOTS:
         QStringList shown;
         for (int column = StandardColumn::Transferred; column <= StandardColumn::BufferOverflow; ++column) {
             const auto* item = bench.table()->item(0, column);
-            shown.append(item->text() + QLatin1Char(' ') + item->foreground().color().name());
+            const QString caption = bench.captions().at(column);
+            shown.append(caption + ' ' + item->text() + ' ' + item->foreground().color().name());
             QCOMPARE(item->flags(), Qt::NoItemFlags);
+            QCOMPARE(QString(bench.record(0).counterList[StandardColumn::counterOf(column)]->name), caption);
         }
-        const QStringList expected{"12 #ffffff", "10 #ffffff", "11 #ffffff",
-                                   "- #808080",  "14 #ffffff", "4294967295 #ffffff"};
+        const QStringList expected{
+            "Transferred 12 #ffffff",        "Transport skip 10 #ffffff",      "API skip 11 #ffffff",
+            "Missed trg. overlap - #808080", "Missed trg overflow 14 #ffffff", "Buffer overflow 4294967295 #ffffff"};
         QCOMPARE(shown, expected);
+        const auto* curves = bench.child<QTableWidget>("tablePlotCheck")->model();
+        QCOMPARE(columnTexts(*curves, 1), bench.captions().mid(StandardColumn::TransportSkip, 5));
     }
 
     void captionsKeepTheirUnits()

@@ -73,7 +73,8 @@ NaiveFigures naiveFigures(const CxCameraLineData& data, double keyUpper, qint64 
 bool hasFigures(const CxCameraLineData& data, const NaiveFigures& figures)
 {
     const double average = data.avgThroughput;
-    return (average == figures.avgThroughput || std::abs(average / figures.avgThroughput - 1.0) < 1e-12) &&
+    return (!figures.evaluated || average == figures.avgThroughput ||
+            std::abs(average / figures.avgThroughput - 1.0) < 1e-12) &&
            data.minThroughput == figures.minThroughput && data.maxBufferLevel == figures.maxBufferLevel &&
            data.bufferOverflowCount == figures.bufferOverflowCount;
 }

@@ -36,7 +36,7 @@ NaiveFigures naiveFigures(const CxCameraLineData& data, double keyUpper, qint64 
 
 /// Makes the record's figures, curves left out, and says whether they are the naive ones.
 bool figuresAreTrue(CxCameraLineData& data, qint64 fromUs = -always, qint64 toUs = always);
-/// Whether the figures last made are these; the average may be summed up in another order.
+/// Whether the figures last made are these; the average may be summed up in another order and stays when there is none.
 bool hasFigures(const CxCameraLineData& data, const NaiveFigures& figures);
 
 struct NaiveCounters
