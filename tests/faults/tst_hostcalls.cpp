@@ -10,17 +10,12 @@
 #include "AcquisitionThread.h"
 #include "LogCapture.h"
 #include "MeasurementBench.h"
+#include "ThreadCount.h"
 
 namespace {
 
 using Values = QMap<QString, int>;
 constexpr int imagesPerRun = 3;
-
-/// One that was joined may still be on its way out.
-int threadCount()
-{
-    return QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
-}
 
 const QString setupName = QStringLiteral("CxCameraLineData::setupCameraParameters(): vnApi_");
 #define SPEED "CxCameraLineData::readDefaultAvgTransportSpeed(): Failed to "

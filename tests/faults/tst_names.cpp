@@ -100,7 +100,7 @@ private Q_SLOTS:
         output->summary({MeasModeDataThroughput,
                          0,
                          nullptr,
-                         {{camera, interval.stretch, {}, {}, {}, ReportSummary{"f", 9, 8, 0, 1}}}});
+                         {{camera, interval.stretch, {}, {}, {}, {}, ReportSummary{"f", 9, 8, 0, 1}}}});
         const QString title = line + QStringLiteral(" (7)");
         QVERIFY(text.seek(0));
         const QStringList lines = QString::fromUtf8(text.readAll()).split(QLatin1Char('\n'));
