@@ -86,7 +86,7 @@ private Q_SLOTS:
         QFETCH(QString, name);
         QFETCH(QString, line);
         const SxCameraInfo camera{name, QStringLiteral("7"), {}};
-        const Figures figures = throughputFigures({}, true);
+        const Figures figures = throughputFigures({}, 4096, true);
         const IntervalLine interval{camera, QDateTime::currentDateTimeUtc(), {1.0, 1.0, figures}};
 
         const QTemporaryDir directory;

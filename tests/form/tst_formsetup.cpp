@@ -176,13 +176,13 @@ private Q_SLOTS:
             visitSetup(bench, [&](QDialog* dialog) {
                 const auto note = [&] { hints << spin(dialog, "spinCapacity")->toolTip(); };
                 before = spin(dialog, "spinCapacity")->toolTip();
-                modes(dialog)->setCurrentIndex(0);
+                modes(dialog)->setCurrentIndex(0), note();
                 bench.record(0).avgThroughput = 5.0;
                 spin(dialog, "spinSamplePeriod")->stepUp(), note();
                 modes(dialog)->setCurrentIndex(1), note();
                 spin(dialog, "spinCapacity")->setValue(2000), note();
             });
-            QCOMPARE(hints.size(), 3);
+            QCOMPARE(hints.size(), 4);
             QTextDocument text;
             text.setHtml(before);
             const QStringList lines = text.toPlainText().split(QLatin1Char('\n'));
