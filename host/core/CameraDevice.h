@@ -7,6 +7,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include <QtCore/QList>
 #include <QtCore/QString>
@@ -19,6 +20,13 @@ struct DeviceImage
 {
     VN_IMG descriptor{};                ///< `data` points into what `memory` keeps alive, or is null
     std::shared_ptr<const void> memory; ///< while somebody holds this, the device does not write to it; outlives it
+};
+
+/// What carries a camera's data to the host: a cable, a network interface, a switch.
+struct CameraLink
+{
+    QString name;               ///< cameras that tell the same one share it; empty: its own, or not known
+    std::optional<double> rate; ///< MB/s that it can carry; nothing: not known
 };
 
 /// A camera that can be opened, whether or not it is at present. All operations may be called from any thread at
@@ -34,6 +42,8 @@ public:
 
     /// Always the same, also while the camera is lost.
     virtual SxCameraInfo info() const = 0;
+    /// Always the same, too.
+    virtual CameraLink link() const { return {}; }
 
     /// False, and `value` unchanged, if there is no such parameter, the camera refuses or is lost.
     virtual bool getInt(const char* name, int& value) = 0;

@@ -75,6 +75,12 @@ SxCameraInfo CameraRegistry::deviceInfo(int device) const
     return entry ? entry->device->info() : SxCameraInfo();
 }
 
+CameraLink CameraRegistry::deviceLink(int device) const
+{
+    const auto* entry = known(device);
+    return entry ? entry->device->link() : CameraLink();
+}
+
 bool CameraRegistry::isDeviceLost(int device) const
 {
     const auto* entry = known(device);

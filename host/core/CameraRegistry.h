@@ -34,9 +34,10 @@ public:
     /// given out again.
     void removeAllDevices();
     int deviceCount() const { return static_cast<int>(knownDevices.size()); }
-    /// Of an unknown index: null, empty texts, not lost, null.
+    /// Of an unknown index: null, empty texts, no link, not lost, null.
     std::shared_ptr<CameraDevice> device(int device) const;
     SxCameraInfo deviceInfo(int device) const;
+    CameraLink deviceLink(int device) const;
     bool isDeviceLost(int device) const;
     VNCORE_HANDLE openedHandle(int device) const; ///< null while the camera is not open
 

@@ -13,9 +13,11 @@ constexpr int longest = 60000; // ms
 const char* const onFullDisk = "exec %1 >/dev/full";
 const char* const lost = "lost, standard output: No space left on device";
 
-const char* const scenario = R"({ "cameras": [
-    { "name": "Good", "id": "1", "sensor": {"width": 320, "height": 240}, "transportSpeed": 10 },
-    { "name": "Plain", "id": "2", "sensor": {"width": 320, "height": 240}, "transportSpeed": null },
+const char* const scenario = R"({ "links": [{"name": "switch", "rate": 50}], "cameras": [
+    { "name": "Good", "id": "1", "sensor": {"width": 320, "height": 240}, "transportSpeed": 10,
+      "link": "switch" },
+    { "name": "Plain", "id": "2", "sensor": {"width": 320, "height": 240}, "transportSpeed": null,
+      "link": "switch" },
     { "name": "Stubborn", "id": "3", "faults": {"refuse": [{"call": "start"}]} },
     { "name": "Goes", "id": "4", "faults": {"loss": [{"atMs": 300, "forMs": 0}]} },
     { "name": "Mute", "id": "5", "faults": {"noImage": [{"atMs": 0, "forMs": 100000}]} } ] })";
@@ -212,6 +214,17 @@ private Q_SLOTS:
         auto lines = jsonLines(process.readAllStandardOutput());
         const QJsonObject summary = lines.back();
         lines.pop_back();
+        std::map<QString, double> megabytes; // by the lines' types; here all cameras are on one link
+        for (const QJsonObject& line : lines)
+            megabytes[line["type"].toString()] += line["deliveredMBps"].toDouble() * line["intervalS"].toDouble();
+        QVERIFY(megabytes["interval"] > 0 && qAbs(megabytes["link"] / megabytes["interval"] - 1) < 0.05);
+        QCOMPARE(megabytes["total"], megabytes["link"]);
+        const QJsonValue link = summary["links"].toArray()[0];
+        QCOMPARE(link["name"].toString() + link["cameras"].toVariant().toString(), QString("switch2"));
+        QCOMPARE(link["sharePercent"], link["deliveredMBps"].toDouble() / 50 * 100);
+        lines.erase(
+            std::remove_if(lines.begin(), lines.end(), [](const auto& line) { return line["type"] != "interval"; }),
+            lines.end());
         QVERIFY(lines.size() > 2 && lines.size() <= 10);
         QCOMPARE(readFile(path("log.csv")).count('\n'), 1 + int(lines.size()));
         QVERIFY(readFile(path("run.html")).endsWith("</html>\n"));
@@ -224,7 +237,6 @@ private Q_SLOTS:
         for (const QJsonValue camera : summary["cameras"].toArray()) {
             int frames = 0;
             for (const QJsonObject& line : lines) {
-                QCOMPARE(line["type"].toString(), QString("interval"));
                 frames += line["id"] == camera["id"] ? line["frames"].toInt() : 0;
             }
             const QJsonValue report = camera["report"];

@@ -17,11 +17,18 @@ void addHistory(DiagnosisInput& input, const List& kept)
 
 } // namespace
 
-DiagnosisInput diagnosisInput(const MeasuredCamera& camera)
+DiagnosisInput diagnosisInput(const MeasuredCamera& camera, const LinkTable& links)
 {
     const CxCameraLineData& record = camera.record();
     DiagnosisInput input;
     input.run = record.runTotals();
+    if (const LinkTotals* link = links.find(camera.link()))
+        input.link = LinkUse{link->name,
+                             link->rate,
+                             link->delivered().value_or(0.0),
+                             link->cameras,
+                             input.run.deliveredThroughput().value_or(0.0),
+                             link->busiest};
     input.driftPpm = camera.clockDriftPpm();
     const bool throughput = record.measMode == MeasModeDataThroughput;
     if (!throughput)

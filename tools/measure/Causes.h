@@ -4,9 +4,9 @@
 #define KESTROVA_MEASURE_CAUSES_H
 
 #include "Diagnosis.h"
-#include "MeasuredCamera.h"
+#include "LinkTotals.h"
 
-/// Of a stopped camera.
-DiagnosisInput diagnosisInput(const MeasuredCamera& camera);
+/// Of a stopped camera; `links` of the whole run.
+DiagnosisInput diagnosisInput(const MeasuredCamera& camera, const LinkTable& links);
 
 #endif

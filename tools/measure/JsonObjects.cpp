@@ -120,6 +120,17 @@ void addFigures(QJsonObject& object, const Figures& figures)
         object.insert(QLatin1String(figure.key), orNull(figure.value));
 }
 
+QJsonObject linkObject(const LinkTotals& link)
+{
+    const auto number = [](const std::optional<double>& value) { return value ? QJsonValue(*value) : QJsonValue(); };
+    return {{QStringLiteral("name"), link.name.isEmpty() ? QJsonValue() : QJsonValue(link.name)},
+            {QStringLiteral("cameras"), link.cameras},
+            {QStringLiteral("intervalS"), static_cast<double>(link.elapsedUs) / 1e6},
+            {QStringLiteral("deliveredMBps"), number(link.delivered())},
+            {QStringLiteral("rateMBps"), number(link.rate)},
+            {QStringLiteral("sharePercent"), number(link.sharePercent())}};
+}
+
 QJsonObject summaryObject(const Summary& summary)
 {
     QJsonArray cameras;
@@ -140,6 +151,9 @@ QJsonObject summaryObject(const Summary& summary)
         object.insert(QStringLiteral("report"), reportObject(camera.report));
         cameras.append(object);
     }
+    QJsonArray links;
+    for (const LinkTotals& link : summary.links.links)
+        links.append(linkObject(link));
     return {{QStringLiteral("type"), QStringLiteral("summary")},
             {QStringLiteral("mode"), modeName(summary.options)},
             {QStringLiteral("startTime"), utc(summary.startTime)},
@@ -150,5 +164,7 @@ QJsonObject summaryObject(const Summary& summary)
             {QStringLiteral("exitCode"), summary.exitCode},
             {QStringLiteral("lostLogLines"),
              summary.log ? QJsonValue(static_cast<double>(summary.log->lostLines())) : QJsonValue()},
+            {QStringLiteral("links"), links},
+            {QStringLiteral("total"), linkObject(summary.links.all)},
             {QStringLiteral("cameras"), cameras}};
 }

@@ -10,6 +10,7 @@
 QJsonObject cameraObject(const SxCameraInfo& camera);
 /// What is not known, or not finite, is null.
 void addFigures(QJsonObject& object, const Figures& figures);
+QJsonObject linkObject(const LinkTotals& link);
 QJsonObject summaryObject(const Summary& summary);
 
 #endif

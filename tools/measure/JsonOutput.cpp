@@ -23,6 +23,22 @@ public:
         write(object);
     }
 
+    void links(const LinkLine& line) override
+    {
+        const auto writeOne = [&](const char* type, const LinkTotals& link) {
+            if (link.cameras < 2)
+                return;
+            QJsonObject object = linkObject(link);
+            object.insert(QStringLiteral("type"), QLatin1String(type));
+            object.insert(QStringLiteral("time"), line.time.toUTC().toString(Qt::ISODateWithMs));
+            object.insert(QStringLiteral("elapsedS"), link.endS);
+            write(object);
+        };
+        for (const LinkTotals& link : line.table.links)
+            writeOne("link", link);
+        writeOne("total", line.table.all);
+    }
+
     void summary(const Summary& summary) override { write(summaryObject(summary)); }
 
     void cameraList(const std::vector<SxCameraInfo>& cameras) override

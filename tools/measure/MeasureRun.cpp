@@ -65,11 +65,13 @@ void MeasureRun::stop()
     timer.stop();
     for (MeasuredCamera* camera : started)
         camera->announceStop();
+    LinkTable links;
     for (MeasuredCamera* camera : started) {
         camera->stop();
-        printInterval(*camera);
+        printInterval(*camera, links);
         course.note(*camera, QStringLiteral("stopped"));
     }
+    printLinks(links);
     for (const auto& camera : allCameras)
         camera->judge();
     Q_EMIT updated();
@@ -110,8 +112,10 @@ void MeasureRun::armTimer()
 
 void MeasureRun::printIntervals()
 {
+    LinkTable links;
     for (MeasuredCamera* camera : started)
-        printInterval(*camera);
+        printInterval(*camera, links);
+    printLinks(links);
     Q_EMIT updated();
 }
 
@@ -121,16 +125,23 @@ void MeasureRun::tick(MeasuredCamera& camera)
     camera.judge();
 }
 
-void MeasureRun::printInterval(MeasuredCamera& camera)
+void MeasureRun::printInterval(MeasuredCamera& camera, LinkTable& links)
 {
     tick(camera);
     const IntervalLine line{camera.info(), QDateTime::currentDateTimeUtc(), camera.takeInterval()};
+    links.add(camera.link(), line.stretch);
     lineOutput.interval(line);
     tellOnce(lineOutput.lines());
     if (intervalLog) {
         intervalLog->append(line);
         tellOnce(intervalLog->lines());
     }
+}
+
+void MeasureRun::printLinks(const LinkTable& links)
+{
+    lineOutput.links({QDateTime::currentDateTimeUtc(), links});
+    tellOnce(lineOutput.lines());
 }
 
 void MeasureRun::tellOnce(const LineWriter& lines)

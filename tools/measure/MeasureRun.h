@@ -45,7 +45,8 @@ private:
     bool anyRunning() const;
     void onCameraLost(VNCORE_HANDLE camera);
     void tick(MeasuredCamera& camera);
-    void printInterval(MeasuredCamera& camera);
+    void printInterval(MeasuredCamera& camera, LinkTable& links);
+    void printLinks(const LinkTable& links);
     void tellOnce(const LineWriter& lines);
 
     const Options& runOptions;

@@ -4,8 +4,8 @@
 
 #include <utility>
 
-MeasuredCamera::MeasuredCamera(VNCORE_HANDLE camera, SxCameraInfo info, const Options& options)
-    : cameraInfo(std::move(info)), runVerdict(options.limits.of(cameraInfo.id))
+MeasuredCamera::MeasuredCamera(VNCORE_HANDLE camera, SxCameraInfo info, const Options& options, CameraLink link)
+    : cameraInfo(std::move(info)), cameraLink(std::move(link)), runVerdict(options.limits.of(cameraInfo.id))
 {
     data.hCam = camera;
     data.cameraName = cameraInfo.name;
@@ -72,24 +72,28 @@ Stretch MeasuredCamera::takeTick()
     const double endS = elapsedS();
     const double beginS = std::exchange(tickEndS, endS);
     ticks += totals;
-    return {endS, endS - beginS, figures(totals)};
+    return stretch(beginS, endS, totals);
 }
 
 Stretch MeasuredCamera::takeInterval()
 {
     const double beginS = std::exchange(intervalEndS, tickEndS);
-    return {tickEndS, tickEndS - beginS, figures(std::exchange(ticks, RunTotals()))};
+    return stretch(beginS, tickEndS, std::exchange(ticks, RunTotals()));
 }
 
 Stretch MeasuredCamera::wholeRun() const
 {
-    const double endS = elapsedS();
-    return {endS, endS, figures(data.runTotals())};
+    return stretch(0.0, elapsedS(), data.runTotals());
 }
 
 void MeasuredCamera::judge()
 {
     runVerdict.look(figures(data.runTotals()), elapsedS());
+}
+
+Stretch MeasuredCamera::stretch(double beginS, double endS, const RunTotals& totals) const
+{
+    return {endS, endS - beginS, figures(totals), totals.bytes, totals.elapsedUs};
 }
 
 Figures MeasuredCamera::presentState() const

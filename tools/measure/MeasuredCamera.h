@@ -9,6 +9,7 @@
 
 #include <vnCore/CxCameraParameters.h>
 
+#include "CameraDevice.h"
 #include "Figures.h"
 #include "Options.h"
 #include "Verdict.h"
@@ -19,15 +20,18 @@ struct Stretch
     double endS = 0.0; ///< after the run's start
     double lengthS = 0.0;
     Figures figures;
+    quint64 bytes = 0;    ///< of all frames received
+    qint64 elapsedUs = 0; ///< by the clock of the totals
 };
 
 /// All on the thread of the event loop.
 class MeasuredCamera
 {
 public:
-    MeasuredCamera(VNCORE_HANDLE camera, SxCameraInfo info, const Options& options);
+    MeasuredCamera(VNCORE_HANDLE camera, SxCameraInfo info, const Options& options, CameraLink link = {});
 
     const SxCameraInfo& info() const { return cameraInfo; }
+    const CameraLink& link() const { return cameraLink; }
     VNCORE_HANDLE handle() const { return data.hCam; }
     const CxCameraLineData& record() const { return data; }
     /// Of the calendar, in local time.
@@ -64,10 +68,12 @@ public:
     std::optional<double> clockDriftPpm() const { return data.clockDriftPpm(); }
 
 private:
+    Stretch stretch(double beginS, double endS, const RunTotals& totals) const;
     Figures figures(const RunTotals& totals) const;
     double elapsedS() const;
 
     const SxCameraInfo cameraInfo;
+    const CameraLink cameraLink;
     CxCameraLineData data;
     QElapsedTimer clock;
     QDateTime startedAt;

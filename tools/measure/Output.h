@@ -16,12 +16,21 @@ struct IntervalLine
     Stretch stretch;
 };
 
+/// The links of an interval.
+struct LinkLine
+{
+    QDateTime time;
+    const LinkTable& table;
+};
+
 /// On the thread of the event loop. Each line has left the program when a call returns.
 class Output
 {
 public:
     virtual ~Output() = default;
     virtual void interval(const IntervalLine& line) = 0;
+    /// After the intervals of all cameras. Links of a single camera, and a single camera, need no line.
+    virtual void links(const LinkLine& line) = 0;
     virtual void summary(const Summary& summary) = 0;
     virtual void cameraList(const std::vector<SxCameraInfo>& cameras) = 0;
 

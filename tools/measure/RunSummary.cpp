@@ -28,7 +28,7 @@ ExitCode judge(const Summary& summary, bool fileFault)
     return fileFault ? ExitWrongUsage : ExitSuccess;
 }
 
-CameraSummary summaryOf(const MeasuredCamera& camera)
+CameraSummary summaryOf(const MeasuredCamera& camera, const LinkTable& links)
 {
     CameraSummary summary{camera.info(), camera.wholeRun(), camera.startTime()};
     summary.requiredThroughput = camera.record().requiredThroughput;
@@ -36,7 +36,7 @@ CameraSummary summaryOf(const MeasuredCamera& camera)
     summary.clockDriftPpm = camera.clockDriftPpm();
     summary.problems = camera.problems();
     summary.verdict = camera.verdict();
-    summary.findings = diagnose(diagnosisInput(camera));
+    summary.findings = diagnose(diagnosisInput(camera, links));
     return summary;
 }
 
@@ -47,11 +47,13 @@ int finishRun(const Options& options, const std::vector<std::unique_ptr<Measured
 {
     const QDateTime now = QDateTime::currentDateTime();
     Summary summary{options, log ? &log->lines() : nullptr, now, now};
+    for (const auto& camera : cameras)
+        summary.links.add(camera->link(), camera->wholeRun());
     QString error;
     bool fileFault = output.lines().lostLines() > 0 || (summary.log && summary.log->lostLines() > 0);
     for (int i = 0; i < static_cast<int>(cameras.size()); ++i) {
         const MeasuredCamera& camera = *cameras[static_cast<size_t>(i)];
-        CameraSummary line = summaryOf(camera);
+        CameraSummary line = summaryOf(camera, summary.links);
         summary.startTime = std::min(summary.startTime, line.startTime);
         if (!reports.isEmpty()) {
             line.report = writeReport(camera.record(), reports[i], &error);

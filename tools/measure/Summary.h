@@ -9,6 +9,7 @@
 
 #include "Diagnosis.h"
 #include "LineWriter.h"
+#include "LinkTotals.h"
 #include "MeasuredCamera.h"
 #include "Outcome.h"
 
@@ -46,6 +47,7 @@ struct Summary
     QDateTime endTime;
     int exitCode = 0;
     std::vector<CameraSummary> cameras{};
+    LinkTable links{};
 };
 
 Outcome outcomeOf(const CameraSummary& camera);

@@ -48,6 +48,8 @@ public:
         row(line.camera, line.stretch);
     }
 
+    void links(const LinkLine& line) override { linkRows(line.table); }
+
     void summary(const Summary& summary) override
     {
         if (!summary.cameras.empty()) {
@@ -56,6 +58,7 @@ public:
         }
         for (const CameraSummary& camera : summary.cameras)
             row(camera.camera, camera.run);
+        linkRows(summary.links);
         for (const CameraSummary& camera : summary.cameras) {
             const QString title = cameraDisplayName(camera.camera);
             if (figureValue(camera.run.figures, QStringLiteral("throughputP50MBps")))
@@ -109,6 +112,27 @@ private:
                        cameraDisplayName(camera).leftJustified(cameraWidth);
         for (const Figure& figure : shown(stretch.figures))
             text += QLatin1Char(' ') + figureText(figure).rightJustified(figureWidth);
+        writeLine(text);
+    }
+
+    void linkRows(const LinkTable& table)
+    {
+        for (const LinkTotals& link : table.links)
+            linkRow(QStringLiteral("link ") + link.name, link);
+        linkRow(QStringLiteral("all"), table.all);
+    }
+
+    void linkRow(const QString& title, const LinkTotals& link)
+    {
+        if (link.cameras < 2)
+            return;
+        QString text = QString::number(link.endS, 'f', 1).rightJustified(timeWidth) + QStringLiteral("  ") +
+                       singleLine(title).leftJustified(cameraWidth) +
+                       QStringLiteral(" %1 cameras delivered %2 MB/s")
+                           .arg(link.cameras)
+                           .arg(link.delivered().value_or(0.0), 0, 'f', 2);
+        if (const auto share = link.sharePercent())
+            text += QStringLiteral(", %1 % of the link's %2 MB/s").arg(*share, 0, 'f', 1).arg(*link.rate, 0, 'f', 1);
         writeLine(text);
     }
 

@@ -125,7 +125,8 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
 
     std::vector<std::unique_ptr<MeasuredCamera>> cameras;
     for (size_t i = 0; i < selected.size(); ++i)
-        cameras.push_back(std::make_unique<MeasuredCamera>(registry.open(selected[i]), infos[i], options));
+        cameras.push_back(std::make_unique<MeasuredCamera>(registry.open(selected[i]), infos[i], options,
+                                                           registry.deviceLink(selected[i])));
     MeasureRun run(options, cameras, output, options.logFile.isEmpty() ? nullptr : &log);
     QObject::connect(&signals_, &StopSignals::received, &run, &MeasureRun::stop);
     QObject::connect(&run, &MeasureRun::finished, QCoreApplication::instance(), &QCoreApplication::quit,

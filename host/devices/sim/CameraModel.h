@@ -45,6 +45,7 @@ public:
     CameraModel& operator=(const CameraModel&) = delete;
 
     const CameraScenario& scenario() const { return camera; }
+    const LinkScenario& linkScenario() const { return link->scenario(); } ///< of all cameras on the link
     void setFaults(const Faults& faults);
 
     /// Parameters, counters, clock and ledger as after switching on.

@@ -112,6 +112,12 @@ SxCameraInfo SimulatedCamera::info() const
     return {scenario.name, scenario.id, scenario.customId};
 }
 
+CameraLink SimulatedCamera::link() const
+{
+    const LinkScenario& link = model.linkScenario(); // nor do these
+    return {link.name, link.rate};
+}
+
 bool SimulatedCamera::getInt(const char* name, int& value)
 {
     const HostCall call{Call::Get, name};

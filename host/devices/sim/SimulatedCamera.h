@@ -32,6 +32,7 @@ public:
     ~SimulatedCamera() override;
 
     SxCameraInfo info() const override;
+    CameraLink link() const override;
     bool getInt(const char* name, int& value) override;
     bool setInt(const char* name, int value) override;
     bool canSet(const char* name, int value) override;
