@@ -12,6 +12,7 @@
 #include "CameraWorker.h"
 #include "FakeGigeCamera.h"
 #include "NetworkNamespace.h"
+#include "TestScale.h"
 #include "ThreadCount.h"
 
 using namespace std::chrono_literals;
@@ -220,12 +221,12 @@ private Q_SLOTS:
         QVERIFY(aravis::CameraWorker::waitForAll(15s));
         const int threads = threadCount();
         const int descriptors = openDescriptors();
-        for (int i = 0; i < 50; ++i) {
+        for (int i = 0; i < testCount(25); ++i) {
             QVERIFY(openIt() && device->start() && receiveUntil(0) && device->stop());
             device.reset();
             QVERIFY(aravis::CameraWorker::waitForAll(15s));
         }
-        QTRY_COMPARE(threadCount(), threads); // the last one may still be on its way out
+        QTRY_VERIFY(threadCount() <= threads); // some may still be on their way out, then and now
         QCOMPARE(openDescriptors(), descriptors);
     }
 

@@ -12,6 +12,7 @@ MeasuredCamera::MeasuredCamera(VNCORE_HANDLE camera, SxCameraInfo info, const Op
     data.measMode = options.mode;
     data.autoRequiredThroughput = !options.required.has_value();
     data.requiredThroughput = options.required.value_or(0);
+    data.givenBufferSize = options.bufferSize;
 }
 
 bool MeasuredCamera::start(const Options& options)
@@ -113,7 +114,8 @@ Figures MeasuredCamera::figures(const RunTotals& totals) const
 {
     if (data.measMode == MeasModeStandardAcq)
         return counterFigures(totals, counterDifferences(data));
-    return throughputFigures(totals, data.evaluationSettings().samplePeriod, data.requiredThroughput > 0);
+    return throughputFigures(totals, data.evaluationSettings().samplePeriod,
+                             data.requiredThroughput > 0 && data.bufferSizeKnown);
 }
 
 double MeasuredCamera::elapsedS() const

@@ -93,8 +93,9 @@ void declareOptions(QCommandLineParser& parser)
     parser.addOption(
         {{QStringLiteral("v"), QStringLiteral("version")}, QStringLiteral("Print the version and exit.")});
     add("list", "List the cameras and exit.");
+    add("search", "Ask on all networks and the USB for cameras, list those that answer and exit.");
     add("cameras", "Take the simulated cameras from this scenario.", "FILE");
-    add("camera", "Measure this camera; may be repeated.", "NAME|ID");
+    add("camera", "Measure this camera, or the one at this address; may be repeated.", "NAME|ID|ADDRESS");
     add("all", "Measure all cameras.");
     add("mode", "throughput (default) or counters.", "MODE", "throughput");
     add("duration", "How long to measure; without it until stopped.", "TIME");
@@ -102,6 +103,7 @@ void declareOptions(QCommandLineParser& parser)
     add("capacity", "Samples kept per camera, with k, M or G (10M).", "SAMPLES");
     add("required", "Rate that the buffer simulation compares with; auto (default): as the camera tells.",
         "auto|MB/s", "auto");
+    add("buffer-size", "Size of the buffer that is simulated, of a camera that does not tell it.", "BYTES");
     add("interval", "Time of one line (1s).", "TIME");
     add("metrics", "Serve the figures to Prometheus at this port; of this machine alone, unless an address is named.",
         "[ADDRESS:]PORT");
@@ -132,6 +134,7 @@ void readMeasurement(const QCommandLineParser& parser, Options& options, Reader&
         options.capacity = *samples;
     if (read.value("required") != QLatin1String("auto"))
         options.required = read.whole("required", 1, "auto or a whole number of MB/s");
+    options.bufferSize = read.whole("buffer-size", 1, "a whole number of bytes");
     read.limits(options);
     if (read.isSet("metrics")) {
         options.metrics = listenAddressFromText(read.value("metrics"));
@@ -163,7 +166,7 @@ QString versionText()
 
 QString usageText()
 {
-    return QStringLiteral("Usage: kestrova-measure --list | --all | --camera NAME|ID [options]\n"
+    return QStringLiteral("Usage: kestrova-measure --list | --search | --all | --camera NAME|ID|ADDRESS [options]\n"
                           "       kestrova-measure --help explains the options");
 }
 
@@ -199,6 +202,8 @@ Options parseOptions(const QStringList& arguments)
     }
     if (read.isSet("list"))
         options.action = Options::Action::List;
+    else if (read.isSet("search"))
+        options.action = Options::Action::Search;
     else
         readMeasurement(parser, options, read);
     if (!read.fault().isEmpty())

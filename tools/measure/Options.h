@@ -21,6 +21,7 @@ struct Options
     {
         Measure,
         List,
+        Search,
         Help,
         Version,
         Refuse ///< wrong usage, `text` says why
@@ -36,9 +37,10 @@ struct Options
     ExMeasMode mode = MeasModeDataThroughput;
     std::optional<std::chrono::milliseconds> duration; ///< none: until stopped
     std::chrono::milliseconds interval{1000};
-    qint32 samplePeriod = 4096;     ///< bytes
-    qint32 capacity = 10000000;     ///< samples
-    std::optional<qint32> required; ///< MB/s; none: as the camera tells
+    qint32 samplePeriod = 4096;       ///< bytes
+    qint32 capacity = 10000000;       ///< samples
+    std::optional<qint32> required;   ///< MB/s; none: as the camera tells
+    std::optional<qint32> bufferSize; ///< bytes, of a camera that does not tell
     std::optional<ListenAddress> metrics;
 
     QString csvFile;

@@ -12,7 +12,7 @@
 namespace {
 
 constexpr int timeWidth = 9;
-constexpr int cameraWidth = 26;
+constexpr int leastCameraWidth = 26;
 constexpr int figureWidth = 10;
 constexpr int linesPerHeading = 40;
 constexpr qint64 usPerMs = 1000;
@@ -43,6 +43,7 @@ public:
 
     void interval(const IntervalLine& line) override
     {
+        makeRoomFor(line.camera);
         if (lineCount++ % linesPerHeading == 0)
             heading(line.stretch.figures);
         row(line.camera, line.stretch);
@@ -54,6 +55,8 @@ public:
     {
         if (!summary.cameras.empty()) {
             writeLine(QStringLiteral("\nSummary"));
+            for (const CameraSummary& camera : summary.cameras)
+                makeRoomFor(camera.camera);
             heading(summary.cameras.front().run.figures);
         }
         for (const CameraSummary& camera : summary.cameras)
@@ -91,12 +94,17 @@ public:
     {
         for (const SxCameraInfo& camera : cameras)
             writeLine(singleLine(camera.id.leftJustified(figureWidth) + QLatin1Char(' ') +
-                                 camera.name.leftJustified(camera.customId.isEmpty() ? 0 : cameraWidth) +
+                                 camera.name.leftJustified(camera.customId.isEmpty() ? 0 : leastCameraWidth) +
                                  QLatin1Char(' ') + camera.customId)
                           .trimmed());
     }
 
 private:
+    void makeRoomFor(const SxCameraInfo& camera)
+    {
+        cameraWidth = std::max(cameraWidth, cameraDisplayName(camera).size());
+    }
+
     void heading(const Figures& figures)
     {
         QString text = QStringLiteral("time s").rightJustified(timeWidth) + QStringLiteral("  ") +
@@ -172,6 +180,7 @@ private:
     }
 
     qint64 lineCount = 0;
+    int cameraWidth = leastCameraWidth; ///< of the longest name so far
 };
 
 } // namespace

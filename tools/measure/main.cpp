@@ -139,6 +139,19 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
     return finishRun(options, cameras, files, options.logFile.isEmpty() ? nullptr : &log, run.recorder(), output);
 }
 
+/// Lists the real cameras that answer, by the addresses that open them.
+int search(Output& output, const LineWriter& lines)
+{
+    QString error;
+    std::vector<SxCameraInfo> infos;
+    for (const FoundCamera& camera : searchDevices(&error))
+        infos.push_back({camera.name, camera.address, camera.serial});
+    if (!error.isEmpty())
+        return refuse(ExitCameraFailure, error);
+    output.cameraList(infos);
+    return tellLostLines(lines) ? ExitWrongUsage : ExitSuccess;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -157,11 +170,14 @@ int main(int argc, char** argv)
     case Options::Action::Refuse:
         return refuse(ExitWrongUsage, options.text + QStringLiteral("\n") + usageText());
     case Options::Action::List:
+    case Options::Action::Search:
     case Options::Action::Measure:
         break;
     }
 
     const auto output = options.json ? makeJsonOutput(standardOutput) : makeTextOutput(standardOutput);
+    if (options.action == Options::Action::Search)
+        return search(*output, standardOutput);
     KnownCameras known;
     QString error;
     if (!known.load(options.scenarioFile, &error))
@@ -170,14 +186,14 @@ int main(int argc, char** argv)
         output->cameraList(known.infos);
         return tellLostLines(standardOutput) ? ExitWrongUsage : ExitSuccess;
     }
-    if (const int code = readLimits(options, known.infos))
-        return code;
     QStringList names = options.cameras;
     names.removeDuplicates();
     for (const QString& name : qAsConst(names)) {
         if (isDeviceAddress(name) && !known.add(name, &error))
             return refuse(ExitCameraFailure, error);
     }
+    if (const int code = readLimits(options, known.infos))
+        return code;
     if (options.allCameras) {
         for (const SxCameraInfo& info : known.infos)
             names.append(info.id);

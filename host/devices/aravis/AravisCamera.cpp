@@ -240,7 +240,9 @@ std::shared_ptr<AravisCamera> AravisCamera::open(const QString& name, QString* e
         if (!state->connect(fault.get()))
             return false;
         const CameraConnection::Identity& who = state->connection->identity();
-        state->info = {who.model, name, who.userId};
+        // Its throughput is not what a camera's clock tells of its link, and whoever reads a figure has to know.
+        const bool arrives = state->connection->route().has_value();
+        state->info = {arrives ? who.model + QStringLiteral(" [host arrival]") : who.model, name, who.userId};
         state->serial = who.serial;
         state->formats = state->connection->formats();
         state->route = state->connection->route();

@@ -37,7 +37,6 @@ void ArrivalBook::addPacket(const TapRecord& record)
         return;
     Frame& frame = frameOf(record);
     frame.touchedAt = statuses;
-    frame.lastNs = std::max<qint64>(frame.lastNs, record.stampNs);
     if (record.kind == TapRecord::Leader) {
         if (!frame.leaderNs)
             frame.leaderNs = record.stampNs;
@@ -69,7 +68,6 @@ void ArrivalBook::markAround(bool Frame::*mark)
 void ArrivalBook::addStatus(const TapRecord& record)
 {
     ++statuses;
-    allDrops += record.frameId;
     const bool clockSet = offsetNs && std::llabs(record.offsetNs - *offsetNs) > clockToleranceNs;
     if (clockSet)
         markAround(&Frame::clockWasSet);

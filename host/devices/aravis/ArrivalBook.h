@@ -31,7 +31,6 @@ public:
         std::vector<PacketArrival> packets;
         quint64 bytes = 0;   ///< of all packets that came
         quint32 missing = 0; ///< packets before the highest id that have not come
-        qint64 lastNs = 0;   ///< the newest stamp
         std::optional<quint32> trailerId;
         quint64 touchedAt = 0; ///< how many statuses there had been at its newest packet
         bool clockWasSet = false;
@@ -48,8 +47,6 @@ public:
     /// Of a frame that the host has received whole, of which `bytes` came through the network.
     Known find(quint64 id, quint64 bytes, ArrivalCurve& curve) const;
 
-    quint64 drops() const { return allDrops; } ///< packets of which the tap knows that it missed them
-
 private:
     Frame& frameOf(const TapRecord& record);
     void addPacket(const TapRecord& record);
@@ -61,7 +58,6 @@ private:
     quint64 firstUnsure = 0;  ///< how many frames there were at the last status without drops
     std::optional<qint64> offsetNs;
     quint64 statuses = 0;
-    quint64 allDrops = 0;
     bool ended = false;
 };
 

@@ -51,14 +51,6 @@ ArrivalCurve::ArrivalCurve(const std::vector<PacketArrival>& packets, qint64 lea
         curve.clear();
 }
 
-quint64 ArrivalCurve::grainBytes() const
-{
-    quint64 largest = 0;
-    for (std::size_t i = 1; i < curve.size(); ++i)
-        largest = std::max(largest, curve[i].bytes - curve[i - 1].bytes);
-    return largest;
-}
-
 void ArrivalCurve::writeTicks(void* data, std::size_t bytes) const
 {
     if (curve.empty())

@@ -35,8 +35,6 @@ public:
     ArrivalCurve(const std::vector<PacketArrival>& packets, qint64 leaderNs, qint64 offsetNs);
 
     const std::vector<Point>& points() const { return curve; }
-    /// The most bytes that came at once, as far as stamps can tell.
-    quint64 grainBytes() const;
 
     /// Writes into each whole 64-bit word of `data` when its last byte arrived, in ticks of 4 ns.
     void writeTicks(void* data, std::size_t bytes) const;

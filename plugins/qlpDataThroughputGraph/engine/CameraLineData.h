@@ -164,6 +164,8 @@ public:
     qint32 samplePeriod = 4096;              ///< bytes
     qint32 maxSamples = 3000000;             ///< capacity, samples
     std::atomic<qint32> cameraBufferSize{0}; ///< bytes
+    std::optional<qint32> givenBufferSize;   ///< bytes, for a camera that does not tell; set before a start
+    std::atomic<bool> bufferSizeKnown{true}; ///< not an assumption
     bool plotEnabled = true;
 
     // Work arrays, sized together by calculateStats() under `mutex`. Aggregates have taken over what the statistics

@@ -357,5 +357,6 @@ qint32 CxCameraLineData::readCameraBufferSize()
     qint32 size = 0;
     const bool known = setParam(hCam, VN_PRM_DP_PARAM_SELECTOR, VN_DP_PARAM_FRAMEBUF_SIZE) &&
                        getParam(hCam, VN_PRM_DP_PARAM_VALUE, size);
-    return known ? size : defaultCameraBufferSize;
+    bufferSizeKnown = known || givenBufferSize;
+    return known ? size : givenBufferSize.value_or(defaultCameraBufferSize);
 }
