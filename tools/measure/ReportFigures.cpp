@@ -40,6 +40,7 @@ constexpr FigureName figureNames[] = {
     {"frames", "Frames", "", nullptr},
     {"blocks", "Blocks", "", nullptr},
     {"skippedFrames", "Frames without a block", "", nullptr},
+    {"clockDriftPpm", "Camera's clock is fast by", "ppm", nullptr},
     {"failedWaits", "Failed image waits", "", nullptr},
 };
 

@@ -108,6 +108,8 @@ std::vector<ReportFact> settingFacts(const Options& options)
         {QStringLiteral("Required throughput"),
          options.required ? QStringLiteral("%1 MB/s").arg(*options.required) : QStringLiteral("as the camera tells")},
     };
+    if (!options.limitsFile.isEmpty())
+        facts.push_back({QStringLiteral("Limits from"), options.limitsFile});
     if (!options.csvFile.isEmpty())
         facts.push_back({QStringLiteral("All frames in"), options.csvFile});
     if (!options.logFile.isEmpty())
@@ -124,43 +126,63 @@ ReportFinding reportFinding(const Finding& finding)
     return shown;
 }
 
+ReportCamera reportCamera(const CameraSummary& said, const MeasuredCamera& camera, const RunRecorder& recorder)
+{
+    ReportCamera shown;
+    shown.name = cameraDisplayName(said.camera);
+    shown.outcome = outcomeOf(said);
+    shown.problems = said.problems;
+    shown.warnings = reminders(said);
+    shown.start = said.startTime;
+    for (const LimitVerdict& limit : said.verdict.limits)
+        shown.limits.push_back(reportLimit(limit, said.run.figures, shown.start));
+    Figures figures = said.run.figures;
+    figures.push_back({"clockDriftPpm", nullptr, 1, said.clockDriftPpm});
+    shown.figures = reportFigures(figures, said.verdict);
+    std::transform(said.findings.begin(), said.findings.end(), std::back_inserter(shown.findings), reportFinding);
+    shown.course = recorder.course(camera);
+    if (camera.record().measMode == MeasModeDataThroughput && said.requiredThroughput > 0)
+        shown.required = said.requiredThroughput;
+    shown.distribution = distributionOf(camera);
+    return shown;
+}
+
+ReportLink reportLink(const LinkTotals& link)
+{
+    const auto text = [](const std::optional<double>& value, int decimals) {
+        return value ? groupedDigits(QString::number(*value, 'f', decimals)) : QString();
+    };
+    return {link.name.isEmpty() ? QStringLiteral("All cameras") : link.name, QString::number(link.cameras),
+            text(link.delivered(), 2), text(link.rate, 0), text(link.sharePercent(), 1)};
+}
+
 } // namespace
 
-ReportContent reportContent(const Options& options, const Summary& summary,
-                            const std::vector<std::unique_ptr<MeasuredCamera>>& cameras, const RunRecorder& recorder)
+ReportContent reportContent(const Summary& summary, const std::vector<std::unique_ptr<MeasuredCamera>>& cameras,
+                            const RunRecorder& recorder)
 {
-    const QDateTime now = QDateTime::currentDateTime();
-    ReportContent content{versionText(), outcomeOf(summary), summary.exitCode, now, now, {}, {}, {}, 0, {}, {}};
+    ReportContent content;
+    content.program = versionText();
+    content.outcome = outcomeOf(summary);
+    content.exitCode = summary.exitCode;
+    content.start = summary.startTime;
+    content.end = summary.endTime;
     content.events = recorder.events().list();
-    content.leftOutEvents = recorder.events().leftOut();
     for (std::size_t i = 0; i < cameras.size(); ++i) {
-        const MeasuredCamera& camera = *cameras[i];
-        const CameraSummary& said = summary.cameras[i];
-        ReportCamera shown;
-        shown.name = cameraDisplayName(said.camera);
-        shown.outcome = outcomeOf(said);
-        shown.problems = said.problems;
-        shown.start = camera.startTime();
-        content.start = std::min(content.start, shown.start);
-        for (const LimitVerdict& limit : said.verdict.limits)
-            shown.limits.push_back(reportLimit(limit, said.run.figures, shown.start));
-        shown.warnings = reminders(said);
-        std::transform(said.findings.begin(), said.findings.end(), std::back_inserter(shown.findings), reportFinding);
-        shown.figures = reportFigures(said.run.figures, said.verdict);
-        addBrokenLimits(content.events, shown, said.verdict);
-        shown.distribution = distributionOf(camera);
-        shown.course = recorder.course(camera);
-        if (const qint32 required = camera.record().requiredThroughput;
-            required > 0 && options.mode == MeasModeDataThroughput)
-            shown.required = required;
-        content.cameras.push_back(shown);
+        content.cameras.push_back(reportCamera(summary.cameras[i], *cameras[i], recorder));
+        addBrokenLimits(content.events, content.cameras.back(), summary.cameras[i].verdict);
     }
     std::stable_sort(content.events.begin(), content.events.end(),
                      [](const RunEvent& a, const RunEvent& b) { return a.time < b.time; });
+    if (cameras.size() > 1) {
+        for (const LinkTotals& link : summary.links.links)
+            content.links.push_back(reportLink(link));
+        content.links.push_back(reportLink(summary.links.all));
+    }
     if (summary.log && summary.log->lostLines() > 0)
         content.notes.append(QStringLiteral("%1 lines of the log were lost: %2")
                                  .arg(QString::number(summary.log->lostLines()), summary.log->error()));
-    content.settings = settingFacts(options);
+    content.settings = settingFacts(summary.options);
     content.machine = machineFacts();
     return content;
 }

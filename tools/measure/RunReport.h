@@ -8,8 +8,8 @@
 #include "RunRecorder.h"
 
 /// Cameras in the order of the summary.
-ReportContent reportContent(const Options& options, const Summary& summary,
-                            const std::vector<std::unique_ptr<MeasuredCamera>>& cameras, const RunRecorder& recorder);
+ReportContent reportContent(const Summary& summary, const std::vector<std::unique_ptr<MeasuredCamera>>& cameras,
+                            const RunRecorder& recorder);
 
 /// Writes it as HTML. False, and a reason, if the file does not take all of it.
 bool writeHtmlReport(const ReportContent& content, const QString& fileName, QString* error);

@@ -66,7 +66,7 @@ int finishRun(const Options& options, const std::vector<std::unique_ptr<Measured
     }
     summary.exitCode = judge(summary, fileFault);
     if (!options.reportFile.isEmpty() &&
-        !writeHtmlReport(reportContent(options, summary, cameras, recorder), options.reportFile, &error)) {
+        !writeHtmlReport(reportContent(summary, cameras, recorder), options.reportFile, &error)) {
         complain(error);
         summary.exitCode = judge(summary, true);
     }

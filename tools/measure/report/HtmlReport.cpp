@@ -180,23 +180,33 @@ Markup cameraSection(const ReportCamera& camera, int number)
            titled("Distribution", distributionGraph(camera.distribution)) + literal("</article>");
 }
 
+Markup linkTable(const ReportContent& content)
+{
+    if (content.links.empty())
+        return {};
+    Markup rows;
+    for (const ReportLink& link : content.links) {
+        Markup cells = element("th", link.name);
+        for (const QString& number : {link.cameras, link.delivered, link.rate, link.share})
+            cells += element("td class=\"n\"", number);
+        rows += element("tr", cells);
+    }
+    const Markup headings =
+        literal("<thead><tr><th>Link</th><th class=\"n\">Cameras</th><th class=\"n\">Delivered, MB/s"
+                "</th><th class=\"n\">Rate, MB/s</th><th class=\"n\">Used, %</th></tr></thead>");
+    return element("section",
+                   element("h2", QStringLiteral("Links")) + element("table", headings + element("tbody", rows)));
+}
+
 Markup eventList(const ReportContent& content)
 {
     Markup rows;
-    for (std::size_t i = 0; i < content.events.size(); ++i) {
-        const RunEvent& event = content.events[i];
-        if (i == RunEvents::mostFirst && content.leftOutEvents > 0)
-            rows += element(
-                "tr",
-                literal("<td></td><td></td>") +
-                    element("td", QStringLiteral("%1 events in between are not kept").arg(content.leftOutEvents)));
-        rows += element(event.bad ? "tr class=\"broken\"" : "tr",
+    for (const RunEvent& event : content.events)
+        rows += element(event.bad ? "tr class=\"bad\"" : "tr",
                         element("td class=\"time\"", shortTimeText(event.time)) + element("td", event.camera) +
                             element("td", event.text));
-    }
-    return element("section",
-                   element("h2", QStringLiteral("Events")) +
-                       element("div class=\"wide\"", element("table class=\"events\"", element("tbody", rows))));
+    return element("section", element("h2", QStringLiteral("Events")) +
+                                  element("table class=\"events\"", element("tbody", rows)));
 }
 
 Markup factTable(const char* title, const std::vector<ReportFact>& facts)
@@ -225,8 +235,8 @@ QByteArray htmlReport(const ReportContent& content)
             "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>"
             "<meta name=\"color-scheme\" content=\"light dark\"/>") +
         element("title", title) + element("style", literal(htmlStyle)) + literal("</head>\n<body><main>") +
-        head(content) + overview(content) + cameras + eventList(content) + literal("<div class=\"pair\">") +
-        factTable("Settings", content.settings) + factTable("Machine", content.machine) +
-        literal("</div></main></body></html>\n");
+        head(content) + overview(content) + linkTable(content) + cameras + eventList(content) +
+        literal("<div class=\"pair\">") + factTable("Settings", content.settings) +
+        factTable("Machine", content.machine) + literal("</div></main></body></html>\n");
     return page.html.toUtf8();
 }

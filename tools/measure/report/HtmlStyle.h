@@ -53,6 +53,7 @@ td .badge { font-size: .75rem; margin: 0; }
 .mark { width: 4.5rem; color: var(--pass); }
 .warnings { color: var(--warn); font-weight: 600; }
 .facts th { color: var(--soft); width: 11rem; }
+.bad td { color: var(--fail); }
 .facts td, .events td { overflow-wrap: anywhere; }
 .events { table-layout: fixed; }
 .events .time { width: 9.5rem; white-space: nowrap; }

@@ -66,17 +66,27 @@ struct ReportCamera
     std::optional<double> required; ///< MB/s
 };
 
+/// What the cameras of a link delivered together; texts are empty if not known.
+struct ReportLink
+{
+    QString name;
+    QString cameras;
+    QString delivered; ///< MB/s
+    QString rate;      ///< MB/s that it can carry
+    QString share;     ///< delivered, percent of the rate
+};
+
 struct ReportContent
 {
     QString program; ///< with its version
-    Outcome outcome;
-    int exitCode;
+    Outcome outcome = Outcome::Fail;
+    int exitCode = 0;
     QDateTime start; ///< local time
     QDateTime end;
     QStringList notes; ///< what the reader has to know beside the figures
     std::vector<ReportCamera> cameras;
+    std::vector<ReportLink> links; ///< and all cameras as the last one; empty for one camera
     std::vector<RunEvent> events;
-    quint64 leftOutEvents = 0;
     std::vector<ReportFact> settings;
     std::vector<ReportFact> machine;
 };

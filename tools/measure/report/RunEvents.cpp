@@ -20,6 +20,9 @@ void RunEvents::add(RunEvent event)
 std::vector<RunEvent> RunEvents::list() const
 {
     std::vector<RunEvent> all = first;
+    if (dropped > 0)
+        all.push_back(
+            {latest.front().time, {}, QStringLiteral("%1 events before this time are not kept").arg(dropped)});
     all.insert(all.end(), latest.begin(), latest.end());
     return all;
 }

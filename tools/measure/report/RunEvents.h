@@ -24,9 +24,8 @@ public:
     static constexpr std::size_t mostLatest = 600;
 
     void add(RunEvent event);
-    /// In the order in which they were added; those that were left out lie behind the first mostFirst.
+    /// In the order in which they were added. Where some were left out one says how many.
     std::vector<RunEvent> list() const;
-    quint64 leftOut() const { return dropped; }
 
 private:
     std::vector<RunEvent> first;
