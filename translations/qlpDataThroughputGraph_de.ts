@@ -594,5 +594,9 @@ puffer</translation>
         <source>Only the last %1 s of %2 s are kept. What went wrong may lie before them; a greater capacity keeps more.</source>
         <translation>Nur die letzten %1 s von %2 s sind noch da. Was schiefging, kann davor liegen; eine größere Kapazität behält mehr.</translation>
     </message>
+    <message>
+        <source>No frame came for up to %1 s, %2 s in all. Triggers may be missing, or the camera or its link may have stopped.</source>
+        <translation>Bis zu %1 s lang kam kein Bild, insgesamt %2 s. Möglicherweise fehlen Trigger, oder die Kamera oder ihre Verbindung stand still.</translation>
+    </message>
 </context>
 </TS>

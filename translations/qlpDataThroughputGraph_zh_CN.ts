@@ -589,5 +589,9 @@ size</source>
         <source>Only the last %1 s of %2 s are kept. What went wrong may lie before them; a greater capacity keeps more.</source>
         <translation>%2 s 中只保留了最后 %1 s。问题可能发生在此之前；增大容量可保留更多。</translation>
     </message>
+    <message>
+        <source>No frame came for up to %1 s, %2 s in all. Triggers may be missing, or the camera or its link may have stopped.</source>
+        <translation>最长 %1 s 没有收到帧，总计 %2 s。可能缺少触发，或相机或其链路已停止。</translation>
+    </message>
 </context>
 </TS>

@@ -12,8 +12,9 @@
 class MeasurementBench
 {
 public:
-    explicit MeasurementBench(const sim::CameraScenario& scenario = {}, qint32 mode = MeasModeDataThroughput)
-        : camera(std::make_shared<sim::HandDrivenCamera>(scenario))
+    explicit MeasurementBench(const sim::CameraScenario& scenario = {}, qint32 mode = MeasModeDataThroughput,
+                              std::shared_ptr<sim::SharedLink> link = nullptr)
+        : camera(std::make_shared<sim::HandDrivenCamera>(scenario, std::move(link)))
     {
         camera->setGated(true);
         data.measMode = mode;

@@ -2,6 +2,7 @@
 // Gathers the figures of a run for the diagnosis.
 #include "Causes.h"
 
+#include "Figures.h"
 #include "TimeMath.h"
 
 namespace {
@@ -17,19 +18,11 @@ void addHistory(DiagnosisInput& input, const List& kept)
 
 } // namespace
 
-DiagnosisInput diagnosisInput(const MeasuredCamera& camera, const LinkTable& links)
+DiagnosisInput diagnosisInput(const CxCameraLineData& record, const RunTotals& run)
 {
-    const CxCameraLineData& record = camera.record();
     DiagnosisInput input;
-    input.run = record.runTotals();
-    if (const LinkTotals* link = links.find(camera.link()))
-        input.link = LinkUse{link->name,
-                             link->rate,
-                             link->delivered().value_or(0.0),
-                             link->cameras,
-                             input.run.deliveredThroughput().value_or(0.0),
-                             link->busiest};
-    input.driftPpm = camera.clockDriftPpm();
+    input.run = run;
+    input.driftPpm = record.clockDriftPpm();
     const bool throughput = record.measMode == MeasModeDataThroughput;
     if (!throughput)
         input.counters = counterDifferences(record);
@@ -42,5 +35,18 @@ DiagnosisInput diagnosisInput(const MeasuredCamera& camera, const LinkTable& lin
         addHistory(input, record.frameList);
     else
         addHistory(input, record.counterSampleList);
+    return input;
+}
+
+DiagnosisInput diagnosisInput(const MeasuredCamera& camera, const LinkTable& links)
+{
+    DiagnosisInput input = diagnosisInput(camera.record(), camera.record().runTotals());
+    if (const LinkTotals* link = links.find(camera.link()))
+        input.link = LinkUse{link->name,
+                             link->rate,
+                             link->delivered().value_or(0.0),
+                             link->cameras,
+                             input.run.deliveredThroughput().value_or(0.0),
+                             link->busiest};
     return input;
 }

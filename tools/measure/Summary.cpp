@@ -49,7 +49,7 @@ QStringList reminders(const CameraSummary& camera)
     };
     const double longestS = seconds("longestGapMs");
     const double silentS = seconds("silentMs");
-    if (camera.verdict.seesSilence() || std::max(longestS, silentS) * 1e3 <= silenceMs)
+    if (camera.verdict.seesSilence() || silentS * 1e3 <= silenceMs)
         return {};
     return {QStringLiteral("sent nothing for up to %1 s, %2 s in all, and no limit judges that (--max-gap, "
                            "--min-delivered or --min-fps would)")

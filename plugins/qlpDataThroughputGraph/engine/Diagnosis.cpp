@@ -2,6 +2,7 @@
 // The rules, one by one.
 #include "Diagnosis.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <QtCore/QCoreApplication>
@@ -10,6 +11,8 @@ namespace {
 
 using Kind = Finding::Kind;
 
+constexpr double longSilenceS = 1.0;
+constexpr double silentFrames = 3.0;  ///< mean frame times that a silence is longer than
 constexpr double stallShare = 0.5;    ///< a block at less than this share of the required throughput is a stall
 constexpr double fullShare = 0.9;     ///< of its rate, from which on a link is full
 constexpr double largeDriftPpm = 100; ///< quartz clocks keep within this
@@ -29,6 +32,7 @@ public:
 
     std::vector<Finding> findings()
     {
+        lookAtTime();
         lookAtLink();
         lookAtBuffer();
         lookAtLosses();
@@ -59,6 +63,22 @@ private:
     void add(Kind kind, const QString& sentence, std::vector<NamedFigure> figures)
     {
         found.push_back({kind, sentence, std::move(figures)});
+    }
+
+    void lookAtTime()
+    {
+        const double longestS = static_cast<double>(in.run.longestGapUs) / 1e6;
+        const double silentS = static_cast<double>(in.run.silentUs) / 1e6;
+        // The first gap of a slow camera counts as silence, as nothing tells yet how slow it is.
+        const double flowedS = static_cast<double>(in.run.elapsedUs) / 1e6 - silentS;
+        const double frameS = in.run.frames > 0 ? flowedS / static_cast<double>(in.run.frames) : 0.0;
+        if (std::min(longestS, silentS) > longSilenceS && longestS > silentFrames * frameS)
+            add(Kind::Silence,
+                tr("No frame came for up to %1 s, %2 s in all. Triggers may be missing, or the camera or its link "
+                   "may "
+                   "have stopped.")
+                    .arg(rounded(longestS), rounded(silentS)),
+                {{"longestGapMs", longestS * 1e3, "ms"}, {"silentMs", silentS * 1e3, "ms"}});
     }
 
     void lookAtLink()
@@ -188,6 +208,8 @@ private:
 const char* findingName(Kind kind)
 {
     switch (kind) {
+    case Kind::Silence:
+        return "silence";
     case Kind::LinkTooSlow:
         return "linkTooSlow";
     case Kind::SharedLink:

@@ -49,6 +49,7 @@ struct Finding
 {
     enum class Kind
     {
+        Silence,            ///< nothing came for a while
         LinkTooSlow,        ///< the sensor asks for more than the link gives
         SharedLink,         ///< cameras share a link that others fill
         StallsHeld,         ///< the link has short stalls, which the buffer holds
