@@ -19,6 +19,7 @@ install(FILES
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/host/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kestrova)
 
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/scenarios DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrova)
+install(DIRECTORY packaging/fleet DESTINATION ${CMAKE_INSTALL_DATADIR}/kestrova)
 install(FILES docs/man/kestrova.1 docs/man/kestrova-measure.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES packaging/example.kestrova.Kestrova.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES packaging/example.kestrova.Kestrova.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
 # What must hold before a change is done: format, warnings and clang-tidy, tests under sanitizers, races, memory,
-# load, fuzzing, soak.
-#   scripts/check.sh [STEP...]    steps: format warnings tidy asan races memory load fuzz soak; all without arguments
+# load, fuzzing, a fleet under Prometheus, soak.
+#   scripts/check.sh [STEP...]    steps: format warnings tidy asan races memory load fuzz fleet soak; all without arguments
 # clang-tidy looks at what has changed since $CHECK_BASE, by default since the upstream branch, else at all.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -85,6 +85,19 @@ step_fuzz() {
     -dict=tests/fuzz/scenario.dict -artifact_prefix=build/fuzz/ build/fuzz/corpus tests/fuzz/corpus scenarios
 }
 
+# Debian's Prometheus is unpacked where it is not installed: its package starts a service.
+step_fleet() {
+  local tools=$PWD/build/prometheus
+  PATH=$PATH:$tools/usr/bin
+  if ! command -v prometheus promtool >/dev/null; then
+    mkdir -p "$tools"
+    (cd "$tools" && apt-get download -qq prometheus && dpkg-deb -x prometheus_*.deb . && rm prometheus_*.deb)
+  fi
+  cmake --preset release >/dev/null
+  cmake --build --preset release --target kestrova-measure
+  tests/fleet/fleet.sh build/release/bin/kestrova-measure
+}
+
 # Ten minutes of starting, stopping and fidgeting; QTEST_FUNCTION_TIMEOUT is in milliseconds.
 step_soak() {
   cmake --preset release >/dev/null
@@ -92,7 +105,7 @@ step_soak() {
   QTEST_FUNCTION_TIMEOUT=1200000 KESTROVA_SOAK_SECONDS=600 scripts/with-display.sh build/release/bin/tst_soak
 }
 
-[ $# -gt 0 ] || set -- format warnings tidy asan races memory load fuzz soak
+[ $# -gt 0 ] || set -- format warnings tidy asan races memory load fuzz fleet soak
 for step in "$@"; do
   echo "== $step"
   "step_$step"

@@ -22,7 +22,7 @@ cmake --install "$build" --prefix "$prefix" >"$work/install.log" || fail "$(cat 
 
 for file in share/man/man1/kestrova{,-measure}.1 share/applications/example.kestrova.Kestrova.desktop \
   share/metainfo/example.kestrova.Kestrova.metainfo.xml share/icons/hicolor/scalable/apps/kestrova.svg \
-  share/kestrova/scenarios/default.json; do
+  share/kestrova/scenarios/default.json share/kestrova/fleet/kestrova-measure.service; do
   [ -s "$prefix/$file" ] || fail "$file is not installed"
 done
 desktop-file-validate "$prefix"/share/applications/*.desktop

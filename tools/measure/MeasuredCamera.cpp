@@ -73,6 +73,7 @@ Stretch MeasuredCamera::takeTick()
     const double endS = elapsedS();
     const double beginS = std::exchange(tickEndS, endS);
     ticks += totals;
+    untilTick += totals;
     return stretch(beginS, endS, totals);
 }
 
@@ -97,17 +98,20 @@ Stretch MeasuredCamera::stretch(double beginS, double endS, const RunTotals& tot
     return {endS, endS - beginS, figures(totals), totals.bytes, totals.elapsedUs};
 }
 
-Figures MeasuredCamera::presentState() const
+Figures MeasuredCamera::figuresUntilTick() const
 {
-    const qint32 required = data.requiredThroughput;
-    const RunTotals totals = data.runTotals();
-    const auto gapMs = static_cast<double>(totals.presentGapUs) / 1000.0;
-    return {
+    const qint32 required = data.measMode == MeasModeDataThroughput ? data.requiredThroughput.load() : 0;
+    const auto gapMs = static_cast<double>(untilTick.presentGapUs) / 1000.0;
+    Figures all = figures(untilTick);
+    const Figures more{
         {"measuring", nullptr, 0, isRunning() ? 1.0 : 0.0},
         {"presentGapMs", nullptr, 1, isRunning() ? std::optional<double>(gapMs) : std::nullopt},
         {"requiredThroughputMBps", nullptr, 0, required > 0 ? std::optional<double>(required) : std::nullopt},
-        {"receivedBytes", nullptr, 0, static_cast<double>(totals.bytes)},
+        {"linkRateMBps", nullptr, 0, cameraLink.rate},
+        {"receivedBytes", nullptr, 0, static_cast<double>(untilTick.bytes)},
     };
+    all.insert(all.end(), more.begin(), more.end());
+    return all;
 }
 
 Figures MeasuredCamera::figures(const RunTotals& totals) const

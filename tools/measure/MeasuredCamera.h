@@ -63,8 +63,9 @@ public:
     void judge();
     /// As of the last look.
     const Verdict& verdict() const { return runVerdict; }
-    /// What has no place in lines: whether it measures, its present silence, required throughput, bytes received.
-    Figures presentState() const;
+    /// The run up to the last tick, and what has no place in lines: whether it measures, its present silence, the
+    /// required throughput, the link's rate, the bytes received.
+    Figures figuresUntilTick() const;
     std::optional<double> clockDriftPpm() const { return data.clockDriftPpm(); }
 
 private:
@@ -80,6 +81,7 @@ private:
     Verdict runVerdict;
     double tickEndS = 0.0;          ///< of the last one
     RunTotals ticks;                ///< since the last interval
+    RunTotals untilTick;            ///< the run up to the last one
     double intervalEndS = 0.0;      ///< of the last one
     std::optional<double> endedAtS; ///< of a measurement that is over
     bool started = false;

@@ -21,11 +21,8 @@ std::string oneLine(const QString& text)
 CameraMetrics cameraMetrics(const MeasuredCamera& camera)
 {
     const SxCameraInfo& info = camera.info();
-    CameraMetrics metrics{oneLine(info.customId.isEmpty() ? info.name : info.customId), oneLine(info.id), {}, {}};
-    metrics.figures = camera.wholeRun().figures;
-    for (const Figure& figure : camera.presentState())
-        metrics.figures.push_back(figure);
-    return metrics;
+    return {oneLine(info.customId.isEmpty() ? info.name : info.customId), oneLine(info.id),
+            oneLine(camera.link().name), camera.figuresUntilTick()};
 }
 
 } // namespace
@@ -39,6 +36,8 @@ const std::vector<MetricName>& metricNames()
          seconds},
         {"requiredThroughputMBps", "kestrova_required_throughput_bytes_per_second",
          "What the sensor asks of the link, by the user or the camera.", false, bytesPerSecond},
+        {"linkRateMBps", "kestrova_link_rate_bytes_per_second", "What the camera's link can carry, for all on it.",
+         false, bytesPerSecond},
         {"frames", "kestrova_frames_total", "Frames received.", true, count},
         {"missingFrames", "kestrova_missing_frames_total", "Gaps of the frame number.", true, count},
         {"skippedFrames", "kestrova_unevaluated_frames_total",
