@@ -140,7 +140,7 @@ private Q_SLOTS:
 private:
     QString fileWith(const QString& name, const QByteArray& content)
     {
-        const QString place = directory.filePath(name + ".d");
+        QString place = directory.filePath(name + ".d");
         QDir().mkpath(place);
         writeFile(place + '/' + name, content);
         return place;

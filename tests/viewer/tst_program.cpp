@@ -104,9 +104,10 @@ private:
 
     void run(const QStringList& arguments)
     {
-        program->start(KESTROVA_PROGRAM, QStringList{"--settings", settingsFile(), "--plugin-dir",
-                                                     MODULES_DIR "/good", "--plugin-dir", "/no/such/directory"} +
-                                             arguments);
+        program->start(KESTROVA_PROGRAM,
+                       QStringList{"--settings", settingsFile(), "--plugin-dir", QString(MODULES_DIR) + "/good",
+                                   "--plugin-dir", "/no/such/directory"} +
+                           arguments);
         QVERIFY(program->waitForStarted());
     }
 

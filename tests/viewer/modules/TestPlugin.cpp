@@ -65,9 +65,10 @@ public:
     {
         note(QStringLiteral("init"));
         IxAppDelegate::instance()->addPluginWidget(new TestWidget, 8, 12, false);
-        if (TEST_INIT == Throws)
+        constexpr Init result = TEST_INIT;
+        if (result == Throws)
             throw std::runtime_error("no luck");
-        return TEST_INIT == Works;
+        return result == Works;
     }
     void finish() override { note(QStringLiteral("finish")); }
     void loadSettings(QSettings& settings) override
