@@ -92,7 +92,7 @@ private Q_SLOTS:
     /// Torn off after every byte, and changed at every one; now and then the whole viewer begins with it.
     void viewerTakesAnyFile()
     {
-        constexpr int viewerEvery = 20;
+        constexpr int viewerEvery = 100;
         QFile::remove(settingsFile);
         checkViewer();
         const QByteArray whole = readFile(settingsFile);

@@ -157,6 +157,7 @@ private Q_SLOTS:
         desk.devices[0]->comeBack(); // sends nothing until it is started again
         QTRY_VERIFY(desk.lines().constLast().contains("is back"));
         QVERIFY(after(7s).startsWith("silent 7 s"));
+        QVERIFY(after(1s).startsWith("measuring"));
         desk.takeOvers.setTakenOver(desk.camera(), false);
         after(9s); // nobody watches it any more
         QVERIFY(desk.lines().constLast().contains("given back"));
