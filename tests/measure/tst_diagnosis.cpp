@@ -100,7 +100,7 @@ QStringList truth(const Run& run, const sim::Ledger& ledger, const sim::CameraSc
     const bool enough = throughputs / static_cast<double>(frames) >= required;
     const bool held = highest <= scenario.bufferBytes;
     add(!enough, run.event == Run::Neighbour ? "sharedLink" : "linkTooSlow");
-    add(enough && held && slowestUs > 2.0 * period / required, "stallsHeld");
+    add(enough && held && slowestUs > 2.0 * period / required && highest > 0.01 * scenario.bufferBytes, "stallsHeld");
     add(enough && !held, "stallsNotHeld");
     add(any(sim::Fate::TransportLost) || any(sim::Fate::ApiLost), "framesMissing");
     add(std::abs(scenario.faults.driftPpm) > 100.0, "clockDrift");
@@ -159,8 +159,9 @@ private Q_SLOTS:
         const std::vector<Run> runs{
             {blocks, link(300.0, 0.0), "linkTooSlow"},
             {blocks, link(390.0, 0.0), ""},
-            {blocks, link(500.0, 200.0), "stallsHeld"},
-            {blocks, link(500.0, 8.0), ""},
+            {blocks, link(500.0, 300.0), "stallsHeld"},
+            {blocks, link(500.0, 100.0), ""},
+            {blocks, smallBuffer(8.0), ""},
             {blocks, smallBuffer(200.0), "stallsNotHeld"},
             {blocks, smallBuffer(150.0), "stallsHeld"},
             {blocks, link(400.0, 0.0), "sharedLink", Run::Neighbour},
@@ -168,7 +169,7 @@ private Q_SLOTS:
             {blocks, loss(0.1), "framesMissing"},
             {blocks, drift(150.0), "clockDrift", Run::None, 1000000, 800},
             {blocks, drift(-90.0), "", Run::None, 1000000, 800},
-            {blocks, link(500.0, 200.0), "stallsHeld historyTooShort", Run::None, 1000},
+            {blocks, link(500.0, 300.0), "stallsHeld historyTooShort", Run::None, 1000},
             {blocks, link(500.0, 0.0), "", Run::None, 1000},
             {blocks, [](sim::CameraScenario& slow) { slow.link.frameGapUs = 2e6; }, ""},
             {blocks, silence(1200.0), "silence"},

@@ -20,7 +20,9 @@ const char* const scenario = R"({ "links": [{"name": "switch", "rate": 50}], "ca
       "link": "switch" },
     { "name": "Stubborn", "id": "3", "faults": {"refuse": [{"call": "start"}]} },
     { "name": "Goes", "id": "4", "faults": {"loss": [{"atMs": 300, "forMs": 0}]} },
-    { "name": "Mute", "id": "5", "faults": {"noImage": [{"atMs": 0, "forMs": 100000}]} } ] })";
+    { "name": "Mute", "id": "5", "faults": {"noImage": [{"atMs": 0, "forMs": 100000}]} },
+    { "name": "Pauses", "id": "6", "link": {"rate": 20}, "transportSpeed": 10,
+      "faults": {"noImage": [{"atMs": 200, "forMs": 1300}]} } ] })";
 
 /// Cameras that break one limit and no other, and others that come near to it.
 struct LimitedRun
@@ -78,6 +80,7 @@ private:
     QTemporaryDir folder;
     QProcess lostCamera; ///< Waits for images last seconds: these two begin before the other tests.
     QProcess muteCamera;
+    QProcess pausingCamera;
     QProcess limitedThroughput;
     QProcess limitedCounters;
 
@@ -121,6 +124,7 @@ private Q_SLOTS:
         start(limitedCounters, countersRun);
         start(lostCamera, "--camera 4");
         start(muteCamera, "--camera 5 --duration 300ms");
+        start(pausingCamera, "--camera 6 --duration 2s --min-average 15 --min-throughput 5 --max-overflows 0");
     }
 
     void exitCodes_data()
@@ -129,7 +133,7 @@ private Q_SLOTS:
         const char* const plain = "exec %1";
         row("help", "--min-average x --help", plain, 0, "--max-overflows", "");
         row("version", "--version", plain, 0, "^kestrova-measure \\d+\\.\\d+\\.\\d+\n$", "");
-        row("list", "--list", plain, 0, "^1 +Good\n2 +Plain\n3 +Stubborn\n4 +Goes\n5 +Mute\n$", "");
+        row("list", "--list", plain, 0, "^1 +Good\n2 +Plain\n3 +Stubborn\n4 +Goes\n5 +Mute\n6 +Pauses\n$", "");
         row("within limits", "--camera 1 --duration 300ms --min-average 1 --max-level 50 --max-overflows 0", plain, 0,
             "(?s)limit kept: --max-level 50: .*Good \\(1\\): PASS\n.*Run: PASS\n$", "");
         row("counters", "--camera 1 --duration 300ms --mode counters --max-skips 0", plain, 0, "(?s)skips.*Run: PASS",
@@ -301,6 +305,8 @@ private Q_SLOTS:
                     QCOMPARE(judged["kept"].toBool(), judged["brokenAt"].isNull());
                 }
                 QCOMPARE(broken == "inside" ? "inside " + limit : broken, camera["id"].toString());
+                const bool silent = camera["findings"][0]["kind"].toString() == "silence";
+                QCOMPARE(silent, camera["id"].toString() == "breaks max-gap");
                 QCOMPARE(camera["verdict"].toString(), QString(broken == "inside" ? "PASS" : "FAIL"));
             }
         }
@@ -313,6 +319,9 @@ private Q_SLOTS:
         QVERIFY(lostCamera.readAllStandardError().contains("was lost"));
         QCOMPARE(exitCode(muteCamera), 3);
         QVERIFY(muteCamera.readAllStandardOutput().contains("Mute (5): sent no frame"));
+        QCOMPARE(exitCode(pausingCamera), 0); // no limit of these sees it
+        const QByteArray text = pausingCamera.readAllStandardOutput();
+        QVERIFY2(text.contains("Pauses (6): sent nothing for up to 1.") && text.endsWith("Run: PASS\n"), text);
     }
 };
 

@@ -77,8 +77,12 @@ public:
                 writeLine(QStringLiteral("%1: %2").arg(title, limitLine(limit, camera)));
             for (const QString& reminder : reminders(camera))
                 writeLine(QStringLiteral("%1: %2").arg(title, reminder));
+            const bool failed = outcomeOf(camera) == Outcome::Fail;
             for (const Finding& finding : camera.findings)
-                writeLine(singleLine(QStringLiteral("%1: possible cause: %2").arg(title, finding.sentence)));
+                writeLine(
+                    singleLine(QStringLiteral("%1: %2: %3")
+                                   .arg(title, failed ? QStringLiteral("possible cause") : QStringLiteral("noticed"),
+                                        finding.sentence)));
             writeLine(QStringLiteral("%1: %2").arg(title, outcomeText(outcomeOf(camera))));
         }
         if (summary.log && summary.log->lostLines() > 0)

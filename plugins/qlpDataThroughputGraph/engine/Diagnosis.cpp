@@ -14,6 +14,7 @@ using Kind = Finding::Kind;
 constexpr double longSilenceS = 1.0;
 constexpr double silentFrames = 3.0;  ///< mean frame times that a silence is longer than
 constexpr double stallShare = 0.5;    ///< a block at less than this share of the required throughput is a stall
+constexpr double stallLevel = 1.0;    ///< percent of the buffer that it fills at least
 constexpr double fullShare = 0.9;     ///< of its rate, from which on a link is full
 constexpr double largeDriftPpm = 100; ///< quartz clocks keep within this
 
@@ -126,7 +127,7 @@ private:
                    "overflowed it, though the average is enough. The slowest block took %2 ms.")
                     .arg(QString::number(run.overflows), rounded(longestBlockMs, 2)),
                 figures);
-        else if (slowest < stallShare * *in.required)
+        else if (slowest < stallShare * *in.required && run.maxBufferLevel >= stallLevel)
             add(Kind::StallsHeld,
                 tr("The link has short stalls, which the camera's buffer holds: the slowest block took %1 ms, "
                    "the buffer was filled to %2 %.")
