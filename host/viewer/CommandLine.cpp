@@ -3,6 +3,7 @@
 #include "CommandLine.h"
 
 #include <QtCore/QCommandLineParser>
+#include <QtCore/QRegularExpression>
 
 #include "NumberText.h"
 
@@ -50,6 +51,9 @@ CommandLine CommandLine::parse(const QStringList& arguments)
         QStringLiteral("quit-after"),
         QStringLiteral("Quit after this time, for example 10s; units are ms, s, min, h and d."),
         QStringLiteral("TIME"));
+    const QCommandLineOption windowSize(QStringLiteral("window-size"),
+                                        QStringLiteral("Size of the window in pixels, for example 1280x800."),
+                                        QStringLiteral("WIDTHxHEIGHT"));
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
                                         QStringLiteral("Save a picture of the whole window just before quitting."),
                                         QStringLiteral("FILE.png"));
@@ -57,7 +61,7 @@ CommandLine CommandLine::parse(const QStringList& arguments)
     parser.setApplicationDescription(QStringLiteral("Camera viewer with a data throughput measurement."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    parser.addOptions({cameras, open, pluginDir, settings, language, start, quitAfter, screenshot});
+    parser.addOptions({cameras, open, pluginDir, settings, language, start, quitAfter, windowSize, screenshot});
 
     if (!parser.parse(arguments))
         return wrongUsage(parser.errorText());
@@ -88,6 +92,14 @@ CommandLine CommandLine::parse(const QStringList& arguments)
         if (!options.quitAfter)
             return wrongUsage(
                 QStringLiteral("--quit-after: \"%1\" is not %2").arg(parser.value(quitAfter), timeDescription));
+    }
+    if (parser.isSet(windowSize)) {
+        const auto size =
+            QRegularExpression(QStringLiteral("^([1-9]\\d{0,4})x([1-9]\\d{0,4})$")).match(parser.value(windowSize));
+        if (!size.hasMatch())
+            return wrongUsage(
+                QStringLiteral("--window-size: \"%1\" is not like 1280x800").arg(parser.value(windowSize)));
+        options.windowSize = {size.captured(1).toInt(), size.captured(2).toInt()};
     }
     for (const auto& option : {cameras, open, pluginDir, settings, language, screenshot}) {
         if (parser.isSet(option) && parser.value(option).isEmpty())

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <optional>
 
+#include <QtCore/QSize>
 #include <QtCore/QStringList>
 
 /// What the user asked for.
@@ -19,6 +20,7 @@ struct ViewerOptions
     QString language;          ///< empty: by locale
     bool start = false;        ///< press "Start All"
     std::optional<std::chrono::milliseconds> quitAfter;
+    QSize windowSize;       ///< in pixels; invalid: as it was last
     QString screenshotFile; ///< empty: none
 };
 

@@ -87,6 +87,8 @@ QString Viewer::start()
     }
     loadSettings();
     saveTimer.start(saveIntervalMs);
+    if (viewerOptions.windowSize.isValid())
+        mainWindow->resize(viewerOptions.windowSize);
     mainWindow->show();
     if (viewerOptions.start)
         QTimer::singleShot(0, this, &Viewer::pressStartAll);

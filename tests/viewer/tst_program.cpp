@@ -33,6 +33,7 @@ private Q_SLOTS:
         row("value empty", false, {"--screenshot", ""}, 2, "screenshot");
         row("stray argument", false, {"--start", "now"}, 2, "now");
         row("no time", false, {"--quit-after", "0s"}, 2, "1ms to");
+        row("no size", false, {"--window-size", "1280x"}, 2, "like 1280x800");
         row("no display", false, {}, 1, "no display");
         row("no such file", true, {"--cameras", "/no/such/file.json"}, 2, "/no/such/file.json");
         row("no such camera", true, {"--open", "Nobody", "--open=none"}, 2, "Nobody");
