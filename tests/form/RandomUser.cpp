@@ -8,6 +8,10 @@ void RandomUser::act(const QWidget& form)
 {
     if (below(4) == 0)
         return actOn(form.findChild<QWidget*>(QStringLiteral("plot")));
+    if (below(8) == 0 && !QApplication::activeModalWidget()) { // else its keys are dead
+        const auto actions = form.actions();
+        return actions.at(below(actions.size()))->trigger();
+    }
     const auto widgets = form.findChildren<QWidget*>();
     auto* widget = widgets.at(below(widgets.size()));
     if (widget->window() != form.window())
@@ -19,6 +23,8 @@ void RandomUser::act(const QWidget& form)
         QTest::keyClick(edit, char('0' + below(10)));
     } else if (auto* formats = qobject_cast<QComboBox*>(widget)) {
         formats->setCurrentIndex(below(3));
+    } else if (auto* bar = qobject_cast<QScrollBar*>(widget)) {
+        bar->setValue(below(3));
     }
 }
 
@@ -27,10 +33,12 @@ void RandomUser::actOn(QWidget* plot)
     const QPoint at(below(400), below(300));
     if (below(2)) {
         QWheelEvent wheel(at, plot->mapToGlobal(at), {}, QPoint(0, below(2) ? 120 : -120), Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
+                          below(3) ? Qt::NoModifier : Qt::ControlModifier, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(plot, &wheel);
         return;
     }
+    if (below(4) == 0)
+        return QTest::mouseDClick(plot, Qt::LeftButton, {}, at);
     QTest::mousePress(plot, Qt::LeftButton, {}, at);
     QTest::mouseMove(plot, at + QPoint(below(200) - 100, 0));
     if (below(2)) // else it is still being dragged when the next event comes

@@ -181,6 +181,12 @@ private Q_SLOTS:
         bench.tick();
         QCOMPARE(bench.columnTexts(ThroughputColumn::AvgThroughput),
                  (QStringList{"2048", "1024", "682", "512", "409"})); // in view or not
+
+        for (const auto& [formHeight, tableHeight] : {std::pair{380, 127}, std::pair{1000, 155}}) {
+            bench.form->resize(700, formHeight);
+            QCoreApplication::processEvents();
+            QCOMPARE(bench.table()->height(), tableHeight); // room for two areas first
+        }
     }
 
     void timeRanges()

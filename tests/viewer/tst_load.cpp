@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr int answersWithinMs = 100;
+constexpr int answersWithinMs = 50;
 constexpr int framesPerSecond = 5;
 constexpr auto probeEvery = std::chrono::milliseconds(5);
 

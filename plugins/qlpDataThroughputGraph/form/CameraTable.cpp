@@ -55,6 +55,7 @@ void CxDataGraphForm::updateCameraList()
 {
     if (postponedEvents.postpone(PostponedEvents::CameraOpened))
         return;
+    tableMode = measMode;
     ui->table->clearContents();
     plotCheckBoxes.clear();
     ui->tablePlotCheck->clearContents();
@@ -219,8 +220,8 @@ void CxDataGraphForm::SetCameraTableHeader(int column, const QString& text, cons
     ui->table->setHorizontalHeaderItem(column, header);
 }
 
-/// The heading takes what the rows leave, a thin scroll bar included. Where the plot would not keep room for two areas
-/// the table scrolls, by whole rows.
+/// The heading takes what the rows leave, a thin scroll bar included. Where the plot would not keep room for two areas,
+/// or the buttons beside it for themselves, the table scrolls, by whole rows.
 void CxDataGraphForm::FixTableHeight()
 {
     if (measureColumn(measMode) < 0)
@@ -228,15 +229,20 @@ void CxDataGraphForm::FixTableHeight()
     const int rows = ui->table->rowCount();
     const bool standard = measMode == MeasModeStandardAcq;
     const int heading = standard ? 20 : 26;
+    const int wholeHeight = standard ? (rows + 1) * 25 : rows * 25 + 30;
+    const auto heightOf = [&](int shown) {
+        return shown >= rows ? wholeHeight : heading + shown * rowPixels + scrollBarPixels;
+    };
     const QMargins margins = ui->gridLayout->contentsMargins();
-    const int room = height() - margins.top() - margins.bottom() - ui->gridLayout->verticalSpacing() -
-                     2 * AreaPager::leastAreaPixels;
-    const int rowsWithRoom = std::max(leastRows, (room - heading - scrollBarPixels) / rowPixels);
+    const int below = std::max(2 * AreaPager::leastAreaPixels, ui->verticalLayout_2->minimumSize().height());
+    const int room = height() - margins.top() - margins.bottom() - ui->gridLayout->verticalSpacing() - below;
+    const int rowsWithRoom =
+        wholeHeight <= room ? rows : std::max(leastRows, (room - heading - scrollBarPixels) / rowPixels);
     ui->table->horizontalHeader()->setFixedHeight(heading);
-    ui->table->setVerticalScrollBarPolicy(rows > rowsWithRoom ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
-    ui->table->setFixedHeight(rows > rowsWithRoom ? heading + rowsWithRoom * rowPixels + scrollBarPixels
-                              : standard          ? (rows + 1) * 25
-                                                  : rows * 25 + 30);
+    ui->table->setVerticalScrollBarPolicy(rowsWithRoom < rows ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+    ui->table->setFixedHeight(heightOf(rowsWithRoom));
+    dispensableHeight = ui->table->height() - heightOf(leastRows);
+    updateGeometry();
 }
 
 void CxDataGraphForm::updateCameraListRow(VNCORE_HANDLE hCam)

@@ -80,7 +80,8 @@ void CxDataGraphForm::SetLook()
     look::limitFont(this);
     ui->plot->setBackground(look::background);
     ui->gridLayout->setContentsMargins(formMargin, formMargin, formMargin, formMargin);
-    ui->gridLayout->setRowStretch(1, 1); // the plot takes what the table leaves
+    ui->gridLayout->setSizeConstraint(QLayout::SetNoConstraint); // the present height of the table would hold it
+    ui->gridLayout->setRowStretch(1, 1);                         // the plot takes what the table leaves
     ui->gridLayout->setAlignment(ui->verticalLayout, Qt::AlignTop);
     ui->gridLayout->setAlignment(ui->table, Qt::AlignTop);
     ui->plot->plotLayout()->setRowSpacing(plotAreaSpacing);
@@ -196,6 +197,12 @@ bool CxDataGraphForm::eventFilter(QObject* watched, QEvent* event)
         break;
     }
     return QWidget::eventFilter(watched, event);
+}
+
+QSize CxDataGraphForm::minimumSizeHint() const
+{
+    const QSize present = QWidget::minimumSizeHint();
+    return {present.width(), present.height() - dispensableHeight};
 }
 
 void CxDataGraphForm::resizeEvent(QResizeEvent* event)

@@ -48,6 +48,9 @@ public:
     explicit CxDataGraphForm(QWidget* parent = nullptr);
     ~CxDataGraphForm() override;
 
+    /// Whatever the present height of the table, which gives way.
+    QSize minimumSizeHint() const override;
+
     /// Both are called inside the plug-in's settings group.
     void loadSettings(QSettings& settings);
     void saveSettings(QSettings& settings) const;
@@ -229,6 +232,8 @@ private:
     std::optional<qint64> curvesTime;                       ///< the referenceTime of what is drawn, if anything is
     QTimer lateReplot; ///< unless something else replots first, as a plot does that is dragged or zoomed
     QCPMarginGroup* timeAxisMargins; ///< lines up the time axes of all areas; the plot owns it
+    int tableMode = 0;               ///< the measMode for which the table was built
+    int dispensableHeight = 0;       ///< pixels by which the table can become lower
     bool unitCaptions = false;       ///< updateColumnNames() has been asked for: rebuilds keep the units
     bool plotDragged = false;        ///< a mouse button went down on the plot and has not come up
     bool replotPending = false;      ///< the plot could not be seen when it should have been replotted

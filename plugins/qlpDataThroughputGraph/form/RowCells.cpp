@@ -191,9 +191,10 @@ YAxisScalingCell YAxisScalingCell::build(VNCORE_HANDLE hCam, QObject* validatorO
     layOut(cell.container);
     cell.automatic = add<QCheckBox>(cell.container, hCam);
     cell.automatic->setChecked(true);
-    for (QLineEdit** edit : {&cell.minimum, &cell.maximum}) {
+    for (const auto& [edit, text] :
+         {std::pair{&cell.minimum, "0"}, std::pair{&cell.maximum, "1000"}}) { // as the axis
         *edit = addEdit(cell.container, hCam, validatorOwner);
-        (*edit)->setText(QStringLiteral("0"));
+        (*edit)->setText(QLatin1String(text));
         (*edit)->setFixedSize(scaleEditSize);
         (*edit)->setEnabled(false);
     }

@@ -12,19 +12,18 @@ void CxDataGraphForm::on_btnSetup_clicked()
     if (postponedEvents.isHeld())
         return;
     const int formerPeriod = samplePeriod;
-    const int formerMode = measMode;
     if (CxDataGraphSetupDlg(this, parentWidget()).exec() != QDialog::Accepted)
         return;
 
     if (IsAnyMeasuring()) { // started by a program while the dialog was open: its samples must stay
         samplePeriod = formerPeriod;
-        measMode = formerMode;
+        measMode = tableMode;
     }
     if (samplePeriod != formerPeriod) {
         for (CxCameraLineData* record : qAsConst(lineDataMap))
             record->clearData();
     }
-    if (measMode != formerMode) {
+    if (measMode != tableMode) { // which may have changed, too, while the dialog was open
         for (CxCameraLineData* record : qAsConst(lineDataMap)) {
             record->clearData();
             record->measMode = measMode;
