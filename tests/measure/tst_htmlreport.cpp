@@ -17,6 +17,7 @@ HistoryColumn randomTick(Dice& dice, double beginS, double lengthS)
     tick.megabytes = static_cast<double>(dice.between(0, 400));
     tick.missingFrames = dice.oneIn(500) ? 3 : 0;
     tick.overflows = dice.oneIn(900) ? 1 : 0;
+    tick.skips = dice.oneIn(700) ? 2 : 0;
     tick.losses = dice.oneIn(3600) ? 1 : 0;
     tick.longestGapMs = static_cast<double>(dice.between(1, 50000));
     if (!dice.oneIn(10)) {
@@ -30,7 +31,7 @@ QByteArray text(const HistoryColumn& c)
 {
     const auto number = [](double value) { return QByteArray::number(value, 'g', 12) + ' '; };
     return number(c.beginS) + number(c.endS) + number(c.megabytes) + number(double(c.missingFrames)) +
-           number(double(c.overflows)) + number(double(c.losses)) + number(c.longestGapMs) +
+           number(double(c.overflows + c.skips)) + number(double(c.losses)) + number(c.longestGapMs) +
            number(c.minThroughput.value_or(-1)) + number(c.maxBufferLevel.value_or(-1)) + number(c.leastDelivered) +
            number(c.mostDelivered);
 }

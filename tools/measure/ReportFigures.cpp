@@ -21,10 +21,6 @@ constexpr FigureName figureNames[] = {
     {"framesPerSecond", "Frame rate", "1/s", nullptr},
     {"avgThroughputMBps", "Average while frames flow", "MB/s", nullptr},
     {"minThroughputMBps", "Lowest block throughput", "MB/s", "Lowest block"},
-    {"throughputP0_1MBps", "0.1 % of blocks at most", "MB/s", nullptr},
-    {"throughputP1MBps", "1 % of blocks at most", "MB/s", nullptr},
-    {"throughputP10MBps", "10 % of blocks at most", "MB/s", nullptr},
-    {"throughputP50MBps", "Half of the blocks at most", "MB/s", nullptr},
     {"maxBufferLevelPercent", "Highest buffer level", "%", "Level"},
     {"overflows", "Buffer overflows", "", "Overflows"},
     {"missingFrames", "Missing frames", "", "Missing"},
@@ -42,6 +38,17 @@ constexpr FigureName figureNames[] = {
     {"skippedFrames", "Frames without a block", "", nullptr},
     {"clockDriftPpm", "Camera's clock is fast by", "ppm", nullptr},
     {"failedWaits", "Failed image waits", "", nullptr},
+    {"throughputP0_1MBps", "0.1 % of blocks at most", "MB/s", nullptr},
+    {"throughputP1MBps", "1 % of blocks at most", "MB/s", nullptr},
+    {"throughputP10MBps", "10 % of blocks at most", "MB/s", nullptr},
+    {"throughputP50MBps", "Half of the blocks at most", "MB/s", nullptr},
+    {"linkDeliveredMBps", "Delivered by the link", "MB/s", nullptr},
+    {"linkRateMBps", "Rate of the link", "MB/s", nullptr},
+    {"busiestDeliveredMBps", "Busiest camera", "MB/s", nullptr},
+    {"requiredThroughputMBps", "Required", "MB/s", nullptr},
+    {"longestBlockMs", "Slowest block", "ms", nullptr},
+    {"keptS", "Kept", "s", nullptr},
+    {"runS", "Run", "s", nullptr},
 };
 
 bool same(const char* a, const char* b)

@@ -37,7 +37,12 @@ RunRecorder::RunRecorder(std::chrono::milliseconds tick) : tickS(static_cast<dou
 void RunRecorder::add(const MeasuredCamera& camera, const Stretch& tick)
 {
     Course& course = courses.try_emplace(&camera, Course{RunHistory(tickS)}).first->second;
-    course.history.add(column(tick));
+    HistoryColumn next = column(tick);
+    if (camera.record().measMode == MeasModeStandardAcq) {
+        next.overflows = course.overflows.step(countOf(tick.figures, "overflows"));
+        next.skips = course.skips.step(countOf(tick.figures, "skips"));
+    }
+    course.history.add(next);
 
     const double gapMs = figureValue(tick.figures, QStringLiteral("longestGapMs")).value_or(0.0);
     const bool anyFrame = countOf(tick.figures, "frames") > 0;

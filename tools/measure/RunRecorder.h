@@ -4,6 +4,7 @@
 #define KESTROVA_MEASURE_RUNRECORDER_H
 
 #include <map>
+#include <utility>
 
 #include "MeasuredCamera.h"
 #include "RunEvents.h"
@@ -27,9 +28,24 @@ public:
     const RunEvents& events() const { return allEvents; }
 
 private:
+    /// A counter of the camera, which a tick tells as what it has become since the start.
+    class RunningCount
+    {
+    public:
+        quint64 step(quint64 now)
+        {
+            const quint64 before = std::exchange(last, now);
+            return now > before ? now - before : 0; // a camera that starts anew counts anew
+        }
+
+    private:
+        quint64 last = 0;
+    };
     struct Course
     {
         RunHistory history;
+        RunningCount overflows{};
+        RunningCount skips{};
         bool silent = false;
     };
 

@@ -121,7 +121,7 @@ ReportFinding reportFinding(const Finding& finding)
 {
     ReportFinding shown{finding.sentence, {}};
     for (const NamedFigure& figure : finding.figures)
-        shown.figures.push_back({figureTitle(figure.key), groupedDigits(QString::number(figure.value, 'g', 6)),
+        shown.figures.push_back({figureTitle(figure.key), groupedDigits(QString::number(figure.value, 'g', 4)),
                                  QLatin1String(figure.unit), QString()});
     return shown;
 }
@@ -137,8 +137,13 @@ ReportCamera reportCamera(const CameraSummary& said, const MeasuredCamera& camer
     for (const LimitVerdict& limit : said.verdict.limits)
         shown.limits.push_back(reportLimit(limit, said.run.figures, shown.start));
     Figures figures = said.run.figures;
-    figures.push_back({"clockDriftPpm", nullptr, 1, said.clockDriftPpm});
-    shown.figures = reportFigures(figures, said.verdict);
+    if (said.clockDriftPpm)
+        figures.push_back({"clockDriftPpm", nullptr, 1, said.clockDriftPpm});
+    const auto quantiles = std::stable_partition(figures.begin(), figures.end(), [](const Figure& figure) {
+        return !QLatin1String(figure.key).startsWith(QLatin1String("throughputP"));
+    });
+    shown.quantiles = reportFigures({quantiles, figures.end()}, said.verdict);
+    shown.figures = reportFigures({figures.begin(), quantiles}, said.verdict);
     std::transform(said.findings.begin(), said.findings.end(), std::back_inserter(shown.findings), reportFinding);
     shown.course = recorder.course(camera);
     if (camera.record().measMode == MeasModeDataThroughput && said.requiredThroughput > 0)

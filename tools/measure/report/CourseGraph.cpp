@@ -50,8 +50,9 @@ public:
             [](const HistoryColumn& column) { return column.mostDelivered; });
         graph.line("delivered", [](const HistoryColumn& column) { return column.delivered(); });
         graph.line("lowest", [](const HistoryColumn& column) { return column.minThroughput; });
-        Markup keys = graphKey("i class=\"delivered\"", QStringLiteral("delivered, with its extremes")) +
-                      graphKey("i class=\"lowest\"", QStringLiteral("lowest of any block"));
+        Markup keys = graphKey("i class=\"delivered\"", QStringLiteral("delivered, with its extremes"));
+        if (any([](const HistoryColumn& column) { return column.minThroughput.has_value(); }))
+            keys += graphKey("i class=\"lowest\"", QStringLiteral("lowest of any block"));
         if (camera.required) {
             graph.level("required", *camera.required);
             keys += graphKey("i class=\"required\"", QStringLiteral("required %1").arg(*camera.required));
@@ -103,6 +104,12 @@ public:
                            element("div class=\"plot\"", graph.drawing()));
     }
 
+    template<typename Has>
+    bool any(Has has) const
+    {
+        return std::any_of(columns.begin(), columns.end(), has);
+    }
+
     Markup timeAxis() const { return graphTicks(times); }
 
 private:
@@ -118,11 +125,11 @@ Markup courseGraphs(const ReportCamera& camera)
     if (camera.course.empty())
         return {};
     const Panels panels(camera);
-    const auto any = [&camera](auto has) { return std::any_of(camera.course.begin(), camera.course.end(), has); };
     Markup all = panels.throughput();
-    if (any([](const HistoryColumn& column) { return column.maxBufferLevel.has_value(); }))
+    if (panels.any([](const HistoryColumn& column) { return column.maxBufferLevel.has_value(); }))
         all += panels.bufferLevel();
     all += panels.gaps() + panels.lane(QStringLiteral("Missing frames"), &HistoryColumn::missingFrames) +
+           panels.lane(QStringLiteral("Skipped frames"), &HistoryColumn::skips) +
            panels.lane(QStringLiteral("Buffer overflows"), &HistoryColumn::overflows) +
            panels.lane(QStringLiteral("Losses of the camera"), &HistoryColumn::losses) + panels.timeAxis();
     return element("div class=\"course\"", all);

@@ -145,13 +145,19 @@ Markup limitTable(const ReportCamera& camera)
                    element("table class=\"limits\"", element("thead", headings) + element("tbody", rows)));
 }
 
-Markup figureTiles(const ReportCamera& camera)
+Markup figureTiles(const std::vector<ReportFigure>& figures)
 {
     Markup tiles;
-    for (const ReportFigure& figure : camera.figures)
+    for (const ReportFigure& figure : figures)
         tiles += element(figure.broken ? "div class=\"broken\"" : "div",
                          element("dt", figure.title) + element("dd", figureValue(figure)));
-    return element("h3", QStringLiteral("Figures")) + element("dl class=\"tiles\"", tiles);
+    return element("dl class=\"tiles\"", tiles);
+}
+
+Markup distribution(const ReportCamera& camera)
+{
+    const Markup graph = distributionGraph(camera.distribution);
+    return graph.isEmpty() ? graph : graph + figureTiles(camera.quantiles);
 }
 
 Markup findings(const ReportCamera& camera)
@@ -175,9 +181,9 @@ Markup cameraSection(const ReportCamera& camera, int number)
     return numbered("<article id=\"camera-%1\">", number) +
            element("h2", badge(camera.outcome) + plain(camera.name)) +
            bullets("ul class=\"problems\"", camera.problems) + bullets("ul class=\"warnings\"", camera.warnings) +
-           limitTable(camera) + figureTiles(camera) + findings(camera) +
-           titled("Course of the run", courseGraphs(camera)) +
-           titled("Distribution", distributionGraph(camera.distribution)) + literal("</article>");
+           limitTable(camera) + titled("Figures", figureTiles(camera.figures)) + findings(camera) +
+           titled("Course of the run", courseGraphs(camera)) + titled("Distribution", distribution(camera)) +
+           literal("</article>");
 }
 
 Markup linkTable(const ReportContent& content)

@@ -66,6 +66,7 @@ td .badge { font-size: .75rem; margin: 0; }
 .behind span { display: inline-block; margin-right: 1.25rem; }
 .pair { display: grid; grid-template-columns: repeat(auto-fit, minmax(20rem, 1fr)); column-gap: 2.5rem; }
 .course { --gutter: 3.25rem; }
+.course + .tiles { margin-top: .75rem; }
 .panel { margin-bottom: .9rem; }
 figcaption { font-size: .87rem; color: var(--soft); margin-bottom: .3rem; padding-left: var(--gutter); }
 figcaption b { color: var(--ink); font-weight: 600; margin-right: 1rem; }

@@ -60,6 +60,7 @@ struct ReportCamera
     std::vector<ReportLimit> limits;
     std::vector<ReportFigure> figures;
     std::vector<ReportFinding> findings;
+    std::vector<ReportFigure> quantiles;      ///< of the distribution
     std::vector<ReportQuantile> distribution; ///< by ascending share; may be empty
     QDateTime start;                          ///< of its course, in local time
     std::vector<HistoryColumn> course;

@@ -38,6 +38,7 @@ HistoryColumn& HistoryColumn::operator+=(const HistoryColumn& later)
     megabytes += later.megabytes;
     missingFrames += later.missingFrames;
     overflows += later.overflows;
+    skips += later.skips;
     losses += later.losses;
     longestGapMs = std::max(longestGapMs, later.longestGapMs);
     merge(minThroughput, later.minThroughput, [](double a, double b) { return std::min(a, b); });

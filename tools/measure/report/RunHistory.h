@@ -16,6 +16,7 @@ struct HistoryColumn
     double megabytes = 0.0; ///< of all frames received; 1,000,000 bytes each
     quint64 missingFrames = 0;
     quint64 overflows = 0;
+    quint64 skips = 0;  ///< by the camera's counters
     quint64 losses = 0; ///< of the camera itself
     double longestGapMs = 0.0;
     std::optional<double> minThroughput;  ///< MB/s, of any block interval
