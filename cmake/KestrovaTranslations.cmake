@@ -2,7 +2,7 @@
 # The languages: translations/<part>_<language>.ts, compiled to where the programs look for them beside their own
 # folder, in the build as in an installation. After texts have changed, build the target `update-translations`, which
 # brings the .ts files up to date, and fill in what is new.
-set(kestrova_translated_kestrova host/app host/core host/gui host/viewer)
+set(kestrova_translated_kestrova host/app host/core host/devices host/gui host/viewer)
 set(kestrova_translated_qlpDataThroughputGraph plugins/qlpDataThroughputGraph)
 
 set(kestrova_ts_files)

@@ -2,6 +2,48 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>AravisCamera</name>
+    <message>
+        <source>&quot;%1&quot; is no address of a camera</source>
+        <translation>„%1“ ist keine Adresse einer Kamera</translation>
+    </message>
+    <message>
+        <source>no answer in time</source>
+        <translation>keine Antwort in der vorgesehenen Zeit</translation>
+    </message>
+    <message>
+        <source>a USB3 Vision camera&apos;s data have no times of arrival, which the throughput is measured by</source>
+        <translation>Daten einer USB3-Vision-Kamera haben keine Ankunftszeiten, an denen der Durchsatz gemessen wird</translation>
+    </message>
+    <message>
+        <source>Times of arrival</source>
+        <translation>Ankunftszeiten</translation>
+    </message>
+</context>
+<context>
+    <name>CameraConnection</name>
+    <message>
+        <source>no answer. Is the camera switched on, and is this its address?</source>
+        <translation>keine Antwort. Ist die Kamera eingeschaltet, und ist dies ihre Adresse?</translation>
+    </message>
+    <message>
+        <source>another program or computer has control of the camera</source>
+        <translation>ein anderes Programm oder ein anderer Rechner steuert die Kamera</translation>
+    </message>
+    <message>
+        <source>refused: %1</source>
+        <translation>abgelehnt: %1</translation>
+    </message>
+    <message>
+        <source>there is no way to this address. Is the network interface up?</source>
+        <translation>zu dieser Adresse führt kein Weg. Ist die Netzwerkschnittstelle aktiv?</translation>
+    </message>
+    <message>
+        <source>no camera with this serial number answers</source>
+        <translation>keine Kamera mit dieser Seriennummer antwortet</translation>
+    </message>
+</context>
+<context>
     <name>CameraDock</name>
     <message>
         <source>lost</source>
@@ -157,6 +199,13 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
     <message>
         <source>Save to file...</source>
         <translation>In Datei speichern...</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceFamilies</name>
+    <message>
+        <source>GigE Vision and USB3 Vision are not installed (package kestrova-aravis)</source>
+        <translation>GigE Vision und USB3 Vision sind nicht installiert (Paket kestrova-aravis)</translation>
     </message>
 </context>
 <context>
@@ -364,6 +413,10 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
         <source>&amp;4  Expert</source>
         <translation>&amp;4  Experte</translation>
     </message>
+    <message>
+        <source>&amp;Cameras</source>
+        <translation>&amp;Kameras</translation>
+    </message>
 </context>
 <context>
     <name>MessageQueue</name>
@@ -374,6 +427,29 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
     <message>
         <source>Thread %1, %2 line %3, %4</source>
         <translation>Thread %1, %2 Zeile %3, %4</translation>
+    </message>
+</context>
+<context>
+    <name>PacketTap</name>
+    <message>
+        <source>the times of arrival need the right to capture packets. As root: setcap cap_net_raw=ep %1</source>
+        <translation>die Ankunftszeiten brauchen das Recht, Pakete mitzulesen. Als root: setcap cap_net_raw=ep %1</translation>
+    </message>
+    <message>
+        <source>kestrova-tap failed in step %1: %2</source>
+        <translation>kestrova-tap ist in Schritt %1 gescheitert: %2</translation>
+    </message>
+    <message>
+        <source>kestrova-tap does not answer</source>
+        <translation>kestrova-tap antwortet nicht</translation>
+    </message>
+    <message>
+        <source>kestrova-tap ended at once</source>
+        <translation>kestrova-tap hat sich sofort beendet</translation>
+    </message>
+    <message>
+        <source>the program %1, which tells times of arrival, cannot be started</source>
+        <translation>das Programm %1, das Ankunftszeiten liefert, lässt sich nicht starten</translation>
     </message>
 </context>
 <context>
@@ -472,6 +548,45 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
     <message>
         <source>Caution</source>
         <translation>Vorsicht</translation>
+    </message>
+</context>
+<context>
+    <name>RealCameras</name>
+    <message>
+        <source>&amp;Search...</source>
+        <translation>&amp;Suchen...</translation>
+    </message>
+    <message>
+        <source>&amp;Add by address...</source>
+        <translation>Nach &amp;Adresse hinzufügen...</translation>
+    </message>
+    <message>
+        <source>Connecting to %1</source>
+        <translation>Verbinde mit %1</translation>
+    </message>
+    <message>
+        <source>Add a camera</source>
+        <translation>Kamera hinzufügen</translation>
+    </message>
+    <message>
+        <source>Address, such as gev:192.168.0.5 (GigE Vision) or usb:SERIAL (USB3 Vision):</source>
+        <translation>Adresse, etwa gev:192.168.0.5 (GigE Vision) oder usb:SERIENNUMMER (USB3 Vision):</translation>
+    </message>
+    <message>
+        <source>Searching for cameras on all networks and the USB</source>
+        <translation>Suche Kameras in allen Netzen und am USB</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>No camera answers.</source>
+        <translation>Keine Kamera antwortet.</translation>
+    </message>
+    <message>
+        <source>These cameras answer. Open one:</source>
+        <translation>Diese Kameras antworten. Zu öffnen ist:</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,48 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>AravisCamera</name>
+    <message>
+        <source>&quot;%1&quot; is no address of a camera</source>
+        <translation>“%1”不是相机地址</translation>
+    </message>
+    <message>
+        <source>no answer in time</source>
+        <translation>未及时应答</translation>
+    </message>
+    <message>
+        <source>a USB3 Vision camera&apos;s data have no times of arrival, which the throughput is measured by</source>
+        <translation>USB3 Vision 相机的数据没有到达时间，而吞吐量正是据此测量的</translation>
+    </message>
+    <message>
+        <source>Times of arrival</source>
+        <translation>到达时间</translation>
+    </message>
+</context>
+<context>
+    <name>CameraConnection</name>
+    <message>
+        <source>no answer. Is the camera switched on, and is this its address?</source>
+        <translation>没有应答。相机是否已通电，地址是否正确？</translation>
+    </message>
+    <message>
+        <source>another program or computer has control of the camera</source>
+        <translation>相机正由另一程序或计算机控制</translation>
+    </message>
+    <message>
+        <source>refused: %1</source>
+        <translation>被拒绝：%1</translation>
+    </message>
+    <message>
+        <source>there is no way to this address. Is the network interface up?</source>
+        <translation>没有通往此地址的路由。网络接口是否已启用？</translation>
+    </message>
+    <message>
+        <source>no camera with this serial number answers</source>
+        <translation>没有该序列号的相机应答</translation>
+    </message>
+</context>
+<context>
     <name>CameraDock</name>
     <message>
         <source>lost</source>
@@ -157,6 +199,13 @@ Enter or a double click opens a camera.</source>
     <message>
         <source>Save to file...</source>
         <translation>保存到文件...</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceFamilies</name>
+    <message>
+        <source>GigE Vision and USB3 Vision are not installed (package kestrova-aravis)</source>
+        <translation>未安装 GigE Vision 和 USB3 Vision 支持（软件包 kestrova-aravis）</translation>
     </message>
 </context>
 <context>
@@ -364,6 +413,10 @@ Enter or a double click opens a camera.</source>
         <source>&amp;4  Expert</source>
         <translation>&amp;4  专家</translation>
     </message>
+    <message>
+        <source>&amp;Cameras</source>
+        <translation>相机(&amp;C)</translation>
+    </message>
 </context>
 <context>
     <name>MessageQueue</name>
@@ -374,6 +427,29 @@ Enter or a double click opens a camera.</source>
     <message>
         <source>Thread %1, %2 line %3, %4</source>
         <translation>线程 %1，%2 第 %3 行，%4</translation>
+    </message>
+</context>
+<context>
+    <name>PacketTap</name>
+    <message>
+        <source>the times of arrival need the right to capture packets. As root: setcap cap_net_raw=ep %1</source>
+        <translation>获取到达时间需要抓包权限。请以 root 身份执行：setcap cap_net_raw=ep %1</translation>
+    </message>
+    <message>
+        <source>kestrova-tap failed in step %1: %2</source>
+        <translation>kestrova-tap 在第 %1 步失败：%2</translation>
+    </message>
+    <message>
+        <source>kestrova-tap does not answer</source>
+        <translation>kestrova-tap 没有应答</translation>
+    </message>
+    <message>
+        <source>kestrova-tap ended at once</source>
+        <translation>kestrova-tap 立即退出</translation>
+    </message>
+    <message>
+        <source>the program %1, which tells times of arrival, cannot be started</source>
+        <translation>无法启动提供到达时间的程序 %1</translation>
     </message>
 </context>
 <context>
@@ -472,6 +548,45 @@ Enter or a double click opens a camera.</source>
     <message>
         <source>Caution</source>
         <translation>注意</translation>
+    </message>
+</context>
+<context>
+    <name>RealCameras</name>
+    <message>
+        <source>&amp;Search...</source>
+        <translation>搜索(&amp;S)...</translation>
+    </message>
+    <message>
+        <source>&amp;Add by address...</source>
+        <translation>按地址添加(&amp;A)...</translation>
+    </message>
+    <message>
+        <source>Connecting to %1</source>
+        <translation>正在连接 %1</translation>
+    </message>
+    <message>
+        <source>Add a camera</source>
+        <translation>添加相机</translation>
+    </message>
+    <message>
+        <source>Address, such as gev:192.168.0.5 (GigE Vision) or usb:SERIAL (USB3 Vision):</source>
+        <translation>地址，例如 gev:192.168.0.5（GigE Vision）或 usb:序列号（USB3 Vision）：</translation>
+    </message>
+    <message>
+        <source>Searching for cameras on all networks and the USB</source>
+        <translation>正在所有网络和 USB 上搜索相机</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>搜索</translation>
+    </message>
+    <message>
+        <source>No camera answers.</source>
+        <translation>没有相机应答。</translation>
+    </message>
+    <message>
+        <source>These cameras answer. Open one:</source>
+        <translation>以下相机已应答。选择要打开的相机：</translation>
     </message>
 </context>
 <context>

@@ -33,9 +33,9 @@ CommandLine CommandLine::parse(const QStringList& arguments)
         QStringLiteral("cameras"), QStringLiteral("Simulate the cameras of this scenario."), QStringLiteral("FILE"));
     const QCommandLineOption open(
         QStringLiteral("open"),
-        QStringLiteral("Which cameras to open: \"all\" (default), \"none\", or a camera's name or "
-                       "ID; may be given several times."),
-        QStringLiteral("all|none|NAME|ID"));
+        QStringLiteral("Which cameras to open: \"all\" (default), \"none\", or a camera's name, ID or "
+                       "address; may be given several times."),
+        QStringLiteral("all|none|NAME|ID|ADDRESS"));
     const QCommandLineOption pluginDir(QStringLiteral("plugin-dir"),
                                        QStringLiteral("Also look for plug-ins here; may be given several times."),
                                        QStringLiteral("DIR"));

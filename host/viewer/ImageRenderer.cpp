@@ -10,9 +10,21 @@
 
 namespace {
 
+constexpr quint32 rgb8 = 0x02180014; ///< codes of the industry's naming convention, as a camera's own formats are
+constexpr quint32 bgr8 = 0x02180015;
+
+/// 0 if such pixels cannot be shown.
 quint64 bytesPerPixel(const VN_IMG& image)
 {
-    return image.dataFormat == VN_FRM_MONO8 ? 1 : 2;
+    const quint32 bits = image.dataFormat >> 16 & 0xff;
+    switch (image.dataFormat >> 24) {
+    case 0: // the host's own numbers
+        return image.dataFormat == VN_FRM_MONO8 ? 1 : 2;
+    case 1: // grey, or what is behind one of a pattern of colour filters
+        return bits == 8 || bits == 16 ? bits / 8 : 0;
+    default:
+        return image.dataFormat == rgb8 || image.dataFormat == bgr8 ? 3 : 0;
+    }
 }
 
 /// How far a two-byte pixel is shifted right to become a grey level.
@@ -27,17 +39,17 @@ int greyShift(const VN_IMG& image)
 
 QImage renderImage(const VN_IMG& image, QSize size)
 {
-    if (image.data == nullptr || image.width == 0 || image.height == 0 || size.isEmpty())
+    const quint64 pixelBytes = bytesPerPixel(image);
+    if (image.data == nullptr || image.width == 0 || image.height == 0 || size.isEmpty() || pixelBytes == 0)
         return {};
     constexpr quint32 longestSide = 1U << 30; // what a QSize can be scaled with
     const QSize source(int(std::min(image.width, longestSide)), int(std::min(image.height, longestSide)));
     const QSize target = source.scaled(size, Qt::KeepAspectRatio).expandedTo({1, 1});
-    QImage result(target, QImage::Format_Grayscale8);
+    QImage result(target, pixelBytes == 3 ? QImage::Format_RGB888 : QImage::Format_Grayscale8);
     if (result.isNull())
         return {};
     result.fill(0);
 
-    const quint64 pixelBytes = bytesPerPixel(image);
     const int shift = greyShift(image);
     const auto* data = static_cast<const uchar*>(image.data);
     std::vector<quint64> columns(size_t(target.width())); // byte offsets within a row
@@ -52,6 +64,11 @@ QImage renderImage(const VN_IMG& image, QSize size)
                 break;
             if (pixelBytes == 1) {
                 *line++ = data[offset];
+            } else if (pixelBytes == 3) {
+                const bool blueFirst = image.dataFormat == bgr8;
+                *line++ = data[offset + (blueFirst ? 2 : 0)];
+                *line++ = data[offset + 1];
+                *line++ = data[offset + (blueFirst ? 0 : 2)];
             } else {
                 quint16 value = 0;
                 std::memcpy(&value, data + offset, sizeof value);
@@ -72,6 +89,8 @@ QString imageFormatText(const VN_IMG& image)
     case VN_FRM_TRANSPORT_DATA:
         return QCoreApplication::translate("ImageView", "Transport data");
     default:
-        return QCoreApplication::translate("ImageView", "Format %1").arg(image.dataFormat);
+        return QCoreApplication::translate("ImageView", "Format %1")
+            .arg(image.dataFormat >> 24 == 0 ? QString::number(image.dataFormat)
+                                             : QStringLiteral("0x%1").arg(image.dataFormat, 8, 16, QLatin1Char('0')));
     }
 }

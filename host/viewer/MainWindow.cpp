@@ -105,6 +105,8 @@ void MainWindow::buildMenus(QDockWidget* cameras, QDockWidget* events)
     connect(detailLevels, &QActionGroup::triggered, this,
             [this](const QAction* action) { Q_EMIT detailLevelChosen(action->data().toInt()); });
 
+    cameraMenu = menuBar()->addMenu(tr("&Cameras"));
+
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&Plug-ins..."), this, &MainWindow::pluginListRequested);
     help->addAction(tr("&About Kestrova..."), this, &MainWindow::showAbout);

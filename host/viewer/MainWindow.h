@@ -23,6 +23,7 @@ public:
 
     /// Where further docks put what shows and hides them.
     QMenu& docksMenu() { return *viewMenu; }
+    QMenu& camerasMenu() { return *cameraMenu; }
 
     void setDetailLevel(int level);
 
@@ -50,6 +51,7 @@ private:
     QAction* showPicture = nullptr;
     QByteArray firstArrangement; ///< of docks as they were added
     QMenu* viewMenu = nullptr;
+    QMenu* cameraMenu = nullptr;
     QActionGroup* detailLevels = nullptr;
     QHash<const QObject*, double> shares; ///< of the window's height, for docks as they were last arranged
     int arrangedHeight = -1;              ///< of the window, when its docks were last arranged

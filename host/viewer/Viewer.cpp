@@ -3,6 +3,7 @@
 #include "Viewer.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include <QtCore/QDir>
@@ -21,6 +22,7 @@
 #include "PluginDocks.h"
 #include "PluginManager.h"
 #include "PluginsDialog.h"
+#include "RealCameras.h"
 #include "ViewerDelegate.h"
 
 namespace {
@@ -44,6 +46,7 @@ Viewer::Viewer(const ViewerOptions& options) : viewerOptions(options), settingsS
             });
     cameraEvents = std::make_unique<CameraEvents>(eventLog, takeOvers);
     mainWindow = std::make_unique<MainWindow>(takeOvers, eventLog);
+    realCameras = std::make_unique<RealCameras>(mainWindow->camerasMenu(), *mainWindow, eventLog);
     docks = std::make_unique<PluginDocks>(*mainWindow, mainWindow->docksMenu());
     delegate = std::make_unique<ViewerDelegate>(*docks, takeOvers);
     pluginManager = std::make_unique<PluginManager>(*docks);
@@ -108,6 +111,12 @@ QString Viewer::openCameras()
         known.push_back(registry.deviceInfo(registry.addDevice(device)));
     QStringList names = viewerOptions.camerasToOpen;
     names.removeAll(QStringLiteral("all"));
+    QStringList addresses;
+    std::copy_if(names.cbegin(), names.cend(), std::back_inserter(addresses), isDeviceAddress);
+    for (const QString& address : qAsConst(addresses)) {
+        names.removeAll(address);
+        realCameras->add(address);
+    }
     const Selection named = selectCameras(known, names);
     for (int device = 0; device < static_cast<int>(known.size()) && named.text.isEmpty(); ++device) {
         const bool wanted = viewerOptions.openAll ||
@@ -125,6 +134,7 @@ void Viewer::loadSettings()
     pluginManager->loadSettings(settings);
     settings.beginGroup(groupName);
     delegate->setLastDirectory(settings.value(directoryKey, delegate->lastDirectory()).toString());
+    realCameras->loadSettings(settings);
     delegate->setDetailLevel(settings.value(detailLevelKey, SxApplicationOptions().detailLevel).toInt());
     mainWindow->setDetailLevel(delegate->applicationOptions().detailLevel);
     mainWindow->restoreArrangement(settings);
@@ -138,6 +148,7 @@ void Viewer::saveSettings()
         settings.setValue(directoryKey, delegate->lastDirectory());
         settings.setValue(detailLevelKey, delegate->applicationOptions().detailLevel);
         mainWindow->saveArrangement(settings);
+        realCameras->saveSettings(settings);
         settings.endGroup();
         pluginManager->saveSettings(settings);
     });
@@ -175,8 +186,10 @@ void Viewer::shutDown()
     saveSettingsAtEnd();
     mainWindow->hide();
     pluginManager->finish();
+    realCameras.reset();
     CameraRegistry::instance().removeAllDevices();
     pluginManager->unload();
+    waitForClosedDevices();
 }
 
 void Viewer::leave()

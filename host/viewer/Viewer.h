@@ -18,6 +18,7 @@ class CameraEvents;
 class MainWindow;
 class PluginDocks;
 class PluginManager;
+class RealCameras;
 class ViewerDelegate;
 
 /// Begins with start() and ends with shutDown(), between which the event loop runs. User interface thread only.
@@ -63,6 +64,7 @@ private:
     TakeOvers takeOvers;
     std::unique_ptr<CameraEvents> cameraEvents;
     std::unique_ptr<MainWindow> mainWindow;
+    std::unique_ptr<RealCameras> realCameras;
     std::unique_ptr<PluginDocks> docks;
     std::unique_ptr<ViewerDelegate> delegate;
     std::unique_ptr<PluginManager> pluginManager;

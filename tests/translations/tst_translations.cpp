@@ -14,7 +14,7 @@ private Q_SLOTS:
         const Table<QStringList> row("folders");
         for (const char* language : {"de", "zh_CN"}) {
             row(qPrintable(QStringLiteral("kestrova_%1.ts").arg(language)),
-                {"host/app", "host/core", "host/gui", "host/viewer"});
+                {"host/app", "host/core", "host/devices", "host/gui", "host/viewer"});
             row(qPrintable(QStringLiteral("qlpDataThroughputGraph_%1.ts").arg(language)),
                 {"plugins/qlpDataThroughputGraph"});
         }

@@ -19,6 +19,10 @@ private Q_SLOTS:
             {VN_FRM_MONO16, 12, QByteArray("\x34\x0a", 2), 0xa3},
             {VN_FRM_MONO16, 12, QByteArray("\x34\x1a", 2), 255}, // more than its 12 bits
             {VN_FRM_MONO16, 0, QByteArray("\x34\x12", 2), 0x12}, // depth not given
+            {0x01100005, 12, QByteArray("\x34\x0a", 2), 0xa3},   // Mono12
+            {0x0108000b, 8, QByteArray("\x9a", 1), 0x9a},        // a Bayer pattern
+            {0x02180014, 8, QByteArray("\x10\x20\x40", 3), qGray(0x10, 0x20, 0x40)},
+            {0x02180015, 8, QByteArray("\x10\x20\x40", 3), qGray(0x40, 0x20, 0x10)},
             {VN_FRM_TRANSPORT_DATA, 8, QByteArray("\x34\x12", 2), 0x12}};
         for (const auto& [format, bitDepth, data, grey] : rows)
             QCOMPARE(qGray(renderImage(describe(1, 1, format, data, bitDepth), {1, 1}).pixel(0, 0)), grey);

@@ -57,9 +57,9 @@ void enlargeSocketBuffer(ArvGvStream* stream, size_t payload)
     // The system doubles what it is asked for, for its own needs.
     if (::getsockopt(descriptor, SOL_SOCKET, SO_RCVBUF, &granted, &size) == 0 &&
         static_cast<size_t>(granted) / 2 < payload)
-        qWarning("The system lets the camera's socket hold %d bytes, a frame has %zu: frames may get lost. "
-                 "sysctl net.core.rmem_max=%d helps",
-                 granted / 2, payload, wanted);
+        qCritical("The system lets the camera's socket hold %d bytes, a frame has %zu: frames may get lost. "
+                  "sysctl net.core.rmem_max=%d helps",
+                  granted / 2, payload, wanted);
 }
 
 } // namespace aravis

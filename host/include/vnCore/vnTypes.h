@@ -44,7 +44,7 @@ enum VN_COUNTER_SELECTOR : qint32
     VN_COUNTER_BUFFER_OVERFLOW = 5,     ///< times the frame buffer overflowed
 };
 
-/// Values of "imgdataformat".
+/// Values of "imgdataformat". From 2^24 on: the code of a pixel format by the industry's naming convention.
 enum VN_IMAGE_DATA_FORMAT : qint32
 {
     VN_FRM_MONO8 = 0,
