@@ -72,7 +72,9 @@ private Q_SLOTS:
         QVector<int> numbers;
         for (const quint64 id : ids) {
             const auto number = frames.addComplete(id, 5);
-            numbers.append(number ? int(*number) : -1);
+            numbers.append(number ? int(number->number) : -1);
+            if (number)
+                frames.addLost(number->lost, 0);
         }
         QTEST(numbers, "numbers");
         QCOMPARE(int(frames.lostBefore()), lost);
@@ -185,15 +187,47 @@ private Q_SLOTS:
         }
     }
 
-    void framesWithoutBufferAreTheHosts()
+    void framesWithoutBuffer()
     {
         FrameTally frames;
         frames.addComplete(1, 2); // those two were before
-        frames.addComplete(6, 5);
-        QCOMPARE(frames.lostHere(), 3U);
-        QCOMPARE(frames.lostBefore(), 1U);
-        frames.addComplete(8, 5);
-        QCOMPARE(frames.lostBefore(), 2U);
+        QCOMPARE(frames.addComplete(6, 5)->withoutBuffer, 3U);
+        QCOMPARE(frames.addComplete(8, 5)->withoutBuffer, 0U);
+        QCOMPARE(frames.idBefore(2, 3), 65534ULL);
+        frames.addComplete(65536, 5);
+        QCOMPARE(frames.idBefore(65537, 3), 65534ULL);
+    }
+
+    /// Frame 8 is the next whole one after frame 7.
+    void whereAFrameWasLost()
+    {
+        using Fate = ArrivalBook::Fate;
+        const Numbers good{100, 200, 300, 400};
+        const Numbers later{500, 600, 700, 800};
+        const struct
+        {
+            Numbers lost; ///< none: nothing came of it
+            Numbers next;
+            quint64 drops;
+            Fate fate;
+        } rows[] = {{good, later, 0, Fate::Arrived},
+                    {good, later, 1, Fate::Arrived},
+                    {{100, 200, 0, 400}, later, 0, Fate::OnTheWay},
+                    {{100, 200, 0, 400}, later, 1, Fate::Unknown},
+                    {{}, later, 0, Fate::OnTheWay},
+                    {{}, later, 1, Fate::Unknown},
+                    {{100, 200, 0, 400}, {}, 0, Fate::NotYet}};
+        for (const auto& row : rows) {
+            ArrivalBook book;
+            addFrame(book, 6, {10, 20, 30, 40});
+            book.add(record(TapRecord::Status, 0, leadNs));
+            addFrame(book, 7, row.lost);
+            addFrame(book, 8, row.next);
+            book.add(record(TapRecord::Status, row.drops, leadNs));
+            QCOMPARE(int(book.fate(7, 8)), int(row.fate));
+            book.end();
+            QVERIFY(row.fate != Fate::NotYet || book.fate(7, 8) == Fate::Unknown);
+        }
     }
 };
 

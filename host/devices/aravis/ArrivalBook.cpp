@@ -15,7 +15,6 @@ constexpr qint64 clockToleranceNs = 100000;
 
 } // namespace
 
-/// The newest one with the id; ids come again after a time.
 ArrivalBook::Frame& ArrivalBook::frameOf(const TapRecord& record)
 {
     const auto found =
@@ -97,12 +96,34 @@ void ArrivalBook::add(const TapRecord& record)
     }
 }
 
-ArrivalBook::Known ArrivalBook::find(quint64 id, quint64 bytes, ArrivalCurve& curve) const
+/// Ids come again after a time. Null if the book has none.
+const ArrivalBook::Frame* ArrivalBook::newest(quint64 id) const
 {
     const auto found =
         std::find_if(frames.rbegin(), frames.rend(), [id](const Frame& frame) { return frame.id == id; });
+    return found == frames.rend() ? nullptr : &*found;
+}
+
+ArrivalBook::Fate ArrivalBook::fate(quint64 id, quint64 next) const
+{
+    const Frame* const later = newest(next);
+    const Frame* const frame = newest(id);
+    if (frame && frame->touchedAt < statuses && frame->isWhole())
+        return Fate::Arrived;
+    if (ended)
+        return Fate::Unknown;
+    if (!later || later->touchedAt == statuses || (frame && frame->touchedAt == statuses))
+        return Fate::NotYet;
+    // Of a frame of which nothing came, only its neighbour can tell.
+    const bool dropped = later->maybeDropped || (frame && frame->maybeDropped);
+    return dropped ? Fate::Unknown : Fate::OnTheWay;
+}
+
+ArrivalBook::Known ArrivalBook::find(quint64 id, quint64 bytes, ArrivalCurve& curve) const
+{
+    const Frame* const found = newest(id);
     // What was dropped, and whether the clock was set, is told after the packets.
-    if (found == frames.rend() || found->touchedAt == statuses)
+    if (!found || found->touchedAt == statuses)
         return ended ? Known::Nothing : Known::NotYet;
     if (!found->isWhole() || found->bytes < bytes)
         return ended || found->maybeDropped ? Known::Nothing : Known::NotYet;

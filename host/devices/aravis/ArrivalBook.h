@@ -23,6 +23,15 @@ public:
         Nothing, ///< nobody will ever know: the tap missed a packet, or the wall clock was set meanwhile
     };
 
+    /// What became of a frame that nobody received whole.
+    enum class Fate
+    {
+        NotYet,
+        OnTheWay, ///< a packet of it never arrived at this host
+        Arrived,  ///< all packets did
+        Unknown,  ///< the tap may have missed packets of it
+    };
+
     /// A frame as its packets arrived.
     struct Frame
     {
@@ -47,7 +56,11 @@ public:
     /// Of a frame that the host has received whole, of which `bytes` came through the network.
     Known find(quint64 id, quint64 bytes, ArrivalCurve& curve) const;
 
+    /// Of the frame with this id, when `next` is the id of the next one that was received whole.
+    Fate fate(quint64 id, quint64 next) const;
+
 private:
+    const Frame* newest(quint64 id) const;
     Frame& frameOf(const TapRecord& record);
     void addPacket(const TapRecord& record);
     void addStatus(const TapRecord& record);

@@ -218,12 +218,12 @@ std::unique_ptr<ImageStream> CameraConnection::start(Callback onNews, bool arriv
         ArvGvStream* const network = ARV_GV_STREAM(stream.get());
         enlargeSocketBuffer(network, payload);
         QString why;
-        if (arrivals)
-            tap = PacketTap::start(way->camera, way->host, arv_gv_stream_get_port(network), onNews, &why);
+        // Without the right to capture it goes without, unless the times are what is asked for.
+        tap = PacketTap::start(way->camera, way->host, arv_gv_stream_get_port(network), onNews, &why);
         if (arrivals && !tap)
             return refuse(why);
     }
-    auto images = std::make_unique<ImageStream>(std::move(stream), payload, std::move(tap));
+    auto images = std::make_unique<ImageStream>(std::move(stream), payload, std::move(tap), arrivals);
     arv_camera_set_acquisition_mode(camera.get(), ARV_ACQUISITION_MODE_CONTINUOUS, fault.out());
     arv_camera_start_acquisition(camera.get(), fault.out());
     if (fault)

@@ -22,24 +22,34 @@ quint64 FrameTally::stepsTo(quint64 id)
     return steps <= narrowIds / 2 ? steps : 0;
 }
 
-std::optional<quint32> FrameTally::addComplete(quint64 id, quint64 underruns)
+quint64 FrameTally::idBefore(quint64 id, quint64 back) const
 {
+    return wide ? id - back : (id - 1 + narrowIds - back % narrowIds) % narrowIds + 1;
+}
+
+void FrameTally::addLost(quint32 onTheWay, quint32 onThisHost)
+{
+    before += onTheWay;
+    here += onThisHost;
+}
+
+std::optional<FrameTally::Step> FrameTally::addComplete(quint64 id, quint64 underruns)
+{
+    Step step{};
     if (!lastId) {
         knownUnderruns = underruns;
     } else {
         const quint64 steps = stepsTo(id);
         if (steps == 0)
             return std::nullopt;
-        const quint64 lost = steps - 1;
-        const quint64 withoutBuffer = std::min(lost, underruns - knownUnderruns);
+        const quint64 withoutBuffer = std::min(steps - 1, underruns - knownUnderruns);
         knownUnderruns += withoutBuffer;
-        lostForBuffers += static_cast<quint32>(withoutBuffer);
-        lostOnTheWay += static_cast<quint32>(lost - withoutBuffer);
         number += static_cast<quint32>(steps);
+        step = {number, static_cast<quint32>(steps - 1), static_cast<quint32>(withoutBuffer)};
     }
     lastId = id;
     ++complete;
-    return number;
+    return step;
 }
 
 } // namespace aravis

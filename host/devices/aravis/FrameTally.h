@@ -13,12 +13,24 @@ namespace aravis {
 class FrameTally
 {
 public:
+    struct Step
+    {
+        quint32 number;        ///< of the frame
+        quint32 lost;          ///< frames between it and the last complete one
+        quint32 withoutBuffer; ///< of those, at most
+    };
+
     /// The number of a complete frame with this id, counted from the first one. None for a frame that comes after a
     /// later one, which nobody gets. `underruns` is how many frames have found no buffer so far.
-    std::optional<quint32> addComplete(quint64 id, quint64 underruns);
+    std::optional<Step> addComplete(quint64 id, quint64 underruns);
+    /// The id of a frame, `back` frames before the one with `id`.
+    quint64 idBefore(quint64 id, quint64 back) const;
 
-    quint32 lostBefore() const { return lostOnTheWay; } ///< frames that did not reach the host whole
-    quint32 lostHere() const { return lostForBuffers; } ///< frames that found no buffer
+    /// Where frames of a gap were lost: before this host had them, and on it.
+    void addLost(quint32 before, quint32 here);
+
+    quint32 lostBefore() const { return before; }
+    quint32 lostHere() const { return here; }
     quint32 delivered() const { return complete; }
 
 private:
@@ -27,8 +39,8 @@ private:
     std::optional<quint64> lastId;
     quint32 number = 0;
     quint32 complete = 0;
-    quint32 lostOnTheWay = 0;
-    quint32 lostForBuffers = 0;
+    quint32 before = 0;
+    quint32 here = 0;
     quint64 knownUnderruns = 0; ///< those that a gap was put down to, and those before the first frame
     bool wide = false;          ///< ids of 64 bits
 };

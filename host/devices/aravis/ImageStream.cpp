@@ -47,8 +47,11 @@ private:
     Owned<ArvStream> stream;
 };
 
-ImageStream::ImageStream(Owned<ArvStream> owned, size_t payload, std::unique_ptr<PacketTap> ownTap)
-    : stream(owned.get()), buffers(std::make_shared<BufferReturn>(std::move(owned))), tap(std::move(ownTap))
+ImageStream::ImageStream(Owned<ArvStream> owned, size_t payload, std::unique_ptr<PacketTap> ownTap, bool arrivals)
+    : stream(owned.get()),
+      buffers(std::make_shared<BufferReturn>(std::move(owned))),
+      tap(std::move(ownTap)),
+      withArrivals(arrivals)
 {
     const size_t count = std::clamp(wantedBytes / std::max<size_t>(payload, 1), leastBuffers, mostBuffers);
     for (size_t i = 0; i < count; ++i) {
@@ -61,6 +64,11 @@ ImageStream::ImageStream(Owned<ArvStream> owned, size_t payload, std::unique_ptr
 
 ImageStream::~ImageStream()
 {
+    if (losses.onTheWay + losses.here + losses.unknown > 0)
+        qWarning(
+            "Lost frames: %u on the way (camera, cable, switch), %u on this host although every packet arrived (of "
+            "those at most %u for want of a buffer, the others by the socket or too late), %u nobody knows where",
+            losses.onTheWay, losses.here, losses.withoutBuffer, losses.unknown);
     buffers->end();
 }
 
@@ -73,7 +81,34 @@ std::optional<quint32> ImageStream::numberOf(ArvBuffer* buffer)
     guint64 failed = 0;
     guint64 underruns = 0;
     arv_stream_get_statistics(stream, &completed, &failed, &underruns);
-    return frames.addComplete(arv_buffer_get_frame_id(buffer), underruns);
+    const quint64 id = arv_buffer_get_frame_id(buffer);
+    const auto step = frames.addComplete(id, underruns);
+    if (step && step->lost > 0) {
+        if (tap)
+            gaps.push_back({id, *step});
+        else
+            frames.addLost(step->lost - step->withoutBuffer, step->withoutBuffer);
+    }
+    return step ? std::optional<quint32>(step->number) : std::nullopt;
+}
+
+/// Counts where the frames of a gap were lost. False if that is not known yet, which `atOnce` takes for never.
+bool ImageStream::judge(const Gap& gap, bool atOnce)
+{
+    using Fate = ArrivalBook::Fate;
+    Losses found{};
+    for (quint32 back = 1; back <= gap.next.lost; ++back) {
+        const Fate fate = tap->fate(frames.idBefore(gap.nextId, back), gap.nextId);
+        if (fate == Fate::NotYet && !atOnce)
+            return false;
+        ++(fate == Fate::OnTheWay ? found.onTheWay : fate == Fate::Arrived ? found.here : found.unknown);
+    }
+    losses.onTheWay += found.onTheWay;
+    losses.here += found.here;
+    losses.withoutBuffer += std::min(found.here, gap.next.withoutBuffer);
+    losses.unknown += found.unknown;
+    frames.addLost(found.onTheWay + found.unknown, found.here);
+    return true;
 }
 
 void ImageStream::fetch()
@@ -97,14 +132,20 @@ std::optional<ImageStream::Taken> ImageStream::take()
     fetch();
     if (waiting.empty())
         return std::nullopt;
+    const bool patient = std::chrono::steady_clock::now() < waiting.front().patience;
+    while (!gaps.empty() && gaps.front().next.number <= waiting.front().number) {
+        if (!judge(gaps.front(), !patient))
+            return std::nullopt;
+        gaps.pop_front();
+    }
     Taken taken;
-    if (tap) {
+    if (withArrivals) {
         const Waiting& next = waiting.front();
         size_t bytes = 0;
         arv_buffer_get_data(next.buffer.get(), &bytes);
         taken.arrivals.emplace();
         const auto known = tap->find(arv_buffer_get_frame_id(next.buffer.get()), bytes, *taken.arrivals);
-        if (known == ArrivalBook::Known::NotYet && std::chrono::steady_clock::now() < next.patience)
+        if (known == ArrivalBook::Known::NotYet && patient)
             return std::nullopt;
     }
     Waiting next = std::move(waiting.front());

@@ -36,13 +36,13 @@ public:
     };
 
     /// Allocates the buffers and touches them, lest the system does it while frames arrive. May throw std::bad_alloc.
-    /// With a tap (otherwise null) the frames' data are times of arrival.
-    ImageStream(Owned<ArvStream> stream, size_t payload, std::unique_ptr<PacketTap> tap);
+    /// A tap (or null) tells where frames get lost; with `arrivals` the frames' data are the times that it tells.
+    ImageStream(Owned<ArvStream> stream, size_t payload, std::unique_ptr<PacketTap> tap, bool arrivals);
     ~ImageStream();
     ImageStream(const ImageStream&) = delete;
     ImageStream& operator=(const ImageStream&) = delete;
 
-    /// The next whole frame that has arrived and whose times are known, if there is one. A frame whose times do not
+    /// The next whole frame that has arrived, when it is known where those before it were lost, and whose times are known, if there is one. A frame whose times do not
     /// become known comes without data. Never waits.
     std::optional<Taken> take();
     /// When to look again although no news came.
@@ -59,8 +59,25 @@ private:
         TimePoint patience; ///< how long its times are waited for
     };
 
+    /// What is lost before a frame.
+    struct Gap
+    {
+        quint64 nextId;
+        FrameTally::Step next;
+    };
+
+    /// How many frames of all were lost where.
+    struct Losses
+    {
+        quint32 onTheWay;
+        quint32 here;
+        quint32 withoutBuffer; ///< of those
+        quint32 unknown;
+    };
+
     std::optional<quint32> numberOf(ArvBuffer* buffer);
     void fetch();
+    bool judge(const Gap& gap, bool atOnce);
     DeviceImage imageOf(Waiting frame);
 
     ArvStream* stream; ///< `buffers` owns it
@@ -68,7 +85,10 @@ private:
     FrameTally frames;
     std::optional<quint64> firstStampNs;
     std::unique_ptr<PacketTap> tap;
+    bool withArrivals;
     std::deque<Waiting> waiting;
+    std::deque<Gap> gaps; ///< that nobody has judged yet
+    Losses losses{};
 };
 
 } // namespace aravis

@@ -168,4 +168,10 @@ ArrivalBook::Known PacketTap::find(quint64 id, quint64 bytes, ArrivalCurve& curv
     return book.find(id, bytes, curve);
 }
 
+ArrivalBook::Fate PacketTap::fate(quint64 id, quint64 next) const
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    return book.fate(id, next);
+}
+
 } // namespace aravis

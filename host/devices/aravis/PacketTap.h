@@ -29,6 +29,7 @@ public:
 
     /// As the book has it, and Nothing when the tap has ended.
     ArrivalBook::Known find(quint64 id, quint64 bytes, ArrivalCurve& curve) const;
+    ArrivalBook::Fate fate(quint64 id, quint64 next) const;
 
 private:
     PacketTap(int process, int pipe, std::function<void()> onNews);
