@@ -39,9 +39,14 @@ void RealCameras::inBackground(Work work, Finish finish)
 {
     QThread* thread = QThread::create([this, work, finish] {
         auto result = std::make_shared<decltype(work())>(work());
-        QMetaObject::invokeMethod(
-            this, [result, finish] { finish(*result); }, Qt::QueuedConnection);
+        const auto end = [this, result, finish] {
+            finish(*result);
+            if (--underWay == 0)
+                Q_EMIT settled();
+        };
+        QMetaObject::invokeMethod(this, end, Qt::QueuedConnection);
     });
+    ++underWay;
     thread->setParent(this);
     threads.push_back(thread);
     thread->start();

@@ -93,8 +93,15 @@ QString Viewer::start()
     if (viewerOptions.windowSize.isValid())
         mainWindow->resize(viewerOptions.windowSize);
     mainWindow->show();
-    if (viewerOptions.start)
+    if (viewerOptions.start && realCameras->isBusy()) {
+        const auto once = std::make_shared<QMetaObject::Connection>();
+        *once = connect(realCameras.get(), &RealCameras::settled, this, [this, once] {
+            disconnect(*once);
+            pressStartAll();
+        });
+    } else if (viewerOptions.start) {
         QTimer::singleShot(0, this, &Viewer::pressStartAll);
+    }
     return {};
 }
 
