@@ -16,10 +16,11 @@ constexpr qint64 msPerS = 1000;
 constexpr qint64 minuteS = 60;
 constexpr qint64 hourS = 3600;
 constexpr qint64 dayS = 86400;
-constexpr qint64 timeSteps[] = {1,         2,          5,          10,         15,       30,       minuteS,
-                                2 * 60,    5 * 60,     10 * 60,    15 * 60,    30 * 60,  hourS,    2 * hourS,
-                                3 * hourS, 6 * hourS,  12 * hourS, dayS,       2 * dayS, 5 * dayS, 10 * dayS,
-                                30 * dayS, 100 * dayS, 365 * dayS, 1000 * dayS};
+constexpr qint64 timeSteps[] = {1,          2,           5,           10,           15,           30,
+                                minuteS,    2 * minuteS, 5 * minuteS, 10 * minuteS, 15 * minuteS, 30 * minuteS,
+                                hourS,      2 * hourS,   3 * hourS,   6 * hourS,    12 * hourS,   dayS,
+                                2 * dayS,   5 * dayS,    10 * dayS,   30 * dayS,    100 * dayS,   365 * dayS,
+                                1000 * dayS};
 
 QString timeLabel(const QDateTime& time, qint64 stepS)
 {
