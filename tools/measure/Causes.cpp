@@ -28,7 +28,7 @@ DiagnosisInput diagnosisInput(const CxCameraLineData& record, const RunTotals& r
         input.counters = counterDifferences(record);
     else if (record.requiredThroughput > 0)
         input.required = record.requiredThroughput;
-    input.bufferSize = record.cameraBufferSize;
+    input.bufferSize = record.bufferSizeKnown ? record.cameraBufferSize.load() : 0;
     input.samplePeriod = record.samplePeriod;
     const QMutexLocker lock(&record.mutex);
     if (throughput)
