@@ -45,7 +45,7 @@ QString listenFault(const ListenAddress& where)
     ::setsockopt(end, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
     const bool possible =
         ::bind(end, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 && ::listen(end, 1) == 0;
-    const QString fault = possible ? QString() : qt_error_string(errno);
+    QString fault = possible ? QString() : qt_error_string(errno);
     ::close(end);
     return fault;
 }
