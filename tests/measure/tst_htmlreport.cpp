@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The report of a run: its course keeps what was bad, and its page shows texts of others as they are.
+#include <numeric>
+#include <set>
+
 #include <QtTest/QtTest>
 
 #include <QtCore/QXmlStreamReader>
@@ -31,9 +34,41 @@ QByteArray text(const HistoryColumn& c)
 {
     const auto number = [](double value) { return QByteArray::number(value, 'g', 12) + ' '; };
     return number(c.beginS) + number(c.endS) + number(c.megabytes) + number(double(c.missingFrames)) +
-           number(double(c.overflows + c.skips)) + number(double(c.losses)) + number(c.longestGapMs) +
-           number(c.minThroughput.value_or(-1)) + number(c.maxBufferLevel.value_or(-1)) + number(c.leastDelivered) +
-           number(c.mostDelivered);
+           number(double(c.overflows)) + number(double(c.skips)) + number(double(c.losses)) + number(c.longestGapMs) +
+           number(c.minThroughput.value_or(-1)) + number(c.maxBufferLevel.value_or(-1));
+}
+
+/// What ticks say together, each figure looked at by itself.
+HistoryColumn naive(const HistoryColumn* begin, const HistoryColumn* end)
+{
+    const auto sum = [=](auto HistoryColumn::*field) {
+        return std::accumulate(begin, end, decltype(begin->*field){},
+                               [field](auto all, const HistoryColumn& tick) { return all + tick.*field; });
+    };
+    std::set<double> gaps;
+    std::set<double> throughputs;
+    std::set<double> levels;
+    for (const HistoryColumn* tick = begin; tick != end; ++tick) {
+        gaps.insert(tick->longestGapMs);
+        if (tick->minThroughput)
+            throughputs.insert(*tick->minThroughput);
+        if (tick->maxBufferLevel)
+            levels.insert(*tick->maxBufferLevel);
+    }
+    HistoryColumn all;
+    all.beginS = begin->beginS;
+    all.endS = (end - 1)->endS;
+    all.megabytes = sum(&HistoryColumn::megabytes);
+    all.missingFrames = sum(&HistoryColumn::missingFrames);
+    all.overflows = sum(&HistoryColumn::overflows);
+    all.skips = sum(&HistoryColumn::skips);
+    all.losses = sum(&HistoryColumn::losses);
+    all.longestGapMs = *gaps.rbegin();
+    if (!throughputs.empty())
+        all.minThroughput = *throughputs.begin();
+    if (!levels.empty())
+        all.maxBufferLevel = *levels.rbegin();
+    return all;
 }
 
 /// With a course, limits, events and all else that is shown, under that name.
@@ -88,14 +123,13 @@ private Q_SLOTS:
             QVERIFY2(columns.size() <= RunHistory::mostColumns + 1 && columns.size() > RunHistory::mostColumns / 4,
                      QByteArray::number(int(columns.size())));
             std::size_t next = 0;
-            for (HistoryColumn column : columns) {
-                HistoryColumn plain = ticks[next++];
+            for (const HistoryColumn& column : columns) {
+                const std::size_t first = next;
                 while (next < ticks.size() && ticks[next].endS <= column.endS)
-                    plain += ticks[next++];
-                // Those of ticks are wider than those of cells.
+                    ++next;
+                QVERIFY(next > first);
                 QVERIFY(column.leastDelivered <= column.delivered() && column.delivered() <= column.mostDelivered);
-                column.leastDelivered = column.mostDelivered = 0.0;
-                QCOMPARE(text(column), text(plain));
+                QCOMPARE(text(column), text(naive(&ticks[first], ticks.data() + next)));
             }
             QCOMPARE(next, ticks.size());
         }
