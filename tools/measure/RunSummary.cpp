@@ -32,7 +32,7 @@ CameraSummary summaryOf(const MeasuredCamera& camera, const LinkTable& links)
 {
     CameraSummary summary{camera.info(), camera.wholeRun(), camera.startTime()};
     summary.requiredThroughput = camera.record().requiredThroughput;
-    summary.bufferSize = camera.record().cameraBufferSize;
+    summary.bufferSize = camera.record().bufferSizeKnown ? camera.record().cameraBufferSize.load() : 0;
     summary.clockDriftPpm = camera.clockDriftPpm();
     summary.problems = camera.problems();
     summary.verdict = camera.verdict();
