@@ -17,13 +17,14 @@
 #include "EventDock.h"
 #include "GuiIcons.h"
 #include "ImageView.h"
+#include "ShortcutsDialog.h"
 #include "ViewerDelegate.h"
 
 namespace {
 
 constexpr QSize defaultSize(1520, 1000);
 constexpr double defaultBottomShare = 0.63; // a plug-in with four cameras is readable
-constexpr int defaultCamerasWidth = 330;
+constexpr int defaultCamerasWidth = 440;
 constexpr int defaultEventsWidth = 430;
 
 const QLatin1String pictureKey("picture");
@@ -108,6 +109,8 @@ void MainWindow::buildMenus(QDockWidget* cameras, QDockWidget* events)
     cameraMenu = menuBar()->addMenu(tr("&Cameras"));
 
     QMenu* help = menuBar()->addMenu(tr("&Help"));
+    QAction* shortcuts = help->addAction(tr("&Shortcuts..."), this, [this] { ShortcutsDialog(this).exec(); });
+    shortcuts->setShortcut(Qt::Key_F1);
     help->addAction(tr("&Plug-ins..."), this, &MainWindow::pluginListRequested);
     help->addAction(tr("&About Kestrova..."), this, &MainWindow::showAbout);
     help->addAction(tr("About &Qt..."), this, [this] { QMessageBox::aboutQt(this); });

@@ -152,6 +152,7 @@ bool CxDataGraphForm::IsAnyMeasuring() const
 void CxDataGraphForm::ReplotPlot()
 {
     FitValueAxes(ui->plot->height());
+    PlaceRequiredLines();
     replotPending = !ui->plot->isVisible() || window()->isMinimized();
     if (!replotPending)
         ui->plot->replot(QCustomPlot::rpRefreshHint);

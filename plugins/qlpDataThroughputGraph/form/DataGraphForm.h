@@ -163,6 +163,10 @@ private:
     void AutoScaleVertAxis(VNCORE_HANDLE hCam, QCPAxisRect* axisRect);
     void AddPlotCheckRow(int row, const Curve& curve);
 
+    // --- required throughput (RequiredLine.cpp) ---
+    void AddRequiredLine(VNCORE_HANDLE hCam, QCPAxisRect* axisRect);
+    void PlaceRequiredLines();
+
     // --- areas in view (PlotAreas.cpp) ---
     QList<VNCORE_HANDLE> PlottedCameras() const;
     void ArrangeAreas();
@@ -188,6 +192,7 @@ private:
     // --- refresh and zoom (GraphRefresh.cpp) ---
     void RefreshStatistics();
     void UpdateReferenceTime();
+    double SecondsKept() const;
     void SetTimeAxes(double lower, double upper);
     /// The visible range in microseconds, at that time.
     qint64 VisibleFromUs(qint64 nowUs) const;

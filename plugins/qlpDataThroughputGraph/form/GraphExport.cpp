@@ -18,6 +18,7 @@
 #include <vnCore/IxAppDelegate.h>
 
 #include "../engine/CameraLineData.h"
+#include "../presentation/CsvReport.h"
 #include "ErrorBox.h"
 #include "RowCells.h"
 #include "ui_DataGraphForm.h"
@@ -116,6 +117,11 @@ void CxDataGraphForm::onBtnCamExportData()
         return;
     }
     const CameraKey camera{record->hCam, record->serial};
+    if (!reportHasLines(*record, VisibleFromUs(referenceTime), VisibleToUs(referenceTime)) &&
+        QMessageBox::question(this, tr("Export Measured Data"),
+                              tr("The visible time range holds no measured data. Write a report without a line?")) !=
+            QMessageBox::Yes)
+        return;
     const QString name = askForFile(this, tr("Select Output File for Measured Data"), tr("CSV files (*.csv)"));
     record = FindRecord(camera);
     if (!name.isEmpty() && record && !record->isMeasuring()) // a program may have started it meanwhile

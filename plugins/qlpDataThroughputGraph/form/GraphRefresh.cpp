@@ -24,6 +24,7 @@
 namespace {
 
 constexpr double smallestSpanMs = 1.0;
+constexpr double daySeconds = 86400.0;
 
 /// Far beyond any sample, and small enough for the engine's sums of ranges and margins in 64 bits.
 constexpr qint64 farthestUs = qint64(1) << 61;
@@ -125,6 +126,10 @@ void CxDataGraphForm::on_plotChangeZoom(QCPRange range)
     if (range.lower == timeRangeLower && range.upper == timeRangeUpper)
         return;
     if (std::abs(range.lower - range.upper) * 1000.0 > smallestSpanMs) {
+        if (range.size() > daySeconds && range.size() > SecondsKept()) {
+            const double half = std::max(daySeconds, SecondsKept()) / 2.0;
+            range = QCPRange(range.center() - half, range.center() + half);
+        }
         timeRangeLower = range.lower;
         timeRangeUpper = range.upper;
     }
@@ -141,6 +146,22 @@ void CxDataGraphForm::on_plotChangeZoom(QCPRange range)
         lateReplot.start(); // the next tick brings the data
     else
         updateGraph();
+}
+
+/// From the oldest frame or sample of all cameras to the end of the time axes, or less.
+double CxDataGraphForm::SecondsKept() const
+{
+    if (postponedEvents.isHeld()) // a record's mutex may be held
+        return 0.0;
+    qint64 oldestUs = referenceTime;
+    for (const CxCameraLineData* record : qAsConst(lineDataMap)) {
+        const QMutexLocker lock(&record->mutex);
+        if (!record->frameList.empty())
+            oldestUs = std::min(oldestUs, record->frameList.front()->timestampUs);
+        if (!record->counterSampleList.empty())
+            oldestUs = std::min(oldestUs, record->counterSampleList.front()->timestampUs);
+    }
+    return static_cast<double>(referenceTime - oldestUs) / static_cast<double>(usPerSecond);
 }
 
 void CxDataGraphForm::SetTimeAxes(double lower, double upper)

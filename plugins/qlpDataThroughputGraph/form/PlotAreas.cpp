@@ -66,11 +66,12 @@ void CxDataGraphForm::ClearPlotAreas()
     curvesTime.reset();
 }
 
-/// Curves go before the axes that they refer to.
+/// Curves and lines go before the axes that they refer to.
 void CxDataGraphForm::TakeAreasOut()
 {
     EndDrag();
     ui->plot->clearGraphs();
+    ui->plot->clearItems();
     ui->plot->plotLayout()->clear();
     ui->plot->plotLayout()->simplify();
 }

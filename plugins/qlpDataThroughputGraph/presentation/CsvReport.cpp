@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The report as the user gets it: into a file, behind a progress dialog.
-#include "CameraLineData.h"
+#include "CsvReport.h"
 
 #include <algorithm>
 
@@ -12,6 +12,8 @@
 #include <QtWidgets/QProgressDialog>
 #include <QtWidgets/QPushButton>
 
+#include "BlockModel.h"
+#include "CameraLineData.h"
 #include "TimeMath.h"
 #include "WriteWhole.h"
 
@@ -80,6 +82,22 @@ private:
 };
 
 } // namespace
+
+bool reportHasLines(const CxCameraLineData& data, qint64 fromUs, qint64 toUs)
+{
+    QMutexLocker lock(&data.mutex);
+    return std::any_of(data.frameList.begin(), data.frameList.end(), [fromUs, toUs](const auto& frame) {
+        const quint64 intervals = intervalCount(*frame);
+        if (intervals == 0 || frame->timestampUs > toUs || intervalTimeUs(*frame, intervals - 1) < fromUs)
+            return false;
+        for (quint64 i = 0; i < intervals; ++i) {
+            const qint64 timeUs = intervalTimeUs(*frame, i);
+            if (timeUs >= fromUs)
+                return timeUs <= toUs;
+        }
+        return false;
+    });
+}
 
 CsvReportResult CxCameraLineData::exportToCsv(const QString& fileName, QWidget* parent, qint64 fromUs, qint64 toUs,
                                               QString* reason)
