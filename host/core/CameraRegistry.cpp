@@ -163,6 +163,12 @@ std::optional<std::chrono::steady_clock::time_point> CameraRegistry::silentSince
     return opened ? opened->silentSince() : std::nullopt;
 }
 
+Deliveries CameraRegistry::deliveries(VNCORE_HANDLE camera) const
+{
+    const auto opened = CameraTable::instance().find(camera);
+    return opened ? opened->deliveries() : Deliveries();
+}
+
 void CameraRegistry::announceLoss(const std::shared_ptr<CameraDevice>& device, bool lost)
 {
     const auto entry = std::find_if(knownDevices.cbegin(), knownDevices.cend(),

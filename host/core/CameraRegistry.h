@@ -13,6 +13,7 @@
 #include <QtCore/QObject>
 
 #include "CameraDevice.h"
+#include "Deliveries.h"
 
 /// Owns the devices. A known camera, opened or not, goes by its index in the order of addDevice(); an opened one also
 /// by its handle, which it gets when it is first opened and has again whenever it is opened later. All operations
@@ -65,6 +66,9 @@ public:
     /// if none has come since. Goes on while the camera is lost and after its return. None while nobody acquires, be
     /// it the host or a plug-in. Images that nobody waits for are not received. Any thread.
     std::optional<std::chrono::steady_clock::time_point> silentSince(VNCORE_HANDLE camera) const;
+
+    /// What the camera has handed out since it was opened. Nothing of one that is not open. Any thread.
+    Deliveries deliveries(VNCORE_HANDLE camera) const;
 
 Q_SIGNALS:
     /// An opened camera's link is gone, or there again. Whatever acquired gets no image any more, also after the

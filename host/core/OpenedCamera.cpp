@@ -76,6 +76,11 @@ bool OpenedCamera::startAcquisition(Acquirer acquirer)
         return false;
     if (stopRefused)
         stopRefused = !stopDevice();
+    {
+        const std::lock_guard lock(newestMutex);
+        nextFrameNumber = 0;
+        ++acquisitions;
+    }
     const bool started = succeeds([this] { return camera->start(); });
     if (started) {
         const std::lock_guard lock(newestMutex);
@@ -103,11 +108,18 @@ bool OpenedCamera::stopAcquisition(Acquirer acquirer)
 
 bool OpenedCamera::waitForImage(Acquirer acquirer, std::chrono::milliseconds limit, DeviceImage& image)
 {
+    const quint32 acquisition = acquisitions;
     if (presentAcquirer != acquirer || !succeeds([&] { return camera->waitForImage(limit, image); }))
         return false;
     DeviceImage latest = image;
     const std::lock_guard lock(newestMutex);
     lastImageAt = std::chrono::steady_clock::now();
+    ++delivered.images;
+    delivered.bytes += image.descriptor.dataBytes;
+    if (acquisition == acquisitions) { // else a late one of the acquisition before
+        delivered.missing += image.descriptor.frameNumber - nextFrameNumber;
+        nextFrameNumber = image.descriptor.frameNumber + 1;
+    }
     if (image.descriptor.data != nullptr)
         std::swap(newest, latest);
     return true;
@@ -156,6 +168,12 @@ std::optional<std::chrono::steady_clock::time_point> OpenedCamera::silentSince()
         return std::nullopt;
     const std::lock_guard lock(newestMutex);
     return lastImageAt;
+}
+
+Deliveries OpenedCamera::deliveries() const
+{
+    const std::lock_guard lock(newestMutex);
+    return delivered;
 }
 
 void OpenedCamera::close()

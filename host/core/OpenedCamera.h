@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "CameraDevice.h"
+#include "Deliveries.h"
 #include "DeviceParameters.h"
 
 /// Who acquires. There is one acquisition at a time, and only its owner may wait and stop.
@@ -50,6 +51,7 @@ public:
     DeviceImage latestImage() const;
     /// When the last image came, or the acquisition began if none has come since; none while nobody acquires.
     std::optional<std::chrono::steady_clock::time_point> silentSince() const;
+    Deliveries deliveries() const;
 
     /// Ends every acquisition, wakes waiters and refuses whatever comes later.
     void close();
@@ -62,6 +64,7 @@ private:
     const std::shared_ptr<CameraDevice> camera;
     DeviceParameters deviceParameters;
     std::atomic<Acquirer> presentAcquirer{Acquirer::None};
+    std::atomic<quint32> acquisitions{0};
     std::atomic<bool> stopRefused{false}; ///< the camera may still acquire, for nobody
     std::thread puller;
 
@@ -69,6 +72,8 @@ private:
     mutable std::mutex newestMutex;
     DeviceImage newest;
     std::chrono::steady_clock::time_point lastImageAt;
+    Deliveries delivered;
+    quint32 nextFrameNumber = 0; ///< of the present acquisition, if none is missing
 };
 
 #endif

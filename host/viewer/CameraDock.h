@@ -4,16 +4,20 @@
 #define KESTROVA_CAMERADOCK_H
 
 #include <chrono>
+#include <vector>
 
 #include <QtCore/QTimer>
 #include <QtWidgets/QDockWidget>
 
 #include <vnCore/vnTypes.h>
 
+#include "Deliveries.h"
+
 class EventLog;
 class QComboBox;
 class QPushButton;
 class QTreeWidget;
+class QTreeWidgetItem;
 class TakeOvers;
 
 /// Shows the registry's state and changes it; keeps none of its own but the selection. While a plug-in has taken a
@@ -42,16 +46,26 @@ private:
     void refresh();
     void refreshList();
     /// Makes the column as wide as the text needs; it never becomes narrower.
-    void setText(int device, int column, const QString& text);
+    void setText(int device, int column, const QVariant& text);
+    void refreshDeliveries(int device, std::chrono::steady_clock::time_point now);
     void refreshControls();
     void refreshFormats(VNCORE_HANDLE camera);
     void openOrClose();
     void startOrStopView();
     void applyFormat();
 
+    /// From when on a camera's rates are counted, and what it had delivered by then.
+    struct Meter
+    {
+        std::chrono::steady_clock::time_point since;
+        Deliveries total;
+    };
+
     const TakeOvers& takenOver;
     EventLog& eventLog;
     QTreeWidget* list = nullptr;
+    std::vector<QTreeWidgetItem*> items; ///< of the devices, in the order of the registry, however the list is sorted
+    std::vector<Meter> meters;           ///< as well
     QPushButton* openButton = nullptr;
     QPushButton* viewButton = nullptr;
     QComboBox* formatBox = nullptr;

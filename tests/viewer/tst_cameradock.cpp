@@ -163,6 +163,37 @@ private Q_SLOTS:
         QVERIFY(desk.lines().constLast().contains("given back"));
     }
 
+    void deliveriesAreCountedAndSorted()
+    {
+        Desk desk;
+        const auto shown = [&desk](int row) {
+            QStringList texts;
+            for (const int column : {0, 3, 4, 5})
+                texts.append(desk.list->topLevelItem(row)->text(column));
+            return texts.join(' ');
+        };
+        desk.press("btnOpenCamera");
+        desk.list->setCurrentItem(desk.list->topLevelItem(1));
+        desk.press("btnOpenCamera");
+        const VNCORE_HANDLE last = CxCameraManager::instance()->openedCameras().value(1);
+        QVERIFY(vnApi_StartAcquisition(last));
+        const auto begin = *CameraRegistry::instance().silentSince(last);
+        desk.dock.refreshStates(begin);
+        desk.devices[1]->release();
+        QVERIFY(desk.receive(last));
+        desk.dock.refreshStates(begin + 500ms); // too soon for a rate
+        QCOMPARE(shown(1), QString("B   0"));
+        const double rate = double(desk.image.dataBytes) / 2e6;
+        desk.dock.refreshStates(begin + 2s);
+        QCOMPARE(shown(0), QString("A   "));
+        QCOMPARE(shown(1), QStringLiteral("B %1 0.5 0").arg(std::round(rate * 10) / 10));
+        desk.list->sortByColumn(4, Qt::DescendingOrder);
+        QCOMPARE(shown(0).left(1), QString("B"));
+        QTest::keyClick(desk.list, Qt::Key_A);
+        QCOMPARE(desk.list->currentItem()->text(0), QString("A"));
+        QCOMPARE(desk.dock.selectedCamera(), desk.camera());
+    }
+
     void viewShowsWhatIsMeasuredButNotWhileHidden()
     {
         Desk desk;

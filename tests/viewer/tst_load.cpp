@@ -151,6 +151,9 @@ void TestLoad::windowAnswersAndNoFrameIsLost(int mode)
         const auto& model = session.models[size_t(i)];
         const CxCameraLineData* record = form->lineDataMap.value(CameraRegistry::instance().openedHandle(i));
         QCOMPARE(record->runTotals().frames, received(model));
+        const Deliveries seen = CameraRegistry::instance().deliveries(record->hCam);
+        QCOMPARE(seen.images, received(model));
+        QVERIFY(underValgrind || seen.missing == 0);
         // Neither drawing nor its absence has made a camera wait: its counters show nothing but what arrived.
         QVERIFY(underValgrind || model->ledger().counters[VN_COUNTER_API_SKIP] == 0);
     }
