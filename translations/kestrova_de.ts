@@ -2,48 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
-    <name>AravisCamera</name>
-    <message>
-        <source>&quot;%1&quot; is no address of a camera</source>
-        <translation>„%1“ ist keine Adresse einer Kamera</translation>
-    </message>
-    <message>
-        <source>no answer in time</source>
-        <translation>keine Antwort in der vorgesehenen Zeit</translation>
-    </message>
-    <message>
-        <source>a USB3 Vision camera&apos;s data have no times of arrival, which the throughput is measured by</source>
-        <translation>Daten einer USB3-Vision-Kamera haben keine Ankunftszeiten, an denen der Durchsatz gemessen wird</translation>
-    </message>
-    <message>
-        <source>Times of arrival</source>
-        <translation>Ankunftszeiten</translation>
-    </message>
-</context>
-<context>
-    <name>CameraConnection</name>
-    <message>
-        <source>no answer. Is the camera switched on, and is this its address?</source>
-        <translation>keine Antwort. Ist die Kamera eingeschaltet, und ist dies ihre Adresse?</translation>
-    </message>
-    <message>
-        <source>another program or computer has control of the camera</source>
-        <translation>ein anderes Programm oder ein anderer Rechner steuert die Kamera</translation>
-    </message>
-    <message>
-        <source>refused: %1</source>
-        <translation>abgelehnt: %1</translation>
-    </message>
-    <message>
-        <source>there is no way to this address. Is the network interface up?</source>
-        <translation>zu dieser Adresse führt kein Weg. Ist die Netzwerkschnittstelle aktiv?</translation>
-    </message>
-    <message>
-        <source>no camera with this serial number answers</source>
-        <translation>keine Kamera mit dieser Seriennummer antwortet</translation>
-    </message>
-</context>
-<context>
     <name>CameraDock</name>
     <message>
         <source>lost</source>
@@ -80,12 +38,6 @@
     <message>
         <source>State</source>
         <translation>Zustand</translation>
-    </message>
-    <message>
-        <source>The cameras of this machine; the selected one is shown in the middle.
-Enter or a double click opens a camera.</source>
-        <translation>Die Kameras dieses Rechners; die ausgewählte wird in der Mitte gezeigt.
-Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
     </message>
     <message>
         <source>Open or close the selected camera; closing ends a measurement with it</source>
@@ -138,6 +90,34 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
     <message>
         <source>silent %1 s</source>
         <translation>still seit %1 s</translation>
+    </message>
+    <message>
+        <source>MB/s</source>
+        <translation>MB/s</translation>
+    </message>
+    <message>
+        <source>Frames/s</source>
+        <translation>Bilder/s</translation>
+    </message>
+    <message>
+        <source>Missing</source>
+        <translation>Fehlend</translation>
+    </message>
+    <message>
+        <source>What the camera delivers, to the view or to a plug-in</source>
+        <translation>Was die Kamera liefert, der Ansicht oder einem Plug-in</translation>
+    </message>
+    <message>
+        <source>Frames that did not arrive since the camera was opened</source>
+        <translation>Bilder, die seit dem Öffnen der Kamera nicht ankamen</translation>
+    </message>
+    <message>
+        <source>The cameras of this machine; the selected one is shown in the middle.
+Enter or a double click opens a camera, typing searches for its name,
+a click on a heading sorts.</source>
+        <translation>Die Kameras dieses Rechners; die ausgewählte ist in der Mitte zu sehen.
+Eingabe oder Doppelklick öffnet eine Kamera, Tippen sucht ihren Namen,
+ein Klick auf eine Überschrift sortiert.</translation>
     </message>
 </context>
 <context>
@@ -199,13 +179,6 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
     <message>
         <source>Save to file...</source>
         <translation>In Datei speichern...</translation>
-    </message>
-</context>
-<context>
-    <name>DeviceFamilies</name>
-    <message>
-        <source>GigE Vision and USB3 Vision are not installed (package kestrova-aravis)</source>
-        <translation>GigE Vision und USB3 Vision sind nicht installiert (Paket kestrova-aravis)</translation>
     </message>
 </context>
 <context>
@@ -417,6 +390,10 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
         <source>&amp;Cameras</source>
         <translation>&amp;Kameras</translation>
     </message>
+    <message>
+        <source>&amp;Shortcuts...</source>
+        <translation>&amp;Tastenkürzel...</translation>
+    </message>
 </context>
 <context>
     <name>MessageQueue</name>
@@ -427,29 +404,6 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
     <message>
         <source>Thread %1, %2 line %3, %4</source>
         <translation>Thread %1, %2 Zeile %3, %4</translation>
-    </message>
-</context>
-<context>
-    <name>PacketTap</name>
-    <message>
-        <source>the times of arrival need the right to capture packets. As root: setcap cap_net_raw=ep %1</source>
-        <translation>die Ankunftszeiten brauchen das Recht, Pakete mitzulesen. Als root: setcap cap_net_raw=ep %1</translation>
-    </message>
-    <message>
-        <source>kestrova-tap failed in step %1: %2</source>
-        <translation>kestrova-tap ist in Schritt %1 gescheitert: %2</translation>
-    </message>
-    <message>
-        <source>kestrova-tap does not answer</source>
-        <translation>kestrova-tap antwortet nicht</translation>
-    </message>
-    <message>
-        <source>kestrova-tap ended at once</source>
-        <translation>kestrova-tap hat sich sofort beendet</translation>
-    </message>
-    <message>
-        <source>the program %1, which tells times of arrival, cannot be started</source>
-        <translation>das Programm %1, das Ankunftszeiten liefert, lässt sich nicht starten</translation>
     </message>
 </context>
 <context>
@@ -587,6 +541,21 @@ Eingabetaste oder Doppelklick öffnet eine Kamera.</translation>
     <message>
         <source>These cameras answer. Open one:</source>
         <translation>Diese Kameras antworten. Zu öffnen ist:</translation>
+    </message>
+</context>
+<context>
+    <name>ShortcutsDialog</name>
+    <message>
+        <source>Shortcuts</source>
+        <translation>Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>Action</source>
+        <translation>Aktion</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
     </message>
 </context>
 <context>

@@ -2,48 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
-    <name>AravisCamera</name>
-    <message>
-        <source>&quot;%1&quot; is no address of a camera</source>
-        <translation>“%1”不是相机地址</translation>
-    </message>
-    <message>
-        <source>no answer in time</source>
-        <translation>未及时应答</translation>
-    </message>
-    <message>
-        <source>a USB3 Vision camera&apos;s data have no times of arrival, which the throughput is measured by</source>
-        <translation>USB3 Vision 相机的数据没有到达时间，而吞吐量正是据此测量的</translation>
-    </message>
-    <message>
-        <source>Times of arrival</source>
-        <translation>到达时间</translation>
-    </message>
-</context>
-<context>
-    <name>CameraConnection</name>
-    <message>
-        <source>no answer. Is the camera switched on, and is this its address?</source>
-        <translation>没有应答。相机是否已通电，地址是否正确？</translation>
-    </message>
-    <message>
-        <source>another program or computer has control of the camera</source>
-        <translation>相机正由另一程序或计算机控制</translation>
-    </message>
-    <message>
-        <source>refused: %1</source>
-        <translation>被拒绝：%1</translation>
-    </message>
-    <message>
-        <source>there is no way to this address. Is the network interface up?</source>
-        <translation>没有通往此地址的路由。网络接口是否已启用？</translation>
-    </message>
-    <message>
-        <source>no camera with this serial number answers</source>
-        <translation>没有该序列号的相机应答</translation>
-    </message>
-</context>
-<context>
     <name>CameraDock</name>
     <message>
         <source>lost</source>
@@ -80,12 +38,6 @@
     <message>
         <source>State</source>
         <translation>状态</translation>
-    </message>
-    <message>
-        <source>The cameras of this machine; the selected one is shown in the middle.
-Enter or a double click opens a camera.</source>
-        <translation>本机的相机；选中的相机显示在中间。
-按回车键或双击可打开相机。</translation>
     </message>
     <message>
         <source>Open or close the selected camera; closing ends a measurement with it</source>
@@ -138,6 +90,34 @@ Enter or a double click opens a camera.</source>
     <message>
         <source>silent %1 s</source>
         <translation>静默 %1 秒</translation>
+    </message>
+    <message>
+        <source>MB/s</source>
+        <translation>MB/s</translation>
+    </message>
+    <message>
+        <source>Frames/s</source>
+        <translation>帧/s</translation>
+    </message>
+    <message>
+        <source>Missing</source>
+        <translation>缺失</translation>
+    </message>
+    <message>
+        <source>What the camera delivers, to the view or to a plug-in</source>
+        <translation>相机向视图或插件传送的数据</translation>
+    </message>
+    <message>
+        <source>Frames that did not arrive since the camera was opened</source>
+        <translation>相机打开以来未到达的帧</translation>
+    </message>
+    <message>
+        <source>The cameras of this machine; the selected one is shown in the middle.
+Enter or a double click opens a camera, typing searches for its name,
+a click on a heading sorts.</source>
+        <translation>本机的相机；选中的相机显示在中间。
+按回车或双击打开相机，键入可查找名称，
+点击标题可排序。</translation>
     </message>
 </context>
 <context>
@@ -199,13 +179,6 @@ Enter or a double click opens a camera.</source>
     <message>
         <source>Save to file...</source>
         <translation>保存到文件...</translation>
-    </message>
-</context>
-<context>
-    <name>DeviceFamilies</name>
-    <message>
-        <source>GigE Vision and USB3 Vision are not installed (package kestrova-aravis)</source>
-        <translation>未安装 GigE Vision 和 USB3 Vision 支持（软件包 kestrova-aravis）</translation>
     </message>
 </context>
 <context>
@@ -417,6 +390,10 @@ Enter or a double click opens a camera.</source>
         <source>&amp;Cameras</source>
         <translation>相机(&amp;C)</translation>
     </message>
+    <message>
+        <source>&amp;Shortcuts...</source>
+        <translation>快捷键(&amp;K)...</translation>
+    </message>
 </context>
 <context>
     <name>MessageQueue</name>
@@ -427,29 +404,6 @@ Enter or a double click opens a camera.</source>
     <message>
         <source>Thread %1, %2 line %3, %4</source>
         <translation>线程 %1，%2 第 %3 行，%4</translation>
-    </message>
-</context>
-<context>
-    <name>PacketTap</name>
-    <message>
-        <source>the times of arrival need the right to capture packets. As root: setcap cap_net_raw=ep %1</source>
-        <translation>获取到达时间需要抓包权限。请以 root 身份执行：setcap cap_net_raw=ep %1</translation>
-    </message>
-    <message>
-        <source>kestrova-tap failed in step %1: %2</source>
-        <translation>kestrova-tap 在第 %1 步失败：%2</translation>
-    </message>
-    <message>
-        <source>kestrova-tap does not answer</source>
-        <translation>kestrova-tap 没有应答</translation>
-    </message>
-    <message>
-        <source>kestrova-tap ended at once</source>
-        <translation>kestrova-tap 立即退出</translation>
-    </message>
-    <message>
-        <source>the program %1, which tells times of arrival, cannot be started</source>
-        <translation>无法启动提供到达时间的程序 %1</translation>
     </message>
 </context>
 <context>
@@ -587,6 +541,21 @@ Enter or a double click opens a camera.</source>
     <message>
         <source>These cameras answer. Open one:</source>
         <translation>以下相机已应答。选择要打开的相机：</translation>
+    </message>
+</context>
+<context>
+    <name>ShortcutsDialog</name>
+    <message>
+        <source>Shortcuts</source>
+        <translation>快捷键</translation>
+    </message>
+    <message>
+        <source>Action</source>
+        <translation>操作</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>按键</translation>
     </message>
 </context>
 <context>

@@ -473,6 +473,10 @@ puffer</translation>
         <source>Next plot areas</source>
         <translation>Nächste Graphen</translation>
     </message>
+    <message>
+        <source>The visible time range holds no measured data. Write a report without a line?</source>
+        <translation>Im sichtbaren Zeitbereich liegen keine Messdaten. Bericht ohne Zeilen schreiben?</translation>
+    </message>
 </context>
 <context>
     <name>CxDataGraphSetupDlg</name>

@@ -468,6 +468,10 @@ size</source>
         <source>Next plot areas</source>
         <translation>后面的图</translation>
     </message>
+    <message>
+        <source>The visible time range holds no measured data. Write a report without a line?</source>
+        <translation>可见时间范围内没有测量数据。要写入没有数据行的报告吗？</translation>
+    </message>
 </context>
 <context>
     <name>CxDataGraphSetupDlg</name>
