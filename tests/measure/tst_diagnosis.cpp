@@ -4,9 +4,9 @@
 
 #include <QtTest>
 
-#include "Causes.h"
 #include "MeasurementBench.h"
 #include "MeasurementClock.h"
+#include "RunDiagnosis.h"
 
 namespace {
 

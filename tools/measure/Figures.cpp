@@ -79,25 +79,6 @@ Figures throughputFigures(const RunTotals& totals, quint32 samplePeriod, bool bu
     return figures + figuresOverTime(totals) + blocks;
 }
 
-CounterDifferences counterDifferences(const CxCameraLineData& data)
-{
-    const RunCounters ends = data.runCounters();
-    const auto difference = [&](VN_COUNTER_SELECTOR kind, qint32 CounterSample::*value) -> std::optional<double> {
-        if (!ends.first || !ends.last || !data.isCounterSupported(kind))
-            return std::nullopt;
-        // Counters wrap; one that ran backwards was reset, and its difference is lost.
-        const auto steps = static_cast<quint32>((*ends.last).*value) - static_cast<quint32>((*ends.first).*value);
-        if (steps > static_cast<quint32>(INT32_MAX))
-            return std::nullopt;
-        return steps;
-    };
-    CounterDifferences differences;
-    forSampledCounters([&](const FrameCounter& counter, std::size_t) {
-        differences[counter.selector] = difference(counter.selector, counter.sample);
-    });
-    return differences;
-}
-
 Figures counterFigures(const RunTotals& totals, const CounterDifferences& counters)
 {
     const Figures figures{

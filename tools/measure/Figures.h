@@ -10,7 +10,7 @@
 #include <QtCore/QString>
 
 #include "CameraLineData.h"
-#include "FrameCounters.h"
+#include "RunDiagnosis.h"
 
 /// One number with all that an output has to know of it.
 struct Figure
@@ -26,9 +26,6 @@ using Figures = std::vector<Figure>;
 /// `samplePeriod` in bytes; `bufferKnown`: whether there is a required throughput to simulate the buffer with.
 Figures throughputFigures(const RunTotals& totals, quint32 samplePeriod, bool bufferKnown);
 
-/// Differences of the frame counters from a run's first sample to its last, by selector; those that the camera lacks
-/// or samples do not keep are unknown.
-CounterDifferences counterDifferences(const CxCameraLineData& data);
 Figures counterFigures(const RunTotals& totals, const CounterDifferences& counters);
 
 /// The value of that key; nothing if there is none or it is not known.

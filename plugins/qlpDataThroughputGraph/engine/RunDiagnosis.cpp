@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Gathers the figures of a record's run.
+#include "RunDiagnosis.h"
+
+#include "CameraLineData.h"
+#include "TimeMath.h"
+
+namespace {
+
+/// What the capacity still keeps of the run.
+template<typename List>
+void addHistory(DiagnosisInput& input, const List& kept)
+{
+    input.droppedFrames = input.run.frames - input.run.skippedFrames - kept.size();
+    if (!kept.empty())
+        input.keptS = static_cast<double>(kept.back()->timestampUs - kept.front()->timestampUs) / double(usPerSecond);
+}
+
+} // namespace
+
+CounterDifferences counterDifferences(const CxCameraLineData& data)
+{
+    const RunCounters ends = data.runCounters();
+    const auto difference = [&](VN_COUNTER_SELECTOR kind, qint32 CounterSample::*value) -> std::optional<double> {
+        if (!ends.first || !ends.last || !data.isCounterSupported(kind))
+            return std::nullopt;
+        // Counters wrap; one that ran backwards was reset, and its difference is lost.
+        const auto steps = static_cast<quint32>((*ends.last).*value) - static_cast<quint32>((*ends.first).*value);
+        if (steps > static_cast<quint32>(INT32_MAX))
+            return std::nullopt;
+        return steps;
+    };
+    CounterDifferences differences;
+    forSampledCounters([&](const FrameCounter& counter, std::size_t) {
+        differences[counter.selector] = difference(counter.selector, counter.sample);
+    });
+    return differences;
+}
+
+DiagnosisInput diagnosisInput(const CxCameraLineData& record, const RunTotals& run)
+{
+    DiagnosisInput input;
+    input.run = run;
+    input.driftPpm = record.clockDriftPpm();
+    const bool throughput = record.measMode == MeasModeDataThroughput;
+    if (!throughput)
+        input.counters = counterDifferences(record);
+    else if (record.requiredThroughput > 0)
+        input.required = record.requiredThroughput;
+    input.bufferSize = record.bufferSizeKnown ? record.cameraBufferSize.load() : 0;
+    input.samplePeriod = record.samplePeriod;
+    const QMutexLocker lock(&record.mutex);
+    if (throughput)
+        addHistory(input, record.frameList);
+    else
+        addHistory(input, record.counterSampleList);
+    return input;
+}
