@@ -11,7 +11,9 @@ namespace {
 template<typename List>
 void addHistory(DiagnosisInput& input, const List& kept)
 {
-    input.droppedFrames = input.run.frames - input.run.skippedFrames - kept.size();
+    // Of a run that goes on there may be more by now.
+    const quint64 frames = input.run.frames - input.run.skippedFrames;
+    input.droppedFrames = frames > kept.size() ? frames - kept.size() : 0;
     if (!kept.empty())
         input.keptS = static_cast<double>(kept.back()->timestampUs - kept.front()->timestampUs) / double(usPerSecond);
 }

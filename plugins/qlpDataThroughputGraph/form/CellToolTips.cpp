@@ -8,6 +8,7 @@
 #include <QtGui/QTextDocument>
 
 #include "../engine/CameraLineData.h"
+#include "../engine/RunDiagnosis.h"
 #include "../engine/TimeMath.h"
 #include "Columns.h"
 #include "RowCells.h"
@@ -88,6 +89,8 @@ QString CxDataGraphForm::CellToolTip(VNCORE_HANDLE hCam, int column) const
             lines += RangeLines(hCam);
     }
     lines += RunLines(hCam);
+    if (column == statusColumn)
+        lines += CauseLines(hCam);
     return Qt::convertFromPlainText(lines.join(QLatin1Char('\n')), Qt::WhiteSpaceNormal);
 }
 
@@ -126,5 +129,17 @@ QStringList CxDataGraphForm::RunLines(VNCORE_HANDLE hCam) const
     const qint64 silentSeconds = run.presentGapUs / usPerSecond; // 0 when nothing is measured
     if (silentSeconds > 0)
         lines += tr("no frame for %1 s").arg(silentSeconds);
+    return lines;
+}
+
+/// Possible causes of that.
+QStringList CxDataGraphForm::CauseLines(VNCORE_HANDLE hCam) const
+{
+    const CxCameraLineData* record = lineDataMap.value(hCam);
+    QStringList lines;
+    if (!record || postponedEvents.isHeld()) // then a mutex must not be taken
+        return lines;
+    for (const Finding& finding : diagnose(diagnosisInput(*record, record->runTotals())))
+        lines += finding.sentence;
     return lines;
 }

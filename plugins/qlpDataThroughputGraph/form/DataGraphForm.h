@@ -129,6 +129,7 @@ private:
     QString CellToolTip(VNCORE_HANDLE hCam, int column) const;
     QStringList RangeLines(VNCORE_HANDLE hCam) const;
     QStringList RunLines(VNCORE_HANDLE hCam) const;
+    QStringList CauseLines(VNCORE_HANDLE hCam) const;
 
     // --- row editors (RowEditors.cpp) ---
     void AddFormatComboBox(int row, VNCORE_HANDLE hCam, CxCameraParameters& parameters);
