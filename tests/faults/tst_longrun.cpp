@@ -198,34 +198,45 @@ private Q_SLOTS:
         setMeasurementClock({});
     }
 
-    /// Lost and back once an hour; each time somebody starts the measurement again.
+    /// Lost and back once an hour, in one run.
     void lossEveryHour()
     {
         constexpr int failingWaits = 12;
         sim::CameraScenario scenario = weekendCamera(0);
         scenario.faults = {};
         MeasurementBench bench(scenario);
+        bench.setOwnValues();
+        const auto nowUs = [&camera = *bench.camera]() -> qint64 { return camera.now() / 1us; };
+        setMeasurementClock(nowUs);
         const LogCapture log;
         quint64 received = 0;
+        quint64 receivedBytes = 0;
         size_t bytes = 0;
+        const qint32 capacity = capacityHours * framesPerHour * blocksPerFrame;
         for (int hour = 0; hour < hours; ++hour) {
-            bench.setOwnValues(); // it has come back with its power-up values
-            QVERIFY(bench.measure(framesPerHour, period, capacityHours * framesPerHour * blocksPerFrame));
+            QVERIFY(hour == 0 ? bench.data.startMeasurement(period, capacity) : bench.data.resumeMeasurement());
+            QVERIFY(bench.take(framesPerHour));
+            const sim::Ledger::Total session = bench.camera->ledger().total(sim::Fate::Received);
+            received += session.frames;
+            receivedBytes += session.bytes;
             bench.camera->lose();
             QVERIFY(bench.take(failingWaits));
-            const quint64 frames = bench.camera->ledger().total(sim::Fate::Received).frames;
-            received += frames;
+            QVERIFY(bench.data.suspendMeasurement());
+            bench.camera->advance(1s);
             const RunTotals totals = bench.data.runTotals();
-            QCOMPARE(std::tuple(totals.frames, totals.failedWaits), std::tuple(frames, quint64(failingWaits)));
-            bench.camera->comeBack();
-            QVERIFY(bench.stop());
-            QCOMPARE(bench.camera->parameter(QStringLiteral("imgdataformat")), int(VN_FRM_MONO16));
+            QCOMPARE(std::tuple(totals.frames, totals.bytes, totals.losses, totals.lostUs),
+                     std::tuple(received, receivedBytes, quint64(hour + 1), qint64(hour + 1) * 1000000));
+            QCOMPARE(totals.elapsedUs, nowUs());
+            bench.camera->comeBack(); // with its power-up values
             if (hour == capacityHours + 1)
                 bytes = mallinfo2().uordblks;
         }
         QCOMPARE(bench.data.frameList.size(), quint64(capacityHours * framesPerHour + 1));
         QVERIFY(received > bench.data.frameList.size());
-        QVERIFY(mallinfo2().uordblks < bytes + 10000000); // the log of the stops, or 40 MB of frames
+        QVERIFY(mallinfo2().uordblks < bytes + 10000000); // the log of the losses, or 40 MB of frames
+        QVERIFY(bench.stop());
+        QCOMPARE(bench.camera->parameter(QStringLiteral("imgdataformat")), int(VN_FRM_MONO16));
+        setMeasurementClock({});
     }
 };
 

@@ -12,6 +12,7 @@
 #include "LimitsFile.h"
 #include "MeasurementClock.h"
 #include "MeasureRun.h"
+#include "RandomRecord.h"
 #include "Report.h"
 #include "ReportDescription.h"
 #include "Scenarios.h"
@@ -38,6 +39,8 @@ public:
         setMeasurementClock([model = camera.get()] { return model->now() / std::chrono::microseconds(1); });
         auto& registry = CameraRegistry::instance();
         camera->setGated(true);
+        camera->setParameter(QStringLiteral("LUTEnable"), 1); // not its value at power-up
+        before = camera->parameters();
         for (registry.addDevice(camera); others > 0; --others)
             registry.addDevice(std::make_shared<sim::HandDrivenCamera>(scenario));
         for (int i = 0; i < registry.deviceCount(); ++i)
@@ -69,7 +72,7 @@ public:
     }
 
     std::shared_ptr<sim::HandDrivenCamera> camera;
-    const QMap<QString, int> before = camera->parameters();
+    QMap<QString, int> before;
     const Options options;
     QTemporaryFile text;
     const bool opened = text.open();
@@ -138,6 +141,73 @@ private Q_SLOTS:
                 QVERIFY(lines[2]["avgThroughputMBps"].isNull());
                 QVERIFY(lines[0]["avgThroughputMBps"].toDouble() > 0.0);
             }
+        }
+    }
+
+    /// Random runs with losses, some while the camera is prepared again, against what the camera really sent.
+    void lossesDoNotEndARun()
+    {
+        for (quint64 seed = 1; seed <= 30; ++seed) {
+            const int mode = seed % 2 == 0 ? MeasModeStandardAcq : MeasModeDataThroughput;
+            Dice dice(seed);
+            sim::CameraScenario scenario;
+            scenario.link.frameLoss = 0.2;
+            Bench bench(scenario, byHand(ExMeasMode(mode)));
+            sim::HandDrivenCamera& camera = *bench.camera;
+            sim::Ledger::Total received;
+            std::chrono::nanoseconds lostFor{0};
+            const QSignalSpy lost(&CameraRegistry::instance(), &CameraRegistry::cameraLost);
+            const auto addReceived = [&] { // the ledger begins anew when the camera comes back
+                const sim::Ledger ledger = camera.ledger();
+                received.frames += ledger.total(sim::Fate::Received).frames;
+                received.bytes += ledger.total(sim::Fate::Received).bytes;
+            };
+            for (int step = 0; step < 12; ++step) {
+                QVERIFY(bench.take(int(dice.between(1, 30))));
+                if (dice.oneIn(2))
+                    bench.run.printIntervals();
+                addReceived();
+                camera.lose();
+                const auto lostAt = camera.now();
+                QCoreApplication::processEvents();
+                QVERIFY(!bench.cameras[0]->isRunning() && !bench.run.isOver());
+                while (dice.oneIn(2)) {
+                    camera.advance(std::chrono::milliseconds(dice.between(0, 700)));
+                    bench.run.printIntervals();
+                }
+                std::atomic<int> calls{int(dice.between(0, 60))}; // until it is lost again, if so many are made
+                camera.setHook([&camera, &calls](const sim::HostCall&) {
+                    if (calls-- == 0)
+                        camera.lose();
+                    return true;
+                });
+                camera.comeBack();
+                QCoreApplication::processEvents();
+                camera.setHook({});
+                if (!bench.cameras[0]->isRunning()) {
+                    camera.advance(std::chrono::milliseconds(5));
+                    camera.comeBack();
+                    QCoreApplication::processEvents();
+                }
+                QVERIFY(bench.cameras[0]->isRunning());
+                lostFor += camera.now() - lostAt;
+            }
+            QVERIFY(bench.take(3));
+            bench.stop();
+            addReceived();
+            if (mode == MeasModeDataThroughput) // the other one saves nothing that a camera loses with its power
+                QCOMPARE(camera.parameters(), bench.before);
+            const RunTotals totals = bench.cameras[0]->record().runTotals();
+
+            QCOMPARE(std::tuple(totals.frames, totals.bytes), std::tuple(received.frames, received.bytes));
+            QCOMPARE(totals.lostUs, qint64(lostFor / std::chrono::microseconds(1)));
+            QVERIFY(totals.losses >= 12 && totals.losses <= quint64(lost.size()));
+            QVERIFY(totals.silentUs >= totals.lostUs && totals.elapsedUs > totals.silentUs);
+            if (mode == MeasModeStandardAcq)
+                QCOMPARE(bench.total("transportSkips"), bench.total("missingFrames"));
+            const auto lines = jsonLines(readFile(bench.text.fileName()));
+            for (const char* key : {"frames", "missingFrames", "failedWaits", "silentMs", "losses", "lostS"})
+                QVERIFY(qAbs(sumOf(lines, key) - bench.total(key)) < 1e-6);
         }
     }
 

@@ -35,6 +35,7 @@ MeasureRun::MeasureRun(const Options& options, std::vector<std::unique_ptr<Measu
     timer.setTimerType(Qt::PreciseTimer);
     connect(&timer, &QTimer::timeout, this, &MeasureRun::wake);
     connect(&CameraRegistry::instance(), &CameraRegistry::cameraLost, this, &MeasureRun::onCameraLost);
+    connect(&CameraRegistry::instance(), &CameraRegistry::cameraReturned, this, &MeasureRun::onCameraReturned);
 }
 
 void MeasureRun::start()
@@ -52,7 +53,7 @@ void MeasureRun::start()
     nextTickMs = tickLength.count();
     nextLineMs = runOptions.interval.count();
     Q_EMIT updated();
-    if (anyRunning())
+    if (anyLeft())
         armTimer();
     else
         stop();
@@ -97,7 +98,8 @@ void MeasureRun::wake()
     }
     for (MeasuredCamera* camera : started)
         camera->noteEnd();
-    if (lineOutput.lines().readerIsGone() || !anyRunning())
+    resumeReturned();
+    if (lineOutput.lines().readerIsGone() || !anyLeft())
         stop();
     else
         armTimer();
@@ -150,13 +152,18 @@ void MeasureRun::tellOnce(const LineWriter& lines)
         complain(singleLine(lines.error()));
 }
 
-bool MeasureRun::anyRunning() const
+/// A lost camera may come back.
+bool MeasureRun::anyLeft() const
 {
-    return std::any_of(started.begin(), started.end(), [](const auto* camera) { return camera->isRunning(); });
+    return std::any_of(started.begin(), started.end(), [this](const auto* camera) {
+        return camera->isRunning() || (runOptions.resume && camera->isLost());
+    });
 }
 
 void MeasureRun::onCameraLost(VNCORE_HANDLE lost)
 {
+    if (over)
+        return;
     for (MeasuredCamera* camera : started) {
         if (camera->handle() == lost) {
             complain(QStringLiteral("%1 was lost").arg(cameraDisplayName(camera->info())));
@@ -164,6 +171,28 @@ void MeasureRun::onCameraLost(VNCORE_HANDLE lost)
             camera->setLost();
         }
     }
-    if (!anyRunning())
+    if (!anyLeft())
         stop();
+}
+
+void MeasureRun::onCameraReturned(VNCORE_HANDLE returned)
+{
+    if (over || !runOptions.resume)
+        return;
+    for (MeasuredCamera* camera : started) {
+        if (camera->handle() == returned)
+            camera->setReturned();
+    }
+    resumeReturned();
+}
+
+/// At every tick, too: a camera that has just come back may still refuse.
+void MeasureRun::resumeReturned()
+{
+    for (MeasuredCamera* camera : started) {
+        if (!camera->resume())
+            continue;
+        complain(QStringLiteral("%1 is back and measured again").arg(cameraDisplayName(camera->info())));
+        course.note(*camera, QStringLiteral("is back and measured again"));
+    }
 }

@@ -42,8 +42,10 @@ Q_SIGNALS:
 private:
     void wake();
     void armTimer();
-    bool anyRunning() const;
+    bool anyLeft() const;
     void onCameraLost(VNCORE_HANDLE camera);
+    void onCameraReturned(VNCORE_HANDLE camera);
+    void resumeReturned();
     void tick(MeasuredCamera& camera);
     void printInterval(MeasuredCamera& camera, LinkTable& links);
     void printLinks(const LinkTable& links);

@@ -39,12 +39,30 @@ void MeasuredCamera::stop()
 
 void MeasuredCamera::setLost()
 {
-    lost = started;
+    noteEnd();
+    if (isLost() && !endedAtS)
+        presence = Presence::Lost; // again, before it was measured
+    else if (started && !endedAtS && data.suspendMeasurement())
+        presence = Presence::Lost;
+}
+
+void MeasuredCamera::setReturned()
+{
+    if (presence == Presence::Lost)
+        presence = Presence::Returned;
+}
+
+bool MeasuredCamera::resume()
+{
+    if (presence != Presence::Returned || endedAtS || !data.resumeMeasurement())
+        return false;
+    presence = Presence::There;
+    return true;
 }
 
 void MeasuredCamera::noteEnd()
 {
-    if (started && !endedAtS && !data.isMeasuring()) {
+    if (started && !endedAtS && !isLost() && !data.isMeasuring()) {
         endedItself = true;
         endedAtS = elapsedS();
     }
@@ -55,11 +73,12 @@ QStringList MeasuredCamera::problems() const
     if (!started)
         return {QStringLiteral("did not start")};
     QStringList problems;
-    if (lost)
-        problems.append(QStringLiteral("was lost"));
+    const RunTotals totals = data.runTotals();
+    if (totals.losses > 0 && !runVerdict.judges("losses"))
+        problems.append(totals.losses == 1 ? QStringLiteral("was lost")
+                                           : QStringLiteral("was lost %1 times").arg(totals.losses));
     if (endedItself)
         problems.append(QStringLiteral("measurement ended for lack of memory"));
-    const RunTotals totals = data.runTotals();
     if (totals.frames == 0)
         problems.append(QStringLiteral("sent no frame"));
     else if (totals.skippedFrames == totals.frames)

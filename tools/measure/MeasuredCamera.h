@@ -44,9 +44,15 @@ public:
     /// Ends the measurement and restores the camera; takes up to one image wait if the camera sends nothing.
     void stop();
     /// Measures, as far as is known: not lost, not out of memory.
-    bool isRunning() const { return data.isMeasuring() && !lost; }
+    bool isRunning() const { return data.isMeasuring(); }
 
+    /// The camera is gone; its run's time goes on until it is measured again.
     void setLost();
+    bool isLost() const { return presence != Presence::There; }
+    /// The camera is there again: resume() may be tried, and again if it was refused.
+    void setReturned();
+    /// True if a lost camera is measured again.
+    bool resume();
     /// Notes a measurement that ended by itself.
     void noteEnd();
     /// What makes the run of this camera worthless; after stop().
@@ -85,7 +91,13 @@ private:
     double intervalEndS = 0.0;      ///< of the last one
     std::optional<double> endedAtS; ///< of a measurement that is over
     bool started = false;
-    bool lost = false;
+    enum class Presence
+    {
+        There,
+        Lost,
+        Returned ///< and not yet measured again
+    };
+    Presence presence = Presence::There;
     bool endedItself = false;
 };
 

@@ -111,6 +111,7 @@ void declareOptions(QCommandLineParser& parser)
     add("log", "Append the interval lines to this CSV file, line by line.", "FILE");
     add("report", "Write the run as one HTML page: verdict, figures, graphs, events.", "FILE");
     add("limits", "Take limits from this file, for all cameras or for some.", "FILE");
+    add("no-resume", "Do not measure a camera again that was lost and has come back.");
     add("json", "Print JSON, one object per line.");
     for (const LimitKind& limit : limitKinds())
         add(limit.name, limit.help, limit.valueName);
@@ -196,6 +197,7 @@ Options parseOptions(const QStringList& arguments)
     options.reportFile = read.value("report");
     options.limitsFile = read.value("limits");
     options.json = read.isSet("json");
+    options.resume = !read.isSet("no-resume");
     for (const char* file : {"cameras", "csv", "log", "report", "limits"}) {
         if (read.isSet(file) && read.value(file).isEmpty())
             read.refuseValue(file, QStringLiteral("a file name"));

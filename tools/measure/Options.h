@@ -47,6 +47,7 @@ struct Options
     QString logFile;
     QString reportFile;
     bool json = false;
+    bool resume = true; ///< measure a camera again that was lost and has come back
     QString limitsFile; ///< empty: none
     RigLimits limits;   ///< those of the file are not read yet
 };

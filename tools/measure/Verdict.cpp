@@ -32,6 +32,13 @@ bool Verdict::passed() const
     return std::all_of(limits.begin(), limits.end(), [](const LimitVerdict& verdict) { return verdict.kept; });
 }
 
+bool Verdict::judges(const char* figure) const
+{
+    return std::any_of(limits.begin(), limits.end(), [figure](const LimitVerdict& verdict) {
+        return QLatin1String(verdict.limit.kind->figure) == QLatin1String(figure);
+    });
+}
+
 bool Verdict::seesSilence() const
 {
     return std::any_of(limits.begin(), limits.end(), [](const LimitVerdict& verdict) {

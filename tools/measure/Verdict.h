@@ -30,6 +30,8 @@ struct Verdict
     void look(const Figures& runSoFar, double elapsedS);
     /// No limit is broken; also without any.
     bool passed() const;
+    /// Whether there is a limit of this figure.
+    bool judges(const char* figure) const;
     /// Whether there is a limit that a camera which falls silent breaks.
     bool seesSilence() const;
     /// One text for each limit that is broken: "--min-average 350: 212.5".

@@ -120,6 +120,14 @@ public:
     /// Bytes; 32768 if the camera does not tell.
     qint32 readCameraBufferSize();
 
+    // --- a camera that is lost and comes back (CameraLoss.cpp), user interface thread ---
+    /// For a camera that is lost: ends the image wait and joins the worker; the camera, which would not listen, is left
+    /// as it is. The run's time goes on. resumeMeasurement() or stopMeasurement() follows. False if nothing measures.
+    bool suspendMeasurement();
+    /// When the camera is back: gives it its own values, which it may have lost, prepares it again and goes on with the
+    /// run. On false it is still suspended and this may be tried again, unless the worker has no memory.
+    bool resumeMeasurement();
+
     // --- measurement loops (MeasureLoops.cpp), worker thread ---
     void runMeasureLoop();
     void runMeasureLoopAcquisition();
@@ -220,8 +228,13 @@ private:
     // CameraPreparation.cpp
     bool setupDataThroughput();
     bool setupStandardAcq();
+    bool prepareCamera();
+    bool startAcquisition();
     bool startWorkerLocked();
     void finishMeasurementLocked();
+
+    // CameraLoss.cpp
+    bool endSuspension();
 
     // Statistics.cpp
     /// `points`, which may be null, receives those of the curves, at least `stepUs` apart. Throws without memory.
@@ -256,6 +269,7 @@ private:
     bool keepFrame(const VN_IMG& image, quint64 blockCount, const FrameTimes& times, const MeasurementPlan& plan,
                    FrameIntervalCounter& intervals);
     bool keepSample(const VN_IMG& image, const FrameTimes& times, qint64 previousUs, quint64 limit);
+    void addCountersLocked(const CounterSample& sample);
     void updateFrameTimeLocked(double timeUs);
     void endForLackOfMemory(const VN_IMG& image, const FrameTimes& times);
 
@@ -264,6 +278,8 @@ private:
     std::optional<qint32> preparedMode; ///< what setupCameraParameters() was called for and is not yet restored
     RunTotalsCounter totals;            ///< guarded by `mutex`
     RunCounters countersOfRun;          ///< guarded by `mutex`
+    bool countersBeginAnew = false;     ///< after a loss, guarded by `mutex`
+    bool suspended = false;             ///< between loss and return; the user interface thread's
     std::optional<double> driftPpm;     ///< of the run, guarded by `mutex`
 };
 

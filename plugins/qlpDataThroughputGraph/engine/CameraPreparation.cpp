@@ -203,32 +203,51 @@ bool CxCameraLineData::startMeasurement(qint32 period, qint32 capacity)
     }
     if (autoRequiredThroughput)
         readDefaultAvgTransportSpeed();
-    if (!setupCameraParameters()) {
-        restoreCameraParameters();
+    if (!prepareCamera())
         return false;
-    }
     samplePeriod = std::max(period, smallestSamplePeriod);
     maxSamples = std::max(capacity, 1);
     framePlan = MeasurementPlan{samplePeriod, maxSamples};
-    setParam(hCam, VN_PRM_TS_RST_MODE, timeStampResetMode);
-    setParam(hCam, VN_PRM_TS_RST_SOURCE, timeStampResetSource);
-    if (!vnApi_StartAcquisition(hCam)) {
-        LOG_FAILURE(setupName, "vnApi_StartAcquisition failed");
-        restoreCameraParameters();
+    if (!startAcquisition())
         return false;
-    }
-    measuring = true;
-    stopRequested = false;
-    stopAnnounced = false;
     totals.begin(measurementClockUs()); // preparing a camera may take seconds, in which it owes no frame
     countersOfRun = RunCounters();
+    countersBeginAnew = false;
     driftPpm.reset();
-    return startWorkerLocked();
+    suspended = false;
+    if (startWorkerLocked())
+        return true;
+    totals = RunTotalsCounter();
+    return false;
+}
+
+/// On false the camera is restored.
+bool CxCameraLineData::prepareCamera()
+{
+    if (setupCameraParameters())
+        return true;
+    restoreCameraParameters();
+    return false;
+}
+
+/// Of a prepared camera; on false it is restored.
+bool CxCameraLineData::startAcquisition()
+{
+    setParam(hCam, VN_PRM_TS_RST_MODE, timeStampResetMode);
+    setParam(hCam, VN_PRM_TS_RST_SOURCE, timeStampResetSource);
+    if (vnApi_StartAcquisition(hCam))
+        return true;
+    LOG_FAILURE(setupName, "vnApi_StartAcquisition failed");
+    restoreCameraParameters();
+    return false;
 }
 
 /// The system may have no room for one more thread.
 bool CxCameraLineData::startWorkerLocked()
 {
+    measuring = true;
+    stopRequested = false;
+    stopAnnounced = false;
     try {
         thread = std::make_unique<CxAcquisitionThread>(this, measMode);
         thread->start();
@@ -240,7 +259,6 @@ bool CxCameraLineData::startWorkerLocked()
     LOG_FAILURE(setupName, "Cannot start the acquisition thread");
     thread.reset();
     stopRequested = true;
-    totals = RunTotalsCounter();
     finishMeasurementLocked();
     return false;
 }
@@ -256,6 +274,8 @@ void CxCameraLineData::announceStop()
 
 bool CxCameraLineData::stopMeasurement()
 {
+    if (suspended)
+        return endSuspension();
     // Only the one that sets the flag ends the measurement: never both this thread and a worker out of memory.
     if (!isMeasuring() || stopRequested.exchange(true))
         return false;

@@ -137,7 +137,8 @@ bool CxCameraLineData::keepFrame(const VN_IMG& image, quint64 blockCount, const 
         const quint64 excess = makeRoomLocked(frameList, frameLimit, removed);
         updateFrameTimeLocked(ticksToUs(frame->durationTicks));
         totals.addFrame(image.frameNumber, image.dataBytes, figures, false, times.arrivalUs);
-        driftPpm = times.driftPpm;
+        if (times.driftPpm)
+            driftPpm = times.driftPpm; // after a loss that of before counts until it is known again
         frameList.push_back(std::move(frame), std::move(aggregates), settings);
         trimLocked(frameList, excess, removed);
         return true;
@@ -184,10 +185,9 @@ bool CxCameraLineData::keepSample(const VN_IMG& image, const FrameTimes& times, 
         QMutexLocker lock(&mutex);
         const quint64 excess = makeRoomLocked(counterSampleList, limit, removed);
         totals.addFrame(image.frameNumber, image.dataBytes, FrameFigures(), false, times.arrivalUs);
-        driftPpm = times.driftPpm;
-        if (!countersOfRun.first)
-            countersOfRun.first = *sample;
-        countersOfRun.last = *sample;
+        if (times.driftPpm)
+            driftPpm = times.driftPpm; // after a loss that of before counts until it is known again
+        addCountersLocked(*sample);
         counterSampleList.push_back(std::move(sample));
         if (previousUs > 0)
             updateFrameTimeLocked(static_cast<double>(times.cameraUs) - static_cast<double>(previousUs));
@@ -197,6 +197,24 @@ bool CxCameraLineData::keepSample(const VN_IMG& image, const FrameTimes& times, 
         LOG_FAILURE(standardLoop, "Cannot allocate array for frame data");
         return false;
     }
+}
+
+/// Counters of a camera that was lost may begin anew: what they grew by before moves the run's first sample back.
+void CxCameraLineData::addCountersLocked(const CounterSample& sample)
+{
+    RunCounters& run = countersOfRun;
+    if (!run.first) {
+        run.first = sample;
+    } else if (std::exchange(countersBeginAnew, false)) {
+        forSampledCounters([&](const FrameCounter& counter, std::size_t) {
+            const auto value = [&counter](const CounterSample& of) {
+                return static_cast<quint32>(of.*counter.sample);
+            };
+            (*run.first).*counter.sample =
+                static_cast<qint32>(value(sample) - (value(*run.last) - value(*run.first)));
+        });
+    }
+    run.last = sample;
 }
 
 void CxCameraLineData::readCounters()

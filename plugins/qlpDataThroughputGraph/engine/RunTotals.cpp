@@ -105,6 +105,21 @@ void RunTotalsCounter::end(qint64 nowUs)
     running = false;
 }
 
+void RunTotalsCounter::lose(qint64 nowUs)
+{
+    ++open.losses;
+    lostSinceUs = nowUs;
+    lossInGap = true;
+}
+
+void RunTotalsCounter::resume(qint64 nowUs)
+{
+    if (lostSinceUs)
+        open.lostUs += nowUs - *lostSinceUs;
+    lostSinceUs.reset();
+    lastFrameNumber.reset();
+}
+
 void RunTotalsCounter::addFrame(quint32 frameNumber, quint64 bytes, const FrameFigures& figures, bool skipped,
                                 qint64 nowUs)
 {
@@ -138,6 +153,7 @@ void RunTotalsCounter::endGap(qint64 nowUs)
     if (static_cast<double>(gapUs) > limitUs)
         open.silentUs += gapUs - silenceTakenUs;
     silenceTakenUs = 0;
+    lossInGap = lostSinceUs.has_value();
     if (lastFrameNumber) {
         gapSumUs += std::min(static_cast<double>(gapUs), limitUs);
         ++gaps;
@@ -147,6 +163,8 @@ void RunTotalsCounter::endGap(qint64 nowUs)
 /// Gaps beyond are silence.
 double RunTotalsCounter::longestGapOfFramesUs() const
 {
+    if (lossInGap)
+        return 0.0;
     if (gaps < gapsForMean)
         return longestFirstGapUs;
     return meanGaps * gapSumUs / static_cast<double>(gaps) + clockResolutionUs;
@@ -161,8 +179,11 @@ RunTotals RunTotalsCounter::run(qint64 nowUs) const
 RunTotals RunTotalsCounter::takeInterval(qint64 nowUs)
 {
     const RunTotals interval = openInterval(nowUs);
-    if (running)
+    if (running) {
         silenceTakenUs += interval.silentUs - open.silentUs;
+        if (lostSinceUs)
+            lostSinceUs = nowUs;
+    }
     closed += interval;
     open = RunTotals();
     openSinceUs = nowUs;
@@ -179,6 +200,8 @@ RunTotals RunTotalsCounter::openInterval(qint64 nowUs) const
         interval.elapsedUs += nowUs - openSinceUs;
         if (static_cast<double>(interval.presentGapUs) > longestGapOfFramesUs())
             interval.silentUs += interval.presentGapUs - silenceTakenUs;
+        if (lostSinceUs)
+            interval.lostUs += nowUs - *lostSinceUs;
     }
     return interval;
 }

@@ -91,6 +91,10 @@ public:
 
     /// A frame arrived, `skipped` when it is not kept.
     void addFrame(quint32 frameNumber, quint64 bytes, const FrameFigures& figures, bool skipped, qint64 nowUs);
+    /// The camera is lost: time goes on, and a gap with a loss in it is silence however short.
+    void lose(qint64 nowUs);
+    /// It is measured again; its frame numbers begin anew.
+    void resume(qint64 nowUs);
     void addFailedWait() { ++open.failedWaits; }
 
     RunTotals run(qint64 nowUs) const;
@@ -111,6 +115,8 @@ private:
     double gapSumUs = 0.0;     ///< of gaps between frames, as they enter the mean
     quint64 gaps = 0;
     std::optional<quint32> lastFrameNumber;
+    std::optional<qint64> lostSinceUs; ///< what of it is not in an interval yet
+    bool lossInGap = false;
 };
 
 #endif
