@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "FigureTree.h"
 #include "FrameAggregates.h"
 #include "SampleRecords.h"
 #include "TimeIndex.h"
@@ -89,22 +90,20 @@ public:
     std::vector<Frame> endRemake(Remake& remake) noexcept;
 
 private:
-    static constexpr quint64 fanOut = 16;
-
     quint64 firstNumber() const { return frames.dropped(); }
     quint64 endNumber() const { return firstNumber() + size(); }
-    RangeFigures leaf(quint64 number) const;
-    RangeFigures node(std::size_t level, quint64 number) const;
-    RangeFigures children(std::size_t level, quint64 number) const;
-    void setNode(std::size_t level, quint64 number);
-    void setNodesOver(quint64 begin, quint64 end);
+    /// Of the frame with that number.
+    RangeFigures frameFigures(quint64 number) const;
+    struct Leaf
+    {
+        const FrameList& list;
+        RangeFigures operator()(quint64 number) const { return list.frameFigures(number); }
+    };
 
-    // Frames have numbers in the order of their arrival; node n of level k stands for the frames from n * 16^(k+1)
-    // on.
     Tape<Frame> frames;
     TimeIndex startTimes;
     TimeIndex endTimes;
-    std::vector<Tape<RangeFigures>> levels;
+    FigureTree<RangeFigures> figureTree;
 
     EvaluationSettings evaluation; ///< of all aggregates but the stale ones
     quint64 staleBegin = 0;        ///< numbers
