@@ -8,7 +8,7 @@ std::unique_ptr<FrameRecord> FrameSource::next(quint64 blocks)
 {
     constexpr quint64 blocksPerPacket = 16;
     auto frame = std::make_unique<FrameRecord>();
-    frame->frameNumber = frameNumber++;
+    frame->frameNumber = frameNumber += frameNumber % 40 == 0 ? 3 : 1;
     frame->timestampUs = timeUs();
     frame->blockCount = blocks;
     frame->blockTicks.reset(new quint64[blocks]);
@@ -36,6 +36,7 @@ void fillRecord(CxCameraLineData& data, FrameSource& source, quint64 frames)
         FrameAggregates aggregates = makeAggregates(*frame, settings);
         data.frameList.push_back(std::move(frame), std::move(aggregates), settings);
     }
+    data.runs = {{0, source.timeUs(), 15'000}};
 }
 
 void fillSamples(CxCameraLineData& data, int samples)
@@ -44,7 +45,7 @@ void fillSamples(CxCameraLineData& data, int samples)
     data.avgFrameTime = 100.0;
     for (int i = 0; i < samples; ++i) {
         auto sample = std::make_unique<CounterSample>();
-        sample->frameNumber = static_cast<quint64>(i);
+        sample->frameNumber = static_cast<quint64>(i + i / 700);
         sample->timestampUs = i * 100LL;
         sample->transportSkip = i / 1000;
         sample->apiSkip = i / 2000;
@@ -53,6 +54,7 @@ void fillSamples(CxCameraLineData& data, int samples)
         sample->bufferOverflow = i / 5000;
         data.counterSampleList.push_back(std::move(sample));
     }
+    data.runs = {{0, samples * 100LL, 100'000}};
 }
 
 View::View(qint64 endUs, double seconds)

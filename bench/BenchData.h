@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Records to measure with: a camera near 1 GB/s whose link sends packets with gaps, jitter and now and then a stall.
+// Records to measure with: a camera near 1 GB/s whose link sends packets with gaps, jitter and now and then a stall,
+// and which loses frames now and then.
 #ifndef KESTROVA_BENCHDATA_H
 #define KESTROVA_BENCHDATA_H
 
@@ -36,6 +37,9 @@ void fillSamples(CxCameraLineData& data, int samples);
 struct View
 {
     View(qint64 endUs, double seconds);
+    /// As wide as a mark is drawn.
+    qint64 markJoinUs() const { return static_cast<qint64>(8.0 * 1000.0 * spacingMs); }
+    EventRange eventRange() const { return {fromUs, toUs, markJoinUs(), toUs}; }
 
     qint64 fromUs;
     qint64 toUs;

@@ -29,8 +29,10 @@ View wholeView()
 void naive(benchmark::State& state)
 {
     const View view = wholeView();
-    for (auto _ : state)
+    for (auto _ : state) {
         benchmark::DoNotOptimize(naiveCounters(store(), 0.0, view.fromUs, view.toUs, view.spacingMs));
+        benchmark::DoNotOptimize(naiveMarks(store(), view.eventRange()));
+    }
 }
 
 void engine(benchmark::State& state)
@@ -41,14 +43,17 @@ void engine(benchmark::State& state)
         graph = plot.addGraph();
     const View view = wholeView();
     const QCPRange keys(-1.0, 0.0);
+    std::vector<EventMark> marks;
     for (auto _ : state) {
+        marks = store().eventMarks(view.fromUs, view.toUs, view.markJoinUs());
         for (QCPGraph* graph : graphs)
             graph->data()->clear();
         store().fillCounterGraphs(graphs[0], graphs[1], graphs[2], graphs[3], graphs[4], keys, view.fromUs, view.toUs,
                                   view.spacingMs);
     }
     const NaiveCounters counters = naiveCounters(store(), 0.0, view.fromUs, view.toUs, view.spacingMs);
-    if (graphs[0]->dataCount() != static_cast<int>(counters.curves[0].size()))
+    if (graphs[0]->dataCount() != static_cast<int>(counters.curves[0].size()) ||
+        marks != naiveMarks(store(), view.eventRange()))
         state.SkipWithError("not equal to the naive evaluation");
 }
 

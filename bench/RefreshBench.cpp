@@ -42,7 +42,7 @@ Store& store(quint64 frames)
     return *kept;
 }
 
-/// Both graphs of one area on a plot of their own.
+/// Both graphs of one area on a plot of their own, and its marks.
 struct Curves
 {
     Curves() : minimum(plot.addGraph()), level(plot.addGraph()) {}
@@ -52,12 +52,14 @@ struct Curves
         minimum->data()->clear();
         level->data()->clear();
         const QCPRange keys(view.keyUpper - 1.0, view.keyUpper);
+        marks = data.eventMarks(view.fromUs, view.toUs, view.markJoinUs());
         return data.calculateStats(minimum, level, &keys, view.fromUs, view.toUs, view.spacingMs);
     }
 
     QCustomPlot plot;
     QCPGraph* minimum;
     QCPGraph* level;
+    std::vector<EventMark> marks;
 };
 
 /// A comparison of costs means something only between equal results.
@@ -65,6 +67,8 @@ bool isEqual(CxCameraLineData& data, Curves& curves, const View& view)
 {
     const NaiveFigures naive = naiveFigures(data, view.keyUpper, view.fromUs, view.toUs, view.spacingMs);
     if (!curves.refresh(data, view) || curves.minimum->dataCount() != static_cast<int>(naive.minimum.size()))
+        return false;
+    if (curves.marks != naiveMarks(data, view.eventRange()))
         return false;
     for (int i = 0; i < curves.minimum->dataCount(); ++i) {
         const auto at = static_cast<std::size_t>(i);
@@ -81,8 +85,10 @@ void naive(benchmark::State& state)
 {
     Store& kept = store(frames10M);
     const View view = kept.view(allSeconds);
-    for (auto _ : state)
+    for (auto _ : state) {
         benchmark::DoNotOptimize(naiveFigures(kept.data, 0.0, view.fromUs, view.toUs, view.spacingMs));
+        benchmark::DoNotOptimize(naiveMarks(kept.data, view.eventRange()));
+    }
     state.counters["per_block"] =
         benchmark::Counter(static_cast<double>(frames10M * benchFrameBlocks),
                            benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
@@ -102,6 +108,7 @@ void engine(benchmark::State& state, quint64 frames, double seconds)
     for (auto _ : state)
         benchmark::DoNotOptimize(curves.refresh(kept.data, view));
     state.counters["points"] = curves.minimum->dataCount();
+    state.counters["marks"] = static_cast<double>(curves.marks.size());
 }
 
 void stale(benchmark::State& state)

@@ -60,18 +60,27 @@ private Q_SLOTS:
         while (plot.graphCount() < 5)
             plot.addGraph();
         qint64 plotted = 0;
+        foundMarks = 0;
         for (int seed = 0; seed < testCount(120); ++seed) {
             Dice dice(static_cast<quint64>(seed));
             CxCameraLineData data;
             data.avgFrameTime = static_cast<double>(dice.between(0, 3000)) / 3.0;
             const bool backwards = dice.oneIn(3); // now and then
+            data.measMode = MeasModeStandardAcq;
             qint64 timeUs = 0;
+            quint64 number = dice.bits();
+            qint32 overflows = 0;
             for (int step = 0; step < 8; ++step) {
+                changeRuns(data, dice, timeUs);
                 for (qint64 samples = dice.between(1, 400); samples > 0; --samples) {
                     timeUs += backwards && dice.oneIn(20) ? -dice.between(0, 5000) : dice.between(0, 2000);
+                    if (dice.oneIn(200))
+                        timeUs += dice.between(0, 300'000);
+                    number += dice.oneIn(9) ? static_cast<quint64>(dice.between(0, 4)) : 1;
                     const auto skips = static_cast<qint32>(dice.between(0, 1000));
                     const auto triggers = static_cast<qint32>(samples);
-                    appendSample(data, {0, timeUs, skips, skips, triggers, triggers, -1});
+                    overflows += dice.oneIn(30) ? static_cast<qint32>(dice.between(-2, 5)) : 0;
+                    appendSample(data, {number, timeUs, skips, skips, triggers, triggers, overflows});
                 }
                 while (data.counterSampleList.size() > 900)
                     data.counterSampleList.pop_front();
@@ -88,9 +97,11 @@ private Q_SLOTS:
                 for (int i = 0; i < 5; ++i)
                     QVERIFY2(points(*plot.graph(i)) == naive.curves[i], qPrintable(QString::number(seed)));
                 plotted += plot.graph(0)->dataCount();
+                compareMarks(data, dice, toUs - range, toUs);
             }
         }
         QVERIFY(plotted > 10 * testCount(120));
+        QVERIFY(foundMarks > 10 * testCount(120));
     }
 
     void remadeWhileTheWorkerTrims()
@@ -131,13 +142,14 @@ private:
     {
         constexpr qint64 ranges[] = {1'000, 50'000, 1'000'000, 60'000'000, 86'400'000'000};
         const int records = testCount(large ? 120 : 400);
-        plottedPoints = 0;
+        plottedPoints = foundMarks = 0;
         for (int seed = 0; seed < records; ++seed) {
             Dice dice(static_cast<quint64>(seed));
             CxCameraLineData data;
             data.cameraBufferSize = 32768;
             nextFrame = 1000;
             for (int step = 0; step < 12; ++step) {
+                changeRuns(data, dice, data.frameList.empty() ? 0 : data.frameList.back()->timestampUs);
                 change(data, dice, large);
                 data.avgFrameTime = static_cast<double>(dice.between(0, 6000)) / 3.0;
                 for (int view = 0; view < 3 && !data.frameList.empty(); ++view) {
@@ -146,12 +158,14 @@ private:
                     // Now and then the view has left the frames.
                     const qint64 toUs = anchorUs + (dice.oneIn(6) ? -3 * range : dice.between(0, range));
                     compare(data, toUs - range, toUs, dice.oneIn(4) ? 0.0 : static_cast<double>(range) / 514e3);
+                    compareMarks(data, dice, toUs - range, toUs);
                     if (QTest::currentTestFailed())
                         qFatal("seed %d, step %d, view %d", seed, step, view);
                 }
             }
         }
         QVERIFY(plottedPoints > 100 * records); // else there was little to compare
+        QVERIFY(foundMarks > 10 * records);
     }
 
     /// What may happen between two refreshes.
@@ -167,8 +181,11 @@ private:
         if (large) {
             // Some of them were in the worker's hands when the settings changed.
             for (qint64 frames = dice.between(0, 40); frames > 0; --frames)
-                appendFinished(data, steadyFrame(dice, nextFrame++, static_cast<quint64>(dice.between(1, 1500))),
-                               dice.oneIn(5) ? before : data.evaluationSettings());
+                appendFinished(
+                    data,
+                    steadyFrame(dice, nextFrame += dice.oneIn(9) ? static_cast<quint64>(dice.between(1, 200)) : 1,
+                                static_cast<quint64>(dice.between(1, 1500))),
+                    dice.oneIn(5) ? before : data.evaluationSettings());
         } else {
             appendRandomMeasurement(data, dice, static_cast<int>(dice.between(1, 40)));
         }
@@ -176,6 +193,26 @@ private:
         while (data.frameList.size() > room && dice.oneIn(2))
             for (quint64 i = data.frameList.size() - room; i > 0; --i)
                 data.frameList.pop_front();
+    }
+
+    /// Measurements that begin and end somewhere among the records that are to come.
+    void changeRuns(CxCameraLineData& data, Dice& dice, qint64 timeUs)
+    {
+        if (!data.runs.empty() && (dice.oneIn(2) || timeUs <= data.runs.back().startUs))
+            return;
+        if (!data.runs.empty() && !data.runs.back().endUs)
+            data.runs.back().endUs = timeUs;
+        data.runs.push_back({timeUs + dice.between(1, 50'000), std::nullopt, dice.between(1000, 400'000)});
+    }
+
+    void compareMarks(CxCameraLineData& data, Dice& dice, qint64 fromUs, qint64 toUs)
+    {
+        const EventRange range{fromUs, toUs, dice.oneIn(4) ? 0 : (toUs - fromUs) / dice.between(2, 300), toUs};
+        const auto marks = data.measMode == MeasModeStandardAcq
+                               ? findEventMarks(data.counterSampleList, data.runs, range)
+                               : findEventMarks(data.frameList, data.runs, range);
+        QVERIFY(marks == naiveMarks(data, range));
+        foundMarks += static_cast<qint64>(marks.size());
     }
 
     void compare(CxCameraLineData& data, qint64 fromUs, qint64 toUs, double spacing)
@@ -197,6 +234,7 @@ private:
     QCPGraph& level;
     quint64 nextFrame = 0;
     qint64 plottedPoints = 0;
+    qint64 foundMarks = 0;
 };
 
 QTEST_MAIN(TestRefresh)

@@ -116,6 +116,100 @@ NaiveCounters naiveCounters(const CxCameraLineData& data, double keyUpper, qint6
     return counters;
 }
 
+namespace {
+
+/// A record, whatever the mode.
+struct Happened
+{
+    qint64 timeUs;
+    quint32 number;
+    qint64 overflows; ///< of itself, or the camera's count
+};
+
+bool overflows(const CxCameraLineData& data, const FrameRecord& frame)
+{
+    double occupancy = 0.0;
+    for (quint64 i = 1; i < frame.blockCount; ++i) {
+        const double dt = static_cast<double>(frame.blockTicks[i] - frame.blockTicks[i - 1]) / 250.0;
+        occupancy = std::max(occupancy + (data.requiredThroughput - data.samplePeriod / dt) * dt, 0.0);
+        if (occupancy > data.cameraBufferSize)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+std::vector<EventMark> naiveMarks(const CxCameraLineData& data, const EventRange& range)
+{
+    const bool counters = data.measMode == MeasModeStandardAcq;
+    std::vector<Happened> records;
+    for (const auto& frame : data.frameList)
+        records.push_back({frame->timestampUs, quint32(frame->frameNumber), overflows(data, *frame)});
+    if (counters) {
+        for (const auto& sample : data.counterSampleList)
+            records.push_back({sample->timestampUs, quint32(sample->frameNumber), sample->bufferOverflow});
+    }
+    const bool complete = counters ? data.counterSampleList.isComplete() : data.frameList.isComplete();
+
+    std::vector<EventMark> marks;
+    const auto add = [&](EventKind kind, qint64 fromUs, qint64 toUs, qint64 amount) {
+        if (amount <= 0 || toUs < range.fromUs || fromUs > range.toUs)
+            return;
+        const auto count = static_cast<quint64>(amount);
+        if (marks.empty() || marks.back().kind != kind || fromUs - marks.back().toUs > range.joinUs) {
+            marks.push_back({kind, fromUs, toUs, count});
+            return;
+        }
+        EventMark& mark = marks.back();
+        mark.amount = kind == EventKind::Silence ? std::max(mark.amount, count) : mark.amount + count;
+        mark.fromUs = std::min(mark.fromUs, fromUs);
+        mark.toUs = std::max(mark.toUs, toUs);
+    };
+    for (const MeasuredRun& run : data.runs)
+        add(EventKind::Start, run.startUs, run.startUs, 1);
+    for (const MeasuredRun& run : data.runs)
+        add(EventKind::End, run.endUs.value_or(0), run.endUs.value_or(0), run.endUs ? 1 : 0);
+    for (const EventKind kind : {EventKind::Silence, EventKind::MissingFrames, EventKind::BufferOverflow}) {
+        const auto addStep = [&](const Happened& earlier, const Happened& later, qint64 limitUs) {
+            const qint64 gapUs = later.timeUs - earlier.timeUs;
+            const quint32 step = later.number - earlier.number;
+            if (kind == EventKind::Silence && gapUs > limitUs)
+                add(kind, earlier.timeUs, later.timeUs, gapUs);
+            if (kind == EventKind::MissingFrames && step < 0x80000000)
+                add(kind, later.timeUs, later.timeUs, qint64(step) - 1);
+            if (kind == EventKind::BufferOverflow && counters)
+                add(kind, later.timeUs, later.timeUs, later.overflows - earlier.overflows);
+        };
+        const auto silence = [&](qint64 fromUs, qint64 toUs, qint64 limitUs) {
+            if (kind == EventKind::Silence && toUs - fromUs > limitUs)
+                add(kind, fromUs, toUs, toUs - fromUs);
+        };
+        std::size_t next = 0;
+        for (std::size_t run = 0; run <= data.runs.size(); ++run) { // the first one is that of no known run
+            const MeasuredRun* own = run > 0 ? &data.runs[run - 1] : nullptr;
+            const qint64 limitUs = own ? own->silenceLimitUs : 1'000'000;
+            const auto isOwn = [&] {
+                return next < records.size() &&
+                       (run == data.runs.size() || records[next].timeUs < data.runs[run].startUs);
+            };
+            const qint64 endUs = own ? own->endUs.value_or(range.nowUs) : 0;
+            if (own && (next > 0 || complete))
+                silence(own->startUs, isOwn() ? records[next].timeUs : endUs, std::max(limitUs, qint64(1'000'000)));
+            const std::size_t begin = next;
+            for (; isOwn(); ++next) {
+                if (next > begin)
+                    addStep(records[next - 1], records[next], limitUs);
+                if (kind == EventKind::BufferOverflow && !counters)
+                    add(kind, records[next].timeUs, records[next].timeUs, records[next].overflows);
+            }
+            if (own && next > begin)
+                silence(records[next - 1].timeUs, endUs, limitUs);
+        }
+    }
+    return marks;
+}
+
 const char reportHeader[] = "Frame number,Frame Time [ns], Offset [B], Data Time Stamp [ns], Req. throughput [MB/s], "
                             "Link throughput [MB/s], Buffer filled [B], Max buffer level [%]\n";
 

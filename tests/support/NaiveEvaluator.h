@@ -49,6 +49,9 @@ struct NaiveCounters
 NaiveCounters naiveCounters(const CxCameraLineData& data, double keyUpper, qint64 fromUs, qint64 toUs,
                             double minKeySpacing);
 
+/// What findEventMarks() has to give, for the present settings.
+std::vector<EventMark> naiveMarks(const CxCameraLineData& data, const EventRange& range);
+
 extern const char reportHeader[];
 /// What the writer under test makes of a record; an error is told instead.
 QByteArray writtenReport(const CxCameraLineData& data, qint64 fromUs, qint64 toUs);

@@ -16,6 +16,7 @@ void appendRandomMeasurement(CxCameraLineData& data, Dice& dice, int frames)
     // The counter's start may lie so close to its end that it wraps in the measurement's first frames.
     quint64 tick = dice.oneIn(3) ? static_cast<quint64>(-dice.between(1, 100 * step)) : dice.bits() >> 20;
     qint64 timeUs = dice.between(0, 86'400'000'000);
+    quint64 number = 0;
 
     for (int f = 0; f < frames; ++f) {
         std::vector<quint64> ticks(static_cast<size_t>(dice.oneIn(12) ? dice.between(1, 1800) : blocks));
@@ -28,7 +29,8 @@ void appendRandomMeasurement(CxCameraLineData& data, Dice& dice, int frames)
             else if (ticksRun == Backwards)
                 tick -= static_cast<quint64>(jitter);
         }
-        appendFrame(data, timeUs, ticks, static_cast<quint64>(f));
+        number += dice.oneIn(12) ? static_cast<quint64>(dice.between(0, 5)) : 1;
+        appendFrame(data, timeUs, ticks, number);
         timeUs += static_cast<qint64>(ticks.size()) * step / 250 + dice.between(0, 2000);
     }
 }

@@ -47,7 +47,7 @@ private:
     std::mt19937_64 engine;
 };
 
-/// Appends a measurement: frames of similar size, now and then a tiny or a huge one; ticks that jitter, stall, stand
+/// Appends a measurement: frames of similar size, now and then a tiny or a huge one, or none; ticks that jitter, stall, stand
 /// still, run backwards or wrap.
 void appendRandomMeasurement(CxCameraLineData& data, Dice& dice, int frames);
 

@@ -48,6 +48,7 @@ void CxCameraLineData::clearData()
 {
     frameList.clear();
     counterSampleList.clear();
+    runs.clear();
     linkSpeeds.reset();
     bufferDeltas.reset();
     blockTimeOffsets.reset();

@@ -19,6 +19,7 @@
 #include <vnCore/vnTypes.h>
 
 #include "CsvReportWriter.h"
+#include "EventMarks.h"
 #include "FrameList.h"
 #include "RunTotals.h"
 #include "SampleList.h"
@@ -138,6 +139,9 @@ public:
     /// `minKeySpacing` milliseconds apart. Graphs and key range may be null. False if no frame was evaluated.
     bool calculateStats(QCPGraph* minGraph, QCPGraph* levelGraph, const QCPRange* keyRange, qint64 fromUs,
                         qint64 toUs, double minKeySpacing);
+    /// What happened in fromUs..toUs, of present settings as far as calculateStats() has been asked since they changed.
+    /// Events of one kind at most `joinUs` apart are one mark.
+    std::vector<EventMark> eventMarks(qint64 fromUs, qint64 toUs, qint64 joinUs) const;
     /// What the aggregates of the frames are to be made for, as the fields are now.
     EvaluationSettings evaluationSettings() const;
     /// Five counter curves; each graph may be null. False only if there are no samples at all.
@@ -166,6 +170,7 @@ public:
     // Guarded by `mutex` while a measurement runs.
     FrameList frameList;
     SampleList counterSampleList;
+    std::vector<MeasuredRun> runs; ///< since clearData(), the oldest of very many left out
 
     std::vector<std::unique_ptr<CounterKind>> counterList;
     // For the next start, whatever settings hold. Samples that are kept, and a running measurement, have framePlan.
@@ -213,7 +218,7 @@ public:
     quint64 bufferOverflowCount = 0;
     std::optional<FiguresRange> figuresRange;
 
-    /// Guards the lists, the work arrays, `measuring` and the totals. While it is held no signal is emitted; a start
+    /// Guards the lists, the runs, the work arrays, `measuring` and the totals. While it is held no signal is emitted; a start
     /// and a stop take locks of the host and of the camera under it, no other operation takes any.
     mutable QMutex mutex;
     bool measuring = false;
@@ -231,12 +236,15 @@ private:
     bool prepareCamera();
     bool startAcquisition();
     bool startWorkerLocked();
+    void endRunLocked(qint64 nowUs);
     void finishMeasurementLocked();
 
     // CameraLoss.cpp
     bool endSuspension();
 
     // Statistics.cpp
+    /// Of the present or last run: a gap that is silence, and can be seen.
+    qint64 silenceLimitUsLocked() const;
     /// `points`, which may be null, receives those of the curves, at least `stepUs` apart. Throws without memory.
     bool evaluate(qint64 fromUs, qint64 toUs, qint64 stepUs, std::vector<ScanPoint>* points);
 

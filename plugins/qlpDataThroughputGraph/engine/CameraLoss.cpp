@@ -87,7 +87,7 @@ bool CxCameraLineData::resumeMeasurement()
     suspended = false;
     if (startWorkerLocked())
         return true;
-    totals.end(measurementClockUs());
+    endRunLocked(measurementClockUs());
     return false;
 }
 

@@ -22,6 +22,8 @@ namespace {
 // The log knows all steps of a start and a stop by the preparation's name.
 constexpr const char* setupName = "CxCameraLineData::setupCameraParameters";
 
+constexpr std::size_t mostRuns = 1000; ///< that a record knows
+
 constexpr qint32 defaultCameraBufferSize = 32768;
 
 constexpr qint32 testDeviceUnit = 1;
@@ -210,7 +212,11 @@ bool CxCameraLineData::startMeasurement(qint32 period, qint32 capacity)
     framePlan = MeasurementPlan{samplePeriod, maxSamples};
     if (!startAcquisition())
         return false;
-    totals.begin(measurementClockUs()); // preparing a camera may take seconds, in which it owes no frame
+    const qint64 nowUs = measurementClockUs(); // preparing a camera may take seconds, in which it owes no frame
+    totals.begin(nowUs);
+    if (runs.size() == mostRuns)
+        runs.erase(runs.begin());
+    runs.push_back({nowUs, std::nullopt});
     countersOfRun = RunCounters();
     countersBeginAnew = false;
     driftPpm.reset();
@@ -218,6 +224,7 @@ bool CxCameraLineData::startMeasurement(qint32 period, qint32 capacity)
     if (startWorkerLocked())
         return true;
     totals = RunTotalsCounter();
+    runs.pop_back();
     return false;
 }
 
@@ -263,11 +270,21 @@ bool CxCameraLineData::startWorkerLocked()
     return false;
 }
 
+/// A second end of the same run changes nothing.
+void CxCameraLineData::endRunLocked(qint64 nowUs)
+{
+    totals.end(nowUs);
+    if (runs.empty() || runs.back().endUs)
+        return;
+    runs.back().endUs = nowUs;
+    runs.back().silenceLimitUs = silenceLimitUsLocked();
+}
+
 void CxCameraLineData::announceStop()
 {
     const qint64 nowUs = measurementClockUs();
     QMutexLocker lock(&mutex);
-    totals.end(nowUs);
+    endRunLocked(nowUs);
     stopAnnounced = true;
     stopAsked.wakeAll();
 }

@@ -66,6 +66,44 @@ public:
         return sum;
     }
 
+    /// The first record of begin..end (exclusive) with has(), `end` if there is none. has() of a sum is true if it is for
+    /// one of its records.
+    template<typename Leaf, typename Has>
+    quint64 first(quint64 begin, quint64 end, Leaf leaf, Has has) const
+    {
+        while (begin < end) {
+            std::size_t level = 0;
+            quint64 records = 1; // of a node of that level
+            for (; begin % (records * fanOut) == 0 && records * fanOut <= end - begin; ++level)
+                records *= fanOut;
+            for (; level > 0 && has(node(level, begin / records, leaf)); --level)
+                records /= fanOut;
+            if (level == 0 && has(leaf(begin)))
+                return begin;
+            begin += records;
+        }
+        return end;
+    }
+
+    /// The same for the last one.
+    template<typename Leaf, typename Has>
+    quint64 last(quint64 begin, quint64 end, Leaf leaf, Has has) const
+    {
+        quint64 rest = end; // what is behind it has none
+        while (begin < rest) {
+            std::size_t level = 0;
+            quint64 records = 1;
+            for (; rest % (records * fanOut) == 0 && records * fanOut <= rest - begin; ++level)
+                records *= fanOut;
+            for (; level > 0 && has(node(level, rest / records - 1, leaf)); --level)
+                records /= fanOut;
+            if (level == 0 && has(leaf(rest - 1)))
+                return rest - 1;
+            rest -= records;
+        }
+        return end;
+    }
+
     /// What leaf() returns for begin..end has changed.
     template<typename Leaf>
     void renew(quint64 begin, quint64 end, Leaf leaf)

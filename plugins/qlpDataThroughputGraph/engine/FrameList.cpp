@@ -6,6 +6,8 @@
 #include <limits>
 #include <utility>
 
+#include "TimeMath.h"
+
 namespace {
 
 /// What one remake takes on: about a millisecond of work, so that few frames wait meanwhile to be freed, and so few
@@ -44,8 +46,12 @@ void FrameList::push_back(std::unique_ptr<FrameRecord> record, FrameAggregates a
     }
     startTimes.push_back(record->timestampUs);
     endTimes.push_back(endOf(*record, aggregates));
-    frames.push_back({std::move(record), std::move(aggregates)});
+    const quint32 missing =
+        empty() ? 0
+                : framesBetween(static_cast<quint32>(back()->frameNumber), static_cast<quint32>(record->frameNumber));
+    frames.push_back({std::move(record), std::move(aggregates), missing});
     figureTree.grow(endNumber(), Leaf{*this});
+    stepTree.grow(endNumber(), StepLeaf{*this});
 }
 
 void FrameList::makeRoom(quint64 leaving)
@@ -54,6 +60,7 @@ void FrameList::makeRoom(quint64 leaving)
     endTimes.makeRoom();
     frames.makeRoom();
     figureTree.makeRoom(endNumber());
+    stepTree.makeRoom(endNumber());
     const std::size_t retired = retiredFrames.size() + leaving;
     if (remaking && retired > retiredFrames.capacity())
         retiredFrames.reserve(2 * retired);
@@ -65,6 +72,7 @@ FrameList::Frame FrameList::takeFront()
     startTimes.pop_front();
     endTimes.pop_front();
     figureTree.shrink(firstNumber());
+    stepTree.shrink(firstNumber());
     if (!remaking)
         return frame;
     retiredFrames.push_back(std::move(frame));
@@ -80,6 +88,13 @@ RangeFigures FrameList::frameFigures(quint64 number) const
 {
     const FrameAggregates& frame = frames[number - firstNumber()].aggregates;
     return {frame.extremes, frame.extremes.fill == Extremes::overflowed ? 1U : 0U, frame.throughput};
+}
+
+StepFigures FrameList::step(quint64 number) const
+{
+    const quint64 index = number - firstNumber();
+    const qint64 gapUs = index > 0 ? saturatingSub(startTimes[index], startTimes[index - 1]) : 0;
+    return {frames[index].missing, gapUs, frameFigures(number).overflows};
 }
 
 bool FrameList::isStale(const EvaluationSettings& settings) const
@@ -123,6 +138,7 @@ std::vector<FrameList::Frame> FrameList::endRemake(Remake& remake) noexcept
     for (quint64 number = begin; number < end; ++number)
         std::swap(frames[number - firstNumber()].aggregates, remake.remade[number - remake.firstRecord]);
     figureTree.renew(begin, end, Leaf{*this});
+    stepTree.renew(begin, end, StepLeaf{*this});
     staleBegin = end;
     return std::exchange(retiredFrames, {});
 }

@@ -10,6 +10,7 @@
 #include "FigureTree.h"
 #include "FrameAggregates.h"
 #include "SampleRecords.h"
+#include "StepFigures.h"
 #include "TimeIndex.h"
 
 /// Figures of a range of frames.
@@ -36,6 +37,7 @@ public:
     {
         std::unique_ptr<FrameRecord> record;
         FrameAggregates aggregates;
+        quint32 missing = 0; ///< frames between this one and the one before it
     };
 
     /// Aggregates being made for other settings. run() needs no lock, as between beginRemake() and endRemake() no
@@ -80,6 +82,25 @@ public:
     const TimeIndex& ends() const { return endTimes; } ///< of the last interval, or later
     /// Figures of frames begin..end (exclusive), for the settings that the aggregates are made for.
     RangeFigures figures(quint64 begin, quint64 end) const;
+    const TimeIndex& times() const { return startTimes; }
+    /// Whether nothing has left since the list was made.
+    bool isComplete() const { return firstNumber() == 0; }
+    /// Of frames begin..end (exclusive). The oldest frame's step is that from one that has left.
+    StepFigures steps(quint64 begin, quint64 end) const
+    {
+        return stepTree.sum(firstNumber() + begin, firstNumber() + end, StepLeaf{*this});
+    }
+    /// The first frame of begin..end (exclusive) of whose step has() is true, and the last one; `end` if there is none.
+    template<typename Has>
+    quint64 firstStep(quint64 begin, quint64 end, Has has) const
+    {
+        return stepTree.first(firstNumber() + begin, firstNumber() + end, StepLeaf{*this}, has) - firstNumber();
+    }
+    template<typename Has>
+    quint64 lastStep(quint64 begin, quint64 end, Has has) const
+    {
+        return stepTree.last(firstNumber() + begin, firstNumber() + end, StepLeaf{*this}, has) - firstNumber();
+    }
 
     /// Whether some aggregates are for other settings than these.
     bool isStale(const EvaluationSettings& settings) const;
@@ -92,18 +113,25 @@ public:
 private:
     quint64 firstNumber() const { return frames.dropped(); }
     quint64 endNumber() const { return firstNumber() + size(); }
-    /// Of the frame with that number.
+    // Of the frame with that number.
     RangeFigures frameFigures(quint64 number) const;
+    StepFigures step(quint64 number) const;
     struct Leaf
     {
         const FrameList& list;
         RangeFigures operator()(quint64 number) const { return list.frameFigures(number); }
+    };
+    struct StepLeaf
+    {
+        const FrameList& list;
+        StepFigures operator()(quint64 number) const { return list.step(number); }
     };
 
     Tape<Frame> frames;
     TimeIndex startTimes;
     TimeIndex endTimes;
     FigureTree<RangeFigures> figureTree;
+    FigureTree<StepFigures> stepTree;
 
     EvaluationSettings evaluation; ///< of all aggregates but the stale ones
     quint64 staleBegin = 0;        ///< numbers

@@ -294,6 +294,6 @@ void CxCameraLineData::endForLackOfMemory(const VN_IMG& image, const FrameTimes&
     totals.addFrame(image.frameNumber, image.dataBytes, FrameFigures(), true, times.arrivalUs);
     if (stopRequested.exchange(true))
         return; // a stop is under way and does the rest
-    totals.end(times.arrivalUs);
+    endRunLocked(times.arrivalUs);
     finishMeasurementLocked(); // the last that needs the mutex: whoever sees it idle may join this thread at once
 }

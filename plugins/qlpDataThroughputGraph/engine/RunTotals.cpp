@@ -6,13 +6,14 @@
 #include <cfloat>
 
 #include "BlockModel.h"
+#include "EventMarks.h"
 #include "FrameAggregates.h"
 #include "SampleRecords.h"
+#include "StepFigures.h"
 
 namespace {
 
-constexpr double longestFirstGapUs = 1e6; ///< while no mean is known
-constexpr quint64 gapsForMean = 8;        ///< a burst at the start is no mean yet
+constexpr quint64 gapsForMean = 8; ///< a burst at the start is no mean yet
 constexpr double meanGaps = 3.0;
 constexpr double clockResolutionUs = 1e3; ///< of the measurement clock
 
@@ -31,14 +32,6 @@ double lower(double a, double b)
 double higher(double a, double b)
 {
     return std::max(a, b);
-}
-
-/// Frames between two frame numbers of a counter of 32 bits. A step backwards (half the range or more) or on the
-/// spot is a counter that started again, not two thousand million lost frames.
-quint64 framesBetween(quint32 earlier, quint32 later)
-{
-    const quint32 step = later - earlier;
-    return step == 0 || step >= 0x80000000U ? 0 : step - 1;
 }
 
 } // namespace
@@ -160,13 +153,12 @@ void RunTotalsCounter::endGap(qint64 nowUs)
     }
 }
 
-/// Gaps beyond are silence.
 double RunTotalsCounter::longestGapOfFramesUs() const
 {
     if (lossInGap)
         return 0.0;
     if (gaps < gapsForMean)
-        return longestFirstGapUs;
+        return MeasuredRun::longestFirstGapUs;
     return meanGaps * gapSumUs / static_cast<double>(gaps) + clockResolutionUs;
 }
 

@@ -100,11 +100,12 @@ public:
     RunTotals run(qint64 nowUs) const;
     /// The totals since begin() or the last call.
     RunTotals takeInterval(qint64 nowUs);
+    /// A longer gap is silence now.
+    double longestGapOfFramesUs() const;
 
 private:
     RunTotals openInterval(qint64 nowUs) const;
     void endGap(qint64 nowUs);
-    double longestGapOfFramesUs() const;
 
     RunTotals closed; ///< intervals already taken
     RunTotals open;

@@ -4,7 +4,9 @@
 #define KESTROVA_SAMPLELIST_H
 
 #include "SampleRecords.h"
+#include "StepFigures.h"
 #include "TimeIndex.h"
+#include "TimeMath.h"
 
 /// Owns the samples. Has no lock: its owner calls it under the one that guards it. As many times as samples, in their
 /// order.
@@ -27,24 +29,68 @@ public:
     {
         sampleTimes.makeRoom();
         samples.makeRoom();
+        stepTree.makeRoom(endNumber());
     }
     void push_back(std::unique_ptr<CounterSample> sample)
     {
         sampleTimes.push_back(sample->timestampUs);
         samples.push_back(std::move(sample));
+        stepTree.grow(endNumber(), StepLeaf{*this});
     }
     /// Unlinks the oldest sample; the caller frees it when it has left the lock.
     std::unique_ptr<CounterSample> takeFront()
     {
         sampleTimes.pop_front();
-        return samples.takeFront();
+        std::unique_ptr<CounterSample> sample = samples.takeFront();
+        stepTree.shrink(firstNumber());
+        return sample;
     }
     void pop_front() { takeFront(); }
     void clear() { *this = SampleList(); }
 
+    /// Whether nothing has left since the list was made.
+    bool isComplete() const { return firstNumber() == 0; }
+    /// Of samples begin..end (exclusive). The oldest sample has no step.
+    StepFigures steps(quint64 begin, quint64 end) const
+    {
+        return stepTree.sum(firstNumber() + begin, firstNumber() + end, StepLeaf{*this});
+    }
+    /// The first sample of begin..end (exclusive) of whose step has() is true, and the last one; `end` if there is
+    /// none.
+    template<typename Has>
+    quint64 firstStep(quint64 begin, quint64 end, Has has) const
+    {
+        return stepTree.first(firstNumber() + begin, firstNumber() + end, StepLeaf{*this}, has) - firstNumber();
+    }
+    template<typename Has>
+    quint64 lastStep(quint64 begin, quint64 end, Has has) const
+    {
+        return stepTree.last(firstNumber() + begin, firstNumber() + end, StepLeaf{*this}, has) - firstNumber();
+    }
+
 private:
+    quint64 firstNumber() const { return samples.dropped(); }
+    quint64 endNumber() const { return firstNumber() + size(); }
+    struct StepLeaf
+    {
+        const SampleList& list;
+        StepFigures operator()(quint64 number) const
+        {
+            const quint64 index = number - list.firstNumber();
+            return index > 0 ? step(*list[index - 1], *list[index]) : StepFigures();
+        }
+    };
+    static StepFigures step(const CounterSample& earlier, const CounterSample& later)
+    {
+        const qint64 overflows = qint64{later.bufferOverflow} - earlier.bufferOverflow;
+        return {framesBetween(static_cast<quint32>(earlier.frameNumber), static_cast<quint32>(later.frameNumber)),
+                saturatingSub(later.timestampUs, earlier.timestampUs),
+                static_cast<quint64>(std::max<qint64>(overflows, 0))};
+    }
+
     Tape<std::unique_ptr<CounterSample>> samples;
     TimeIndex sampleTimes;
+    FigureTree<StepFigures> stepTree;
 };
 
 #endif

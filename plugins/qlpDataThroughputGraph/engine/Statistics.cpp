@@ -3,6 +3,7 @@
 // whole frames: the frame list keeps their figures.
 #include "CameraLineData.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -10,7 +11,14 @@
 
 #include "BlockModel.h"
 #include "CurveScan.h"
+#include "MeasurementClock.h"
 #include "TimeMath.h"
+
+namespace {
+
+constexpr qint64 leastSilenceUs = 100000; ///< what is shorter is nothing that a person would call silence
+
+} // namespace
 
 qint32 CxCameraLineData::calculateFrameSpeeds(const FrameRecord& frame, quint32 period, double required,
                                               double* speeds, double* deltas, quint64* offsets)
@@ -80,4 +88,20 @@ bool CxCameraLineData::evaluate(qint64 fromUs, qint64 toUs, qint64 stepUs, std::
     if (points != nullptr)
         *points = scanCurve(frameList, begin, end, settings, fromUs, toUs, stepUs);
     return true;
+}
+
+std::vector<EventMark> CxCameraLineData::eventMarks(qint64 fromUs, qint64 toUs, qint64 joinUs) const
+{
+    const EventRange range{fromUs, toUs, joinUs, measurementClockUs()};
+    QMutexLocker lock(&mutex);
+    std::vector<MeasuredRun> known = runs;
+    if (!known.empty() && !known.back().endUs)
+        known.back().silenceLimitUs = silenceLimitUsLocked();
+    return measMode == MeasModeStandardAcq ? findEventMarks(counterSampleList, known, range)
+                                           : findEventMarks(frameList, known, range);
+}
+
+qint64 CxCameraLineData::silenceLimitUsLocked() const
+{
+    return std::max(leastSilenceUs, truncatedToInt64(totals.longestGapOfFramesUs()));
 }
