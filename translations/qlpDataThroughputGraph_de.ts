@@ -477,6 +477,10 @@ puffer</translation>
         <source>The visible time range holds no measured data. Write a report without a line?</source>
         <translation>Im sichtbaren Zeitbereich liegen keine Messdaten. Bericht ohne Zeilen schreiben?</translation>
     </message>
+    <message>
+        <source>Time of day on the time axes</source>
+        <translation>Uhrzeit an den Zeitachsen</translation>
+    </message>
 </context>
 <context>
     <name>CxDataGraphSetupDlg</name>
@@ -601,6 +605,44 @@ puffer</translation>
     <message>
         <source>No frame came for up to %1 s, %2 s in all. Triggers may be missing, or the camera or its link may have stopped.</source>
         <translation>Bis zu %1 s lang kam kein Bild, insgesamt %2 s. Möglicherweise fehlen Trigger, oder die Kamera oder ihre Verbindung stand still.</translation>
+    </message>
+</context>
+<context>
+    <name>EventTexts</name>
+    <message>
+        <source>Start</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>Ende</translation>
+    </message>
+    <message>
+        <source>Silence</source>
+        <translation>Stille</translation>
+    </message>
+    <message>
+        <source>Missing frames</source>
+        <translation>Fehlende Bilder</translation>
+    </message>
+    <message>
+        <source>Buffer overflow</source>
+        <translation>Pufferüberlauf</translation>
+    </message>
+    <message>
+        <source>%1: %2 s</source>
+        <translation>%1: %2 s</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>Tracer</name>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
     </message>
 </context>
 </TS>

@@ -472,6 +472,10 @@ size</source>
         <source>The visible time range holds no measured data. Write a report without a line?</source>
         <translation>可见时间范围内没有测量数据。要写入没有数据行的报告吗？</translation>
     </message>
+    <message>
+        <source>Time of day on the time axes</source>
+        <translation>时间轴上显示时刻</translation>
+    </message>
 </context>
 <context>
     <name>CxDataGraphSetupDlg</name>
@@ -596,6 +600,44 @@ size</source>
     <message>
         <source>No frame came for up to %1 s, %2 s in all. Triggers may be missing, or the camera or its link may have stopped.</source>
         <translation>最长 %1 s 没有收到帧，总计 %2 s。可能缺少触发，或相机或其链路已停止。</translation>
+    </message>
+</context>
+<context>
+    <name>EventTexts</name>
+    <message>
+        <source>Start</source>
+        <translation>开始</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>结束</translation>
+    </message>
+    <message>
+        <source>Silence</source>
+        <translation>静默</translation>
+    </message>
+    <message>
+        <source>Missing frames</source>
+        <translation>缺失帧</translation>
+    </message>
+    <message>
+        <source>Buffer overflow</source>
+        <translation>缓冲区溢出</translation>
+    </message>
+    <message>
+        <source>%1: %2 s</source>
+        <translation>%1：%2 s</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+</context>
+<context>
+    <name>Tracer</name>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
     </message>
 </context>
 </TS>

@@ -39,6 +39,8 @@ void RandomUser::actOn(QWidget* plot)
     }
     if (below(4) == 0)
         return QTest::mouseDClick(plot, Qt::LeftButton, {}, at);
+    if (below(4) == 0)
+        return QTest::mouseMove(plot, at); // the tracer follows
     QTest::mousePress(plot, Qt::LeftButton, {}, at);
     QTest::mouseMove(plot, at + QPoint(below(200) - 100, 0));
     if (below(2)) // else it is still being dragged when the next event comes

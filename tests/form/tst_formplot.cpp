@@ -2,7 +2,10 @@
 // The plots: areas and axes, which curves there are and what they hold, scaling, the shared time range, replots.
 #include <vnCoreGui/CxExportToolButton.h>
 
+#include "form/EventShapes.h"
+#include "form/Tracer.h"
 #include "FormBench.h"
+#include "RandomRecord.h"
 #include "Table.h"
 
 using Steps = std::vector<std::pair<const char*, std::function<void()>>>;
@@ -187,6 +190,67 @@ private Q_SLOTS:
             QCoreApplication::processEvents();
             QCOMPARE(bench.table()->height(), tableHeight); // room for two areas first
         }
+    }
+
+    void marksOfWhatHappened()
+    {
+        FormBench bench(1);
+        CxCameraLineData& record = bench.record(0);
+        const auto* legend = bench.child<QLabel>("labelMarks");
+        const auto look = [&] {
+            bench.press("refreshGraph");
+            return QTextDocumentFragment::fromHtml(legend->text())
+                .toPlainText()
+                .remove(QChar::ObjectReplacementCharacter);
+        };
+        QVERIFY(look().isEmpty() && legend->isHidden());
+        record.runs.push_back({bench.nowUs - 10 * second, bench.nowUs.load()});
+        for (const quint64 number : {1, 2, 5}) // the last frame of the run was six seconds before its end
+            appendFrame(record, bench.nowUs - 10 * second + qint64(number) * second * 4 / 5, {0, 1000}, number);
+        QCOMPARE(look().simplified(), "Start End Silence Missing frames");
+
+        const QImage picture = bench.plot()->toPixmap().toImage();
+        const QRect area = bench.area(0)->rect();
+        const auto colourAt = [&](double seconds, int lane) {
+            const double x = bench.area(0)->axis(QCPAxis::atBottom)->coordToPixel(seconds);
+            return QColor(picture.pixel(int(x), area.top() + 1 + lane * 8 + 3));
+        };
+        QCOMPARE(colourAt(-6.0, 1), eventShapes::colour(EventKind::MissingFrames));
+        QCOMPARE(colourAt(-3.0, 0), eventShapes::colour(EventKind::Silence));
+
+        // The clock stands at ten. What follows the mouse draws no curve.
+        const auto* tracer = bench.plot()->findChild<Tracer*>();
+        const auto tell = [&](double seconds) {
+            const double x = bench.area(0)->axis(QCPAxis::atBottom)->coordToPixel(seconds);
+            QTest::mouseMove(bench.plot(), QPoint(qRound(x), area.center().y()));
+            return tracer->lines();
+        };
+        QCOMPARE(tell(-6.0).last(), "Missing frames: 2");
+        QCoreApplication::processEvents(); // the legend has made room for itself
+        QSignalSpy replots(bench.plot(), &QCustomPlot::afterReplot);
+        const QStringList lines = tell(-7.0);
+        QVERIFY2(lines[0].startsWith("09:59:5") && lines[0].endsWith(" s"), qPrintable(lines[0]));
+        QCOMPARE(lines.mid(1).join('|'), "Min throughput: 256 MB/s|Max buffer level: 0 %|Silence: 6.00 s");
+        QCOMPARE(tell(-15.0).size(), 1);
+        QCOMPARE(replots.size(), 0);
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(bench.plot(), &leave);
+        QVERIFY(tracer->lines().isEmpty());
+    }
+
+    void timeAxesCanShowTheTimeOfDay()
+    {
+        FormBench bench(1);
+        const auto labels = [&] {
+            bench.plot()->replot();
+            return bench.area(0)->axis(QCPAxis::atBottom)->tickVectorLabels().toList().join(' ');
+        };
+        const QString seconds = labels();
+        auto* action = bench.plot()->actions().value(0);
+        action->trigger();
+        QVERIFY2(labels().contains("09:59:50 09:59:55 10:00:00"), qPrintable(labels()));
+        action->trigger();
+        QCOMPARE(labels(), seconds);
     }
 
     void timeRanges()

@@ -156,12 +156,12 @@ private Q_SLOTS:
     {
         // frameIntervalUs: of a standard measurement
         const Rows<int, int, double, double, QString> rows{
-            {0, 1000, 512.0, 0.0, " 85 MB , lasts 80 s"}, // by its average rate
-            {0, 1024, 0.0, 0.0, " 85 MB , lasts 40 s"},   // by the required one
-            {0, 1, HUGE_VAL, 0.0, " 85 MB , lasts 11 h"},
-            {0, 0, 0.0, 0.0, " 85 MB , not known before its first measurement"},
-            {1, 1000, 500.0, 1000.0, " 640 MB , lasts 2.8 h"},
-            {1, 1000, 500.0, 0.0, " 640 MB , not known before its first measurement"}};
+            {0, 1000, 512.0, 0.0, " 86 MB , lasts 80 s"}, // by its average rate
+            {0, 1024, 0.0, 0.0, " 86 MB , lasts 40 s"},   // by the required one
+            {0, 1, HUGE_VAL, 0.0, " 86 MB , lasts 11 h"},
+            {0, 0, 0.0, 0.0, " 86 MB , not known before its first measurement"},
+            {1, 1000, 500.0, 1000.0, " 656 MB , lasts 2.8 h"},
+            {1, 1000, 500.0, 0.0, " 656 MB , not known before its first measurement"}};
         for (const auto& [mode, required, average, frameIntervalUs, told] : rows) {
             FormBench bench(1, mode);
             CxCameraLineData& record = bench.record(0);

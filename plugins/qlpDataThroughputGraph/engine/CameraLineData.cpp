@@ -133,6 +133,12 @@ RunCounters CxCameraLineData::runCounters() const
     return countersOfRun;
 }
 
+std::optional<qint64> CxCameraLineData::lastEndUs() const
+{
+    QMutexLocker lock(&mutex);
+    return runs.empty() ? std::nullopt : runs.back().endUs;
+}
+
 std::optional<double> CxCameraLineData::clockDriftPpm() const
 {
     QMutexLocker lock(&mutex);

@@ -98,6 +98,8 @@ public:
     /// Totals since the last call or the measurement's start; consecutive ones add up to runTotals().
     RunTotals takeIntervalTotals();
     RunCounters runCounters() const;
+    /// When the last measurement ended; none while one runs and before the first.
+    std::optional<qint64> lastEndUs() const;
     /// By how much the camera's clock is fast, of the present or last measurement; unknown in its first minutes.
     std::optional<double> clockDriftPpm() const;
 

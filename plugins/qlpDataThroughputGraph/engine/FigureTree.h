@@ -109,7 +109,7 @@ public:
     void renew(quint64 begin, quint64 end, Leaf leaf)
     {
         for (std::size_t level = 0; level < levels.size(); ++level) {
-            const Tape<Figures>& nodes = levels[level];
+            const Nodes& nodes = levels[level];
             begin = std::max(begin / fanOut, nodes.dropped());
             end = (end + fanOut - 1) / fanOut;
             for (quint64 number = begin; number < std::min(end, nodes.dropped() + nodes.size()); ++number)
@@ -119,6 +119,7 @@ public:
 
 private:
     static constexpr quint64 fanOut = 16;
+    using Nodes = Tape<Figures, 64>; // in small chunks, since high levels have few
 
     /// Level 0 are the records themselves, level k the nodes of levels[k - 1].
     template<typename Leaf>
@@ -126,7 +127,7 @@ private:
     {
         if (level == 0)
             return leaf(number);
-        const Tape<Figures>& nodes = levels[level - 1];
+        const Nodes& nodes = levels[level - 1];
         return nodes[number - nodes.dropped()];
     }
 
@@ -136,7 +137,7 @@ private:
     {
         if (level == levels.size())
             levels.emplace_back();
-        Tape<Figures>& nodes = levels[level];
+        Nodes& nodes = levels[level];
         const quint64 first = level == 0 ? firstNumber : levels[level - 1].dropped();
         Figures figures;
         for (quint64 child = std::max(number * fanOut, first); child < (number + 1) * fanOut; ++child)
@@ -148,7 +149,7 @@ private:
     }
 
     quint64 firstNumber = 0; ///< of the records that are there
-    std::vector<Tape<Figures>> levels;
+    std::vector<Nodes> levels;
 };
 
 #endif

@@ -13,7 +13,7 @@
 #include <QtCore/QtGlobal>
 
 /// Owns the items. Has no lock: its owner calls it under its own.
-template<typename T>
+template<typename T, quint64 chunkItems = 512>
 class Tape
 {
 public:
@@ -58,8 +58,6 @@ public:
     }
 
 private:
-    static constexpr quint64 chunkItems = 512;
-
     quint64 endPlace() const { return droppedItems % chunkItems + itemCount; }
     T& at(quint64 place) { return chunks[goneChunks + place / chunkItems][place % chunkItems]; }
 

@@ -60,6 +60,12 @@ void CxDataGraphForm::AddActions()
     heading->addAction(add(tr("Show all graphs"), Qt::CTRL + Qt::Key_G, [this] { SwitchGraphs(true); }));
     heading->addAction(add(tr("Hide all graphs"), Qt::CTRL + Qt::SHIFT + Qt::Key_G, [this] { SwitchGraphs(false); }));
 
+    ui->plot->setContextMenuPolicy(Qt::ActionsContextMenu);
+    QAction* timesOfDay = add(tr("Time of day on the time axes"), Qt::CTRL + Qt::Key_T, [] {});
+    timesOfDay->setCheckable(true);
+    connect(timesOfDay, &QAction::toggled, this, &CxDataGraphForm::ShowTimeOfDay);
+    ui->plot->addAction(timesOfDay);
+
     press(ui->btnExport, Qt::CTRL + Qt::Key_E);
     ui->btnExport->menu()->addSeparator();
     ui->btnExport->menu()->addAction(

@@ -10,7 +10,10 @@
 #include <vnCore/IxAppDelegate.h>
 
 #include "../engine/CameraLineData.h"
+#include "../engine/TimeMath.h"
+#include "AreaMarks.h"
 #include "Curves.h"
+#include "EventShapes.h"
 #include "Numbers.h"
 #include "RowCells.h"
 #include "ui_DataGraphForm.h"
@@ -56,8 +59,10 @@ bool CxDataGraphForm::FillThroughputArea(CxCameraLineData& record, QCPAxisRect* 
     QCPGraph* minimum = detailed ? addCurve(minThroughputCurve) : nullptr;
     QCPGraph* level = addCurve(bufferLevelCurve);
     const QCPRange range = axisRect->axis(QCPAxis::atBottom)->range();
-    if (!record.calculateStats(minimum, level, &range, VisibleFromUs(nowUs), VisibleToUs(nowUs),
-                               MinKeySpacing(range)))
+    const bool evaluated =
+        record.calculateStats(minimum, level, &range, VisibleFromUs(nowUs), VisibleToUs(nowUs), MinKeySpacing(range));
+    ShowMarks(record, *axisRect, nowUs);
+    if (!evaluated)
         return false;
     AutoScaleVertAxis(record.hCam, axisRect);
     return true;
@@ -80,12 +85,22 @@ bool CxDataGraphForm::FillStandardArea(CxCameraLineData& record, QCPAxisRect* ax
         const QString name = QLatin1String(curve.name);
         return IsPlotChecked(name) ? AddStandardAcqPlot(record.hCam, name, curve.selector, curve.colour) : nullptr;
     });
+    ShowMarks(record, *axisRect, nowUs);
     const QCPRange range = axisRect->axis(QCPAxis::atBottom)->range();
     if (!record.fillCounterGraphs(graphs[0], graphs[1], graphs[2], graphs[3], graphs[4], range, VisibleFromUs(nowUs),
                                   VisibleToUs(nowUs), MinKeySpacing(range)))
         return false;
     ScaleCounterAxis(graphs, axisRect);
     return true;
+}
+
+/// Also where there is no frame: then it is silent.
+void CxDataGraphForm::ShowMarks(const CxCameraLineData& record, const QCPAxisRect& axisRect, qint64 nowUs)
+{
+    const double joinMs = eventShapes::pixels * MinKeySpacing(axisRect.axis(QCPAxis::atBottom)->range());
+    marks->show(record.hCam,
+                record.eventMarks(VisibleFromUs(nowUs), VisibleToUs(nowUs), truncatedToInt64(joinMs * 1000.0)),
+                nowUs);
 }
 
 /// What the last refresh would have drawn in areas that were not in view then.

@@ -13,8 +13,10 @@
 
 #include "../engine/CameraLineData.h"
 #include "../engine/MeasurementClock.h"
+#include "AreaMarks.h"
 #include "AreaPager.h"
 #include "Look.h"
+#include "Tracer.h"
 #include "ui_DataGraphForm.h"
 
 namespace {
@@ -38,6 +40,8 @@ CxDataGraphForm::CxDataGraphForm(QWidget* parent)
     ui->setupUi(this);
     timeAxisMargins = new QCPMarginGroup(ui->plot);
     pager = new AreaPager(ui->plot);
+    marks = new AreaMarks(ui->plot, ui->labelMarks);
+    new Tracer(ui->plot, marks, [this] { return DrawnTime(); }); // the plot owns it
     connect(pager, &AreaPager::moved, this, &CxDataGraphForm::ArrangeAreas);
 
     IxAppDelegate::instance()->registerPlot(ui->plot);

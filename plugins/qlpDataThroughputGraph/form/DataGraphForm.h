@@ -19,6 +19,7 @@
 
 #include "PostponedEvents.h"
 
+class AreaMarks;
 class AreaPager;
 class CxCameraLineData;
 class CxCameraParameters;
@@ -155,6 +156,8 @@ private:
     // --- plot construction (PlotConstruction.cpp) ---
     bool AddCameraPlot(VNCORE_HANDLE hCam, int layoutRow, const QString& title);
     void ConfigurePlotAxis(QCPAxisRect* axisRect, int axisType, double lower, double upper, const QString& label);
+    void SetTimeTicker(QCPAxis* axis);
+    void ShowTimeOfDay(bool on);
     void FitValueAxes(int plotHeight);
     QCPGraph* AddStandardAcqPlot(VNCORE_HANDLE hCam, const QString& curveName, VN_COUNTER_SELECTOR counterSelector,
                                  const QColor& colour);
@@ -186,6 +189,7 @@ private:
     bool FillThroughputArea(CxCameraLineData& record, QCPAxisRect* axisRect, qint64 nowUs);
     bool FillStandardArea(CxCameraLineData& record, QCPAxisRect* axisRect, qint64 nowUs);
     void FillNewAreas();
+    void ShowMarks(const CxCameraLineData& record, const QCPAxisRect& axisRect, qint64 nowUs);
     bool RefreshFigures(CxCameraLineData& record);
     void ScaleCounterAxis(const std::array<QCPGraph*, 5>& graphs, QCPAxisRect* axisRect);
     double MinKeySpacing(const QCPRange& range) const;
@@ -195,6 +199,8 @@ private:
     void UpdateReferenceTime();
     double SecondsKept() const;
     void SetTimeAxes(double lower, double upper);
+    /// What the curves have at 0 of the time axes.
+    qint64 DrawnTime() const { return curvesTime.value_or(referenceTime); }
     /// The visible range in microseconds, at that time.
     qint64 VisibleFromUs(qint64 nowUs) const;
     qint64 VisibleToUs(qint64 nowUs) const;
@@ -234,12 +240,14 @@ private:
 
     PostponedEvents postponedEvents;                        ///< held while a report is written
     AreaPager* pager;                                       ///< the plot owns it
+    AreaMarks* marks;                                       ///< the plot owns it
     QMap<VNCORE_HANDLE, QPair<double, double>> valueRanges; ///< of left axes, while their areas are out of view
     std::optional<qint64> curvesTime;                       ///< the referenceTime of what is drawn, if anything is
     QTimer lateReplot; ///< unless something else replots first, as a plot does that is dragged or zoomed
     QCPMarginGroup* timeAxisMargins; ///< lines up the time axes of all areas; the plot owns it
     int tableMode = 0;               ///< the measMode for which the table was built
     int dispensableHeight = 0;       ///< pixels by which the table can become lower
+    bool timeOfDay = false;          ///< on the time axes, instead of seconds from the reference time
     bool unitCaptions = false;       ///< updateColumnNames() has been asked for: rebuilds keep the units
     bool plotDragged = false;        ///< a mouse button went down on the plot and has not come up
     bool replotPending = false;      ///< the plot could not be seen when it should have been replotted

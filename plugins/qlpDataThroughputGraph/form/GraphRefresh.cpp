@@ -16,6 +16,7 @@
 #include "../engine/LogLine.h"
 #include "../engine/MeasurementClock.h"
 #include "../engine/TimeMath.h"
+#include "AreaMarks.h"
 #include "Columns.h"
 #include "Numbers.h"
 #include "RowCells.h"
@@ -77,12 +78,14 @@ void CxDataGraphForm::updateGraph()
         return;
     const QMutexLocker lock(&plotMutex);
     UpdateReferenceTime();
-    const bool drawn = HasPoints();
+    const bool drawn = HasPoints() || !marks->isEmpty();
     ui->plot->clearGraphs();
+    marks->clear();
     curvesTime = referenceTime;
     switch (measMode) {
     case MeasModeDataThroughput:
-        if (UpdateThroughputGraph() || drawn) // also when nothing has come in the place of what was drawn
+        if (UpdateThroughputGraph() || drawn ||
+            !marks->isEmpty()) // also when nothing has come in the place of what was drawn
             ReplotPlot();
         break;
     case MeasModeStandardAcq:
@@ -104,11 +107,13 @@ void CxDataGraphForm::RefreshStatistics()
     }
 }
 
-/// The time axes follow the clock while anything measures and stand still afterwards.
+/// The time axes follow the clock while anything measures, until the last one's end, and stand still afterwards.
 void CxDataGraphForm::UpdateReferenceTime()
 {
     if (IsAnyMeasuring())
         referenceTime = measurementClockUs();
+    for (const CxCameraLineData* record : qAsConst(lineDataMap))
+        referenceTime = std::max(referenceTime, record->lastEndUs().value_or(referenceTime));
 }
 
 qint64 CxDataGraphForm::VisibleFromUs(qint64 nowUs) const

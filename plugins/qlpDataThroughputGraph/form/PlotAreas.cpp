@@ -9,6 +9,7 @@
 #include <QtWidgets/QCheckBox>
 
 #include "../engine/CameraLineData.h"
+#include "AreaMarks.h"
 #include "AreaPager.h"
 #include "Columns.h"
 #include "RowCells.h"
@@ -72,6 +73,7 @@ void CxDataGraphForm::TakeAreasOut()
     EndDrag();
     ui->plot->clearGraphs();
     ui->plot->clearItems();
+    marks->clear();
     ui->plot->plotLayout()->clear();
     ui->plot->plotLayout()->simplify();
 }

@@ -17,6 +17,7 @@
 #include "Look.h"
 #include "Numbers.h"
 #include "RowCells.h"
+#include "TimeOfDay.h"
 #include "ui_DataGraphForm.h"
 
 namespace {
@@ -140,15 +141,32 @@ void CxDataGraphForm::ConfigurePlotAxis(QCPAxisRect* axisRect, int axisType, dou
     if (axisType != QCPAxis::atBottom)
         return;
 
+    SetTimeTicker(axis);
+    connect(axis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this, &CxDataGraphForm::on_plotChangeZoom);
+    axisRect->setRangeDragAxes(axis, nullptr);
+    axisRect->setRangeZoomAxes(axis, nullptr);
+}
+
+void CxDataGraphForm::SetTimeTicker(QCPAxis* axis)
+{
+    if (timeOfDay) {
+        axis->setTicker(timeOfDayTicker([this] { return DrawnTime(); }));
+        return;
+    }
     if (auto* ticker = new (std::nothrow) QCPAxisTickerTime) {
         ticker->setTimeFormat(QStringLiteral("%m:%s.%z"));
         axis->setTicker(QSharedPointer<QCPAxisTicker>(ticker));
     } else {
         LOG_FAILURE("CxDataGraphForm::ConfigurePlotAxis", "Failed to allocate QCPAxisTickerTime for time axis");
     }
-    connect(axis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this, &CxDataGraphForm::on_plotChangeZoom);
-    axisRect->setRangeDragAxes(axis, nullptr);
-    axisRect->setRangeZoomAxes(axis, nullptr);
+}
+
+void CxDataGraphForm::ShowTimeOfDay(bool on)
+{
+    timeOfDay = on;
+    for (const QCPAxisRect* axisRect : ui->plot->axisRects())
+        SetTimeTicker(axisRect->axis(QCPAxis::atBottom));
+    ReplotPlot();
 }
 
 /// The more areas share the plot's height, the fewer ticks a value axis has and the smaller its label is, which goes

@@ -12,8 +12,8 @@ class CxCameraLineData;
 
 // Memory that is kept, list and allocator included, in bytes: as the allocator of the C library counts it.
 constexpr double bytesPerBlock = 8.0;
-constexpr double bytesPerFrame = 134.0; ///< throughput mode, beside its blocks; of large frames a little more
-constexpr double bytesPerSample = 64.0; ///< a frame of the standard mode
+constexpr double bytesPerFrame = 143.6; ///< throughput mode, beside its blocks; of large frames a little more
+constexpr double bytesPerSample = 65.6; ///< a frame of the standard mode
 constexpr int usualBlocksPerFrame = 256;
 
 struct CapacityPlan
