@@ -2,6 +2,48 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>AravisCamera</name>
+    <message>
+        <source>&quot;%1&quot; is no address of a camera</source>
+        <translation>„%1“ ist keine Adresse einer Kamera</translation>
+    </message>
+    <message>
+        <source>no answer in time</source>
+        <translation>keine Antwort in der gegebenen Zeit</translation>
+    </message>
+    <message>
+        <source>a USB3 Vision camera&apos;s data have no times of arrival, which the throughput is measured by</source>
+        <translation>die Daten einer USB3-Vision-Kamera haben keine Ankunftszeiten, mit denen der Durchsatz gemessen wird</translation>
+    </message>
+    <message>
+        <source>Times of arrival</source>
+        <translation>Ankunftszeiten</translation>
+    </message>
+</context>
+<context>
+    <name>CameraConnection</name>
+    <message>
+        <source>no answer. Is the camera switched on, and is this its address?</source>
+        <translation>keine Antwort. Ist die Kamera eingeschaltet, und ist dies ihre Adresse?</translation>
+    </message>
+    <message>
+        <source>another program or computer has control of the camera</source>
+        <translation>ein anderes Programm oder ein anderer Rechner steuert die Kamera</translation>
+    </message>
+    <message>
+        <source>refused: %1</source>
+        <translation>abgelehnt: %1</translation>
+    </message>
+    <message>
+        <source>there is no way to this address. Is the network interface up?</source>
+        <translation>zu dieser Adresse führt kein Weg. Ist die Netzwerkschnittstelle in Betrieb?</translation>
+    </message>
+    <message>
+        <source>no camera with this serial number answers</source>
+        <translation>keine Kamera mit dieser Seriennummer antwortet</translation>
+    </message>
+</context>
+<context>
     <name>CameraDock</name>
     <message>
         <source>lost</source>
@@ -179,6 +221,13 @@ ein Klick auf eine Überschrift sortiert.</translation>
     <message>
         <source>Save to file...</source>
         <translation>In Datei speichern...</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceFamilies</name>
+    <message>
+        <source>GigE Vision and USB3 Vision are not installed (package kestrova-aravis)</source>
+        <translation>GigE Vision und USB3 Vision sind nicht installiert (Paket kestrova-aravis)</translation>
     </message>
 </context>
 <context>
@@ -404,6 +453,29 @@ ein Klick auf eine Überschrift sortiert.</translation>
     <message>
         <source>Thread %1, %2 line %3, %4</source>
         <translation>Thread %1, %2 Zeile %3, %4</translation>
+    </message>
+</context>
+<context>
+    <name>PacketTap</name>
+    <message>
+        <source>the times of arrival need the right to capture packets. As root: setcap cap_net_raw=ep %1</source>
+        <translation>die Ankunftszeiten brauchen das Recht, Pakete mitzulesen. Als root: setcap cap_net_raw=ep %1</translation>
+    </message>
+    <message>
+        <source>kestrova-tap failed in step %1: %2</source>
+        <translation>kestrova-tap scheiterte im Schritt %1: %2</translation>
+    </message>
+    <message>
+        <source>kestrova-tap does not answer</source>
+        <translation>kestrova-tap antwortet nicht</translation>
+    </message>
+    <message>
+        <source>kestrova-tap ended at once</source>
+        <translation>kestrova-tap endete sofort</translation>
+    </message>
+    <message>
+        <source>the program %1, which tells times of arrival, cannot be started</source>
+        <translation>das Programm %1, das die Ankunftszeiten liefert, kann nicht gestartet werden</translation>
     </message>
 </context>
 <context>

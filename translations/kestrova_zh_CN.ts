@@ -2,6 +2,48 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>AravisCamera</name>
+    <message>
+        <source>&quot;%1&quot; is no address of a camera</source>
+        <translation>“%1”不是相机地址</translation>
+    </message>
+    <message>
+        <source>no answer in time</source>
+        <translation>未在规定时间内应答</translation>
+    </message>
+    <message>
+        <source>a USB3 Vision camera&apos;s data have no times of arrival, which the throughput is measured by</source>
+        <translation>USB3 Vision 相机的数据没有到达时间，而吞吐量要靠到达时间来测量</translation>
+    </message>
+    <message>
+        <source>Times of arrival</source>
+        <translation>到达时间</translation>
+    </message>
+</context>
+<context>
+    <name>CameraConnection</name>
+    <message>
+        <source>no answer. Is the camera switched on, and is this its address?</source>
+        <translation>无应答。相机是否已开机，地址是否正确？</translation>
+    </message>
+    <message>
+        <source>another program or computer has control of the camera</source>
+        <translation>另一个程序或计算机正在控制该相机</translation>
+    </message>
+    <message>
+        <source>refused: %1</source>
+        <translation>被拒绝：%1</translation>
+    </message>
+    <message>
+        <source>there is no way to this address. Is the network interface up?</source>
+        <translation>没有通往该地址的路由。网络接口是否已启用？</translation>
+    </message>
+    <message>
+        <source>no camera with this serial number answers</source>
+        <translation>没有该序列号的相机应答</translation>
+    </message>
+</context>
+<context>
     <name>CameraDock</name>
     <message>
         <source>lost</source>
@@ -179,6 +221,13 @@ a click on a heading sorts.</source>
     <message>
         <source>Save to file...</source>
         <translation>保存到文件...</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceFamilies</name>
+    <message>
+        <source>GigE Vision and USB3 Vision are not installed (package kestrova-aravis)</source>
+        <translation>未安装 GigE Vision 和 USB3 Vision（软件包 kestrova-aravis）</translation>
     </message>
 </context>
 <context>
@@ -404,6 +453,29 @@ a click on a heading sorts.</source>
     <message>
         <source>Thread %1, %2 line %3, %4</source>
         <translation>线程 %1，%2 第 %3 行，%4</translation>
+    </message>
+</context>
+<context>
+    <name>PacketTap</name>
+    <message>
+        <source>the times of arrival need the right to capture packets. As root: setcap cap_net_raw=ep %1</source>
+        <translation>到达时间需要抓取数据包的权限。以 root 身份运行：setcap cap_net_raw=ep %1</translation>
+    </message>
+    <message>
+        <source>kestrova-tap failed in step %1: %2</source>
+        <translation>kestrova-tap 在步骤 %1 失败：%2</translation>
+    </message>
+    <message>
+        <source>kestrova-tap does not answer</source>
+        <translation>kestrova-tap 无应答</translation>
+    </message>
+    <message>
+        <source>kestrova-tap ended at once</source>
+        <translation>kestrova-tap 立即退出</translation>
+    </message>
+    <message>
+        <source>the program %1, which tells times of arrival, cannot be started</source>
+        <translation>无法启动提供到达时间的程序 %1</translation>
     </message>
 </context>
 <context>

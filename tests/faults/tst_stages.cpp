@@ -91,6 +91,7 @@ private Q_SLOTS:
         QFETCH(int, mode);
         const CriticalLines quiet;
         FormBench bench(2, mode);
+        bench.form->resize(690, 900);                       // room for an area of each camera
         const auto before = bench.cameras[0]->parameters(); // all cameras are of one kind
         const QTemporaryDir directory;
         bool struck = false;

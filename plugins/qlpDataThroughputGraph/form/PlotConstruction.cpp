@@ -106,13 +106,14 @@ bool CxDataGraphForm::AddCameraPlot(VNCORE_HANDLE hCam, int layoutRow, const QSt
     } else {
         ConfigurePlotAxis(axisRect, QCPAxis::atLeft, 0.0, 1000.0, tr("Avg. rate [MB/s]"));
         ConfigurePlotAxis(axisRect, QCPAxis::atRight, -10.0, 110.0, tr("Buffer filled [%]"));
-        AddRequiredLine(hCam, axisRect);
     }
     if (valueRanges.contains(hCam)) { // the area was in view before
         const auto [lower, upper] = valueRanges.value(hCam);
         axisRect->axis(QCPAxis::atLeft)->setRange(lower, upper);
     }
     ui->plot->plotLayout()->addElement(layoutRow + 1, 0, axisRect);
+    if (measMode == MeasModeDataThroughput)
+        AddRequiredLine(hCam, axisRect); // items look for an area in the layout
     AutoScaleVertAxis(hCam, axisRect);
     TakeTypedRange(hCam);
     return true;
