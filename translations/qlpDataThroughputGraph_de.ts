@@ -481,6 +481,10 @@ puffer</translation>
         <source>Time of day on the time axes</source>
         <translation>Uhrzeit an den Zeitachsen</translation>
     </message>
+    <message>
+        <source>Blocks of %1 bytes, the sample period: the shorter they are, the lower the minimum can be.</source>
+        <translation>Blöcke von %1 Byte, die Abtastperiode: Je kürzer sie sind, desto niedriger kann das Minimum sein.</translation>
+    </message>
 </context>
 <context>
     <name>CxDataGraphSetupDlg</name>

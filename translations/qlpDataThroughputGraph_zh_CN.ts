@@ -476,6 +476,10 @@ size</source>
         <source>Time of day on the time axes</source>
         <translation>时间轴上显示时刻</translation>
     </message>
+    <message>
+        <source>Blocks of %1 bytes, the sample period: the shorter they are, the lower the minimum can be.</source>
+        <translation>数据块为 %1 字节（采样周期）：数据块越短，最小值可能越低。</translation>
+    </message>
 </context>
 <context>
     <name>CxDataGraphSetupDlg</name>

@@ -42,7 +42,7 @@ struct LimitedRun
 const LimitedRun throughputRun{
     "throughput",
     R"("min-throughput": 2, "min-average": 2.2, "min-delivered": 2, "min-fps": 5, "max-gap": "1s", "max-level": 40,
-       "max-overflows": 0, "max-missing": 2)",
+       "max-overflows": 0, "max-missing": 2, "max-losses": 1)",
     {{"min-throughput", R"("link": {"rate": 4, "stallEveryMs": 400, "stallUs": 3000})",
       R"("link": {"rate": 4, "stallEveryMs": 400, "stallUs": 500})"},
      {"min-average", R"("link": {"rate": 2.1})", R"("link": {"rate": 2.4})"},
@@ -54,7 +54,10 @@ const LimitedRun throughputRun{
      {"max-level", R"("link": {"rate": 2.5}, "bufferBytes": 65536)",
       R"("link": {"rate": 2.5}, "bufferBytes": 131072)"},
      {"max-missing", R"("link": {"rate": 4}, "faults": {"numberJump": {"first": 9}, "numberJumpBy": 3})",
-      R"("link": {"rate": 4}, "faults": {"numberJump": {"first": 9}, "numberJumpBy": 2})"}}};
+      R"("link": {"rate": 4}, "faults": {"numberJump": {"first": 9}, "numberJumpBy": 2})"},
+     {"max-losses",
+      R"("link": {"rate": 4}, "faults": {"loss": [{"atMs": 900, "forMs": 100}, {"atMs": 1800, "forMs": 100}]})",
+      R"("link": {"rate": 4}, "faults": {"loss": [{"atMs": 900, "forMs": 100}]})"}}};
 
 const LimitedRun countersRun{
     "counters",

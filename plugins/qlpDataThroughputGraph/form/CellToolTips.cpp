@@ -87,6 +87,10 @@ QString CxDataGraphForm::CellToolTip(VNCORE_HANDLE hCam, int column) const
         lines += tr(definitionOf(column, throughputDefinitions));
         if (column != statusColumn && column != ThroughputColumn::CameraBufferSize)
             lines += RangeLines(hCam);
+        const CxCameraLineData* record = lineDataMap.value(hCam);
+        if (column == ThroughputColumn::MinThroughput && record)
+            lines += tr("Blocks of %1 bytes, the sample period: the shorter they are, the lower the minimum can be.")
+                         .arg(record->samplePeriod);
     }
     lines += RunLines(hCam);
     if (column == statusColumn)
