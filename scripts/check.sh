@@ -20,8 +20,8 @@ step_warnings() {
   cmake --build --preset debug
 }
 
-# The compilation that clang-tidy sees is configured without gcc's precompiled headers, and never built but for what
-# moc and uic write.
+# The compilation that clang-tidy sees is configured without gcc's precompiled headers, and built only as far as CMake
+# asks before moc and uic write.
 step_tidy() {
   cmake --preset tidy >/dev/null
   cmake --build build/tidy --target autogen
