@@ -45,7 +45,7 @@ void fillSamples(CxCameraLineData& data, int samples)
     data.avgFrameTime = 100.0;
     for (int i = 0; i < samples; ++i) {
         auto sample = std::make_unique<CounterSample>();
-        sample->frameNumber = static_cast<quint64>(i + i / 700);
+        sample->frameNumber = static_cast<quint64>(i) + static_cast<quint64>(i / 700);
         sample->timestampUs = i * 100LL;
         sample->transportSkip = i / 1000;
         sample->apiSkip = i / 2000;

@@ -37,7 +37,7 @@ public:
     virtual bool waitForClosed(std::chrono::milliseconds limit) = 0;
 
 protected:
-    ~DeviceModule() = default;
+    virtual ~DeviceModule() = default;
 };
 
 /// The exported function, without C++'s decoration of names.

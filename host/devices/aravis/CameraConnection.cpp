@@ -199,7 +199,7 @@ int CameraConnection::requiredThroughput()
     return fault ? 0 : static_cast<int>(std::ceil(rateHz * bytes * 1e-6));
 }
 
-std::unique_ptr<ImageStream> CameraConnection::start(Callback onNews, bool arrivals)
+std::unique_ptr<ImageStream> CameraConnection::start(const Callback& onNews, bool arrivals)
 {
     CallError fault;
     const auto refuse = [&](const QString& why) {

@@ -56,7 +56,7 @@ public:
 
     /// `onNews` is called on threads of the stream when there may be a frame to take. With `arrivals` the frames' data
     /// are their times of arrival. Null if the camera refuses, or those times cannot be had, which is logged.
-    std::unique_ptr<ImageStream> start(std::function<void()> onNews, bool arrivals);
+    std::unique_ptr<ImageStream> start(const std::function<void()>& onNews, bool arrivals);
     /// Tells the camera to send no more.
     void stop();
 

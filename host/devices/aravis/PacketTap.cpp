@@ -69,6 +69,7 @@ QString readFirst(int pipe)
 int spawn(std::vector<std::string> texts, int& pipe)
 {
     std::vector<char*> arguments;
+    arguments.reserve(texts.size() + 1);
     for (std::string& text : texts)
         arguments.push_back(text.data());
     arguments.push_back(nullptr);
