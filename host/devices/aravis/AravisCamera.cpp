@@ -1,20 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The device: what it knows under its lock, and what it has its worker do.
+// The calls of the host: what the state knows, or what the worker is to do about it.
 #include "AravisCamera.h"
-
-#include <QtCore/QCoreApplication>
 
 #include <algorithm>
 #include <cstring>
 #include <exception>
-#include <new>
 
-#include "CameraConnection.h"
-#include "HostParameters.h"
-#include "ImageStream.h"
-#include "LossNotifier.h"
-#include "MonotonicCondition.h"
-#include "PacketTap.h"
+#include "AravisCameraState.h"
 #include "PixelFormats.h"
 
 namespace aravis {
@@ -23,24 +15,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// The context of this file's texts in translations.
-struct Text
-{
-    Q_DECLARE_TR_FUNCTIONS(AravisCamera)
-};
-
-constexpr auto openLimit = 15s;     ///< a search takes its time, and so do attempts to reach a camera
-constexpr auto callLimit = 1s;      ///< for what a camera does in milliseconds
-constexpr auto startLimit = 3s;     ///< with all the buffers to be made
-constexpr unsigned anyPort = 1;     ///< to try whether packets may be captured
-constexpr auto reopenInterval = 1s; ///< between attempts to reach a lost camera
-
-enum class Acquisition
-{
-    Idle,
-    Running,
-    Cut, ///< the camera was lost meanwhile; waits last until somebody stops or starts
-};
+constexpr auto openLimit = 15s; ///< a search takes its time, and so do attempts to reach a camera
+constexpr auto callLimit = 1s;  ///< for what a camera does in milliseconds
+constexpr auto startLimit = 3s; ///< with all the buffers to be made
 
 bool isFormat(const char* name)
 {
@@ -48,175 +25,6 @@ bool isFormat(const char* name)
 }
 
 } // namespace
-
-struct AravisCamera::State : std::enable_shared_from_this<State>
-{
-    CameraAddress address;
-    // Known since the camera was opened; never changed.
-    SxCameraInfo info;
-    QString serial;
-    std::vector<CameraConnection::Format> formats;
-    std::optional<CameraConnection::Route> route; ///< of a camera in a network
-    std::weak_ptr<CameraWorker> worker;
-
-    /// The worker's alone.
-    std::unique_ptr<CameraConnection> connection;
-
-    /// Guards all below. Under it only queues of the library are looked into and the notifier's lock is taken.
-    std::mutex mutex;
-    MonotonicCondition changed; ///< a frame arrived, or a wait is over
-    Acquisition acquisition = Acquisition::Idle;
-    quint64 waitEpoch = 0;               ///< a wait that began in an earlier one is over
-    std::shared_ptr<ImageStream> stream; ///< of the running acquisition; destroyed by the worker
-    FrameTally tally;                    ///< of the newest acquisition
-    HostParameters parameters;
-    quint32 format = 0;    ///< code; the camera's
-    bool arrivals = false; ///< data are times of arrival, whatever the camera's format
-    bool lost = false;
-    bool closing = false; ///< nobody has the device any more
-
-    LossNotifier notifier; ///< has a lock of its own; told without `mutex`
-
-    const CameraConnection::Format* knownFormat(int value) const
-    {
-        for (const auto& known : formats) {
-            if (formatValue(known.code) == value)
-                return &known;
-        }
-        return nullptr;
-    }
-
-    /// What "imgdataformat" is.
-    int formatLocked() const { return arrivals ? int(VN_FRM_TRANSPORT_DATA) : formatValue(format); }
-    bool canSetFormat(int value);
-    QString arrivalsFault() const;
-
-    // --- the worker's tasks ---
-    bool connect(QString* error);
-    bool start();
-    void endStream(bool tellCamera);
-    void clearAfterLoss();
-    void reopen();
-    void close();
-    // --- any thread ---
-    void setLost();
-    void reopenLater();
-};
-
-bool AravisCamera::State::connect(QString* error)
-{
-    connection = CameraConnection::open(
-        address,
-        [weak = weak_from_this()] {
-            if (const auto state = weak.lock())
-                state->setLost();
-        },
-        error);
-    if (!connection)
-        return false;
-    const quint32 code = connection->format();
-    const int required = connection->requiredThroughput();
-    const std::lock_guard<std::mutex> lock(mutex);
-    format = code;
-    parameters.requiredThroughput = required;
-    return true;
-}
-
-/// On the thread of the library that found out; what is to be cleared up is the worker's business.
-void AravisCamera::State::setLost()
-{
-    {
-        const std::lock_guard<std::mutex> lock(mutex);
-        if (lost || closing)
-            return;
-        lost = true;
-        if (acquisition == Acquisition::Running)
-            acquisition = Acquisition::Cut;
-        notifier.note();
-        changed.notify_all();
-    }
-    if (const auto present = worker.lock())
-        present->post([self = shared_from_this()] { self->clearAfterLoss(); });
-    notifier.tell();
-}
-
-void AravisCamera::State::clearAfterLoss()
-{
-    endStream(false);
-    connection.reset();
-    reopenLater();
-}
-
-void AravisCamera::State::reopenLater()
-{
-    if (const auto present = worker.lock())
-        present->postLater(reopenInterval, [self = shared_from_this()] { self->reopen(); });
-}
-
-void AravisCamera::State::reopen()
-{
-    QString error;
-    if (!connect(&error) || connection->identity().serial != serial) {
-        connection.reset();
-        reopenLater();
-        return;
-    }
-    {
-        const std::lock_guard<std::mutex> lock(mutex);
-        lost = false;
-        notifier.note();
-    }
-    notifier.tell();
-}
-
-bool AravisCamera::State::start()
-{
-    endStream(true);
-    if (!connection)
-        return false;
-    bool withArrivals = false;
-    {
-        const std::lock_guard<std::mutex> lock(mutex);
-        withArrivals = arrivals;
-    }
-    const auto onNews = [weak = weak_from_this()] {
-        if (const auto state = weak.lock()) {
-            const std::lock_guard<std::mutex> lock(state->mutex);
-            state->changed.notify_all();
-        }
-    };
-    std::shared_ptr<ImageStream> started;
-    try {
-        started = connection->start(onNews, withArrivals);
-    } catch (const std::bad_alloc&) {
-        qCritical("No memory for the buffers of a camera");
-    }
-    if (!started)
-        return false;
-    const std::lock_guard<std::mutex> lock(mutex);
-    stream = std::move(started);
-    tally = {};
-    return true;
-}
-
-void AravisCamera::State::endStream(bool tellCamera)
-{
-    std::shared_ptr<ImageStream> ended; // without the lock: its threads may want it
-    {
-        const std::lock_guard<std::mutex> lock(mutex);
-        if (stream)
-            tally = stream->tally();
-        ended.swap(stream);
-    }
-    if (ended && connection && tellCamera)
-        connection->stop();
-}
-
-void AravisCamera::State::close()
-{
-    endStream(true);
-    connection.reset();
-}
 
 std::shared_ptr<AravisCamera> AravisCamera::open(const QString& name, QString* error)
 {
@@ -304,25 +112,6 @@ bool AravisCamera::setInt(const char* name, int value)
     }
     const std::lock_guard<std::mutex> lock(state->mutex);
     return !state->lost && !isFormat(name) && state->parameters.set(name, value);
-}
-
-/// The buffers are made for the format that the acquisition began with.
-bool AravisCamera::State::canSetFormat(int value)
-{
-    const std::lock_guard<std::mutex> lock(mutex);
-    const bool known = value == VN_FRM_TRANSPORT_DATA || knownFormat(value);
-    return !lost && known && (acquisition == Acquisition::Idle || formatLocked() == value);
-}
-
-/// Why times of arrival cannot be had; empty if they can.
-QString AravisCamera::State::arrivalsFault() const
-{
-    if (!route)
-        return Text::tr("a USB3 Vision camera's data have no times of arrival, which the throughput is measured by");
-    QString fault;
-    PacketTap::start(
-        route->camera, route->host, anyPort, [] {}, &fault);
-    return fault;
 }
 
 bool AravisCamera::setFormat(quint32 code)

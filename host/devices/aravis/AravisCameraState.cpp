@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the worker does with a camera, and what a loss means to it.
+#include "AravisCameraState.h"
+
+#include <new>
+
+#include "PacketTap.h"
+#include "PixelFormats.h"
+
+namespace aravis {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr unsigned anyPort = 1;     ///< to try whether packets may be captured
+constexpr auto reopenInterval = 1s; ///< between attempts to reach a lost camera
+
+} // namespace
+
+const CameraConnection::Format* AravisCamera::State::knownFormat(int value) const
+{
+    for (const auto& known : formats) {
+        if (formatValue(known.code) == value)
+            return &known;
+    }
+    return nullptr;
+}
+
+int AravisCamera::State::formatLocked() const
+{
+    return arrivals ? int(VN_FRM_TRANSPORT_DATA) : formatValue(format);
+}
+
+bool AravisCamera::State::connect(QString* error)
+{
+    connection = CameraConnection::open(
+        address,
+        [weak = weak_from_this()] {
+            if (const auto state = weak.lock())
+                state->setLost();
+        },
+        error);
+    if (!connection)
+        return false;
+    const quint32 code = connection->format();
+    const int required = connection->requiredThroughput();
+    const std::lock_guard<std::mutex> lock(mutex);
+    format = code;
+    parameters.requiredThroughput = required;
+    return true;
+}
+
+/// On the thread of the library that found out; what is to be cleared up is the worker's business.
+void AravisCamera::State::setLost()
+{
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (lost || closing)
+            return;
+        lost = true;
+        if (acquisition == Acquisition::Running)
+            acquisition = Acquisition::Cut;
+        notifier.note();
+        changed.notify_all();
+    }
+    if (const auto present = worker.lock())
+        present->post([self = shared_from_this()] { self->clearAfterLoss(); });
+    notifier.tell();
+}
+
+void AravisCamera::State::clearAfterLoss()
+{
+    endStream(false);
+    connection.reset();
+    reopenLater();
+}
+
+void AravisCamera::State::reopenLater()
+{
+    if (const auto present = worker.lock())
+        present->postLater(reopenInterval, [self = shared_from_this()] { self->reopen(); });
+}
+
+void AravisCamera::State::reopen()
+{
+    QString error;
+    if (!connect(&error) || connection->identity().serial != serial) {
+        connection.reset();
+        reopenLater();
+        return;
+    }
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        lost = false;
+        notifier.note();
+    }
+    notifier.tell();
+}
+
+bool AravisCamera::State::start()
+{
+    endStream(true);
+    if (!connection)
+        return false;
+    bool withArrivals = false;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        withArrivals = arrivals;
+    }
+    const auto onNews = [weak = weak_from_this()] {
+        if (const auto state = weak.lock()) {
+            const std::lock_guard<std::mutex> lock(state->mutex);
+            state->changed.notify_all();
+        }
+    };
+    std::shared_ptr<ImageStream> started;
+    try {
+        started = connection->start(onNews, withArrivals);
+    } catch (const std::bad_alloc&) {
+        qCritical("No memory for the buffers of a camera");
+    }
+    if (!started)
+        return false;
+    const std::lock_guard<std::mutex> lock(mutex);
+    stream = std::move(started);
+    tally = {};
+    return true;
+}
+
+void AravisCamera::State::endStream(bool tellCamera)
+{
+    std::shared_ptr<ImageStream> ended; // without the lock: its threads may want it
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (stream)
+            tally = stream->tally();
+        ended.swap(stream);
+    }
+    if (ended && connection && tellCamera)
+        connection->stop();
+}
+
+void AravisCamera::State::close()
+{
+    endStream(true);
+    connection.reset();
+}
+
+/// The buffers are made for the format that the acquisition began with.
+bool AravisCamera::State::canSetFormat(int value)
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    const bool known = value == VN_FRM_TRANSPORT_DATA || knownFormat(value);
+    return !lost && known && (acquisition == Acquisition::Idle || formatLocked() == value);
+}
+
+/// Why times of arrival cannot be had; empty if they can.
+QString AravisCamera::State::arrivalsFault() const
+{
+    if (!route)
+        return Text::tr("a USB3 Vision camera's data have no times of arrival, which the throughput is measured by");
+    QString fault;
+    PacketTap::start(
+        route->camera, route->host, anyPort, [] {}, &fault);
+    return fault;
+}
+
+} // namespace aravis
