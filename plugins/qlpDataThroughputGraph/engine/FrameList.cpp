@@ -51,7 +51,7 @@ void FrameList::push_back(std::unique_ptr<FrameRecord> record, FrameAggregates a
                 : framesBetween(static_cast<quint32>(back()->frameNumber), static_cast<quint32>(record->frameNumber));
     frames.push_back({std::move(record), std::move(aggregates), missing});
     figureTree.grow(endNumber(), Leaf{*this});
-    stepTree.grow(endNumber(), StepLeaf{*this});
+    stepTree.grow(endNumber(), stepLeaf());
 }
 
 void FrameList::makeRoom(quint64 leaving)
@@ -138,7 +138,7 @@ std::vector<FrameList::Frame> FrameList::endRemake(Remake& remake) noexcept
     for (quint64 number = begin; number < end; ++number)
         std::swap(frames[number - firstNumber()].aggregates, remake.remade[number - remake.firstRecord]);
     figureTree.renew(begin, end, Leaf{*this});
-    stepTree.renew(begin, end, StepLeaf{*this});
+    stepTree.renew(begin, end, stepLeaf());
     staleBegin = end;
     return std::exchange(retiredFrames, {});
 }

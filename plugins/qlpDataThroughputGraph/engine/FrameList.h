@@ -30,7 +30,7 @@ struct RangeFigures
 
 /// Owns the frames. Has no lock: its owner calls it under the one that guards it. The figures of groups are those of
 /// the frames that the list holds, whatever has left.
-class FrameList
+class FrameList : public StepQueries<FrameList>
 {
 public:
     struct Frame
@@ -83,24 +83,6 @@ public:
     /// Figures of frames begin..end (exclusive), for the settings that the aggregates are made for.
     RangeFigures figures(quint64 begin, quint64 end) const;
     const TimeIndex& times() const { return startTimes; }
-    /// Whether nothing has left since the list was made.
-    bool isComplete() const { return firstNumber() == 0; }
-    /// Of frames begin..end (exclusive). The oldest frame's step is that from one that has left.
-    StepFigures steps(quint64 begin, quint64 end) const
-    {
-        return stepTree.sum(firstNumber() + begin, firstNumber() + end, StepLeaf{*this});
-    }
-    /// The first frame of begin..end (exclusive) of whose step has() is true, and the last one; `end` if there is none.
-    template<typename Has>
-    quint64 firstStep(quint64 begin, quint64 end, Has has) const
-    {
-        return stepTree.first(firstNumber() + begin, firstNumber() + end, StepLeaf{*this}, has) - firstNumber();
-    }
-    template<typename Has>
-    quint64 lastStep(quint64 begin, quint64 end, Has has) const
-    {
-        return stepTree.last(firstNumber() + begin, firstNumber() + end, StepLeaf{*this}, has) - firstNumber();
-    }
 
     /// Whether some aggregates are for other settings than these.
     bool isStale(const EvaluationSettings& settings) const;
@@ -111,6 +93,7 @@ public:
     std::vector<Frame> endRemake(Remake& remake) noexcept;
 
 private:
+    friend class StepQueries<FrameList>;
     quint64 firstNumber() const { return frames.dropped(); }
     quint64 endNumber() const { return firstNumber() + size(); }
     // Of the frame with that number.
@@ -121,17 +104,11 @@ private:
         const FrameList& list;
         RangeFigures operator()(quint64 number) const { return list.frameFigures(number); }
     };
-    struct StepLeaf
-    {
-        const FrameList& list;
-        StepFigures operator()(quint64 number) const { return list.step(number); }
-    };
 
     Tape<Frame> frames;
     TimeIndex startTimes;
     TimeIndex endTimes;
     FigureTree<RangeFigures> figureTree;
-    FigureTree<StepFigures> stepTree;
 
     EvaluationSettings evaluation; ///< of all aggregates but the stale ones
     quint64 staleBegin = 0;        ///< numbers

@@ -10,7 +10,7 @@
 
 /// Owns the samples. Has no lock: its owner calls it under the one that guards it. As many times as samples, in their
 /// order.
-class SampleList
+class SampleList : public StepQueries<SampleList>
 {
 public:
     using const_iterator = SubscriptIterator<SampleList>;
@@ -35,7 +35,7 @@ public:
     {
         sampleTimes.push_back(sample->timestampUs);
         samples.push_back(std::move(sample));
-        stepTree.grow(endNumber(), StepLeaf{*this});
+        stepTree.grow(endNumber(), stepLeaf());
     }
     /// Unlinks the oldest sample; the caller frees it when it has left the lock.
     std::unique_ptr<CounterSample> takeFront()
@@ -48,39 +48,17 @@ public:
     void pop_front() { takeFront(); }
     void clear() { *this = SampleList(); }
 
-    /// Whether nothing has left since the list was made.
-    bool isComplete() const { return firstNumber() == 0; }
-    /// Of samples begin..end (exclusive). The oldest sample has no step.
-    StepFigures steps(quint64 begin, quint64 end) const
-    {
-        return stepTree.sum(firstNumber() + begin, firstNumber() + end, StepLeaf{*this});
-    }
-    /// The first sample of begin..end (exclusive) of whose step has() is true, and the last one; `end` if there is
-    /// none.
-    template<typename Has>
-    quint64 firstStep(quint64 begin, quint64 end, Has has) const
-    {
-        return stepTree.first(firstNumber() + begin, firstNumber() + end, StepLeaf{*this}, has) - firstNumber();
-    }
-    template<typename Has>
-    quint64 lastStep(quint64 begin, quint64 end, Has has) const
-    {
-        return stepTree.last(firstNumber() + begin, firstNumber() + end, StepLeaf{*this}, has) - firstNumber();
-    }
-
 private:
+    friend class StepQueries<SampleList>;
     quint64 firstNumber() const { return samples.dropped(); }
     quint64 endNumber() const { return firstNumber() + size(); }
-    struct StepLeaf
+    /// The oldest sample has none.
+    StepFigures step(quint64 number) const
     {
-        const SampleList& list;
-        StepFigures operator()(quint64 number) const
-        {
-            const quint64 index = number - list.firstNumber();
-            return index > 0 ? step(*list[index - 1], *list[index]) : StepFigures();
-        }
-    };
-    static StepFigures step(const CounterSample& earlier, const CounterSample& later)
+        const quint64 index = number - firstNumber();
+        return index > 0 ? stepBetween(*samples[index - 1], *samples[index]) : StepFigures();
+    }
+    static StepFigures stepBetween(const CounterSample& earlier, const CounterSample& later)
     {
         const qint64 overflows = qint64{later.bufferOverflow} - earlier.bufferOverflow;
         return {framesBetween(static_cast<quint32>(earlier.frameNumber), static_cast<quint32>(later.frameNumber)),
@@ -90,7 +68,6 @@ private:
 
     Tape<std::unique_ptr<CounterSample>> samples;
     TimeIndex sampleTimes;
-    FigureTree<StepFigures> stepTree;
 };
 
 #endif

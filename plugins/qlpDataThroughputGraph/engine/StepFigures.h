@@ -22,6 +22,46 @@ struct StepFigures
     }
 };
 
+/// The steps of a list, which derives from this, befriends it and has firstNumber() and step(number), both private. A
+/// step belongs to the later one of its two records; that of the oldest record is what the list makes of it.
+template<typename List>
+class StepQueries
+{
+public:
+    /// Whether nothing has left since the list was made.
+    bool isComplete() const { return first() == 0; }
+    /// Of records begin..end (exclusive).
+    StepFigures steps(quint64 begin, quint64 end) const
+    {
+        return stepTree.sum(first() + begin, first() + end, stepLeaf());
+    }
+    /// The first record of begin..end (exclusive) of whose step has() is true, and the last one; `end` if there is
+    /// none.
+    template<typename Has>
+    quint64 firstStep(quint64 begin, quint64 end, Has has) const
+    {
+        return stepTree.first(first() + begin, first() + end, stepLeaf(), has) - first();
+    }
+    template<typename Has>
+    quint64 lastStep(quint64 begin, quint64 end, Has has) const
+    {
+        return stepTree.last(first() + begin, first() + end, stepLeaf(), has) - first();
+    }
+
+protected:
+    struct StepLeaf
+    {
+        const List& list;
+        StepFigures operator()(quint64 number) const { return list.step(number); }
+    };
+    StepLeaf stepLeaf() const { return {static_cast<const List&>(*this)}; }
+
+    FigureTree<StepFigures> stepTree;
+
+private:
+    quint64 first() const { return static_cast<const List&>(*this).firstNumber(); }
+};
+
 /// Frames between two frame numbers of a counter of 32 bits. A step backwards (half the range or more) or on the
 /// spot is a counter that started again, not two thousand million lost frames.
 inline quint32 framesBetween(quint32 earlier, quint32 later)
