@@ -571,32 +571,8 @@ puffer</translation>
         <translation>%1 Kameras teilen sich die Verbindung %2, die mit %3 von %4 MB/s voll ist. Diese Kamera hat davon %5 MB/s, die mit dem größten Anteil %6 MB/s.</translation>
     </message>
     <message>
-        <source>The link may stall for longer than the camera&apos;s buffer can hold: %1 frames would have overflowed it, though the average is enough. The slowest block took %2 ms.</source>
-        <translation>Die Verbindung stockt möglicherweise länger, als der Kamerapuffer überbrücken kann: %1 Bilder hätten ihn überlaufen lassen, obwohl der Mittelwert ausreicht. Der langsamste Block dauerte %2 ms.</translation>
-    </message>
-    <message>
         <source>The link has short stalls, which the camera&apos;s buffer holds: the slowest block took %1 ms, the buffer was filled to %2 %.</source>
         <translation>Die Verbindung stockt kurz, was der Kamerapuffer überbrückt: Der langsamste Block dauerte %1 ms, der Puffer war bis zu %2 % gefüllt.</translation>
-    </message>
-    <message>
-        <source>%1 frames were lost on the link. A bad cable or plug, interference, or a switch that drops packets may be the cause.</source>
-        <translation>%1 Bilder gingen auf der Verbindung verloren. Die Ursache kann ein schlechtes Kabel oder ein schlechter Stecker, eine Störung oder ein Switch sein, der Pakete verwirft.</translation>
-    </message>
-    <message>
-        <source>%1 frames were fetched too late. This machine may be too busy or too slow for them.</source>
-        <translation>%1 Bilder wurden zu spät abgeholt. Dieser Rechner ist dafür möglicherweise zu beschäftigt oder zu langsam.</translation>
-    </message>
-    <message>
-        <source>%1 frames are missing. They may be lost on the link or fetched too late; the camera&apos;s counters tell which.</source>
-        <translation>%1 Bilder fehlen. Sie können auf der Verbindung verloren gegangen oder zu spät abgeholt worden sein; die Zähler der Kamera sagen, welches.</translation>
-    </message>
-    <message>
-        <source>%1 triggers came while the sensor was busy. They may come faster than it exposes and reads out.</source>
-        <translation>%1 Trigger kamen, während der Sensor beschäftigt war. Sie kommen möglicherweise schneller, als er belichtet und ausliest.</translation>
-    </message>
-    <message>
-        <source>%1 times the camera&apos;s buffer was full. The triggers may be too fast for the link, or the link may stall.</source>
-        <translation>%1-mal war der Kamerapuffer voll. Die Trigger sind möglicherweise zu schnell für die Verbindung, oder die Verbindung stockt.</translation>
     </message>
     <message>
         <source>The camera&apos;s clock drifts by %1 ppm against this machine&apos;s. One of them may be bad; throughputs are wrong by as much.</source>
@@ -609,6 +585,100 @@ puffer</translation>
     <message>
         <source>No frame came for up to %1 s, %2 s in all. Triggers may be missing, or the camera or its link may have stopped.</source>
         <translation>Bis zu %1 s lang kam kein Bild, insgesamt %2 s. Möglicherweise fehlen Trigger, oder die Kamera oder ihre Verbindung stand still.</translation>
+    </message>
+    <message>
+        <source>The link may stall for longer than the camera&apos;s buffer can hold, though the average is enough.</source>
+        <translation>Die Verbindung stockt möglicherweise länger, als der Kamerapuffer überbrücken kann, obwohl der Mittelwert ausreicht.</translation>
+    </message>
+    <message>
+        <source>One frame would have overflowed it.</source>
+        <translation>Ein Bild hätte ihn überlaufen lassen.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames would have overflowed it.</source>
+        <translation>
+            <numerusform>%n Bild hätte ihn überlaufen lassen.</numerusform>
+            <numerusform>%n Bilder hätten ihn überlaufen lassen.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The slowest block took %1 ms.</source>
+        <translation>Der langsamste Block dauerte %1 ms.</translation>
+    </message>
+    <message>
+        <source>One frame was lost on the link.</source>
+        <translation>Ein Bild ging auf der Verbindung verloren.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames were lost on the link.</source>
+        <translation>
+            <numerusform>%n Bild ging auf der Verbindung verloren.</numerusform>
+            <numerusform>%n Bilder gingen auf der Verbindung verloren.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>A bad cable or plug, interference, or a switch that drops packets may be the cause.</source>
+        <translation>Die Ursache kann ein schlechtes Kabel oder ein schlechter Stecker, eine Störung oder ein Switch sein, der Pakete verwirft.</translation>
+    </message>
+    <message>
+        <source>One frame was fetched too late.</source>
+        <translation>Ein Bild wurde zu spät abgeholt.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames were fetched too late.</source>
+        <translation>
+            <numerusform>%n Bild wurde zu spät abgeholt.</numerusform>
+            <numerusform>%n Bilder wurden zu spät abgeholt.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>This machine may be too busy or too slow.</source>
+        <translation>Dieser Rechner ist möglicherweise zu beschäftigt oder zu langsam.</translation>
+    </message>
+    <message>
+        <source>One frame is missing.</source>
+        <translation>Ein Bild fehlt.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames are missing.</source>
+        <translation>
+            <numerusform>%n Bild fehlt.</numerusform>
+            <numerusform>%n Bilder fehlen.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Frames may be lost on the link or fetched too late; the camera&apos;s counters tell which.</source>
+        <translation>Bilder können auf der Verbindung verloren gegangen oder zu spät abgeholt worden sein; die Zähler der Kamera sagen, welches.</translation>
+    </message>
+    <message>
+        <source>One trigger came while the sensor was busy.</source>
+        <translation>Ein Trigger kam, während der Sensor beschäftigt war.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n triggers came while the sensor was busy.</source>
+        <translation>
+            <numerusform>%n Trigger kam, während der Sensor beschäftigt war.</numerusform>
+            <numerusform>%n Trigger kamen, während der Sensor beschäftigt war.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Triggers may come faster than it exposes and reads out.</source>
+        <translation>Trigger kommen möglicherweise schneller, als er belichtet und ausliest.</translation>
+    </message>
+    <message>
+        <source>Once the camera&apos;s buffer was full.</source>
+        <translation>Einmal war der Kamerapuffer voll.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n times the camera&apos;s buffer was full.</source>
+        <translation>
+            <numerusform>%n-mal war der Kamerapuffer voll.</numerusform>
+            <numerusform>%n-mal war der Kamerapuffer voll.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The triggers may be too fast for the link, or the link may stall.</source>
+        <translation>Die Trigger sind möglicherweise zu schnell für die Verbindung, oder die Verbindung stockt.</translation>
     </message>
 </context>
 <context>

@@ -566,32 +566,8 @@ size</source>
         <translation>%1 台相机共享链路 %2，该链路已满：%4 MB/s 中已用 %3 MB/s。本相机占 %5 MB/s，最繁忙的相机占 %6 MB/s。</translation>
     </message>
     <message>
-        <source>The link may stall for longer than the camera&apos;s buffer can hold: %1 frames would have overflowed it, though the average is enough. The slowest block took %2 ms.</source>
-        <translation>链路的停顿可能超过相机缓冲区所能承受的时间：虽然平均速率足够，但有 %1 帧会使其溢出。最慢的数据块用时 %2 ms。</translation>
-    </message>
-    <message>
         <source>The link has short stalls, which the camera&apos;s buffer holds: the slowest block took %1 ms, the buffer was filled to %2 %.</source>
         <translation>链路有短暂停顿，相机缓冲区可以承受：最慢的数据块用时 %1 ms，缓冲区最高填充到 %2 %。</translation>
-    </message>
-    <message>
-        <source>%1 frames were lost on the link. A bad cable or plug, interference, or a switch that drops packets may be the cause.</source>
-        <translation>%1 帧在链路上丢失。可能的原因是电缆或插头不良、干扰，或交换机丢包。</translation>
-    </message>
-    <message>
-        <source>%1 frames were fetched too late. This machine may be too busy or too slow for them.</source>
-        <translation>%1 帧取走得太晚。本机可能过于繁忙或速度不够。</translation>
-    </message>
-    <message>
-        <source>%1 frames are missing. They may be lost on the link or fetched too late; the camera&apos;s counters tell which.</source>
-        <translation>缺少 %1 帧。它们可能在链路上丢失，或取走得太晚；相机的计数器可说明是哪一种。</translation>
-    </message>
-    <message>
-        <source>%1 triggers came while the sensor was busy. They may come faster than it exposes and reads out.</source>
-        <translation>%1 次触发在传感器忙时到来。触发可能快于其曝光和读出。</translation>
-    </message>
-    <message>
-        <source>%1 times the camera&apos;s buffer was full. The triggers may be too fast for the link, or the link may stall.</source>
-        <translation>相机缓冲区 %1 次已满。触发对链路而言可能太快，或链路有停顿。</translation>
     </message>
     <message>
         <source>The camera&apos;s clock drifts by %1 ppm against this machine&apos;s. One of them may be bad; throughputs are wrong by as much.</source>
@@ -604,6 +580,94 @@ size</source>
     <message>
         <source>No frame came for up to %1 s, %2 s in all. Triggers may be missing, or the camera or its link may have stopped.</source>
         <translation>最长 %1 s 没有收到帧，总计 %2 s。可能缺少触发，或相机或其链路已停止。</translation>
+    </message>
+    <message>
+        <source>The link may stall for longer than the camera&apos;s buffer can hold, though the average is enough.</source>
+        <translation>平均值足够，但链路停顿的时间可能超过相机缓冲区所能承受的时间。</translation>
+    </message>
+    <message>
+        <source>One frame would have overflowed it.</source>
+        <translation>有 1 帧会使其溢出。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames would have overflowed it.</source>
+        <translation>
+            <numerusform>有 %n 帧会使其溢出。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The slowest block took %1 ms.</source>
+        <translation>最慢的数据块用时 %1 ms。</translation>
+    </message>
+    <message>
+        <source>One frame was lost on the link.</source>
+        <translation>有 1 帧在链路上丢失。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames were lost on the link.</source>
+        <translation>
+            <numerusform>有 %n 帧在链路上丢失。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>A bad cable or plug, interference, or a switch that drops packets may be the cause.</source>
+        <translation>原因可能是线缆或接头不良、干扰，或交换机丢弃数据包。</translation>
+    </message>
+    <message>
+        <source>One frame was fetched too late.</source>
+        <translation>有 1 帧取走得太晚。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames were fetched too late.</source>
+        <translation>
+            <numerusform>有 %n 帧取走得太晚。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>This machine may be too busy or too slow.</source>
+        <translation>本机可能过于繁忙或速度过慢。</translation>
+    </message>
+    <message>
+        <source>One frame is missing.</source>
+        <translation>缺少 1 帧。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames are missing.</source>
+        <translation>
+            <numerusform>缺少 %n 帧。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Frames may be lost on the link or fetched too late; the camera&apos;s counters tell which.</source>
+        <translation>帧可能在链路上丢失，也可能取走得太晚；相机的计数器可以说明是哪一种。</translation>
+    </message>
+    <message>
+        <source>One trigger came while the sensor was busy.</source>
+        <translation>有 1 个触发在传感器忙时到来。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n triggers came while the sensor was busy.</source>
+        <translation>
+            <numerusform>有 %n 个触发在传感器忙时到来。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Triggers may come faster than it exposes and reads out.</source>
+        <translation>触发可能快于传感器曝光和读出的速度。</translation>
+    </message>
+    <message>
+        <source>Once the camera&apos;s buffer was full.</source>
+        <translation>相机缓冲区曾满 1 次。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n times the camera&apos;s buffer was full.</source>
+        <translation>
+            <numerusform>相机缓冲区曾满 %n 次。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The triggers may be too fast for the link, or the link may stall.</source>
+        <translation>触发对链路来说可能过快，或链路发生停顿。</translation>
     </message>
 </context>
 <context>

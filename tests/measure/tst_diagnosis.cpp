@@ -118,6 +118,15 @@ class TestDiagnosis : public QObject
 private Q_SLOTS:
     void cleanup() { setMeasurementClock({}); }
 
+    void oneIsNoPlural()
+    {
+        DiagnosisInput input;
+        QStringList said;
+        for (input.run.missingFrames = 1; input.run.missingFrames < 3; ++input.run.missingFrames)
+            said << diagnose(input)[0].sentence.section('.', 0, 0);
+        QCOMPARE(said.join(", "), QString("One frame is missing, 2 frames are missing"));
+    }
+
     /// Of each cause a run that has it, and one that comes near to it and has none.
     void causesAreTrue()
     {

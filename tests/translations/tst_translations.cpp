@@ -73,7 +73,8 @@ private:
                 source = xml.readElementText();
             } else if (xml.name() == QLatin1String("translation")) {
                 const bool finished = !xml.attributes().hasAttribute(QStringLiteral("type"));
-                messages[context + QLatin1Char('|') + source] = finished ? xml.readElementText() : QString();
+                messages[context + QLatin1Char('|') + source] =
+                    finished ? xml.readElementText(QXmlStreamReader::IncludeChildElements).trimmed() : QString();
             }
         }
         return messages;

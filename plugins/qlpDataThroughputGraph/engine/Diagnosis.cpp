@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include <QtCore/QCoreApplication>
 
@@ -21,6 +22,13 @@ constexpr double largeDriftPpm = 100; ///< quartz clocks keep within this
 QString rounded(double value, int decimals = 1)
 {
     return QString::number(value, 'f', decimals);
+}
+
+/// For tr(). English is spoken without a file of translations, which would know its singular: "one" has its own text.
+template<typename Count>
+int plural(Count count)
+{
+    return static_cast<int>(std::min(static_cast<double>(count), double(std::numeric_limits<int>::max())));
 }
 
 /// Looks for each cause in turn.
@@ -75,9 +83,8 @@ private:
         const double frameS = in.run.frames > 0 ? flowedS / static_cast<double>(in.run.frames) : 0.0;
         if (std::min(longestS, silentS) > longSilenceS && longestS > silentFrames * frameS)
             add(Kind::Silence,
-                tr("No frame came for up to %1 s, %2 s in all. Triggers may be missing, or the camera or its link "
-                   "may "
-                   "have stopped.")
+                tr("No frame came for up to %1 s, %2 s in all. Triggers may be missing, or the camera or its "
+                   "link may have stopped.")
                     .arg(rounded(longestS), rounded(silentS)),
                 {{"longestGapMs", longestS * 1e3, "ms"}, {"silentMs", silentS * 1e3, "ms"}});
     }
@@ -123,9 +130,12 @@ private:
                                                {"overflows", static_cast<double>(run.overflows), ""}};
         if (run.overflows > 0)
             add(Kind::StallsNotHeld,
-                tr("The link may stall for longer than the camera's buffer can hold: %1 frames would have "
-                   "overflowed it, though the average is enough. The slowest block took %2 ms.")
-                    .arg(QString::number(run.overflows), rounded(longestBlockMs, 2)),
+                tr("The link may stall for longer than the camera's buffer can hold, though the average is "
+                   "enough.") +
+                    QLatin1Char(' ') +
+                    (run.overflows == 1 ? tr("One frame would have overflowed it.")
+                                        : tr("%n frames would have overflowed it.", nullptr, plural(run.overflows))) +
+                    QLatin1Char(' ') + tr("The slowest block took %1 ms.").arg(rounded(longestBlockMs, 2)),
                 figures);
         else if (slowest < stallShare * *in.required && run.maxBufferLevel >= stallLevel)
             add(Kind::StallsHeld,
@@ -142,21 +152,24 @@ private:
         const auto missing = static_cast<double>(in.run.missingFrames);
         if (onLink > 0.0)
             add(Kind::LostOnLink,
-                tr("%1 frames were lost on the link. A bad cable or plug, interference, or a switch that drops "
-                   "packets may be the cause.")
-                    .arg(rounded(onLink, 0)),
+                (onLink == 1.0 ? tr("One frame was lost on the link.")
+                               : tr("%n frames were lost on the link.", nullptr, plural(onLink))) +
+                    QLatin1Char(' ') +
+                    tr("A bad cable or plug, interference, or a switch that drops packets may be the cause."),
                 {{"transportSkips", onLink, ""}});
         if (atHost > 0.0)
             add(Kind::FetchedTooLate,
-                tr("%1 frames were fetched too late. This machine may be too busy or too slow for them.")
-                    .arg(rounded(atHost, 0)),
+                (atHost == 1.0 ? tr("One frame was fetched too late.")
+                               : tr("%n frames were fetched too late.", nullptr, plural(atHost))) +
+                    QLatin1Char(' ') + tr("This machine may be too busy or too slow."),
                 {{"apiSkips", atHost, ""}});
         const bool countersTell = in.counters[VN_COUNTER_TRANSPORT_SKIP] && in.counters[VN_COUNTER_API_SKIP];
         if (missing > 0.0 && !countersTell)
             add(Kind::FramesMissing,
-                tr("%1 frames are missing. They may be lost on the link or fetched too late; the camera's "
-                   "counters tell which.")
-                    .arg(rounded(missing, 0)),
+                (missing == 1.0 ? tr("One frame is missing.")
+                                : tr("%n frames are missing.", nullptr, plural(missing))) +
+                    QLatin1Char(' ') +
+                    tr("Frames may be lost on the link or fetched too late; the camera's counters tell which."),
                 {{"missingFrames", missing, ""}});
     }
 
@@ -166,15 +179,15 @@ private:
         const double full = foundBufferFull();
         if (whileBusy > 0.0)
             add(Kind::TriggersTooFast,
-                tr("%1 triggers came while the sensor was busy. They may come faster than it exposes and reads "
-                   "out.")
-                    .arg(rounded(whileBusy, 0)),
+                (whileBusy == 1.0 ? tr("One trigger came while the sensor was busy.")
+                                  : tr("%n triggers came while the sensor was busy.", nullptr, plural(whileBusy))) +
+                    QLatin1Char(' ') + tr("Triggers may come faster than it exposes and reads out."),
                 {{"missedTriggersOverlap", whileBusy, ""}});
         if (full > 0.0)
             add(Kind::TriggersFullBuffer,
-                tr("%1 times the camera's buffer was full. The triggers may be too fast for the link, or the "
-                   "link may stall.")
-                    .arg(rounded(full, 0)),
+                (full == 1.0 ? tr("Once the camera's buffer was full.")
+                             : tr("%n times the camera's buffer was full.", nullptr, plural(full))) +
+                    QLatin1Char(' ') + tr("The triggers may be too fast for the link, or the link may stall."),
                 {{"missedTriggersOverflow", counted(VN_COUNTER_MISSED_TRG_OVERFLOW), ""},
                  {"overflows", counted(VN_COUNTER_BUFFER_OVERFLOW), ""}});
     }
