@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Texts of others, such as the name that somebody gave a camera: nothing is promised about their characters.
+// Texts as they are shown: those of others, about whose characters nothing is promised, and counts.
 #ifndef KESTROVA_PLAINTEXT_H
 #define KESTROVA_PLAINTEXT_H
 
@@ -19,6 +19,12 @@ inline QString singleLine(QString text)
         },
         QLatin1Char(' '));
     return text;
+}
+
+/// "1 line", "3 lines": English, of a regular noun.
+inline QString counted(quint64 count, const char* noun)
+{
+    return QString::number(count) + QLatin1Char(' ') + QLatin1String(noun) + QLatin1String(count == 1 ? "" : "s");
 }
 
 #endif

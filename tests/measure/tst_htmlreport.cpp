@@ -162,7 +162,7 @@ private Q_SLOTS:
         QCOMPARE(kept.size(), RunEvents::mostFirst + 1 + RunEvents::mostLatest);
         const auto text = [&kept](std::size_t i) { return kept[i].text; };
         QCOMPARE(text(399) + ' ' + text(400) + ' ' + text(401) + ' ' + text(1000),
-                 QString("399 99000 events before this time are not kept 99400 99999"));
+                 QString("399 99000 events before this time not kept 99400 99999"));
     }
 
     void textsOfOthersAreShownAsTheyAre_data()

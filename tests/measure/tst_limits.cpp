@@ -32,9 +32,11 @@ private Q_SLOTS:
         QCOMPARE(look(9.0), QString("4 kept"));
         QCOMPARE(look(8.0), QString("4 kept"));
         QCOMPARE(verdict.brokenLimits(), QStringList("--least 10: 8"));
+        look(9.99996);
+        QCOMPARE(verdict.brokenLimits(), QStringList("--least 10: 9.99996")); // as many digits as show it
         QCOMPARE(look(20.0), QString("kept kept"));
         QVERIFY(verdict.passed());
-        QCOMPARE(look(20.001), QString("kept 7"));
+        QCOMPARE(look(20.001), QString("kept 8"));
         QCOMPARE(look(qQNaN()), QString("-1 -1"));
         QVERIFY(!verdict.passed());
     }

@@ -8,6 +8,7 @@
 #include <QtCore/QString>
 
 #include "LineWriter.h"
+#include "PlainText.h"
 
 inline void complain(const QString& text)
 {
@@ -18,7 +19,7 @@ inline void complain(const QString& text)
 inline bool tellLostLines(const LineWriter& lines)
 {
     if (lines.lostLines() > 0)
-        complain(QStringLiteral("%1 lines were lost, %2").arg(QString::number(lines.lostLines()), lines.error()));
+        complain(QStringLiteral("%1 lost, %2").arg(counted(lines.lostLines(), "line"), lines.error()));
     return lines.lostLines() > 0;
 }
 

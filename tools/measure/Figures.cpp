@@ -94,11 +94,17 @@ Figures counterFigures(const RunTotals& totals, const CounterDifferences& counte
     return figures + figuresOverTime(totals);
 }
 
-std::optional<double> figureValue(const Figures& figures, const QString& key)
+const Figure* findFigure(const Figures& figures, const QString& key)
 {
     const auto found = std::find_if(figures.begin(), figures.end(),
                                     [&key](const Figure& figure) { return key == QLatin1String(figure.key); });
-    return found == figures.end() ? std::nullopt : found->value;
+    return found == figures.end() ? nullptr : &*found;
+}
+
+std::optional<double> figureValue(const Figures& figures, const QString& key)
+{
+    const Figure* figure = findFigure(figures, key);
+    return figure != nullptr ? figure->value : std::nullopt;
 }
 
 QString figureText(const Figure& figure)

@@ -28,6 +28,8 @@ Figures throughputFigures(const RunTotals& totals, quint32 samplePeriod, bool bu
 
 Figures counterFigures(const RunTotals& totals, const CounterDifferences& counters);
 
+/// The figure of that key; null if there is none.
+const Figure* findFigure(const Figures& figures, const QString& key);
 /// The value of that key; nothing if there is none or it is not known.
 std::optional<double> figureValue(const Figures& figures, const QString& key);
 

@@ -43,7 +43,7 @@ struct Limit
 
 /// "--min-average 350 MB/s"
 QString limitText(const Limit& limit);
-/// A value with enough digits to see by how little a limit was missed, or "n/a".
+/// A limit's value as it was given, or "n/a".
 QString limitValueText(const std::optional<double>& value);
 
 /// The limits of several cameras.

@@ -18,26 +18,12 @@
 
 namespace {
 
-/// With as many digits as it takes to see that a limit was missed.
-QString measuredText(const LimitVerdict& verdict, int decimals)
-{
-    constexpr int mostDecimals = 9;
-    const double bound = verdict.limit.value;
-    const auto misses = [&](const QString& text) {
-        return verdict.limit.kind->isMinimum ? text.toDouble() < bound : text.toDouble() > bound;
-    };
-    QString text = QString::number(*verdict.measured, 'f', decimals);
-    while (!verdict.kept && !misses(text) && ++decimals <= mostDecimals)
-        text = QString::number(*verdict.measured, 'f', decimals);
-    return groupedDigits(text);
-}
-
 QString withUnit(const QString& value, const char* unit)
 {
     return (value + QChar(QChar::Nbsp) + QLatin1String(unit)).trimmed();
 }
 
-ReportLimit reportLimit(const LimitVerdict& verdict, const Figures& figures, const QDateTime& start)
+ReportLimit reportLimit(const LimitVerdict& verdict, const QDateTime& start)
 {
     const LimitKind& kind = *verdict.limit.kind;
     ReportLimit limit;
@@ -46,11 +32,8 @@ ReportLimit reportLimit(const LimitVerdict& verdict, const Figures& figures, con
             .arg(figureTitle(kind.figure), kind.isMinimum ? QStringLiteral("at least") : QStringLiteral("at most"),
                  withUnit(limitValueText(verdict.limit.value), kind.unit));
     limit.kept = verdict.kept;
-    const auto figure = std::find_if(figures.begin(), figures.end(), [&kind](const Figure& candidate) {
-        return QLatin1String(candidate.key) == QLatin1String(kind.figure);
-    });
-    const int decimals = figure == figures.end() ? 0 : figure->decimals;
-    limit.measured = verdict.measured ? withUnit(measuredText(verdict, decimals), kind.unit) : limitValueText({});
+    limit.measured =
+        verdict.measured ? withUnit(groupedDigits(measuredText(verdict)), kind.unit) : limitValueText({});
     if (verdict.brokenAtS)
         limit.broken = QStringLiteral("since %1, after %2")
                            .arg(shortTimeText(start.addMSecs(qRound64(*verdict.brokenAtS * 1e3))),
@@ -135,7 +118,7 @@ ReportCamera reportCamera(const CameraSummary& said, const MeasuredCamera& camer
     shown.warnings = reminders(said);
     shown.start = said.startTime;
     for (const LimitVerdict& limit : said.verdict.limits)
-        shown.limits.push_back(reportLimit(limit, said.run.figures, shown.start));
+        shown.limits.push_back(reportLimit(limit, shown.start));
     Figures figures = said.run.figures;
     if (said.clockDriftPpm)
         figures.push_back({"clockDriftPpm", nullptr, 1, said.clockDriftPpm});
@@ -185,8 +168,8 @@ ReportContent reportContent(const Summary& summary, const std::vector<std::uniqu
         content.links.push_back(reportLink(summary.links.all));
     }
     if (summary.log && summary.log->lostLines() > 0)
-        content.notes.append(QStringLiteral("%1 lines of the log were lost: %2")
-                                 .arg(QString::number(summary.log->lostLines()), summary.log->error()));
+        content.notes.append(QStringLiteral("the log lost %1: %2")
+                                 .arg(counted(summary.log->lostLines(), "line"), summary.log->error()));
     content.settings = settingFacts(summary.options);
     content.machine = machineFacts();
     return content;

@@ -86,8 +86,8 @@ public:
             writeLine(QStringLiteral("%1: %2").arg(title, outcomeText(outcomeOf(camera))));
         }
         if (summary.log && summary.log->lostLines() > 0)
-            writeLine(QStringLiteral("%1 lines of the log were lost: %2")
-                          .arg(QString::number(summary.log->lostLines()), singleLine(summary.log->error())));
+            writeLine(QStringLiteral("the log lost %1: %2")
+                          .arg(counted(summary.log->lostLines(), "line"), singleLine(summary.log->error())));
         writeLine(QStringLiteral("%1, %2 to %3, sample period %4 bytes")
                       .arg(versionText(), summary.startTime.toString(Qt::ISODate),
                            summary.endTime.toString(Qt::ISODate), QString::number(summary.options.samplePeriod)));
@@ -160,9 +160,9 @@ private:
 
     static QString limitLine(const LimitVerdict& limit, const CameraSummary& camera)
     {
-        const QString values = QStringLiteral("--%1 %2: %3")
-                                   .arg(QLatin1String(limit.limit.kind->name), limitValueText(limit.limit.value),
-                                        limitValueText(limit.measured));
+        const QString values =
+            QStringLiteral("--%1 %2: %3")
+                .arg(QLatin1String(limit.limit.kind->name), limitValueText(limit.limit.value), measuredText(limit));
         const QString text = QStringLiteral("%1 %2").arg(values, QLatin1String(limit.limit.kind->unit)).trimmed();
         if (limit.kept)
             return QStringLiteral("limit kept: ") + text;
@@ -177,10 +177,11 @@ private:
     {
         if (report.frames == 0)
             return QStringLiteral("%1: report %2 holds no frame").arg(title, report.file);
-        return QStringLiteral("%1: report %2 holds %3 frames from %4 to %5 (%6 s), %7 frames dropped by the capacity")
-            .arg(title, report.file, QString::number(report.frames), clockText(report.fromUs), clockText(report.toUs),
+        return QStringLiteral("%1: report %2 holds %3 from %4 to %5 (%6 s), %7 dropped by the capacity")
+            .arg(title, report.file, counted(report.frames, "frame"), clockText(report.fromUs),
+                 clockText(report.toUs),
                  QString::number(static_cast<double>(report.toUs - report.fromUs) / double(usPerSecond), 'f', 3),
-                 QString::number(report.droppedFrames));
+                 counted(report.droppedFrames, "frame"));
     }
 
     qint64 lineCount = 0;

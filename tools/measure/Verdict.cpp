@@ -5,6 +5,22 @@
 #include <algorithm>
 #include <cmath>
 
+QString measuredText(const LimitVerdict& verdict)
+{
+    constexpr int mostDecimals = 9;
+    if (!verdict.measured)
+        return limitValueText({});
+    const double bound = verdict.limit.value;
+    const auto misses = [&](const QString& text) {
+        return verdict.limit.kind->isMinimum ? text.toDouble() < bound : text.toDouble() > bound;
+    };
+    int decimals = verdict.decimals;
+    QString text = QString::number(*verdict.measured, 'f', decimals);
+    while (!verdict.kept && !misses(text) && ++decimals <= mostDecimals)
+        text = QString::number(*verdict.measured, 'f', decimals);
+    return text;
+}
+
 Verdict::Verdict(const std::vector<Limit>& wanted)
 {
     for (const Limit& limit : wanted)
@@ -15,7 +31,9 @@ void Verdict::look(const Figures& runSoFar, double elapsedS)
 {
     for (LimitVerdict& verdict : limits) {
         const Limit& limit = verdict.limit;
-        verdict.measured = figureValue(runSoFar, QLatin1String(limit.kind->figure));
+        const Figure* figure = findFigure(runSoFar, QLatin1String(limit.kind->figure));
+        verdict.measured = figure != nullptr ? figure->value : std::nullopt;
+        verdict.decimals = figure != nullptr ? figure->decimals : 0;
         if (verdict.measured && !std::isfinite(*verdict.measured))
             verdict.measured.reset();
         verdict.kept = verdict.measured &&
@@ -55,7 +73,7 @@ QStringList Verdict::brokenLimits() const
         if (!verdict.kept)
             broken.append(QStringLiteral("--%1 %2: %3")
                               .arg(QLatin1String(verdict.limit.kind->name), limitValueText(verdict.limit.value),
-                                   limitValueText(verdict.measured)));
+                                   measuredText(verdict)));
     }
     return broken;
 }

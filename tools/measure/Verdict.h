@@ -14,11 +14,16 @@ struct LimitVerdict
 {
     Limit limit;
     std::optional<double> measured{}; ///< in the figure's unit; nothing: not known
+    int decimals = 0;                 ///< with which the figure is shown
     bool kept = false;
     /// Seconds after the run's start: the first look since which the figure is beyond the limit. An average may come
     /// back, and then breaks its limit anew or not at all. Nothing while it is kept or not known.
     std::optional<double> brokenAtS{};
 };
+
+/// The measured value as the figure is shown, with more digits where it takes them to see that the limit was missed;
+/// "n/a" if it is not known.
+QString measuredText(const LimitVerdict& verdict);
 
 /// Of one camera.
 struct Verdict

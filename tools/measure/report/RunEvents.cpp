@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "PlainText.h"
+
 void RunEvents::add(RunEvent event)
 {
     if (first.size() < mostFirst) {
@@ -22,7 +24,7 @@ std::vector<RunEvent> RunEvents::list() const
     std::vector<RunEvent> all = first;
     if (dropped > 0)
         all.push_back(
-            {latest.front().time, {}, QStringLiteral("%1 events before this time are not kept").arg(dropped)});
+            {latest.front().time, {}, counted(dropped, "event") + QStringLiteral(" before this time not kept")});
     all.insert(all.end(), latest.begin(), latest.end());
     return all;
 }
