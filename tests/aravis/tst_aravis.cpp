@@ -183,6 +183,8 @@ private Q_SLOTS:
         QVERIFY(!device->isLost());
         source.powerUp();
         QTRY_VERIFY_WITH_TIMEOUT(device->isLost(), 8000);
+        QCOMPARE(device->link().name, QStringLiteral("lo"));
+        QVERIFY(!device->link().rate);
         QTRY_VERIFY_WITH_TIMEOUT(!device->isLost(), 12000);
         QVERIFY(device->stop() && device->start() && receiveUntil(3));
     }

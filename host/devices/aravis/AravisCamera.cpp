@@ -7,6 +7,7 @@
 #include <exception>
 
 #include "AravisCameraState.h"
+#include "HostLink.h"
 #include "PixelFormats.h"
 
 namespace aravis {
@@ -54,6 +55,8 @@ std::shared_ptr<AravisCamera> AravisCamera::open(const QString& name, QString* e
         state->serial = who.serial;
         state->formats = state->connection->formats();
         state->route = state->connection->route();
+        if (state->route)
+            state->link = linkOfHostAddress(state->route->host);
         return true;
     };
     const auto close = [state] { state->close(); };
@@ -81,6 +84,11 @@ AravisCamera::~AravisCamera()
 SxCameraInfo AravisCamera::info() const
 {
     return state->info;
+}
+
+CameraLink AravisCamera::link() const
+{
+    return state->link;
 }
 
 bool AravisCamera::getInt(const char* name, int& value)

@@ -22,6 +22,7 @@ public:
     ~AravisCamera() override;
 
     SxCameraInfo info() const override;
+    CameraLink link() const override;
     bool getInt(const char* name, int& value) override;
     bool setInt(const char* name, int value) override;
     bool canSet(const char* name, int value) override;

@@ -37,6 +37,7 @@ struct AravisCamera::State : std::enable_shared_from_this<State>
     QString serial;
     std::vector<CameraConnection::Format> formats;
     std::optional<CameraConnection::Route> route; ///< of a camera in a network
+    CameraLink link; ///< the interface through which a camera in a network is reached; the USB tells none
     std::weak_ptr<CameraWorker> worker;
 
     /// The worker's alone.

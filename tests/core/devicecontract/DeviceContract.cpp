@@ -192,6 +192,7 @@ private Q_SLOTS:
         NEEDS(lose);
         NEEDS(comeBack);
         const auto info = camera.device->info();
+        const CameraLink link = camera.device->link();
         const auto entries = camera.device->enumeration(format).size();
         QVERIFY(camera.device->start());
         loseIt();
@@ -204,6 +205,7 @@ private Q_SLOTS:
         QCOMPARE(camera.device->enumeration(format).size(), entries);
         QCOMPARE(camera.device->info().id, info.id);
         QCOMPARE(camera.device->info().name, info.name);
+        QCOMPARE(camera.device->link().name, link.name);
 
         QVERIFY(waitsInVain(camera.comeBack));
         QTRY_VERIFY(!camera.device->isLost());
