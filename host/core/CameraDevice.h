@@ -15,6 +15,8 @@
 #include <vnCore/CxCameraParameters.h>
 #include <vnCore/vnTypes.h>
 
+#include "LostFrames.h"
+
 /// One image as a device hands it out.
 struct DeviceImage
 {
@@ -69,6 +71,10 @@ public:
     /// the camera is lost, when it comes back and as long as it then does not acquire: nobody who waits in a loop may
     /// be made to spin.
     virtual bool waitForImage(std::chrono::milliseconds limit, DeviceImage& image) = 0;
+
+    /// Where frames were lost, in all acquisitions since the camera was opened: those before a whole one, once that has
+    /// been handed out. Nothing if the family cannot tell; then it never can.
+    virtual std::optional<LostFrames> lostFrames() const { return std::nullopt; }
 
     /// Whether the link to the camera is gone. The device may come back by itself; it then does not acquire, and its
     /// parameters may have other values than before.

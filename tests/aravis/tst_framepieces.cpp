@@ -4,9 +4,11 @@
 
 #include "ArrivalBook.h"
 #include "FrameTally.h"
+#include "LossJudgement.h"
 
 using aravis::ArrivalBook;
 using aravis::ArrivalCurve;
+using aravis::DropSamples;
 using aravis::FrameTally;
 using aravis::TapRecord;
 
@@ -74,10 +76,10 @@ private Q_SLOTS:
             const auto number = frames.addComplete(id, 5);
             numbers.append(number ? int(number->number) : -1);
             if (number)
-                frames.addLost(number->lost, 0);
+                frames.addLost({number->lost});
         }
         QTEST(numbers, "numbers");
-        QCOMPARE(int(frames.lostBefore()), lost);
+        QCOMPARE(int(frames.lost().beforeHost()), lost);
         QCOMPARE(int(frames.delivered()), int(numbers.size() - numbers.count(-1)));
     }
 
@@ -198,36 +200,87 @@ private Q_SLOTS:
         QCOMPARE(frames.idBefore(65537, 3), 65534ULL);
     }
 
-    /// Frame 8 is the next whole one after frame 7.
+    /// Frame 8 is the next whole one after frame 7. Times are of the steady clock, in ms.
     void whereAFrameWasLost()
     {
-        using Fate = ArrivalBook::Fate;
-        const Numbers good{100, 200, 300, 400};
-        const Numbers later{500, 600, 700, 800};
+        struct Look
+        {
+            qint64 ms;
+            quint32 drops;
+            quint64 underruns;
+            quint32 queued;
+        };
+        using Looks = std::vector<Look>;
+        const Numbers good{20, 21, 22, 23};
+        const Numbers later{30, 31, 32, 33};
+        const Numbers broken{20, 21, 0, 23};
+        const Looks quiet{{0, 5, 7, 0}, {18, 5, 7, 0}, {24, 5, 7, 900}, {27, 5, 7, 0}, {30, 5, 7, 0}, {200, 5, 7, 0}};
+        const auto with = [&quiet](size_t from, quint32 drops, quint64 underruns) {
+            Looks looks = quiet;
+            for (; from < looks.size(); ++from) {
+                looks[from].drops += drops;
+                looks[from].underruns += underruns;
+            }
+            return looks;
+        };
+        const LossCause notYet = nullptr;
         const struct
         {
+            const char* name;
             Numbers lost; ///< none: nothing came of it
             Numbers next;
-            quint64 drops;
-            Fate fate;
-        } rows[] = {{good, later, 0, Fate::Arrived},
-                    {good, later, 1, Fate::Arrived},
-                    {{100, 200, 0, 400}, later, 0, Fate::OnTheWay},
-                    {{100, 200, 0, 400}, later, 1, Fate::Unknown},
-                    {{}, later, 0, Fate::OnTheWay},
-                    {{}, later, 1, Fate::Unknown},
-                    {{100, 200, 0, 400}, {}, 0, Fate::NotYet}};
+            quint64 tapDrops;
+            Looks looks;
+            LossCause cause;
+        } rows[] = {{"nothing of it came", {}, later, 0, quiet, &LostFrames::onTheWay},
+                    {"a packet is missing", broken, later, 0, with(2, 1, 1), &LostFrames::onTheWay},
+                    {"the tap may have missed it", broken, later, 1, quiet, &LostFrames::unknown},
+                    {"or all of it", {}, later, 1, quiet, &LostFrames::unknown},
+                    {"the next one is not whole yet", broken, {}, 0, quiet, notYet},
+                    {"socket", good, later, 1, with(2, 3, 1), &LostFrames::socket},
+                    {"socket before", good, later, 0, with(1, 3, 0), &LostFrames::notAttributable},
+                    {"socket after", good, later, 0, with(3, 3, 0), &LostFrames::notAttributable},
+                    {"counter wraps", good, later, 0, with(2, 0xfffffffe, 0), &LostFrames::socket},
+                    {"buffer", good, later, 0, with(2, 0, 1), &LostFrames::noBuffer},
+                    {"buffer, when it was read", good, later, 0, with(3, 0, 1), &LostFrames::noBuffer},
+                    {"buffer, when it had been read", good, later, 0, with(5, 0, 1), &LostFrames::notAttributable},
+                    {"paused", {20, 21, 122, 123}, {130, 131, 132, 133}, 0, quiet, &LostFrames::late},
+                    {"not long", {20, 21, 120, 121}, {130, 131, 132, 133}, 0, quiet, &LostFrames::notAttributable},
+                    {"reversed", {23, 22, 21, 20}, later, 0, quiet, &LostFrames::notAttributable},
+                    {"overtaken", {20, 21, 22, 33}, {30, 31, 32, 34}, 0, quiet, &LostFrames::late},
+                    {"nobody looked then", good, later, 0, {quiet[2], quiet[3], quiet[4]}, &LostFrames::unknown},
+                    {"nobody has looked yet", good, later, 0, {quiet[0], quiet[1], quiet[2]}, notYet}};
         for (const auto& row : rows) {
             ArrivalBook book;
-            addFrame(book, 6, {10, 20, 30, 40});
             book.add(record(TapRecord::Status, 0, leadNs));
-            addFrame(book, 7, row.lost);
-            addFrame(book, 8, row.next);
-            book.add(record(TapRecord::Status, row.drops, leadNs));
-            QCOMPARE(int(book.fate(7, 8)), int(row.fate));
-            book.end();
-            QVERIFY(row.fate != Fate::NotYet || book.fate(7, 8) == Fate::Unknown);
+            const auto stamps = [](Numbers times) {
+                for (qint64& time : times)
+                    time = time == 0 ? 0 : time * 1000000 - leadNs - wallNs;
+                return times;
+            };
+            addFrame(book, 7, stamps(row.lost));
+            addFrame(book, 8, stamps(row.next));
+            book.add(record(TapRecord::Status, row.tapDrops, leadNs));
+            DropSamples drops;
+            for (const Look& look : row.looks)
+                drops.add({look.ms * 1000000, look.ms * 1000000 + 1000, look.drops, look.underruns, look.queued});
+            const auto cause = aravis::lossCause(book.passage(7, 8), drops, false);
+            QVERIFY2(cause.value_or(notYet) == row.cause, row.name);
+            QVERIFY(cause || aravis::lossCause(book.passage(7, 8), drops, true));
         }
+    }
+
+    void aLongGapIsNotTakenForALossOnTheWay()
+    {
+        using Fate = ArrivalBook::Fate;
+        ArrivalBook book;
+        book.add(record(TapRecord::Status, 0, leadNs));
+        for (qint64 i = 0; i < 6000; ++i)
+            addFrame(book, quint64((63000 + i) % 65535 + 1), {i * 100 + 1, i * 100 + 2, i * 100 + 3, i * 100 + 4});
+        book.add(record(TapRecord::Status, 0, leadNs));
+        const quint64 next = (63000 + 5999) % 65535 + 1;
+        QCOMPARE(int(book.passage(next - 1000, next).fate), int(Fate::Arrived));
+        QCOMPARE(int(book.passage(63001 + 500, next).fate), int(Fate::Unknown)); // too long ago
     }
 };
 

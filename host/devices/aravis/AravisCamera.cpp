@@ -248,6 +248,14 @@ bool AravisCamera::isLost() const
     return state->lost;
 }
 
+std::optional<LostFrames> AravisCamera::lostFrames() const
+{
+    const std::lock_guard<std::mutex> lock(state->mutex);
+    LostFrames all = state->lostEarlier;
+    all += state->stream ? state->stream->tally().lost() : state->tally.lost();
+    return all;
+}
+
 void AravisCamera::setLossListener(std::function<void(bool)> listener)
 {
     state->notifier.setListener(std::move(listener));

@@ -32,6 +32,7 @@ public:
     bool stop() override;
     bool waitForImage(std::chrono::milliseconds limit, DeviceImage& image) override;
     bool isLost() const override;
+    std::optional<LostFrames> lostFrames() const override;
     void setLossListener(std::function<void(bool lost)> listener) override;
 
 private:

@@ -124,6 +124,7 @@ bool AravisCamera::State::start()
         return false;
     const std::lock_guard<std::mutex> lock(mutex);
     stream = std::move(started);
+    lostEarlier += tally.lost();
     tally = {};
     return true;
 }
@@ -162,7 +163,7 @@ QString AravisCamera::State::arrivalsFault() const
         return Text::tr("a USB3 Vision camera's data have no times of arrival, which the throughput is measured by");
     QString fault;
     PacketTap::start(
-        route->camera, route->host, anyPort, [] {}, &fault);
+        {route->camera, route->host, anyPort}, [] {}, {}, &fault);
     return fault;
 }
 

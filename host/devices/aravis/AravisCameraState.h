@@ -49,7 +49,8 @@ struct AravisCamera::State : std::enable_shared_from_this<State>
     Acquisition acquisition = Acquisition::Idle;
     quint64 waitEpoch = 0;               ///< a wait that began in an earlier one is over
     std::shared_ptr<ImageStream> stream; ///< of the running acquisition; destroyed by the worker
-    FrameTally tally;                    ///< of the newest acquisition
+    FrameTally tally;                    ///< of the newest acquisition, when that is over
+    LostFrames lostEarlier;              ///< in acquisitions before
     HostParameters parameters;
     quint32 format = 0;    ///< code; the camera's
     bool arrivals = false; ///< data are times of arrival, whatever the camera's format

@@ -9,18 +9,22 @@ namespace aravis {
 
 namespace {
 
-constexpr std::size_t keptFrames = 256;
-constexpr quint32 mostPackets = 1U << 20; ///< of a frame; more is no sense
+constexpr std::size_t keptFrames = 4096;
+constexpr std::size_t keptWithPackets = 256; ///< the newest ones
+constexpr quint32 mostPackets = 1U << 20;    ///< of a frame; more is no sense
 constexpr qint64 clockToleranceNs = 100000;
 
 } // namespace
 
 ArrivalBook::Frame& ArrivalBook::frameOf(const TapRecord& record)
 {
+    const auto end = frames.rbegin() + static_cast<std::ptrdiff_t>(std::min(frames.size(), keptWithPackets));
     const auto found =
-        std::find_if(frames.rbegin(), frames.rend(), [&](const Frame& frame) { return frame.id == record.frameId; });
-    if (found != frames.rend())
+        std::find_if(frames.rbegin(), end, [&](const Frame& frame) { return frame.id == record.frameId; });
+    if (found != end)
         return *found;
+    if (frames.size() >= keptWithPackets)
+        std::vector<PacketArrival>().swap(frames[frames.size() - keptWithPackets].packets);
     if (frames.size() == keptFrames) {
         frames.pop_front();
         ++forgotten;
@@ -30,30 +34,49 @@ ArrivalBook::Frame& ArrivalBook::frameOf(const TapRecord& record)
     return frames.back();
 }
 
-void ArrivalBook::addPacket(const TapRecord& record)
+/// Takes what the packet tells of its frame. False if the packet was there before.
+bool ArrivalBook::isFirstCopy(Frame& frame, const TapRecord& record)
 {
-    if (record.packetId > mostPackets)
-        return;
-    Frame& frame = frameOf(record);
-    frame.touchedAt = statuses;
     if (record.kind == TapRecord::Leader) {
-        if (!frame.leaderNs)
-            frame.leaderNs = record.stampNs;
+        if (frame.leaderNs)
+            return false;
+        frame.leaderNs = record.stampNs;
     } else if (record.kind == TapRecord::Trailer) {
+        if (frame.trailerId)
+            return false;
         frame.trailerId = record.packetId;
-    } else if (record.packetId > 0 && record.bytes > 0) {
-        const std::size_t place = record.packetId - 1;
-        if (frame.packets.size() <= place) {
-            frame.missing += static_cast<quint32>(place + 1 - frame.packets.size());
-            frame.packets.resize(place + 1);
+    } else {
+        if (record.packetId == 0 || record.bytes == 0)
+            return false;
+        if (frame.highestId < record.packetId) {
+            frame.missing += record.packetId - frame.highestId;
+            frame.packets.resize(record.packetId);
+            frame.highestId = record.packetId;
         }
-        PacketArrival& packet = frame.packets[place];
+        PacketArrival& packet = frame.packets[record.packetId - 1];
         if (packet.bytes > 0)
-            return;
+            return false;
         packet = {record.bytes, record.stampNs};
         frame.bytes += record.bytes;
         --frame.missing;
     }
+    return true;
+}
+
+void ArrivalBook::addPacket(const TapRecord& record)
+{
+    if (record.packetId > mostPackets)
+        return;
+    wide |= record.extendedIds != 0;
+    Frame& frame = frameOf(record);
+    frame.touchedAt = statuses;
+    if (!isFirstCopy(frame, record))
+        return;
+    const qint64 arrivalNs = record.stampNs + offsetNs.value_or(0);
+    if (frame.beganNs)
+        frame.longestPauseNs = std::max(frame.longestPauseNs, arrivalNs - frame.endedNs);
+    frame.beganNs = std::min(frame.beganNs.value_or(arrivalNs), arrivalNs);
+    frame.endedNs = std::max(frame.endedNs, arrivalNs);
 }
 
 /// Frames of which something came since the last good status; the newest one of those may have begun before it.
@@ -96,37 +119,53 @@ void ArrivalBook::add(const TapRecord& record)
     }
 }
 
-/// Ids come again after a time. Null if the book has none.
-const ArrivalBook::Frame* ArrivalBook::newest(quint64 id) const
+/// Ids come again after a time. The end if the book has none.
+ArrivalBook::Frames::const_iterator ArrivalBook::newest(quint64 id) const
 {
     const auto found =
         std::find_if(frames.rbegin(), frames.rend(), [id](const Frame& frame) { return frame.id == id; });
-    return found == frames.rend() ? nullptr : &*found;
+    return found == frames.rend() ? frames.end() : std::prev(found.base());
 }
 
-ArrivalBook::Fate ArrivalBook::fate(quint64 id, quint64 next) const
+/// Whether the frame would have left the book by now if it had been there.
+bool ArrivalBook::isForgotten(quint64 id) const
 {
-    const Frame* const later = newest(next);
-    const Frame* const frame = newest(id);
-    if (frame && frame->touchedAt < statuses && frame->isWhole())
-        return Fate::Arrived;
-    if (ended)
-        return Fate::Unknown;
-    if (!later || later->touchedAt == statuses || (frame && frame->touchedAt == statuses))
-        return Fate::NotYet;
+    if (forgotten == 0)
+        return false;
+    const quint64 oldest = frames.front().id;
+    return wide ? id < oldest : static_cast<qint16>(id - oldest) < 0;
+}
+
+ArrivalBook::Passage ArrivalBook::passage(quint64 id, quint64 next) const
+{
+    const auto later = newest(next);
+    const auto frame = newest(id);
+    const bool known = frame != frames.end();
+    if (known && frame->touchedAt < statuses && frame->isWhole()) {
+        const auto follower = std::next(frame);
+        const bool overtaken = follower != frames.end() && follower->beganNs < frame->endedNs;
+        return {frame->clockWasSet ? Fate::Unknown : Fate::Arrived, *frame->beganNs, frame->endedNs,
+                frame->longestPauseNs, overtaken};
+    }
+    if (ended || (!known && isForgotten(id)))
+        return {Fate::Unknown};
+    if (later == frames.end() || later->touchedAt == statuses || (known && frame->touchedAt == statuses))
+        return {Fate::NotYet};
     // Of a frame of which nothing came, only its neighbour can tell.
-    const bool dropped = later->maybeDropped || (frame && frame->maybeDropped);
-    return dropped ? Fate::Unknown : Fate::OnTheWay;
+    const bool dropped = later->maybeDropped || (known && frame->maybeDropped);
+    return {dropped ? Fate::Unknown : Fate::OnTheWay};
 }
 
 ArrivalBook::Known ArrivalBook::find(quint64 id, quint64 bytes, ArrivalCurve& curve) const
 {
-    const Frame* const found = newest(id);
+    const auto found = newest(id);
     // What was dropped, and whether the clock was set, is told after the packets.
-    if (!found || found->touchedAt == statuses)
+    if (found == frames.end() || found->touchedAt == statuses)
         return ended ? Known::Nothing : Known::NotYet;
     if (!found->isWhole() || found->bytes < bytes)
         return ended || found->maybeDropped ? Known::Nothing : Known::NotYet;
+    if (found->packets.empty())
+        return Known::Nothing;
     if (found->clockWasSet)
         return Known::Nothing;
     curve = ArrivalCurve(found->packets, *found->leaderNs, *offsetNs);

@@ -32,21 +32,15 @@ public:
         Unknown,  ///< the tap may have missed packets of it
     };
 
-    /// A frame as its packets arrived.
-    struct Frame
+    /// How a frame that nobody received whole came to this host. Times are of the steady clock and have a meaning only
+    /// if it arrived.
+    struct Passage
     {
-        quint64 id = 0;
-        std::optional<qint64> leaderNs; ///< of the first copy, like all stamps
-        std::vector<PacketArrival> packets;
-        quint64 bytes = 0;   ///< of all packets that came
-        quint32 missing = 0; ///< packets before the highest id that have not come
-        std::optional<quint32> trailerId;
-        quint64 touchedAt = 0; ///< how many statuses there had been at its newest packet
-        bool clockWasSet = false;
-        bool maybeDropped = false; ///< the tap dropped packets around it
-
-        /// Whether leader, trailer and every packet between came.
-        bool isWhole() const { return leaderNs && trailerId && missing == 0 && packets.size() + 1 == *trailerId; }
+        Fate fate;
+        qint64 beganNs = 0; ///< first packet
+        qint64 endedNs = 0; ///< last one
+        qint64 longestPauseNs = 0;
+        bool overtaken = false; ///< the next frame began before it had ended
     };
 
     void add(const TapRecord& record);
@@ -57,18 +51,44 @@ public:
     Known find(quint64 id, quint64 bytes, ArrivalCurve& curve) const;
 
     /// Of the frame with this id, when `next` is the id of the next one that was received whole.
-    Fate fate(quint64 id, quint64 next) const;
+    Passage passage(quint64 id, quint64 next) const;
 
 private:
-    const Frame* newest(quint64 id) const;
+    /// A frame as its packets arrived.
+    struct Frame
+    {
+        quint64 id = 0;
+        std::optional<qint64> leaderNs;     ///< of the first copy, like all stamps
+        std::vector<PacketArrival> packets; ///< given up before the rest is
+        quint32 highestId = 0;              ///< of a payload packet
+        quint64 bytes = 0;                  ///< of all packets that came
+        quint32 missing = 0;                ///< packets before the highest id that have not come
+        std::optional<quint32> trailerId;
+        std::optional<qint64> beganNs; ///< of the steady clock, like those that follow
+        qint64 endedNs = 0;
+        qint64 longestPauseNs = 0;
+        quint64 touchedAt = 0; ///< how many statuses there had been at its newest packet
+        bool clockWasSet = false;
+        bool maybeDropped = false; ///< the tap dropped packets around it
+
+        /// Whether leader, trailer and every packet between came.
+        bool isWhole() const { return leaderNs && trailerId && missing == 0 && highestId + 1 == *trailerId; }
+    };
+
+    using Frames = std::deque<Frame>;
+
+    Frames::const_iterator newest(quint64 id) const;
+    bool isForgotten(quint64 id) const;
     Frame& frameOf(const TapRecord& record);
     void addPacket(const TapRecord& record);
+    static bool isFirstCopy(Frame& frame, const TapRecord& record);
     void addStatus(const TapRecord& record);
     void markAround(bool Frame::*mark);
 
-    std::deque<Frame> frames; ///< in the order of their first packets
-    quint64 forgotten = 0;    ///< frames that left `frames`
-    quint64 firstUnsure = 0;  ///< how many frames there were at the last status without drops
+    Frames frames;           ///< in the order of their first packets
+    quint64 forgotten = 0;   ///< frames that left `frames`
+    bool wide = false;       ///< ids of 64 bits
+    quint64 firstUnsure = 0; ///< how many frames there were at the last status without drops
     std::optional<qint64> offsetNs;
     quint64 statuses = 0;
     bool ended = false;

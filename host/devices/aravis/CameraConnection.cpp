@@ -219,7 +219,8 @@ std::unique_ptr<ImageStream> CameraConnection::start(const Callback& onNews, boo
         enlargeSocketBuffer(network, payload);
         QString why;
         // Without the right to capture it goes without, unless the times are what is asked for.
-        tap = PacketTap::start(way->camera, way->host, arv_gv_stream_get_port(network), onNews, &why);
+        tap = PacketTap::start({way->camera, way->host, arv_gv_stream_get_port(network)}, onNews, dropProbe(network),
+                               &why);
         if (arrivals && !tap)
             return refuse(why);
     }

@@ -27,12 +27,6 @@ quint64 FrameTally::idBefore(quint64 id, quint64 back) const
     return wide ? id - back : (id - 1 + narrowIds - back % narrowIds) % narrowIds + 1;
 }
 
-void FrameTally::addLost(quint32 onTheWay, quint32 onThisHost)
-{
-    before += onTheWay;
-    here += onThisHost;
-}
-
 std::optional<FrameTally::Step> FrameTally::addComplete(quint64 id, quint64 underruns)
 {
     Step step{};

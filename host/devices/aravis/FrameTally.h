@@ -5,7 +5,7 @@
 
 #include <optional>
 
-#include <QtCore/QtGlobal>
+#include "LostFrames.h"
 
 namespace aravis {
 
@@ -26,11 +26,10 @@ public:
     /// The id of a frame, `back` frames before the one with `id`.
     quint64 idBefore(quint64 id, quint64 back) const;
 
-    /// Where frames of a gap were lost: before this host had them, and on it.
-    void addLost(quint32 before, quint32 here);
+    /// Where frames of a gap were lost.
+    void addLost(const LostFrames& frames) { allLost += frames; }
 
-    quint32 lostBefore() const { return before; }
-    quint32 lostHere() const { return here; }
+    const LostFrames& lost() const { return allLost; }
     quint32 delivered() const { return complete; }
 
 private:
@@ -39,8 +38,7 @@ private:
     std::optional<quint64> lastId;
     quint32 number = 0;
     quint32 complete = 0;
-    quint32 before = 0;
-    quint32 here = 0;
+    LostFrames allLost;
     quint64 knownUnderruns = 0; ///< those that a gap was put down to, and those before the first frame
     bool wide = false;          ///< ids of 64 bits
 };

@@ -60,7 +60,7 @@ std::optional<int> HostParameters::get(const std::string& name, const FrameTally
         return found != values.end() ? found->second : choices().at(parameter).front();
     };
     if (name == VN_PRM_COUNTER_VALUE) {
-        const quint32 counts[] = {frames.lostBefore(), frames.lostHere(), frames.delivered()};
+        const quint64 counts[] = {frames.lost().beforeHost(), frames.lost().onHost(), frames.delivered()};
         return static_cast<int>(counts[value(VN_PRM_COUNTER_SELECTOR)]);
     }
     if (name == VN_PRM_DEVICE_UNIT_REGISTER_VALUE) {

@@ -64,12 +64,17 @@ ImageStream::ImageStream(Owned<ArvStream> owned, size_t payload, std::unique_ptr
 
 ImageStream::~ImageStream()
 {
-    if (losses.onTheWay + losses.here + losses.unknown > 0)
-        qWarning(
-            "Lost frames: %u on the way (camera, cable, switch), %u on this host although every packet arrived (of "
-            "those at most %u for want of a buffer, the others by the socket or too late), %u nobody knows where",
-            losses.onTheWay, losses.here, losses.withoutBuffer, losses.unknown);
+    tap.reset(); // it looks at the stream
     buffers->end();
+}
+
+/// Without a tap the library's count of missing buffers is all that is known.
+LostFrames ImageStream::withoutTap(const FrameTally::Step& step)
+{
+    LostFrames lost;
+    lost.noBuffer = step.withoutBuffer;
+    lost.unknown = step.lost - step.withoutBuffer;
+    return lost;
 }
 
 std::optional<quint32> ImageStream::numberOf(ArvBuffer* buffer)
@@ -87,7 +92,7 @@ std::optional<quint32> ImageStream::numberOf(ArvBuffer* buffer)
         if (tap)
             gaps.push_back({id, *step});
         else
-            frames.addLost(step->lost - step->withoutBuffer, step->withoutBuffer);
+            frames.addLost(withoutTap(*step));
     }
     return step ? std::optional<quint32>(step->number) : std::nullopt;
 }
@@ -95,19 +100,14 @@ std::optional<quint32> ImageStream::numberOf(ArvBuffer* buffer)
 /// Counts where the frames of a gap were lost. False if that is not known yet, which `atOnce` takes for never.
 bool ImageStream::judge(const Gap& gap, bool atOnce)
 {
-    using Fate = ArrivalBook::Fate;
-    Losses found{};
+    LostFrames found;
     for (quint32 back = 1; back <= gap.next.lost; ++back) {
-        const Fate fate = tap->fate(frames.idBefore(gap.nextId, back), gap.nextId);
-        if (fate == Fate::NotYet && !atOnce)
+        const auto cause = tap->lossOf(frames.idBefore(gap.nextId, back), gap.nextId, atOnce);
+        if (!cause)
             return false;
-        ++(fate == Fate::OnTheWay ? found.onTheWay : fate == Fate::Arrived ? found.here : found.unknown);
+        ++(found.**cause);
     }
-    losses.onTheWay += found.onTheWay;
-    losses.here += found.here;
-    losses.withoutBuffer += std::min(found.here, gap.next.withoutBuffer);
-    losses.unknown += found.unknown;
-    frames.addLost(found.onTheWay + found.unknown, found.here);
+    frames.addLost(found);
     return true;
 }
 

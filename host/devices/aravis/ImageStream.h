@@ -42,8 +42,8 @@ public:
     ImageStream(const ImageStream&) = delete;
     ImageStream& operator=(const ImageStream&) = delete;
 
-    /// The next whole frame that has arrived, when it is known where those before it were lost, and whose times are known, if there is one. A frame whose times do not
-    /// become known comes without data. Never waits.
+    /// The next whole frame that has arrived, if there is one, as soon as it is known where those before it were lost
+    /// and when its bytes arrived. A frame whose times do not become known comes without data. Never waits.
     std::optional<Taken> take();
     /// When to look again although no news came.
     std::optional<TimePoint> nextLook() const;
@@ -66,15 +66,7 @@ private:
         FrameTally::Step next;
     };
 
-    /// How many frames of all were lost where.
-    struct Losses
-    {
-        quint32 onTheWay;
-        quint32 here;
-        quint32 withoutBuffer; ///< of those
-        quint32 unknown;
-    };
-
+    static LostFrames withoutTap(const FrameTally::Step& step);
     std::optional<quint32> numberOf(ArvBuffer* buffer);
     void fetch();
     bool judge(const Gap& gap, bool atOnce);
@@ -88,7 +80,6 @@ private:
     bool withArrivals;
     std::deque<Waiting> waiting;
     std::deque<Gap> gaps; ///< that nobody has judged yet
-    Losses losses{};
 };
 
 } // namespace aravis

@@ -9,10 +9,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstring>
 #include <exception>
-#include <vector>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
@@ -29,6 +29,7 @@ struct Text
 };
 
 constexpr int startLimitMs = 2000;
+constexpr int probeMs = 3;
 constexpr std::size_t recordsAtOnce = 4096;
 
 QString program()
@@ -98,11 +99,11 @@ int spawn(std::vector<std::string> texts, int& pipe)
 
 } // namespace
 
-std::unique_ptr<PacketTap> PacketTap::start(const std::string& camera, const std::string& host, unsigned port,
-                                            std::function<void()> onNews, QString* error)
+std::unique_ptr<PacketTap> PacketTap::start(const Flow& flow, std::function<void()> onNews,
+                                            std::function<DropSample()> probe, QString* error)
 {
     int pipe = -1;
-    const int process = spawn({program().toStdString(), camera, host, std::to_string(port)}, pipe);
+    const int process = spawn({program().toStdString(), flow.camera, flow.host, std::to_string(flow.port)}, pipe);
     if (process < 0) {
         *error = Text::tr("the program %1, which tells times of arrival, cannot be started").arg(program());
         return nullptr;
@@ -110,7 +111,7 @@ std::unique_ptr<PacketTap> PacketTap::start(const std::string& camera, const std
     *error = readFirst(pipe);
     if (error->isEmpty()) {
         try {
-            return std::unique_ptr<PacketTap>(new PacketTap(process, pipe, std::move(onNews)));
+            return std::unique_ptr<PacketTap>(new PacketTap(process, pipe, std::move(onNews), std::move(probe)));
         } catch (const std::exception& fault) { // no thread can be had
             *error = QString::fromLocal8Bit(fault.what());
         }
@@ -120,8 +121,10 @@ std::unique_ptr<PacketTap> PacketTap::start(const std::string& camera, const std
     return nullptr;
 }
 
-PacketTap::PacketTap(int ownProcess, int ownPipe, std::function<void()> news)
-    : process(ownProcess), pipe(ownPipe), onNews(std::move(news)), reader([this] { read(); })
+PacketTap::PacketTap(int ownProcess, int ownPipe, std::function<void()> news, std::function<DropSample()> ownProbe)
+    : process(ownProcess), pipe(ownPipe), onNews(std::move(news)), probe(std::move(ownProbe)), reader([this] {
+          run();
+      })
 {
 }
 
@@ -132,29 +135,47 @@ PacketTap::~PacketTap()
     ::close(pipe);
 }
 
-void PacketTap::read()
+/// False when the tap has ended.
+bool PacketTap::read(std::vector<char>& bytes, std::size_t& held)
 {
+    const ssize_t got = ::read(pipe, bytes.data() + held, bytes.size() - held);
+    if (got < 0 && errno == EINTR)
+        return true;
+    if (got <= 0)
+        return false;
+    held += static_cast<std::size_t>(got);
+    const std::size_t whole = held - held % sizeof(TapRecord);
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        for (std::size_t at = 0; at < whole; at += sizeof(TapRecord)) {
+            TapRecord record{};
+            std::memcpy(&record, bytes.data() + at, sizeof record);
+            book.add(record);
+        }
+    }
+    held -= whole;
+    std::memmove(bytes.data(), bytes.data() + whole, held);
+    onNews();
+    return true;
+}
+
+void PacketTap::run()
+{
+    using Clock = std::chrono::steady_clock;
     std::vector<char> bytes(recordsAtOnce * sizeof(TapRecord));
     std::size_t held = 0;
+    auto nextProbe = Clock::now();
     for (;;) {
-        const ssize_t got = ::read(pipe, bytes.data() + held, bytes.size() - held);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got <= 0)
-            break;
-        held += static_cast<std::size_t>(got);
-        const std::size_t whole = held - held % sizeof(TapRecord);
-        {
+        pollfd source{pipe, POLLIN, 0};
+        const int ready = ::poll(&source, 1, probe ? probeMs : -1);
+        if (probe && Clock::now() >= nextProbe) {
+            const DropSample sample = probe();
+            nextProbe = Clock::now() + std::chrono::milliseconds(probeMs);
             const std::lock_guard<std::mutex> lock(mutex);
-            for (std::size_t at = 0; at < whole; at += sizeof(TapRecord)) {
-                TapRecord record{};
-                std::memcpy(&record, bytes.data() + at, sizeof record);
-                book.add(record);
-            }
+            drops.add(sample);
         }
-        held -= whole;
-        std::memmove(bytes.data(), bytes.data() + whole, held);
-        onNews();
+        if (ready > 0 && !read(bytes, held))
+            break;
     }
     {
         const std::lock_guard<std::mutex> lock(mutex);
@@ -169,10 +190,10 @@ ArrivalBook::Known PacketTap::find(quint64 id, quint64 bytes, ArrivalCurve& curv
     return book.find(id, bytes, curve);
 }
 
-ArrivalBook::Fate PacketTap::fate(quint64 id, quint64 next) const
+std::optional<LossCause> PacketTap::lossOf(quint64 id, quint64 next, bool atOnce) const
 {
     const std::lock_guard<std::mutex> lock(mutex);
-    return book.fate(id, next);
+    return lossCause(book.passage(id, next), drops, atOnce);
 }
 
 } // namespace aravis

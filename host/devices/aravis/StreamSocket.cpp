@@ -3,11 +3,16 @@
 #include "StreamSocket.h"
 
 #include <dirent.h>
+#include <fcntl.h>
+#include <linux/sock_diag.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
+#include <memory>
 
 #include <QtCore/QtGlobal>
 
@@ -41,6 +46,11 @@ int streamSocket(in_port_t port)
     return found;
 }
 
+qint64 steadyNs()
+{
+    return std::chrono::nanoseconds(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
 } // namespace
 
 void enlargeSocketBuffer(ArvGvStream* stream, size_t payload)
@@ -60,6 +70,33 @@ void enlargeSocketBuffer(ArvGvStream* stream, size_t payload)
         qCritical("The system lets the camera's socket hold %d bytes, a frame has %zu: frames may get lost. "
                   "sysctl net.core.rmem_max=%d helps",
                   granted / 2, payload, wanted);
+}
+
+std::function<DropSample()> dropProbe(ArvGvStream* stream)
+{
+    // A descriptor of its own: the library's number may be another file's as soon as it is closed.
+    const std::shared_ptr<const int> own(
+        new int(::fcntl(streamSocket(arv_gv_stream_get_port(stream)), F_DUPFD_CLOEXEC, 0)),
+        [](const int* descriptor) {
+            ::close(*descriptor);
+            delete descriptor;
+        });
+    return [own, stream = ARV_STREAM(stream)] {
+        DropSample sample{};
+        sample.beginNs = steadyNs();
+        guint64 completed = 0;
+        guint64 failed = 0;
+        guint64 underruns = 0;
+        arv_stream_get_statistics(stream, &completed, &failed, &underruns);
+        sample.underruns = underruns;
+        quint32 memory[SK_MEMINFO_VARS] = {};
+        socklen_t size = sizeof memory;
+        ::getsockopt(*own, SOL_SOCKET, SO_MEMINFO, memory, &size);
+        sample.socketDrops = memory[SK_MEMINFO_DROPS];
+        sample.queuedBytes = memory[SK_MEMINFO_RMEM_ALLOC];
+        sample.endNs = steadyNs();
+        return sample;
+    };
 }
 
 } // namespace aravis

@@ -4,13 +4,19 @@
 #define KESTROVA_ARAVIS_STREAMSOCKET_H
 
 #include <cstddef>
+#include <functional>
 
 #include <arv.h>
+
+#include "DropSamples.h"
 
 namespace aravis {
 
 /// Makes room for a frame at least, before the first one comes; logs if the system grants less.
 void enlargeSocketBuffer(ArvGvStream* stream, size_t payload);
+
+/// Looks at what the stream and its socket have dropped so far. To be called while the stream lives.
+std::function<DropSample()> dropProbe(ArvGvStream* stream);
 
 } // namespace aravis
 
