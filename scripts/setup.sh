@@ -12,7 +12,7 @@ packages=(
   desktop-file-utils appstream man-db dpkg-dev file
 )
 if [ "${1:-}" = --check ]; then
-  packages+=(clang libclang-rt-dev clang-format clang-tidy valgrind libgl1-mesa-dri curl jq)
+  packages+=(clang libclang-rt-dev clang-format clang-tidy valgrind libgl1-mesa-dri curl jq python3 tcpdump)
 fi
 
 missing=()

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Aravis' fake GigE Vision camera, which a test controls by lines on standard input: "drop" takes the control away
 // from who has it, "silent" sends no more images, "loud" sends them again. Its end is the end of standard input.
-//   fakeGigeCamera ADDRESS SIZE PERIOD_US LOSS      SIZE pixels wide and high, LOSS of all packets from 0 to 1
+//   fakeGigeCamera ADDRESS SIZE PERIOD_US LOSS [PACKET_BYTES]
+// SIZE pixels wide and high, LOSS of all packets from 0 to 1.
+#include <cstring>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -12,6 +14,7 @@
 namespace {
 
 constexpr unsigned triggerMode = ARV_FAKE_CAMERA_REGISTER_TRIGGER_MODE + ARV_FAKE_CAMERA_REGISTER_FRAME_START_OFFSET;
+constexpr unsigned packetSize = 0x0d04; ///< of the stream, IPv4 header and all; the same in every camera
 
 /// Whether somebody listens on UDP port 3956 of this IPv4 address.
 bool isBound(const std::string& address)
@@ -26,11 +29,19 @@ bool isBound(const std::string& address)
     return all.str().find(wanted) != std::string::npos;
 }
 
+/// One grey for all pixels: the library's own picture takes longer than sending it does.
+void fillPlain(ArvBuffer* buffer, void* /*data*/, guint32 /*exposureUs*/, guint32 /*gain*/, ArvPixelFormat /*format*/)
+{
+    size_t bytes = 0;
+    auto* const pixels = static_cast<unsigned char*>(const_cast<void*>(arv_buffer_get_data(buffer, &bytes)));
+    std::memset(pixels, static_cast<int>(arv_buffer_get_frame_id(buffer) % 256), bytes);
+}
+
 } // namespace
 
 int main(int count, char** arguments)
 {
-    if (count != 5)
+    if (count != 5 && count != 6)
         return 2;
     ArvGvFakeCamera* camera = arv_gv_fake_camera_new(arguments[1], arguments[1]);
     ArvFakeCamera* registers = arv_gv_fake_camera_get_fake_camera(camera);
@@ -40,6 +51,8 @@ int main(int count, char** arguments)
     set(ARV_FAKE_CAMERA_REGISTER_WIDTH, std::stoul(arguments[2]));
     set(ARV_FAKE_CAMERA_REGISTER_HEIGHT, std::stoul(arguments[2]));
     set(ARV_FAKE_CAMERA_REGISTER_ACQUISITION_FRAME_PERIOD_US, std::stoul(arguments[3]));
+    set(packetSize, count > 5 ? std::stoul(arguments[5]) : 1400);
+    arv_fake_camera_set_fill_pattern(registers, fillPlain, nullptr);
     g_object_set(camera, "gvsp-lost-ratio", std::stod(arguments[4]), nullptr);
     while (!isBound(arguments[1]))
         g_usleep(1000);

@@ -1,0 +1,25 @@
+#!/usr/bin/env -S python3 -B
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Real protocol, real programs: kestrova-measure against Aravis' fake camera in a network of its own.
+
+  gige.py BINARIES [STEP...]    steps: truth beside load; all without arguments
+
+truth: stamps and figures against those of tcpdump. beside: bytes, frames and losses against arv-camera-test.
+load: 100 MB/s for KESTROVA_GIGE_SECONDS (600).
+"""
+
+import os
+import sys
+
+import rig
+from beside import beside
+from load import load
+from truth import truth
+
+STEPS = {"truth": truth, "beside": beside, "load": load}
+
+if __name__ == "__main__":
+    rig.enter_own_network()
+    rig.binaries = os.path.abspath(sys.argv[1])
+    for step in sys.argv[2:] or STEPS:
+        STEPS[step]()
