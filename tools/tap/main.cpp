@@ -14,6 +14,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <ctime>
+#include <utility>
 
 #include "PacketRing.h"
 
@@ -28,18 +29,18 @@ constexpr std::size_t recordsAtOnce = 1024;
 TapRecord records[recordsAtOnce];
 std::size_t recordCount = 0;
 
-/// False if nobody reads any more.
+/// False if nobody reads any more; there is room for records again in any case.
 bool flush()
 {
     const char* at = reinterpret_cast<const char*>(records);
-    for (std::size_t left = recordCount * sizeof(TapRecord); left > 0;) {
+    std::size_t left = std::exchange(recordCount, 0) * sizeof(TapRecord);
+    while (left > 0) {
         const ssize_t written = ::write(STDOUT_FILENO, at, left);
         if (written < 0 && errno != EINTR)
             return false;
         at += written > 0 ? written : 0;
         left -= written > 0 ? static_cast<std::size_t>(written) : 0;
     }
-    recordCount = 0;
     return true;
 }
 
