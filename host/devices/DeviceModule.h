@@ -37,7 +37,7 @@ public:
     virtual bool waitForClosed(std::chrono::milliseconds limit) = 0;
 
 protected:
-    virtual ~DeviceModule() = default;
+    ~DeviceModule() = default;
 };
 
 /// The exported function, without C++'s decoration of names.

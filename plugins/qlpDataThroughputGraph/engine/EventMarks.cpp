@@ -145,6 +145,7 @@ std::vector<EventMark> findMarks(const List& list, const std::vector<MeasuredRun
 
     const TimeIndex& times = list.times();
     std::vector<quint64> begins; // the first records of all runs
+    begins.reserve(runs.size() + 1);
     for (const MeasuredRun& run : runs)
         begins.push_back(times.find(begins.empty() ? 0 : begins.back(), run.startUs));
     begins.push_back(list.size());
