@@ -22,6 +22,10 @@ HistoryColumn randomTick(Dice& dice, double beginS, double lengthS)
     tick.overflows = dice.oneIn(900) ? 1 : 0;
     tick.skips = dice.oneIn(700) ? 2 : 0;
     tick.losses = dice.oneIn(3600) ? 1 : 0;
+    if (tick.losses > 0) {
+        tick.lostFromS = beginS + lengthS / 4.0;
+        tick.lostToS = beginS + lengthS / 2.0;
+    }
     tick.longestGapMs = static_cast<double>(dice.between(1, 50000));
     if (!dice.oneIn(10)) {
         tick.minThroughput = static_cast<double>(dice.between(1, 400000)) / 1e3;
@@ -35,7 +39,8 @@ QByteArray text(const HistoryColumn& c)
     const auto number = [](double value) { return QByteArray::number(value, 'g', 12) + ' '; };
     return number(c.beginS) + number(c.endS) + number(c.megabytes) + number(double(c.missingFrames)) +
            number(double(c.overflows)) + number(double(c.skips)) + number(double(c.losses)) + number(c.longestGapMs) +
-           number(c.minThroughput.value_or(-1)) + number(c.maxBufferLevel.value_or(-1));
+           number(c.lostFromS) + number(c.lostToS) + number(c.minThroughput.value_or(-1)) +
+           number(c.maxBufferLevel.value_or(-1));
 }
 
 /// What ticks say together, each figure looked at by itself.
@@ -64,6 +69,12 @@ HistoryColumn naive(const HistoryColumn* begin, const HistoryColumn* end)
     all.skips = sum(&HistoryColumn::skips);
     all.losses = sum(&HistoryColumn::losses);
     all.longestGapMs = *gaps.rbegin();
+    const auto isLost = [](const HistoryColumn& tick) { return tick.losses > 0; };
+    const HistoryColumn* firstLost = std::find_if(begin, end, isLost);
+    if (firstLost != end) {
+        all.lostFromS = firstLost->lostFromS;
+        all.lostToS = std::find_if(std::reverse_iterator(end), std::reverse_iterator(begin), isLost)->lostToS;
+    }
     if (!throughputs.empty())
         all.minThroughput = *throughputs.begin();
     if (!levels.empty())

@@ -31,7 +31,7 @@ constexpr FigureName figureNames[] = {
     {"missedTriggersOverflow", "Triggers with a full buffer", "", nullptr},
     {"longestGapMs", "Longest gap", "ms", "Longest gap"},
     {"silentMs", "Silent in all", "ms", nullptr},
-    {"losses", "Losses of the camera", "", nullptr},
+    {"losses", "Losses of the camera", "", "Losses"},
     {"lostS", "Time lost", "s", nullptr},
     {"frames", "Frames", "", nullptr},
     {"blocks", "Blocks", "", nullptr},

@@ -2,6 +2,8 @@
 // Ticks into courses and events.
 #include "RunRecorder.h"
 
+#include <algorithm>
+
 #include "CameraNames.h"
 
 namespace {
@@ -36,8 +38,13 @@ RunRecorder::RunRecorder(std::chrono::milliseconds tick) : tickS(static_cast<dou
 
 void RunRecorder::add(const MeasuredCamera& camera, const Stretch& tick)
 {
-    Course& course = courses.try_emplace(&camera, Course{RunHistory(tickS)}).first->second;
     HistoryColumn next = column(tick);
+    const double lostS = std::min(figureValue(tick.figures, QStringLiteral("lostS")).value_or(0.0), tick.lengthS);
+    if (lostS > 0.0) { // since a time in this tick, or until one
+        next.lostFromS = camera.isLost() ? next.endS - lostS : next.beginS;
+        next.lostToS = next.lostFromS + lostS;
+    }
+    Course& course = courses.try_emplace(&camera, Course{RunHistory(tickS)}).first->second;
     if (camera.record().measMode == MeasModeStandardAcq) {
         next.overflows = course.overflows.step(countOf(tick.figures, "overflows"));
         next.skips = course.skips.step(countOf(tick.figures, "skips"));

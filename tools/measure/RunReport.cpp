@@ -32,6 +32,9 @@ ReportLimit reportLimit(const LimitVerdict& verdict, const QDateTime& start)
             .arg(figureTitle(kind.figure), kind.isMinimum ? QStringLiteral("at least") : QStringLiteral("at most"),
                  withUnit(limitValueText(verdict.limit.value), kind.unit));
     limit.kept = verdict.kept;
+    limit.figure = QLatin1String(kind.figure);
+    limit.value = verdict.limit.value;
+    limit.isMinimum = kind.isMinimum;
     limit.measured =
         verdict.measured ? withUnit(groupedDigits(measuredText(verdict)), kind.unit) : limitValueText({});
     if (verdict.brokenAtS)

@@ -3,6 +3,7 @@
 #include "CourseGraph.h"
 
 #include <algorithm>
+#include <initializer_list>
 
 #include "GraphPanel.h"
 #include "SvgGraph.h"
@@ -11,6 +12,7 @@ namespace {
 
 constexpr double headroom = 1.02; ///< a line at the upper edge is drawn whole
 constexpr double percent = 100.0;
+constexpr int fewSteps = 3; ///< of a low panel
 
 template<typename Value>
 double highestOf(const std::vector<HistoryColumn>& columns, Value value)
@@ -25,6 +27,67 @@ std::optional<double> zero(const HistoryColumn&)
 {
     return 0.0;
 }
+
+/// A figure that a graph shows.
+struct Shown
+{
+    const char* figure; ///< its key
+    const char* name;   ///< in the graph
+};
+
+/// The limits of what a graph shows, as lines over it.
+class Bounds
+{
+public:
+    /// Their values are shown in `unit` of the figures' own.
+    Bounds(const ReportCamera& camera, std::initializer_list<Shown> figures, double unit = 1.0) : ownUnit(unit)
+    {
+        for (const ReportLimit& limit : camera.limits) {
+            for (const Shown& shown : figures) {
+                if (limit.figure == QLatin1String(shown.figure))
+                    all.push_back({limit, shown.name});
+            }
+        }
+    }
+
+    double highest() const
+    {
+        double highest = 0.0;
+        for (const Bound& bound : all)
+            highest = std::max(highest, bound.limit.value);
+        return highest;
+    }
+
+    void drawInto(SvgGraph& graph) const
+    {
+        for (const Bound& bound : all)
+            graph.level(bound.limit.kept ? "bound" : "bound broken", bound.limit.value);
+    }
+
+    /// `most`: the value at the upper edge.
+    Markup labels(double most) const
+    {
+        Markup labels;
+        int place = 0;
+        for (const auto& [limit, name] : all) {
+            const QString text = QStringLiteral("%1 %2 %3")
+                                     .arg(QLatin1String(name), QChar(limit.isMinimum ? 0x2265 : 0x2264),
+                                          QString::number(limit.value / ownUnit));
+            labels += graphLabel(limit.kept ? "b" : "b class=\"broken\"", text, limit.value / most, place++);
+        }
+        return labels;
+    }
+
+private:
+    struct Bound
+    {
+        const ReportLimit& limit;
+        const char* name;
+    };
+
+    const double ownUnit;
+    std::vector<Bound> all;
+};
 
 class Panels
 {
@@ -42,9 +105,12 @@ public:
         const double highest = highestOf(columns, [](const HistoryColumn& column) {
             return std::max(column.mostDelivered, column.minThroughput.value_or(0.0));
         });
-        const ValueScale scale = valueScale(std::max(highest, camera.required.value_or(0.0)) * headroom);
-        SvgGraph graph(columns, scale.most);
-        graph.grid(scale.ticks, times);
+        const Bounds bounds(
+            camera,
+            {{"deliveredMBps", "delivered"}, {"minThroughputMBps", "lowest"}, {"avgThroughputMBps", "average"}});
+        const ValueScale scale =
+            valueScale(std::max({highest, camera.required.value_or(0.0), bounds.highest()}) * headroom);
+        SvgGraph graph = ground(scale, scale.most);
         graph.area(
             "delivered-band", [](const HistoryColumn& column) { return column.leastDelivered; },
             [](const HistoryColumn& column) { return column.mostDelivered; });
@@ -57,7 +123,11 @@ public:
             graph.level("required", *camera.required);
             keys += graphKey("i class=\"required\"", QStringLiteral("required %1").arg(*camera.required));
         }
-        return graphPanel("figure class=\"panel tall\"", QStringLiteral("Throughput, MB/s"), keys, scale, graph);
+        if (any([](const HistoryColumn& column) { return column.isLost(); }))
+            keys += graphKey("i class=\"lost\"", QStringLiteral("camera lost"));
+        bounds.drawInto(graph);
+        return graphPanel("figure class=\"panel tall\"", QStringLiteral("Throughput, MB/s"), keys, scale, graph,
+                          bounds.labels(scale.most));
     }
 
     /// Of 100 %: how near it came to the end.
@@ -66,27 +136,32 @@ public:
         const auto level = [](const HistoryColumn& column) { return column.maxBufferLevel; };
         const ValueScale scale{
             percent, {{0.0, QStringLiteral("0")}, {0.5, QStringLiteral("50")}, {1.0, QStringLiteral("100")}}};
-        SvgGraph graph(columns, scale.most);
-        graph.grid(scale.ticks, times);
+        const Bounds bounds(camera, {{"maxBufferLevelPercent", ""}});
+        SvgGraph graph = ground(scale, scale.most);
         graph.area("level-area", zero, level);
         graph.line("level", level);
-        return graphPanel("figure class=\"panel\"", QStringLiteral("Highest buffer level, %"), {}, scale, graph);
+        bounds.drawInto(graph);
+        return graphPanel("figure class=\"panel\"", QStringLiteral("Highest buffer level, %"), {}, scale, graph,
+                          bounds.labels(scale.most));
     }
 
     Markup gaps() const
     {
         const auto gap = [](const HistoryColumn& column) { return column.longestGapMs; };
-        const double highest = highestOf(columns, gap);
+        constexpr const char* figure = "longestGapMs";
+        const double highest = std::max(highestOf(columns, gap), Bounds(camera, {{figure, ""}}).highest());
         const bool seconds = highest >= 1e4;
-        const ValueScale scale = valueScale((seconds ? highest / 1e3 : highest) * headroom);
-        SvgGraph graph(columns, seconds ? scale.most * 1e3 : scale.most);
-        graph.grid(scale.ticks, times);
+        const double unit = seconds ? 1e3 : 1.0;
+        const Bounds bounds(camera, {{figure, ""}}, unit);
+        const ValueScale scale = valueScale(highest / unit * headroom, fewSteps);
+        SvgGraph graph = ground(scale, scale.most * unit);
         graph.area("gap-area", zero, gap);
         graph.line("gap", gap);
+        bounds.drawInto(graph);
         return graphPanel("figure class=\"panel\"",
                           seconds ? QStringLiteral("Longest time without a frame, s")
                                   : QStringLiteral("Longest time without a frame, ms"),
-                          {}, scale, graph);
+                          {}, scale, graph, bounds.labels(scale.most * unit));
     }
 
     /// Where something was lost; empty if nothing was.
@@ -98,6 +173,7 @@ public:
         if (sum == 0)
             return {};
         SvgGraph graph(columns, 1.0);
+        graph.lostSpans("lost");
         graph.strokes("loss", [count](const HistoryColumn& column) { return column.*count > 0 ? 1.0 : 0.0; });
         return element("figure class=\"panel lane\"",
                        element("figcaption", plain(title) + element("b", QString::number(sum))) +
@@ -113,6 +189,15 @@ public:
     Markup timeAxis() const { return graphTicks(times); }
 
 private:
+    /// What lies below everything else.
+    SvgGraph ground(const ValueScale& scale, double most) const
+    {
+        SvgGraph graph(columns, most);
+        graph.lostSpans("lost");
+        graph.grid(scale.ticks, times);
+        return graph;
+    }
+
     const ReportCamera& camera;
     const std::vector<HistoryColumn>& columns;
     const std::vector<GraphTick> times;

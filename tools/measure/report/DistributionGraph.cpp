@@ -10,6 +10,7 @@
 namespace {
 
 constexpr double headroom = 1.15;
+constexpr int fewSteps = 3;
 
 /// "0.1 %", "100 %"
 QString shareText(int decade)
@@ -34,7 +35,7 @@ Markup distributionGraph(const std::vector<ReportQuantile>& distribution)
     const auto median = std::find_if(distribution.begin(), distribution.end(),
                                      [](const ReportQuantile& quantile) { return quantile.share >= 0.5; });
     const ValueScale scale =
-        valueScale((median == distribution.end() ? distribution.back() : *median).throughput * headroom);
+        valueScale((median == distribution.end() ? distribution.back() : *median).throughput * headroom, fewSteps);
     std::vector<GraphPoint> points;
     for (const ReportQuantile& quantile : distribution)
         points.push_back({at(quantile.share), quantile.throughput});

@@ -35,9 +35,20 @@ Markup graphTicks(const std::vector<GraphTick>& ticks)
     return element("div class=\"times\"", labels);
 }
 
+/// Above its height, near the upper edge below it.
+Markup graphLabel(const char* tag, const QString& text, double height, int place)
+{
+    constexpr double width = 31.0; // percent
+    constexpr double nearEdge = 0.8;
+    return numbered(height > nearEdge ? "<span class=\"label below\" style=\"bottom:%1%;right:%2%\">"
+                                      : "<span class=\"label\" style=\"bottom:%1%;right:%2%\">",
+                    height * percent, place * width) +
+           element(tag, text) + literal("</span>");
+}
+
 Markup graphPanel(const char* figure, const QString& title, const Markup& keys, const ValueScale& scale,
-                  const SvgGraph& graph)
+                  const SvgGraph& graph, const Markup& labels)
 {
     return element(figure, element("figcaption", element("b", title) + keys) +
-                               element("div class=\"plot\"", valueLabels(scale) + graph.drawing()));
+                               element("div class=\"plot\"", valueLabels(scale) + graph.drawing() + labels));
 }

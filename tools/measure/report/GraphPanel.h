@@ -8,9 +8,11 @@
 
 /// What something drawn is called; `swatch` has its class.
 Markup graphKey(const char* swatch, const QString& text);
-/// `figure`: the element with its classes.
+/// A text at a height of the drawing (0 to 1), the `place`th from the right of those that may have about one height.
+Markup graphLabel(const char* tag, const QString& text, double height, int place);
+/// `figure`: the element with its classes. `labels` lie over the drawing.
 Markup graphPanel(const char* figure, const QString& title, const Markup& keys, const ValueScale& scale,
-                  const SvgGraph& graph);
+                  const SvgGraph& graph, const Markup& labels = {});
 /// The numbers below one or several drawings.
 Markup graphTicks(const std::vector<GraphTick>& ticks);
 

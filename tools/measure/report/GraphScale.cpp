@@ -11,7 +11,6 @@
 namespace {
 
 constexpr double mostTimeTicks = 8.0;
-constexpr double mostValueSteps = 5.0;
 constexpr qint64 msPerS = 1000;
 constexpr qint64 minuteS = 60;
 constexpr qint64 hourS = 3600;
@@ -33,15 +32,15 @@ QString timeLabel(const QDateTime& time, qint64 stepS)
 
 } // namespace
 
-ValueScale valueScale(double highest)
+ValueScale valueScale(double highest, int mostSteps)
 {
     if (!(highest > 0.0) || !std::isfinite(highest))
         highest = 1.0;
-    const double power = std::pow(10.0, std::floor(std::log10(highest / mostValueSteps)));
+    const double power = std::pow(10.0, std::floor(std::log10(highest / mostSteps)));
     double step = power;
     for (const double factor : {1.0, 2.0, 5.0, 10.0}) {
         step = power * factor;
-        if (highest / step <= mostValueSteps)
+        if (highest / step <= mostSteps)
             break;
     }
     ValueScale scale{step * std::ceil(highest / step - 1e-9), {}};

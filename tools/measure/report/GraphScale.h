@@ -21,8 +21,11 @@ struct ValueScale
     std::vector<GraphTick> ticks;
 };
 
-/// Holds all values up to `highest`, with three to six ticks; from 0 to 1 if nothing is greater than 0.
-ValueScale valueScale(double highest);
+constexpr int mostValueSteps = 5;
+
+/// Holds all values up to `highest`, in as many round steps as may be and half of that at least; from 0 to 1 if nothing
+/// is greater than 0.
+ValueScale valueScale(double highest, int mostSteps = mostValueSteps);
 
 /// Ticks at round local times; midnights show the date. `start` in local time. Three to eight
 /// of them, fewer for less than some seconds.

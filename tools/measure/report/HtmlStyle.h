@@ -8,14 +8,14 @@ constexpr const char* htmlStyle = R"css(
   --page: #fff; --ink: #1b2430; --soft: #5b6775; --rule: #dde2e8; --tile: #f5f7f9;
   --pass: #17703c; --fail: #b3261e; --fail-tint: #fdf0ef; --warn: #8a5a00; --neutral: #5b6775;
   --delivered: #1d62c4; --band: #1d62c440; --lowest: #c2570c; --level: #7a4fb5; --level-tint: #7a4fb52e;
-  --gap: #4d5b6b; --gap-tint: #4d5b6b2e;
+  --gap: #4d5b6b; --gap-tint: #4d5b6b2e; --lost: #b3261e24;
 }
 @media screen and (prefers-color-scheme: dark) {
   :root {
     --page: #14181d; --ink: #e4e9ef; --soft: #98a4b2; --rule: #2d353f; --tile: #1c2229;
     --pass: #2f9e5f; --fail: #e0564c; --fail-tint: #34201f; --warn: #e0ac4b; --neutral: #6b7887;
     --delivered: #6ba6f5; --band: #6ba6f54d; --lowest: #f0954a; --level: #b491e6; --level-tint: #b491e633;
-    --gap: #aab6c4; --gap-tint: #aab6c433;
+    --gap: #aab6c4; --gap-tint: #aab6c433; --lost: #e0564c40;
   }
 }
 * { box-sizing: border-box; }
@@ -76,6 +76,7 @@ figcaption b { color: var(--ink); font-weight: 600; margin-right: 1rem; }
 i.delivered { border-color: var(--delivered); }
 i.lowest { border-color: var(--lowest); }
 i.required { border-color: var(--soft); border-top-style: dashed; }
+i.lost { height: .8em; border: 0; background: var(--lost); vertical-align: -.08em; }
 .plot { position: relative; margin-left: var(--gutter); height: 4.5rem; }
 .tall .plot { height: 11rem; }
 .lane { margin-bottom: .35rem; }
@@ -85,6 +86,10 @@ i.required { border-color: var(--soft); border-top-style: dashed; }
 .plot svg { display: block; width: 100%; height: 100%; overflow: visible; }
 .values span { position: absolute; right: 100%; margin-right: .5rem; transform: translateY(50%); font-size: .8rem;
   line-height: 1; color: var(--soft); }
+.label { position: absolute; font-size: .75rem; line-height: 1.1; padding-bottom: .1rem; white-space: nowrap; }
+.label.below { transform: translateY(100%); padding: .1rem 0 0; }
+.label b { color: var(--pass); font-weight: 600; }
+.label .broken { color: var(--fail); }
 .times { position: relative; height: 1.4rem; margin-left: var(--gutter); font-size: .8rem; color: var(--soft); }
 .times span { position: absolute; transform: translateX(-50%); white-space: nowrap; }
 .times .first { transform: none; }
@@ -95,6 +100,9 @@ svg .delivered { stroke: var(--delivered); }
 svg .delivered-band { fill: var(--band); stroke: var(--delivered); stroke-opacity: .6; stroke-width: 1; }
 svg .lowest { stroke: var(--lowest); }
 svg .required { stroke: var(--soft); stroke-dasharray: 5 4; }
+svg .lost { fill: var(--lost); stroke: var(--lost); stroke-width: 1; }
+svg .bound { stroke: var(--pass); stroke-dasharray: 2 3; }
+svg .bound.broken { stroke: var(--fail); }
 svg .level { stroke: var(--level); }
 svg .level-area { fill: var(--level-tint); }
 svg .gap { stroke: var(--gap); }
@@ -121,11 +129,8 @@ svg .loss { stroke: var(--fail); stroke-width: 2; }
   .limits td { border: 0; padding: 0 .5rem 0 0; }
   .limits td:last-child { grid-column: 2 / 4; width: auto; color: var(--soft); }
   .times span:nth-child(even) { display: none; }
-  .warnings { color: var(--warn); font-weight: 600; }
-.facts th { width: 8.5rem; }
-  .behind { color: var(--soft); font-size: .87rem; }
-.behind span { display: inline-block; margin-right: 1.25rem; }
-.pair { grid-template-columns: 1fr; }
+  .facts th { width: 8.5rem; }
+  .pair { grid-template-columns: 1fr; }
 }
 @media print {
   @page { margin: 13mm; }
@@ -134,8 +139,14 @@ svg .loss { stroke: var(--fail); stroke-width: 2; }
   main { max-width: none; padding: 0; }
   section, article { margin-top: 1.75rem; }
   section + article, article + article, article + section { break-before: page; margin-top: 0; border-top: 0; }
-  .tiles { grid-template-columns: repeat(6, 1fr); }
-  .course, .tiles > div, tr, .badge { break-inside: avoid; }
+  h3 { margin: 1rem 0 .3rem; }
+  th, td { padding-top: .14rem; padding-bottom: .14rem; }
+  .tiles { grid-template-columns: repeat(6, 1fr); gap: .3rem; }
+  .tiles > div { padding: .3rem .55rem; }
+  .panel { margin-bottom: .5rem; }
+  .plot { height: 3.4rem; }
+  .tall .plot { height: 9rem; }
+  .course, .tiles > div, tr, .badge, .pair > section { break-inside: avoid; }
   h2, h3, figcaption { break-after: avoid; }
   th { overflow-wrap: normal; }
   .wide { overflow: visible; }

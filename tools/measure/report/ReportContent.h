@@ -42,6 +42,9 @@ struct ReportLimit
     QString measured; ///< with its unit
     QString broken;   ///< when it was broken first; may be empty
     bool kept;
+    QString figure{};   ///< key of what it judges
+    double value = 0.0; ///< in that figure's unit
+    bool isMinimum = false;
 };
 
 /// A possible cause, and the figures behind it.

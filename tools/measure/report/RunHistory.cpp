@@ -40,6 +40,10 @@ HistoryColumn& HistoryColumn::operator+=(const HistoryColumn& later)
     overflows += later.overflows;
     skips += later.skips;
     losses += later.losses;
+    if (later.isLost()) {
+        lostFromS = isLost() ? lostFromS : later.lostFromS;
+        lostToS = later.lostToS;
+    }
     longestGapMs = std::max(longestGapMs, later.longestGapMs);
     merge(minThroughput, later.minThroughput, [](double a, double b) { return std::min(a, b); });
     merge(maxBufferLevel, later.maxBufferLevel, [](double a, double b) { return std::max(a, b); });

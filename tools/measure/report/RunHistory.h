@@ -16,8 +16,10 @@ struct HistoryColumn
     double megabytes = 0.0; ///< of all frames received; 1,000,000 bytes each
     quint64 missingFrames = 0;
     quint64 overflows = 0;
-    quint64 skips = 0;  ///< by the camera's counters
-    quint64 losses = 0; ///< of the camera itself
+    quint64 skips = 0;      ///< by the camera's counters
+    quint64 losses = 0;     ///< of the camera itself
+    double lostFromS = 0.0; ///< the first time in it at which the camera was away
+    double lostToS = 0.0;   ///< the last one; both are equal if there was none
     double longestGapMs = 0.0;
     std::optional<double> minThroughput;  ///< MB/s, of any block interval
     std::optional<double> maxBufferLevel; ///< percent
@@ -25,6 +27,7 @@ struct HistoryColumn
     double mostDelivered = 0.0;           ///< the same
 
     double lengthS() const { return endS - beginS; }
+    bool isLost() const { return lostToS > lostFromS; }
     /// MB/s over the time that passed.
     double delivered() const;
     /// Joins what came next. Nothing bad is lost: extremes stay extremes and counts add up.

@@ -92,6 +92,28 @@ void SvgGraph::area(const char* cssClass, const ColumnValue& from, const ColumnV
     path(cssClass, back.isEmpty() ? points : points + back + QLatin1Char('z'));
 }
 
+void SvgGraph::lostSpans(const char* cssClass)
+{
+    constexpr double roundingS = 1e-3; // of spans that go on in the next column
+    const HistoryColumn* open = nullptr;
+    QString points;
+    const auto close = [&] {
+        if (open != nullptr)
+            points += QStringLiteral("H%1V100z").arg(unit(x(open->lostToS)));
+    };
+    for (const HistoryColumn& column : columns) {
+        if (!column.isLost())
+            continue;
+        if (open == nullptr || column.lostFromS > open->lostToS + roundingS) {
+            close();
+            points += QStringLiteral("M%1 100V0").arg(unit(x(column.lostFromS)));
+        }
+        open = &column;
+    }
+    close();
+    path(cssClass, points);
+}
+
 void SvgGraph::strokes(const char* cssClass, const ColumnValue& value)
 {
     QString points;

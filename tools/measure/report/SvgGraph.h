@@ -32,6 +32,8 @@ public:
     void line(const char* cssClass, const ColumnValue& value);
     /// Filled from one value to the other.
     void area(const char* cssClass, const ColumnValue& from, const ColumnValue& to);
+    /// All of the height wherever the camera was lost.
+    void lostSpans(const char* cssClass);
     /// An upright stroke for each column with a value above 0, however narrow the column.
     void strokes(const char* cssClass, const ColumnValue& value);
     void curve(const char* cssClass, const std::vector<GraphPoint>& points);
