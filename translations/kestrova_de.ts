@@ -200,6 +200,10 @@ ein Klick auf eine Überschrift sortiert.</translation>
         <source>%1 is measured but has sent no frame for %2 s</source>
         <translation>%1 wird gemessen, hat aber seit %2 s kein Bild gesendet</translation>
     </message>
+    <message>
+        <source>%1 lost frames: %2</source>
+        <translation>%1: verlorene Bilder: %2</translation>
+    </message>
 </context>
 <context>
     <name>CameraSelection</name>
@@ -343,6 +347,33 @@ ein Klick auf eine Überschrift sortiert.</translation>
     <message>
         <source>No open camera is selected.</source>
         <translation>Keine offene Kamera ist ausgewählt.</translation>
+    </message>
+</context>
+<context>
+    <name>LostFrames</name>
+    <message>
+        <source>%1 on the way</source>
+        <translation>%1 unterwegs</translation>
+    </message>
+    <message>
+        <source>%1 in the socket</source>
+        <translation>%1 im Socket</translation>
+    </message>
+    <message>
+        <source>%1 for want of a buffer</source>
+        <translation>%1 mangels Puffer</translation>
+    </message>
+    <message>
+        <source>%1 too late</source>
+        <translation>%1 zu spät</translation>
+    </message>
+    <message>
+        <source>%1 on this host, nothing tells why</source>
+        <translation>%1 auf diesem Rechner, der Grund ist nicht erkennbar</translation>
+    </message>
+    <message>
+        <source>%1 nobody knows where</source>
+        <translation>%1, niemand weiß wo</translation>
     </message>
 </context>
 <context>

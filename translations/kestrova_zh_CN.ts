@@ -200,6 +200,10 @@ a click on a heading sorts.</source>
         <source>%1 is measured but has sent no frame for %2 s</source>
         <translation>正在测量 %1，但它已有 %2 s 未发送帧</translation>
     </message>
+    <message>
+        <source>%1 lost frames: %2</source>
+        <translation>%1：丢失帧：%2</translation>
+    </message>
 </context>
 <context>
     <name>CameraSelection</name>
@@ -343,6 +347,33 @@ a click on a heading sorts.</source>
     <message>
         <source>No open camera is selected.</source>
         <translation>未选中已打开的相机。</translation>
+    </message>
+</context>
+<context>
+    <name>LostFrames</name>
+    <message>
+        <source>%1 on the way</source>
+        <translation>%1 帧在途中</translation>
+    </message>
+    <message>
+        <source>%1 in the socket</source>
+        <translation>%1 帧在套接字中</translation>
+    </message>
+    <message>
+        <source>%1 for want of a buffer</source>
+        <translation>%1 帧因无空闲缓冲</translation>
+    </message>
+    <message>
+        <source>%1 too late</source>
+        <translation>%1 帧到达过迟</translation>
+    </message>
+    <message>
+        <source>%1 on this host, nothing tells why</source>
+        <translation>%1 帧在本机丢失，原因不明</translation>
+    </message>
+    <message>
+        <source>%1 nobody knows where</source>
+        <translation>%1 帧丢失位置未知</translation>
     </message>
 </context>
 <context>

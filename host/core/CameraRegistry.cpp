@@ -163,6 +163,12 @@ std::optional<std::chrono::steady_clock::time_point> CameraRegistry::silentSince
     return opened ? opened->silentSince() : std::nullopt;
 }
 
+std::optional<LostFrames> CameraRegistry::lostFrames(VNCORE_HANDLE camera) const
+{
+    const auto opened = CameraTable::instance().find(camera);
+    return opened ? opened->device().lostFrames() : std::nullopt;
+}
+
 Deliveries CameraRegistry::deliveries(VNCORE_HANDLE camera) const
 {
     const auto opened = CameraTable::instance().find(camera);

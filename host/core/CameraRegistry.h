@@ -70,6 +70,9 @@ public:
     /// What the camera has handed out since it was opened. Nothing of one that is not open. Any thread.
     Deliveries deliveries(VNCORE_HANDLE camera) const;
 
+    /// Where its frames were lost, as the device tells. Nothing of one that is not open. Any thread.
+    std::optional<LostFrames> lostFrames(VNCORE_HANDLE camera) const;
+
 Q_SIGNALS:
     /// An opened camera's link is gone, or there again. Whatever acquired gets no image any more, also after the
     /// return, until it is stopped and started.

@@ -7,6 +7,7 @@
 #include "CameraNames.h"
 #include "CameraRegistry.h"
 #include "EventLog.h"
+#include "LostFramesText.h"
 #include "TakeOvers.h"
 
 namespace {
@@ -30,6 +31,7 @@ CameraEvents::CameraEvents(EventLog& log, TakeOvers& takeOvers, QObject* parent)
     });
     connect(manager, &CxCameraManager::cameraClosed, this, [this](VNCORE_HANDLE camera) {
         eventLog.append(Severity::Information, tr("%1 closed").arg(nameOf(camera)));
+        lost.erase(camera);
     });
     auto* registry = &CameraRegistry::instance();
     connect(registry, &CameraRegistry::cameraLost, this,
@@ -39,7 +41,10 @@ CameraEvents::CameraEvents(EventLog& log, TakeOvers& takeOvers, QObject* parent)
     });
     connect(&takeOvers, &TakeOvers::changed, this, &CameraEvents::onTakenOver);
 
-    connect(&timer, &QTimer::timeout, this, [this] { checkFrames(std::chrono::steady_clock::now()); });
+    connect(&timer, &QTimer::timeout, this, [this] {
+        checkFrames(std::chrono::steady_clock::now());
+        checkLosses();
+    });
     timer.start(watchIntervalMs);
 }
 
@@ -69,5 +74,20 @@ void CameraEvents::checkFrames(TimePoint now)
         } else {
             eventLog.append(EventLog::Severity::Information, tr("%1 sends frames again").arg(nameOf(camera)));
         }
+    }
+}
+
+void CameraEvents::checkLosses()
+{
+    for (VNCORE_HANDLE camera : CameraRegistry::instance().openedCameras()) {
+        const auto now = CameraRegistry::instance().lostFrames(camera);
+        if (!now)
+            continue;
+        const auto [known, isNew] = lost.try_emplace(camera, *now);
+        const LostFrames more = isNew ? LostFrames() : now->since(known->second);
+        known->second = *now;
+        if (more.total() > 0)
+            eventLog.append(EventLog::Severity::Warning,
+                            tr("%1 lost frames: %2").arg(nameOf(camera), lostFramesText(more)));
     }
 }

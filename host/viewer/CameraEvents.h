@@ -11,11 +11,13 @@
 
 #include <vnCore/vnTypes.h>
 
+#include "LostFrames.h"
+
 class EventLog;
 class TakeOvers;
 
-/// Also watches the measured cameras: one that gets no frame for five seconds makes a line. User interface thread
-/// only.
+/// Also watches the measured cameras: one that gets no frame for five seconds makes a line, and so do frames of any
+/// camera that were lost, with where. User interface thread only.
 class CameraEvents : public QObject
 {
     Q_OBJECT
@@ -28,13 +30,16 @@ public:
 
     /// Looks for how long each measured camera has sent no frame. Called every second.
     void checkFrames(TimePoint now);
+    /// Looks for lost frames since the last call. Called every second.
+    void checkLosses();
 
 private:
     void onTakenOver(VNCORE_HANDLE camera, bool takenOver);
 
     EventLog& eventLog;
     QTimer timer;
-    std::map<VNCORE_HANDLE, bool> measured; ///< the measured cameras; whether their silence has been told
+    std::map<VNCORE_HANDLE, bool> measured;   ///< the measured cameras; whether their silence has been told
+    std::map<VNCORE_HANDLE, LostFrames> lost; ///< of opened cameras, told so far
 };
 
 #endif

@@ -117,9 +117,10 @@ private Q_SLOTS:
             QCOMPARE(lines.size(), size_t(5));
             QCOMPARE(lines[0]["frames"].toInt(), 7);
             QVERIFY(lines[2]["missingFrames"].isNull());
-            for (const char* key : {"frames", "missingFrames", "failedWaits", "silentMs", "losses", "lostS"})
+            for (const char* key : {"frames", "missingFrames", "failedWaits", "silentMs", "losses", "lostS", "lostOnTheWay"})
                 QCOMPARE(sumOf(lines, key), bench.total(key));
             QVERIFY(bench.total("missingFrames") > 0);
+            QVERIFY(bench.total("lostOnTheWay") >= bench.total("missingFrames")); // those after the last one, too
             QVERIFY(bench.cameras[0]->problems().isEmpty());
             QVERIFY(qAbs(sumOf(lines, "intervalS") - bench.cameras[0]->wholeRun().lengthS) < 1e-6);
             if (mode == MeasModeStandardAcq) {

@@ -60,6 +60,7 @@ private Q_SLOTS:
         row("time", "longestGapMs", 1500, "kestrova_longest_gap_seconds{%} 1.5");
         row("one reason", "transportSkips", 3, "kestrova_skipped_frames_total{%,reason=\"link\"} 3");
         row("another reason alone", "apiSkips", 4, "kestrova_skipped_frames_total{%,reason=\"host\"} 4");
+        row("a cause", "lostInSocket", 5, "kestrova_lost_frames_total{%,cause=\"socket\"} 5");
         row("infinite", "avgThroughputMBps", INFINITY, "");
     }
 

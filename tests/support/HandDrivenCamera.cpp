@@ -75,6 +75,13 @@ void HandDrivenCamera::advance(std::chrono::nanoseconds duration)
     clockNs = std::max(clockNs, target);
 }
 
+std::optional<LostFrames> HandDrivenCamera::lostFrames() const
+{
+    LostFrames frames;
+    frames.onTheWay = ledger().total(Fate::TransportLost).frames;
+    return frames;
+}
+
 bool HandDrivenCamera::waitForImage(std::chrono::milliseconds limit, DeviceImage& image)
 {
     const HostCall call{Call::Wait, {}, static_cast<int>(limit.count())};

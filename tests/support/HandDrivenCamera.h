@@ -46,6 +46,8 @@ public:
     bool isAcquiring() const;
 
     bool waitForImage(std::chrono::milliseconds limit, DeviceImage& image) override;
+    /// What the ledger has as lost on the link.
+    std::optional<LostFrames> lostFrames() const override;
 
 protected:
     bool admit(const HostCall& call) override;

@@ -48,6 +48,19 @@ Figures figuresOverTime(const RunTotals& totals)
     };
 }
 
+Figures lossFigures(const KnownLosses& lost)
+{
+    const auto count = [&lost](LossCause cause) {
+        return lost ? std::optional<double>(number((*lost).*cause)) : std::nullopt;
+    };
+    return {{"lostUnknown", nullptr, 0, count(&LostFrames::unknown)},
+            {"lostOnTheWay", nullptr, 0, count(&LostFrames::onTheWay)},
+            {"lostInSocket", nullptr, 0, count(&LostFrames::socket)},
+            {"lostNoBuffer", nullptr, 0, count(&LostFrames::noBuffer)},
+            {"lostLate", nullptr, 0, count(&LostFrames::late)},
+            {"lostNotAttributable", nullptr, 0, count(&LostFrames::notAttributable)}};
+}
+
 Figures operator+(Figures figures, const Figures& more)
 {
     figures.insert(figures.end(), more.begin(), more.end());
@@ -56,7 +69,7 @@ Figures operator+(Figures figures, const Figures& more)
 
 } // namespace
 
-Figures throughputFigures(const RunTotals& totals, quint32 samplePeriod, bool bufferKnown)
+Figures throughputFigures(const RunTotals& totals, quint32 samplePeriod, bool bufferKnown, const KnownLosses& lost)
 {
     const auto quantile = [&](double share) { return totals.throughputQuantile(share, samplePeriod); };
     const bool simulated = bufferKnown && totals.maxBufferLevel.has_value();
@@ -76,10 +89,10 @@ Figures throughputFigures(const RunTotals& totals, quint32 samplePeriod, bool bu
         {"throughputP10MBps", nullptr, 2, quantile(0.1)},
         {"throughputP50MBps", nullptr, 2, quantile(0.5)},
     };
-    return figures + figuresOverTime(totals) + blocks;
+    return figures + figuresOverTime(totals) + blocks + lossFigures(lost);
 }
 
-Figures counterFigures(const RunTotals& totals, const CounterDifferences& counters)
+Figures counterFigures(const RunTotals& totals, const CounterDifferences& counters, const KnownLosses& lost)
 {
     const Figures figures{
         {"frames", "frames", 0, number(totals.frames)},
@@ -91,7 +104,7 @@ Figures counterFigures(const RunTotals& totals, const CounterDifferences& counte
         {"missedTriggersOverflow", "full", 0, counters[VN_COUNTER_MISSED_TRG_OVERFLOW]},
         {"overflows", "overflows", 0, counters[VN_COUNTER_BUFFER_OVERFLOW]},
     };
-    return figures + figuresOverTime(totals);
+    return figures + figuresOverTime(totals) + lossFigures(lost);
 }
 
 const Figure* findFigure(const Figures& figures, const QString& key)

@@ -10,6 +10,7 @@
 #include <QtCore/QString>
 
 #include "CameraLineData.h"
+#include "LostFrames.h"
 #include "RunDiagnosis.h"
 
 /// One number with all that an output has to know of it.
@@ -23,10 +24,14 @@ struct Figure
 
 using Figures = std::vector<Figure>;
 
-/// `samplePeriod` in bytes; `bufferKnown`: whether there is a required throughput to simulate the buffer with.
-Figures throughputFigures(const RunTotals& totals, quint32 samplePeriod, bool bufferKnown);
+/// Where frames were lost; nothing: the camera cannot tell.
+using KnownLosses = std::optional<LostFrames>;
 
-Figures counterFigures(const RunTotals& totals, const CounterDifferences& counters);
+/// `samplePeriod` in bytes; `bufferKnown`: whether there is a required throughput to simulate the buffer with.
+Figures throughputFigures(const RunTotals& totals, quint32 samplePeriod, bool bufferKnown,
+                          const KnownLosses& lost = {});
+
+Figures counterFigures(const RunTotals& totals, const CounterDifferences& counters, const KnownLosses& lost = {});
 
 /// The figure of that key; null if there is none.
 const Figure* findFigure(const Figures& figures, const QString& key);

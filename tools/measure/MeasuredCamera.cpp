@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "CameraRegistry.h"
+
 MeasuredCamera::MeasuredCamera(VNCORE_HANDLE camera, SxCameraInfo info, const Options& options, CameraLink link)
     : cameraInfo(std::move(info)), cameraLink(std::move(link)), runVerdict(options.limits.of(cameraInfo.id))
 {
@@ -18,6 +20,7 @@ MeasuredCamera::MeasuredCamera(VNCORE_HANDLE camera, SxCameraInfo info, const Op
 bool MeasuredCamera::start(const Options& options)
 {
     startedAt = QDateTime::currentDateTime();
+    lostBefore = CameraRegistry::instance().lostFrames(data.hCam).value_or(LostFrames());
     started = data.startMeasurement(options.samplePeriod, options.capacity);
     clock.start();
     return started;
@@ -93,35 +96,51 @@ Stretch MeasuredCamera::takeTick()
     const double beginS = std::exchange(tickEndS, endS);
     ticks += totals;
     untilTick += totals;
-    return stretch(beginS, endS, totals);
+    KnownLosses lost = lostInRun();
+    if (lost) {
+        const LostFrames until = *lost;
+        lost = until.since(std::exchange(lostUntilTick, until));
+    }
+    return stretch(beginS, endS, totals, lost);
 }
 
 Stretch MeasuredCamera::takeInterval()
 {
     const double beginS = std::exchange(intervalEndS, tickEndS);
-    return stretch(beginS, tickEndS, std::exchange(ticks, RunTotals()));
+    KnownLosses lost;
+    if (lostInRun())
+        lost = lostUntilTick.since(std::exchange(lostUntilInterval, lostUntilTick));
+    return stretch(beginS, tickEndS, std::exchange(ticks, RunTotals()), lost);
 }
 
 Stretch MeasuredCamera::wholeRun() const
 {
-    return stretch(0.0, elapsedS(), data.runTotals());
+    return stretch(0.0, elapsedS(), data.runTotals(), lostInRun());
+}
+
+KnownLosses MeasuredCamera::lostInRun() const
+{
+    KnownLosses lost = started ? CameraRegistry::instance().lostFrames(data.hCam) : std::nullopt;
+    if (lost)
+        lost = lost->since(lostBefore);
+    return lost;
 }
 
 void MeasuredCamera::judge()
 {
-    runVerdict.look(figures(data.runTotals()), elapsedS());
+    runVerdict.look(figures(data.runTotals(), lostInRun()), elapsedS());
 }
 
-Stretch MeasuredCamera::stretch(double beginS, double endS, const RunTotals& totals) const
+Stretch MeasuredCamera::stretch(double beginS, double endS, const RunTotals& totals, const KnownLosses& lost) const
 {
-    return {endS, endS - beginS, figures(totals), totals.bytes, totals.elapsedUs};
+    return {endS, endS - beginS, figures(totals, lost), totals.bytes, totals.elapsedUs, lost};
 }
 
 Figures MeasuredCamera::figuresUntilTick() const
 {
     const qint32 required = data.measMode == MeasModeDataThroughput ? data.requiredThroughput.load() : 0;
     const auto gapMs = static_cast<double>(untilTick.presentGapUs) / 1000.0;
-    Figures all = figures(untilTick);
+    Figures all = figures(untilTick, lostInRun() ? KnownLosses(lostUntilTick) : std::nullopt);
     const Figures more{
         {"measuring", nullptr, 0, isRunning() ? 1.0 : 0.0},
         {"presentGapMs", nullptr, 1, isRunning() ? std::optional<double>(gapMs) : std::nullopt},
@@ -133,12 +152,12 @@ Figures MeasuredCamera::figuresUntilTick() const
     return all;
 }
 
-Figures MeasuredCamera::figures(const RunTotals& totals) const
+Figures MeasuredCamera::figures(const RunTotals& totals, const KnownLosses& lost) const
 {
     if (data.measMode == MeasModeStandardAcq)
-        return counterFigures(totals, counterDifferences(data));
+        return counterFigures(totals, counterDifferences(data), lost);
     return throughputFigures(totals, data.evaluationSettings().samplePeriod,
-                             data.requiredThroughput > 0 && data.bufferSizeKnown);
+                             data.requiredThroughput > 0 && data.bufferSizeKnown, lost);
 }
 
 double MeasuredCamera::elapsedS() const

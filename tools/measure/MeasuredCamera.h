@@ -22,6 +22,7 @@ struct Stretch
     Figures figures;
     quint64 bytes = 0;    ///< of all frames received
     qint64 elapsedUs = 0; ///< by the clock of the totals
+    KnownLosses lost{};
 };
 
 /// All on the thread of the event loop.
@@ -75,8 +76,9 @@ public:
     std::optional<double> clockDriftPpm() const { return data.clockDriftPpm(); }
 
 private:
-    Stretch stretch(double beginS, double endS, const RunTotals& totals) const;
-    Figures figures(const RunTotals& totals) const;
+    Stretch stretch(double beginS, double endS, const RunTotals& totals, const KnownLosses& lost) const;
+    Figures figures(const RunTotals& totals, const KnownLosses& lost) const;
+    KnownLosses lostInRun() const;
     double elapsedS() const;
 
     const SxCameraInfo cameraInfo;
@@ -85,9 +87,12 @@ private:
     QElapsedTimer clock;
     QDateTime startedAt;
     Verdict runVerdict;
-    double tickEndS = 0.0;          ///< of the last one
-    RunTotals ticks;                ///< since the last interval
-    RunTotals untilTick;            ///< the run up to the last one
+    double tickEndS = 0.0;    ///< of the last one
+    RunTotals ticks;          ///< since the last interval
+    RunTotals untilTick;      ///< the run up to the last one
+    LostFrames lostBefore;    ///< the run
+    LostFrames lostUntilTick; ///< in the run
+    LostFrames lostUntilInterval;
     double intervalEndS = 0.0;      ///< of the last one
     std::optional<double> endedAtS; ///< of a measurement that is over
     bool started = false;

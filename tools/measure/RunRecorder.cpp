@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "CameraNames.h"
+#include "LostFramesText.h"
 
 namespace {
 
@@ -58,6 +59,8 @@ void RunRecorder::add(const MeasuredCamera& camera, const Stretch& tick)
     else if (gapMs > silenceMs && !course.silent)
         note(camera, QStringLiteral("no frame for more than a second"), true);
     course.silent = gapMs > silenceMs && !anyFrame;
+    if (tick.lost && tick.lost->total() > 0)
+        note(camera, QStringLiteral("lost frames: ") + lostFramesText(*tick.lost), true);
 }
 
 void RunRecorder::note(const MeasuredCamera& camera, const QString& text, bool bad)

@@ -18,7 +18,7 @@ public:
     explicit RunRecorder(std::chrono::milliseconds tick);
 
     /// What came since the last one. A silence of more than a second becomes an event when it is seen, and its end
-    /// another one.
+    /// another one; so do frames that were lost, with where.
     void add(const MeasuredCamera& camera, const Stretch& tick);
     /// Something happened now.
     void note(const MeasuredCamera& camera, const QString& text, bool bad = false);

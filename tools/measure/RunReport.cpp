@@ -123,6 +123,13 @@ ReportCamera reportCamera(const CameraSummary& said, const MeasuredCamera& camer
     for (const LimitVerdict& limit : said.verdict.limits)
         shown.limits.push_back(reportLimit(limit, shown.start));
     Figures figures = said.run.figures;
+    if (!said.run.lost) // most cameras cannot tell
+        figures.erase(std::remove_if(figures.begin(), figures.end(),
+                                     [](const Figure& figure) {
+                                         return QLatin1String(figure.key).startsWith(QLatin1String("lost")) &&
+                                                !figure.value;
+                                     }),
+                      figures.end());
     if (said.clockDriftPpm)
         figures.push_back({"clockDriftPpm", nullptr, 1, said.clockDriftPpm});
     const auto quantiles = std::stable_partition(figures.begin(), figures.end(), [](const Figure& figure) {

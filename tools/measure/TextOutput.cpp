@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "CameraNames.h"
+#include "LostFramesText.h"
 #include "PlainText.h"
 #include "TimeMath.h"
 
@@ -47,6 +48,7 @@ public:
         if (lineCount++ % linesPerHeading == 0)
             heading(line.stretch.figures);
         row(line.camera, line.stretch);
+        lossRow(line.camera, line.stretch);
     }
 
     void links(const LinkLine& line) override { linkRows(line.table); }
@@ -59,8 +61,10 @@ public:
                 makeRoomFor(camera.camera);
             heading(summary.cameras.front().run.figures);
         }
-        for (const CameraSummary& camera : summary.cameras)
+        for (const CameraSummary& camera : summary.cameras) {
             row(camera.camera, camera.run);
+            lossRow(camera.camera, camera.run);
+        }
         linkRows(summary.links);
         for (const CameraSummary& camera : summary.cameras) {
             const QString title = cameraDisplayName(camera.camera);
@@ -125,6 +129,14 @@ private:
         for (const Figure& figure : shown(stretch.figures))
             text += QLatin1Char(' ') + figureText(figure).rightJustified(figureWidth);
         writeLine(text);
+    }
+
+    void lossRow(const SxCameraInfo& camera, const Stretch& stretch)
+    {
+        if (stretch.lost && stretch.lost->total() > 0)
+            writeLine(QString::number(stretch.endS, 'f', 1).rightJustified(timeWidth) + QStringLiteral("  ") +
+                      cameraDisplayName(camera).leftJustified(cameraWidth) + QStringLiteral(" lost frames: ") +
+                      lostFramesText(*stretch.lost));
     }
 
     void linkRows(const LinkTable& table)
