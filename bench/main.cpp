@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a refresh, a report and the intake of a frame cost, each beside the straightforward way, in one run.
+// What a refresh, a report and the intake of a frame cost, each beside the straightforward way, in one run; and what the times of
+// arrival of GigE Vision cost.
 #include <benchmark/benchmark.h>
 
 #include <QtWidgets/QApplication>
@@ -9,6 +10,8 @@ void registerCounterBenchmarks();
 void registerReportBenchmarks();
 void registerIntakeBenchmarks();
 void registerFormBenchmarks();
+void registerStampBenchmarks();
+void registerTapBenchmarks();
 
 int main(int argc, char** argv)
 {
@@ -19,6 +22,10 @@ int main(int argc, char** argv)
     registerIntakeBenchmarks();
     registerRefreshBenchmarks();
     registerFormBenchmarks();
+#ifdef BENCH_ARRIVALS
+    registerStampBenchmarks();
+    registerTapBenchmarks();
+#endif
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;

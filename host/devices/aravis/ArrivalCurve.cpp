@@ -12,16 +12,18 @@ namespace {
 constexpr quint64 wordBytes = 8;
 constexpr qint64 tickNs = 4;
 
-/// Words `first` to `last` (excluded) of one step: on the line from word count `from` at `begin`.
-void writeStep(unsigned char* data, quint64 first, quint64 last, double beginTicks, double ticksPerWord)
+/// Fractions of a tick are counted in whole numbers, which are written two at a time.
+constexpr unsigned fractionBits = 24; ///< a step may take half an hour
+constexpr double fractions = 1U << fractionBits;
+
+/// `count` words from `first` ticks on, each `step` later, both in fractions of a tick.
+void writeStep(unsigned char* words, quint64 count, quint64 base, quint64 first, quint64 step)
 {
-    // The whole part apart: what is left for a double are fractions of a tick over many words.
-    const auto base = static_cast<quint64>(beginTicks);
-    const double rest = beginTicks - static_cast<double>(base);
-    for (quint64 i = 0; i < last - first; ++i) {
-        const double ticks = rest + static_cast<double>(static_cast<qint64>(i)) * ticksPerWord;
-        const quint64 word = base + static_cast<quint64>(static_cast<qint64>(ticks));
-        std::memcpy(data + (first + i) * wordBytes, &word, wordBytes);
+    quint64 ticks = first;
+    for (quint64 i = 0; i < count; ++i) {
+        const quint64 word = base + (ticks >> fractionBits);
+        std::memcpy(words + i * wordBytes, &word, wordBytes);
+        ticks += step;
     }
 }
 
@@ -65,9 +67,12 @@ void ArrivalCurve::writeTicks(void* data, std::size_t bytes) const
             continue;
         const double ticksPerByte =
             static_cast<double>(end.timeNs - begin.timeNs) / tickNs / static_cast<double>(end.bytes - begin.bytes);
-        const double firstTicks = static_cast<double>(begin.timeNs) / tickNs +
+        const auto base = static_cast<quint64>(begin.timeNs / tickNs);
+        const double firstTicks = static_cast<double>(begin.timeNs % tickNs) / tickNs +
                                   static_cast<double>((word + 1) * wordBytes - begin.bytes) * ticksPerByte;
-        writeStep(static_cast<unsigned char*>(data), word, last, firstTicks, ticksPerByte * wordBytes);
+        writeStep(static_cast<unsigned char*>(data) + word * wordBytes, last - word, base,
+                  static_cast<quint64>(firstTicks * fractions),
+                  static_cast<quint64>(ticksPerByte * wordBytes * fractions));
         word = last;
     }
     const quint64 lastTick = static_cast<quint64>(curve.back().timeNs / tickNs);
