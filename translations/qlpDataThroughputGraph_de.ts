@@ -713,6 +713,123 @@ puffer</translation>
     </message>
 </context>
 <context>
+    <name>HostDiagnosis</name>
+    <message>
+        <source>One frame was lost on the way to this machine.</source>
+        <translation>Ein Bild ging auf dem Weg zu diesem Rechner verloren.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames were lost on the way to this machine.</source>
+        <translation>
+            <numerusform>%n Bild ging auf dem Weg zu diesem Rechner verloren.</numerusform>
+            <numerusform>%n Bilder gingen auf dem Weg zu diesem Rechner verloren.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>A bad cable or plug, interference, or a switch that drops packets may be the cause.</source>
+        <translation>Die Ursache kann ein schlechtes Kabel oder ein schlechter Stecker, eine Störung oder ein Switch sein, der Pakete verwirft.</translation>
+    </message>
+    <message>
+        <source>The camera&apos;s packets have %1 bytes, the network interface takes %2. A smaller packet size, or a larger MTU of all that is on the way, may help.</source>
+        <translation>Die Pakete der Kamera haben %1 Bytes, die Netzwerkschnittstelle nimmt %2. Kleinere Pakete oder eine größere MTU auf dem ganzen Weg können helfen.</translation>
+    </message>
+    <message>
+        <source>The network interface itself dropped packets meanwhile: %1. A larger ring of the interface (ethtool -G), or fewer and larger packets, may help.</source>
+        <translation>Die Netzwerkschnittstelle selbst verwarf währenddessen Pakete: %1. Ein größerer Ring der Schnittstelle (ethtool -G) oder weniger und größere Pakete können helfen.</translation>
+    </message>
+    <message>
+        <source>%1 cameras share the interface %2. Together they may overrun it or a switch on the way; a pause between their packets may help.</source>
+        <translation>%1 Kameras teilen sich die Schnittstelle %2. Zusammen können sie diese oder einen Switch auf dem Weg überlasten; eine Pause zwischen ihren Paketen kann helfen.</translation>
+    </message>
+    <message>
+        <source>One frame was lost because the socket&apos;s buffer was full.</source>
+        <translation>Ein Bild ging verloren, weil der Puffer des Sockets voll war.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames were lost because the socket&apos;s buffer was full.</source>
+        <translation>
+            <numerusform>%n Bild ging verloren, weil der Puffer des Sockets voll war.</numerusform>
+            <numerusform>%n Bilder gingen verloren, weil der Puffer des Sockets voll war.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>It may hold %1 bytes, a frame has %2: sysctl net.core.rmem_max=%3 may help.</source>
+        <translation>Er darf %1 Bytes fassen, ein Bild hat %2: sysctl net.core.rmem_max=%3 kann helfen.</translation>
+    </message>
+    <message>
+        <source>This machine may be too busy to empty it.</source>
+        <translation>Dieser Rechner ist vielleicht zu beschäftigt, ihn zu leeren.</translation>
+    </message>
+    <message>
+        <source>One frame was lost for want of a buffer.</source>
+        <translation>Ein Bild ging mangels eines Puffers verloren.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames were lost for want of a buffer.</source>
+        <translation>
+            <numerusform>%n Bild ging mangels eines Puffers verloren.</numerusform>
+            <numerusform>%n Bilder gingen mangels eines Puffers verloren.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Who reads the frames may be too slow.</source>
+        <translation>Wer die Bilder liest, ist vielleicht zu langsam.</translation>
+    </message>
+    <message>
+        <source>One frame was lost because its packets came too late.</source>
+        <translation>Ein Bild ging verloren, weil seine Pakete zu spät kamen.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames were lost because their packets came too late.</source>
+        <translation>
+            <numerusform>%n Bild ging verloren, weil seine Pakete zu spät kamen.</numerusform>
+            <numerusform>%n Bilder gingen verloren, weil ihre Pakete zu spät kamen.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The camera or a switch may have held them back.</source>
+        <translation>Die Kamera oder ein Switch hat sie vielleicht zurückgehalten.</translation>
+    </message>
+    <message>
+        <source>One frame was lost on this machine, and nothing tells why.</source>
+        <translation>Ein Bild ging auf diesem Rechner verloren, der Grund ist nicht erkennbar.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames were lost on this machine, and nothing tells why.</source>
+        <translation>
+            <numerusform>%n Bild ging auf diesem Rechner verloren, der Grund ist nicht erkennbar.</numerusform>
+            <numerusform>%n Bilder gingen auf diesem Rechner verloren, der Grund ist nicht erkennbar.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>One frame was lost, nobody knows where.</source>
+        <translation>Ein Bild ging verloren, niemand weiß wo.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames were lost, nobody knows where.</source>
+        <translation>
+            <numerusform>%n Bild ging verloren, niemand weiß wo.</numerusform>
+            <numerusform>%n Bilder gingen verloren, niemand weiß wo.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The tap that sees their packets was not there or did not keep up.</source>
+        <translation>Der Mitleser, der ihre Pakete sieht, war nicht da oder kam nicht nach.</translation>
+    </message>
+    <message>
+        <source>The processors of this machine were busy %1 % of the time.</source>
+        <translation>Die Prozessoren dieses Rechners waren %1 % der Zeit beschäftigt.</translation>
+    </message>
+    <message>
+        <source>The system lends USB transfers %1 MB, this camera&apos;s buffers need %2 MB. A larger usbcore.usbfs_memory_mb may help.</source>
+        <translation>Das System überlässt USB-Übertragungen %1 MB, die Puffer dieser Kamera brauchen %2 MB. Ein größeres usbcore.usbfs_memory_mb kann helfen.</translation>
+    </message>
+    <message>
+        <source>Data arrived %1 bytes at a time: with a sample period of %2 bytes the lowest throughput is this machine&apos;s, not the link&apos;s. %3 bytes or more tell of the link.</source>
+        <translation>Die Daten kamen zu je %1 Bytes an: Bei einer Abtastperiode von %2 Bytes ist der niedrigste Durchsatz der dieses Rechners, nicht der der Verbindung. %3 Bytes oder mehr sagen etwas über die Verbindung.</translation>
+    </message>
+</context>
+<context>
     <name>Tracer</name>
     <message>
         <source>%1 s</source>

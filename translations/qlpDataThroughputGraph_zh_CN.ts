@@ -702,6 +702,117 @@ size</source>
     </message>
 </context>
 <context>
+    <name>HostDiagnosis</name>
+    <message>
+        <source>One frame was lost on the way to this machine.</source>
+        <translation>有 1 帧在到达本机的途中丢失。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames were lost on the way to this machine.</source>
+        <translation>
+            <numerusform>有 %n 帧在到达本机的途中丢失。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>A bad cable or plug, interference, or a switch that drops packets may be the cause.</source>
+        <translation>原因可能是线缆或接头不良、干扰，或交换机丢弃数据包。</translation>
+    </message>
+    <message>
+        <source>The camera&apos;s packets have %1 bytes, the network interface takes %2. A smaller packet size, or a larger MTU of all that is on the way, may help.</source>
+        <translation>相机的数据包为 %1 字节，网络接口只接受 %2 字节。减小数据包，或增大途中所有设备的 MTU，可能有所帮助。</translation>
+    </message>
+    <message>
+        <source>The network interface itself dropped packets meanwhile: %1. A larger ring of the interface (ethtool -G), or fewer and larger packets, may help.</source>
+        <translation>其间网络接口自身丢弃了数据包：%1。增大接口的环形缓冲区（ethtool -G），或使用更少而更大的数据包，可能有所帮助。</translation>
+    </message>
+    <message>
+        <source>%1 cameras share the interface %2. Together they may overrun it or a switch on the way; a pause between their packets may help.</source>
+        <translation>%1 台相机共用接口 %2。它们合起来可能使该接口或途中的交换机过载；在数据包之间加入间隔可能有所帮助。</translation>
+    </message>
+    <message>
+        <source>One frame was lost because the socket&apos;s buffer was full.</source>
+        <translation>有 1 帧因套接字缓冲区已满而丢失。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames were lost because the socket&apos;s buffer was full.</source>
+        <translation>
+            <numerusform>有 %n 帧因套接字缓冲区已满而丢失。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>It may hold %1 bytes, a frame has %2: sysctl net.core.rmem_max=%3 may help.</source>
+        <translation>它最多容纳 %1 字节，而一帧有 %2 字节：sysctl net.core.rmem_max=%3 可能有所帮助。</translation>
+    </message>
+    <message>
+        <source>This machine may be too busy to empty it.</source>
+        <translation>本机可能过于繁忙，来不及清空它。</translation>
+    </message>
+    <message>
+        <source>One frame was lost for want of a buffer.</source>
+        <translation>有 1 帧因没有空闲缓冲而丢失。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames were lost for want of a buffer.</source>
+        <translation>
+            <numerusform>有 %n 帧因没有空闲缓冲而丢失。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Who reads the frames may be too slow.</source>
+        <translation>读取帧的一方可能过慢。</translation>
+    </message>
+    <message>
+        <source>One frame was lost because its packets came too late.</source>
+        <translation>有 1 帧因其数据包到达过迟而丢失。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames were lost because their packets came too late.</source>
+        <translation>
+            <numerusform>有 %n 帧因其数据包到达过迟而丢失。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The camera or a switch may have held them back.</source>
+        <translation>相机或交换机可能延迟了它们。</translation>
+    </message>
+    <message>
+        <source>One frame was lost on this machine, and nothing tells why.</source>
+        <translation>有 1 帧在本机丢失，原因不明。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames were lost on this machine, and nothing tells why.</source>
+        <translation>
+            <numerusform>有 %n 帧在本机丢失，原因不明。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>One frame was lost, nobody knows where.</source>
+        <translation>有 1 帧丢失，位置未知。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frames were lost, nobody knows where.</source>
+        <translation>
+            <numerusform>有 %n 帧丢失，位置未知。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The tap that sees their packets was not there or did not keep up.</source>
+        <translation>观察数据包的 tap 程序未运行或跟不上。</translation>
+    </message>
+    <message>
+        <source>The processors of this machine were busy %1 % of the time.</source>
+        <translation>本机处理器有 %1 % 的时间处于繁忙状态。</translation>
+    </message>
+    <message>
+        <source>The system lends USB transfers %1 MB, this camera&apos;s buffers need %2 MB. A larger usbcore.usbfs_memory_mb may help.</source>
+        <translation>系统为 USB 传输提供 %1 MB，而本相机的缓冲需要 %2 MB。增大 usbcore.usbfs_memory_mb 可能有所帮助。</translation>
+    </message>
+    <message>
+        <source>Data arrived %1 bytes at a time: with a sample period of %2 bytes the lowest throughput is this machine&apos;s, not the link&apos;s. %3 bytes or more tell of the link.</source>
+        <translation>数据每次到达 %1 字节：采样周期为 %2 字节时，最低吞吐量反映的是本机而非链路。%3 字节或更大才能反映链路。</translation>
+    </message>
+</context>
+<context>
     <name>Tracer</name>
     <message>
         <source>%1 s</source>

@@ -16,6 +16,7 @@
 #include <vnCore/vnTypes.h>
 
 #include "LostFrames.h"
+#include "StreamConditions.h"
 
 /// One image as a device hands it out.
 struct DeviceImage
@@ -75,6 +76,8 @@ public:
     /// Where frames were lost, in all acquisitions since the camera was opened: those before a whole one, once that has
     /// been handed out. Nothing if the family cannot tell; then it never can.
     virtual std::optional<LostFrames> lostFrames() const { return std::nullopt; }
+    /// What may explain them. Reads files of the system; after stop(), too.
+    virtual StreamConditions streamConditions() const { return {}; }
 
     /// Whether the link to the camera is gone. The device may come back by itself; it then does not acquire, and its
     /// parameters may have other values than before.

@@ -169,6 +169,12 @@ std::optional<LostFrames> CameraRegistry::lostFrames(VNCORE_HANDLE camera) const
     return opened ? opened->device().lostFrames() : std::nullopt;
 }
 
+StreamConditions CameraRegistry::streamConditions(VNCORE_HANDLE camera) const
+{
+    const auto opened = CameraTable::instance().find(camera);
+    return opened ? opened->device().streamConditions() : StreamConditions();
+}
+
 Deliveries CameraRegistry::deliveries(VNCORE_HANDLE camera) const
 {
     const auto opened = CameraTable::instance().find(camera);

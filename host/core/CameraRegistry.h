@@ -72,6 +72,7 @@ public:
 
     /// Where its frames were lost, as the device tells. Nothing of one that is not open. Any thread.
     std::optional<LostFrames> lostFrames(VNCORE_HANDLE camera) const;
+    StreamConditions streamConditions(VNCORE_HANDLE camera) const;
 
 Q_SIGNALS:
     /// An opened camera's link is gone, or there again. Whatever acquired gets no image any more, also after the

@@ -3,6 +3,7 @@
 #include <QtTest/QtTest>
 
 #include "ArrivalBook.h"
+#include "ArrivalGrain.h"
 #include "FrameTally.h"
 #include "LossJudgement.h"
 
@@ -121,6 +122,29 @@ private Q_SLOTS:
                                                           (points[i] - points[i - 2]);
                 QVERIFY(qAbs(qint64(words[size_t(byte / 8 - 1)]) * 4 - timeNs) <= 5);
             }
+        }
+    }
+
+    void bytesThatComeAtOnce()
+    {
+        const struct
+        {
+            Numbers stamps; // of packets of 80 bytes
+            double grain;
+        } rows[] = {{{1000, 2000, 3000, 4000}, 80.0},
+                    {{1000, 1900, 3100, 4000}, 80.0},
+                    {{1000, 1001, 1002, 4000, 4001, 4002}, 240.0},
+                    {{1000, 1000, 4000, 4000}, 160.0},
+                    {{1000, 4000, 4000, 4000}, 200.0}}; // (80 * 80 + 240 * 240) / 320
+        for (const auto& row : rows) {
+            std::vector<aravis::PacketArrival> packets;
+            for (const qint64 stamp : row.stamps)
+                packets.push_back({80, stamp});
+            aravis::ArrivalGrain grain;
+            QVERIFY(!grain.bytes());
+            for (int i = 0; i < 2; ++i)
+                grain.add(ArrivalCurve(packets, 500, 0));
+            QCOMPARE(grain.bytes().value(), row.grain);
         }
     }
 

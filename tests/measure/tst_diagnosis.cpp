@@ -127,6 +127,96 @@ private Q_SLOTS:
         QCOMPARE(said.join(", "), QString("One frame is missing, 2 frames are missing"));
     }
 
+    /// Of each cause on this host one that has it, and one that comes near to it.
+    void hostCausesNeedSomethingToExplain()
+    {
+        using Change = std::function<void(DiagnosisInput&, HostFigures&)>;
+        const auto set = [](double HostFigures::*lost, std::optional<double> HostFigures::*one = nullptr,
+                            double first = 0.0, std::optional<double> HostFigures::*other = nullptr,
+                            double second = 0.0) -> Change {
+            return [=](DiagnosisInput& /*input*/, HostFigures& host) {
+                host.*lost = 3.0;
+                if (one)
+                    host.*one = first;
+                if (other)
+                    host.*other = second;
+            };
+        };
+        using Host = HostFigures;
+        const auto shared = [](double lost, int cameras, std::optional<double> rate) -> Change {
+            return [=](DiagnosisInput& input, HostFigures& host) {
+                host.lostOnTheWay = lost;
+                input.link = LinkUse{"eth0", rate, 90.0, cameras};
+            };
+        };
+        const auto grain = [](double bytes, double packet, bool min = true) -> Change {
+            return [=](DiagnosisInput& input, HostFigures& host) {
+                host.grainBytes = bytes;
+                host.packetBytes = packet;
+                if (min)
+                    input.run.minThroughput = 10.0;
+            };
+        };
+        const auto usb = [](double limit, quint64 frames, quint64 missing) -> Change {
+            return [=](DiagnosisInput& input, HostFigures& host) {
+                host.usbLimitBytes = limit;
+                host.usbBufferBytes = 2e7;
+                input.run.frames = frames;
+                input.run.missingFrames = missing;
+            };
+        };
+        const std::vector<std::pair<Change, const char*>> rows{
+            {[](DiagnosisInput&, HostFigures&) {}, ""},
+            {set(&Host::lostOnTheWay, &Host::packetBytes, 1500, &Host::interfaceMtu, 1500), "lostOnLink"},
+            {set(&Host::lostOnTheWay, &Host::packetBytes, 1501, &Host::interfaceMtu, 1500),
+             "lostOnLink packetsTooLarge"},
+            {set(&Host::lostNoBuffer, &Host::packetBytes, 1501, &Host::interfaceMtu, 1500), "fetchedTooLate"},
+            {[](DiagnosisInput& input, HostFigures& host) {
+                 input.run.frames = 0;
+                 host.packetBytes = 9000;
+                 host.interfaceMtu = 1500;
+             },
+             "packetsTooLarge"},
+            {set(&Host::lostOnTheWay, &Host::interfaceDrops, 1), "lostOnLink interfaceDrops"},
+            {set(&Host::lostOnTheWay, &Host::interfaceDrops, 0), "lostOnLink"},
+            {set(&Host::lostInSocket, &Host::interfaceDrops, 1), "socketFull"},
+            {shared(1, 2, 125.0), "lostOnLink sharedInterface"},
+            {shared(1, 2, std::nullopt), "lostOnLink sharedInterface"},
+            {shared(1, 2, 1250.0), "lostOnLink"}, // has room
+            {shared(1, 1, 125.0), "lostOnLink"},
+            {shared(0, 2, 125.0), ""},
+            {set(&Host::lostInSocket, &Host::processorsBusyPercent, 95), "socketFull processorsBusy"},
+            {set(&Host::lostInSocket, &Host::processorsBusyPercent, 85), "socketFull"},
+            {set(&Host::lostOnTheWay, &Host::processorsBusyPercent, 95), "lostOnLink"},
+            {set(&Host::lostLate), "packetsLate"},
+            {set(&Host::lostNotAttributable), "lostHere"},
+            {set(&Host::lostUnknown), "lostUnseen"},
+            {usb(1e7, 5, 1), "usbMemory"},
+            {usb(1e7, 0, 0), "usbMemory"},
+            {usb(1e7, 5, 0), ""},
+            {usb(2e7, 5, 1), ""},
+            {grain(9000, 1400), "coarseArrival"},
+            {grain(1400, 1400), "coarseArrival"},
+            {grain(1024, 1024), ""},
+            {grain(9000, 1400, false), ""},
+        };
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            DiagnosisInput input;
+            input.run.frames = 5;
+            input.samplePeriod = 4096;
+            input.host.emplace();
+            rows[i].first(input, *input.host);
+            QCOMPARE(QString("%1: %2").arg(i).arg(namesOf(diagnose(input)).join(' ')),
+                     QString("%1: %2").arg(i).arg(rows[i].second));
+        }
+        for (const double frame : {999.0, 1001.0}) {
+            DiagnosisInput input;
+            input.host.emplace();
+            set(&Host::lostInSocket, &Host::socketLimitBytes, 1000, &Host::frameBytes, frame)(input, *input.host);
+            QCOMPARE(diagnose(input)[0].sentence.contains("rmem_max=2002"), frame > 1000.0);
+        }
+    }
+
     /// Of each cause a run that has it, and one that comes near to it and has none.
     void causesAreTrue()
     {

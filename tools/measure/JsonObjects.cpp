@@ -139,6 +139,7 @@ QJsonObject summaryObject(const Summary& summary)
         object.insert(QStringLiteral("durationS"), camera.run.lengthS);
         addFigures(object, camera.run.figures);
         object.insert(QStringLiteral("clockDriftPpm"), orNull(camera.clockDriftPpm));
+        object.insert(QStringLiteral("grainBytes"), orNull(camera.grainBytes));
         object.insert(QStringLiteral("problems"), QJsonArray::fromStringList(camera.problems));
         object.insert(QStringLiteral("brokenLimits"), QJsonArray::fromStringList(camera.verdict.brokenLimits()));
         object.insert(QStringLiteral("startTime"), utc(camera.startTime));

@@ -118,6 +118,11 @@ Stretch MeasuredCamera::wholeRun() const
     return stretch(0.0, elapsedS(), data.runTotals(), lostInRun());
 }
 
+StreamConditions MeasuredCamera::conditions() const
+{
+    return CameraRegistry::instance().streamConditions(data.hCam);
+}
+
 KnownLosses MeasuredCamera::lostInRun() const
 {
     KnownLosses lost = started ? CameraRegistry::instance().lostFrames(data.hCam) : std::nullopt;

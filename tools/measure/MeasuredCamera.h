@@ -73,6 +73,8 @@ public:
     /// The run up to the last tick, and what has no place in lines: whether it measures, its present silence, the
     /// required throughput, the link's rate, the bytes received.
     Figures figuresUntilTick() const;
+    /// What may explain lost frames, as of now.
+    StreamConditions conditions() const;
     std::optional<double> clockDriftPpm() const { return data.clockDriftPpm(); }
 
 private:

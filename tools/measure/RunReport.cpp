@@ -132,6 +132,8 @@ ReportCamera reportCamera(const CameraSummary& said, const MeasuredCamera& camer
                       figures.end());
     if (said.clockDriftPpm)
         figures.push_back({"clockDriftPpm", nullptr, 1, said.clockDriftPpm});
+    if (said.grainBytes)
+        figures.push_back({"grainBytes", nullptr, 0, said.grainBytes});
     const auto quantiles = std::stable_partition(figures.begin(), figures.end(), [](const Figure& figure) {
         return !QLatin1String(figure.key).startsWith(QLatin1String("throughputP"));
     });

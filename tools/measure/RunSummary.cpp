@@ -34,6 +34,7 @@ CameraSummary summaryOf(const MeasuredCamera& camera, const LinkTable& links)
     summary.requiredThroughput = camera.record().requiredThroughput;
     summary.bufferSize = camera.record().bufferSizeKnown ? camera.record().cameraBufferSize.load() : 0;
     summary.clockDriftPpm = camera.clockDriftPpm();
+    summary.grainBytes = camera.conditions().grainBytes;
     summary.problems = camera.problems();
     summary.verdict = camera.verdict();
     summary.findings = diagnose(diagnosisInput(camera, links));

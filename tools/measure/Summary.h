@@ -32,6 +32,7 @@ struct CameraSummary
     qint32 requiredThroughput = 0;         ///< MB/s; 0: not known
     qint32 bufferSize = 0;                 ///< bytes; 0: not known
     std::optional<double> clockDriftPpm{}; ///< nothing: not known
+    std::optional<double> grainBytes{};    ///< that arrived at once, on average; nothing: not known
     QStringList problems{};
     Verdict verdict{};
     std::vector<Finding> findings{}; ///< why it went so

@@ -73,6 +73,9 @@ public:
             if (camera.clockDriftPpm)
                 writeLine(QStringLiteral("%1: clock drift %2 ppm")
                               .arg(title, QString::number(*camera.clockDriftPpm, 'f', 1)));
+            if (camera.grainBytes)
+                writeLine(QStringLiteral("%1: data arrived %2 bytes at a time")
+                              .arg(title, QString::number(*camera.grainBytes, 'f', 0)));
             if (camera.report)
                 writeLine(reportText(title, *camera.report));
             for (const QString& problem : camera.problems)

@@ -256,6 +256,16 @@ std::optional<LostFrames> AravisCamera::lostFrames() const
     return all;
 }
 
+StreamConditions AravisCamera::streamConditions() const
+{
+    std::unique_lock<std::mutex> lock(state->mutex);
+    StreamConditions all = state->stream ? state->stream->conditions() : state->conditions;
+    const HostWatch watch = state->watch;
+    lock.unlock();
+    watch.tell(all);
+    return all;
+}
+
 void AravisCamera::setLossListener(std::function<void(bool)> listener)
 {
     state->notifier.setListener(std::move(listener));

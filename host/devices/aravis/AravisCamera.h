@@ -33,6 +33,7 @@ public:
     bool waitForImage(std::chrono::milliseconds limit, DeviceImage& image) override;
     bool isLost() const override;
     std::optional<LostFrames> lostFrames() const override;
+    StreamConditions streamConditions() const override;
     void setLossListener(std::function<void(bool lost)> listener) override;
 
 private:

@@ -122,8 +122,10 @@ bool AravisCamera::State::start()
     }
     if (!started)
         return false;
+    const HostWatch watching(link.name);
     const std::lock_guard<std::mutex> lock(mutex);
     stream = std::move(started);
+    watch = watching;
     lostEarlier += tally.lost();
     tally = {};
     return true;
@@ -134,8 +136,10 @@ void AravisCamera::State::endStream(bool tellCamera)
     std::shared_ptr<ImageStream> ended; // without the lock: its threads may want it
     {
         const std::lock_guard<std::mutex> lock(mutex);
-        if (stream)
+        if (stream) {
             tally = stream->tally();
+            conditions = stream->conditions();
+        }
         ended.swap(stream);
     }
     if (ended && connection && tellCamera)

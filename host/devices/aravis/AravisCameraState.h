@@ -10,6 +10,7 @@
 #include "AravisCamera.h"
 #include "CameraConnection.h"
 #include "HostParameters.h"
+#include "HostWatch.h"
 #include "ImageStream.h"
 #include "LossNotifier.h"
 #include "MonotonicCondition.h"
@@ -51,6 +52,8 @@ struct AravisCamera::State : std::enable_shared_from_this<State>
     std::shared_ptr<ImageStream> stream; ///< of the running acquisition; destroyed by the worker
     FrameTally tally;                    ///< of the newest acquisition, when that is over
     LostFrames lostEarlier;              ///< in acquisitions before
+    StreamConditions conditions;         ///< of the newest acquisition, when that is over
+    HostWatch watch;                     ///< since it began
     HostParameters parameters;
     quint32 format = 0;    ///< code; the camera's
     bool arrivals = false; ///< data are times of arrival, whatever the camera's format

@@ -214,9 +214,13 @@ std::unique_ptr<ImageStream> CameraConnection::start(const Callback& onNews, boo
     if (!stream || fault)
         return refuse(fault.text());
     std::unique_ptr<PacketTap> tap;
+    StreamConditions known;
     if (ARV_IS_GV_STREAM(stream.get())) {
         ArvGvStream* const network = ARV_GV_STREAM(stream.get());
-        enlargeSocketBuffer(network, payload);
+        known.socketLimitBytes = enlargeSocketBuffer(network, payload);
+        const guint packet = arv_camera_gv_get_packet_size(camera.get(), fault.out());
+        if (!fault)
+            known.packetBytes = packet;
         QString why;
         // Without the right to capture it goes without, unless the times are what is asked for.
         tap = PacketTap::start({way->camera, way->host, arv_gv_stream_get_port(network)}, onNews, dropProbe(network),
@@ -224,7 +228,7 @@ std::unique_ptr<ImageStream> CameraConnection::start(const Callback& onNews, boo
         if (arrivals && !tap)
             return refuse(why);
     }
-    auto images = std::make_unique<ImageStream>(std::move(stream), payload, std::move(tap), arrivals);
+    auto images = std::make_unique<ImageStream>(std::move(stream), payload, std::move(tap), arrivals, known);
     arv_camera_set_acquisition_mode(camera.get(), ARV_ACQUISITION_MODE_CONTINUOUS, fault.out());
     arv_camera_start_acquisition(camera.get(), fault.out());
     if (fault)

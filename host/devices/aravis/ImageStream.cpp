@@ -47,13 +47,18 @@ private:
     Owned<ArvStream> stream;
 };
 
-ImageStream::ImageStream(Owned<ArvStream> owned, size_t payload, std::unique_ptr<PacketTap> ownTap, bool arrivals)
+ImageStream::ImageStream(Owned<ArvStream> owned, size_t payload, std::unique_ptr<PacketTap> ownTap, bool arrivals,
+                         const StreamConditions& known)
     : stream(owned.get()),
       buffers(std::make_shared<BufferReturn>(std::move(owned))),
       tap(std::move(ownTap)),
-      withArrivals(arrivals)
+      withArrivals(arrivals),
+      knownConditions(known)
 {
     const size_t count = std::clamp(wantedBytes / std::max<size_t>(payload, 1), leastBuffers, mostBuffers);
+    knownConditions.frameBytes = payload;
+    if (!tap && !ARV_IS_GV_STREAM(stream))
+        knownConditions.usbBufferBytes = count * payload;
     for (size_t i = 0; i < count; ++i) {
         void* memory = ::operator new(payload, std::align_val_t(64));
         std::memset(memory, 0, payload);
@@ -111,6 +116,13 @@ bool ImageStream::judge(const Gap& gap, bool atOnce)
     return true;
 }
 
+StreamConditions ImageStream::conditions() const
+{
+    StreamConditions all = knownConditions;
+    all.grainBytes = grain.bytes();
+    return all;
+}
+
 void ImageStream::fetch()
 {
     const auto until = std::chrono::steady_clock::now() + patience;
@@ -147,6 +159,7 @@ std::optional<ImageStream::Taken> ImageStream::take()
         const auto known = tap->find(arv_buffer_get_frame_id(next.buffer.get()), bytes, *taken.arrivals);
         if (known == ArrivalBook::Known::NotYet && patient)
             return std::nullopt;
+        grain.add(*taken.arrivals);
     }
     Waiting next = std::move(waiting.front());
     waiting.pop_front();

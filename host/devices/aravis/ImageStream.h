@@ -8,7 +8,7 @@
 #include <memory>
 #include <optional>
 
-#include "ArrivalCurve.h"
+#include "ArrivalGrain.h"
 #include "CameraDevice.h"
 #include "FrameTally.h"
 #include "GlibOwners.h"
@@ -37,7 +37,9 @@ public:
 
     /// Allocates the buffers and touches them, lest the system does it while frames arrive. May throw std::bad_alloc.
     /// A tap (or null) tells where frames get lost; with `arrivals` the frames' data are the times that it tells.
-    ImageStream(Owned<ArvStream> stream, size_t payload, std::unique_ptr<PacketTap> tap, bool arrivals);
+    /// `known` is what conditions() tells besides.
+    ImageStream(Owned<ArvStream> stream, size_t payload, std::unique_ptr<PacketTap> tap, bool arrivals,
+                const StreamConditions& known);
     ~ImageStream();
     ImageStream(const ImageStream&) = delete;
     ImageStream& operator=(const ImageStream&) = delete;
@@ -48,6 +50,7 @@ public:
     /// When to look again although no news came.
     std::optional<TimePoint> nextLook() const;
     const FrameTally& tally() const { return frames; }
+    StreamConditions conditions() const;
 
 private:
     class BufferReturn;
@@ -78,6 +81,8 @@ private:
     std::optional<quint64> firstStampNs;
     std::unique_ptr<PacketTap> tap;
     bool withArrivals;
+    StreamConditions knownConditions;
+    ArrivalGrain grain;
     std::deque<Waiting> waiting;
     std::deque<Gap> gaps; ///< that nobody has judged yet
 };

@@ -53,23 +53,25 @@ qint64 steadyNs()
 
 } // namespace
 
-void enlargeSocketBuffer(ArvGvStream* stream, size_t payload)
+std::optional<double> enlargeSocketBuffer(ArvGvStream* stream, size_t payload)
 {
     // Packets take more room than what is in them.
     const int wanted = std::max(leastBytes, static_cast<int>(std::min(payload * 2, mostBytes)));
     g_object_set(stream, "socket-buffer", ARV_GV_STREAM_SOCKET_BUFFER_FIXED, "socket-buffer-size", wanted, nullptr);
     const int descriptor = streamSocket(arv_gv_stream_get_port(stream));
     if (descriptor < 0)
-        return;
+        return std::nullopt;
     ::setsockopt(descriptor, SOL_SOCKET, SO_RCVBUF, &wanted, sizeof wanted);
     int granted = 0;
     socklen_t size = sizeof granted;
     // The system doubles what it is asked for, for its own needs.
-    if (::getsockopt(descriptor, SOL_SOCKET, SO_RCVBUF, &granted, &size) == 0 &&
-        static_cast<size_t>(granted) / 2 < payload)
+    if (::getsockopt(descriptor, SOL_SOCKET, SO_RCVBUF, &granted, &size) != 0)
+        return std::nullopt;
+    if (static_cast<size_t>(granted) / 2 < payload)
         qCritical("The system lets the camera's socket hold %d bytes, a frame has %zu: frames may get lost. "
                   "sysctl net.core.rmem_max=%d helps",
                   granted / 2, payload, wanted);
+    return granted / 2;
 }
 
 std::function<DropSample()> dropProbe(ArvGvStream* stream)

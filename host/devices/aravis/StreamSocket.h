@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 
 #include <arv.h>
 
@@ -12,8 +13,9 @@
 
 namespace aravis {
 
-/// Makes room for a frame at least, before the first one comes; logs if the system grants less.
-void enlargeSocketBuffer(ArvGvStream* stream, size_t payload);
+/// Makes room for a frame at least, before the first one comes; logs if the system grants less. How many bytes the
+/// socket may hold now; none if that is not known.
+std::optional<double> enlargeSocketBuffer(ArvGvStream* stream, size_t payload);
 
 /// Looks at what the stream and its socket have dropped so far. To be called while the stream lives.
 std::function<DropSample()> dropProbe(ArvGvStream* stream);

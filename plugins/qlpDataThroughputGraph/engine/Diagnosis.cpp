@@ -4,9 +4,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 #include <QtCore/QCoreApplication>
+
+#include "HostDiagnosis.h"
 
 namespace {
 
@@ -44,7 +47,10 @@ public:
         lookAtTime();
         lookAtLink();
         lookAtBuffer();
-        lookAtLosses();
+        if (in.host)
+            lookAtHost();
+        else
+            lookAtLosses();
         lookAtTriggers();
         lookAtClock();
         lookAtHistory(); // judges the others
@@ -145,6 +151,13 @@ private:
                 figures);
     }
 
+    /// Tells more of losses than the counters and the frames' numbers do.
+    void lookAtHost()
+    {
+        std::vector<Finding> more = hostFindings(in);
+        std::move(more.begin(), more.end(), std::back_inserter(found));
+    }
+
     void lookAtLosses()
     {
         const double onLink = counted(VN_COUNTER_TRANSPORT_SKIP);
@@ -205,7 +218,9 @@ private:
     void lookAtHistory()
     {
         const double runS = static_cast<double>(in.run.elapsedUs) / 1e6;
-        if (!found.empty() && in.droppedFrames > 0)
+        const bool wrong = std::any_of(found.begin(), found.end(),
+                                       [](const Finding& finding) { return finding.kind != Kind::CoarseArrival; });
+        if (wrong && in.droppedFrames > 0)
             add(Kind::HistoryTooShort,
                 tr("Only the last %1 s of %2 s are kept. What went wrong may lie before them; a greater "
                    "capacity keeps more.")
@@ -242,6 +257,26 @@ const char* findingName(Kind kind)
         return "triggersTooFast";
     case Kind::TriggersFullBuffer:
         return "triggersFullBuffer";
+    case Kind::PacketsTooLarge:
+        return "packetsTooLarge";
+    case Kind::InterfaceDrops:
+        return "interfaceDrops";
+    case Kind::SharedInterface:
+        return "sharedInterface";
+    case Kind::SocketFull:
+        return "socketFull";
+    case Kind::PacketsLate:
+        return "packetsLate";
+    case Kind::LostHere:
+        return "lostHere";
+    case Kind::LostUnseen:
+        return "lostUnseen";
+    case Kind::ProcessorsBusy:
+        return "processorsBusy";
+    case Kind::UsbMemory:
+        return "usbMemory";
+    case Kind::CoarseArrival:
+        return "coarseArrival";
     case Kind::ClockDrift:
         return "clockDrift";
     case Kind::HistoryTooShort:

@@ -22,6 +22,26 @@ struct LinkUse
     double busiest = 0.0; ///< MB/s of the camera that delivers most
 };
 
+/// Where frames of a camera were lost, and what its data found on their way through this machine.
+struct HostFigures
+{
+    double lostUnknown = 0.0; ///< frames; one of these causes each
+    double lostOnTheWay = 0.0;
+    double lostInSocket = 0.0;
+    double lostNoBuffer = 0.0;
+    double lostLate = 0.0;
+    double lostNotAttributable = 0.0;
+    std::optional<double> frameBytes;       ///< of one frame, as it is sent
+    std::optional<double> packetBytes;      ///< of a packet with its headers
+    std::optional<double> grainBytes;       ///< that arrived at once, on average
+    std::optional<double> socketLimitBytes; ///< that the system lets a socket hold
+    std::optional<double> interfaceMtu;     ///< bytes
+    std::optional<double> interfaceDrops;   ///< packets since the start
+    std::optional<double> processorsBusyPercent;
+    std::optional<double> usbLimitBytes;  ///< that the system lends to USB transfers
+    std::optional<double> usbBufferBytes; ///< that the camera's buffers need of it
+};
+
 /// The figures of one camera's run. What is not known has no value; then what needs it is not found.
 struct DiagnosisInput
 {
@@ -32,8 +52,9 @@ struct DiagnosisInput
     CounterDifferences counters;    ///< standard mode only
     std::optional<double> driftPpm;
     std::optional<LinkUse> link;
-    quint64 droppedFrames = 0; ///< by the capacity
-    double keptS = 0.0;        ///< seconds from the first to the last frame that it still keeps
+    std::optional<HostFigures> host; ///< of a camera that can tell
+    quint64 droppedFrames = 0;       ///< by the capacity
+    double keptS = 0.0;              ///< seconds from the first to the last frame that it still keeps
 };
 
 /// A figure behind a finding.
@@ -59,6 +80,16 @@ struct Finding
         FramesMissing,      ///< one of both; these figures cannot tell which
         TriggersTooFast,    ///< triggers come while the sensor is busy
         TriggersFullBuffer, ///< triggers or frames find the buffer full
+        PacketsTooLarge,    ///< packets are larger than the network interface takes
+        InterfaceDrops,     ///< the network interface itself dropped packets
+        SharedInterface,    ///< others send through the same interface while frames are lost on the way
+        SocketFull,         ///< frames are lost in the socket
+        PacketsLate,        ///< frames are lost because packets came too late
+        LostHere,           ///< frames are lost on this machine for no known reason
+        LostUnseen,         ///< nobody saw where frames were lost
+        ProcessorsBusy,     ///< this machine had no time while frames were lost on it
+        UsbMemory,          ///< the system lends too little memory to USB transfers
+        CoarseArrival,      ///< the lowest throughput is this machine's
         ClockDrift,         ///< the camera's clock runs away
         HistoryTooShort,    ///< what went wrong may lie before what is kept
     };
@@ -71,7 +102,7 @@ struct Finding
 /// The kind's name in outputs for programs, such as "linkTooSlow".
 const char* findingName(Finding::Kind kind);
 
-/// Possible causes, in the order of the kinds; none if nothing is wrong. Any thread.
+/// Possible causes, the weightiest first; none if nothing is wrong. Any thread.
 std::vector<Finding> diagnose(const DiagnosisInput& input);
 
 #endif
