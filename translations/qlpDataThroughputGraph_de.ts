@@ -680,6 +680,10 @@ puffer</translation>
         <source>The triggers may be too fast for the link, or the link may stall.</source>
         <translation>Die Trigger sind möglicherweise zu schnell für die Verbindung, oder die Verbindung stockt.</translation>
     </message>
+    <message>
+        <source>Counters of the camera began anew, so how far they counted is not known. The camera may have been restarted, or another program has reset them.</source>
+        <translation>Zähler der Kamera haben neu begonnen, deshalb ist nicht bekannt, wie weit sie gezählt haben. Die Kamera wurde möglicherweise neu gestartet, oder ein anderes Programm hat sie zurückgesetzt.</translation>
+    </message>
 </context>
 <context>
     <name>EventTexts</name>

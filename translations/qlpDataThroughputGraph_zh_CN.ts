@@ -669,6 +669,10 @@ size</source>
         <source>The triggers may be too fast for the link, or the link may stall.</source>
         <translation>触发对链路来说可能过快，或链路发生停顿。</translation>
     </message>
+    <message>
+        <source>Counters of the camera began anew, so how far they counted is not known. The camera may have been restarted, or another program has reset them.</source>
+        <translation>相机的计数器重新开始计数，因此不知道其计数了多少。相机可能已重新启动，或被其他程序复位。</translation>
+    </message>
 </context>
 <context>
     <name>EventTexts</name>

@@ -63,6 +63,7 @@ constexpr FigureName figureNames[] = {
     {"usbLimitBytes", "Memory for USB transfers", "B", nullptr},
     {"usbBufferBytes", "Buffers of this camera", "B", nullptr},
     {"longestBlockMs", "Slowest block", "ms", nullptr},
+    {"countersReset", "Counters that began anew", "", nullptr},
     {"keptS", "Kept", "s", nullptr},
     {"runS", "Run", "s", nullptr},
 };

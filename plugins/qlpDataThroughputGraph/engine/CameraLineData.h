@@ -20,6 +20,7 @@
 
 #include "CsvReportWriter.h"
 #include "EventMarks.h"
+#include "FrameCounters.h"
 #include "FrameList.h"
 #include "RunTotals.h"
 #include "SampleList.h"
@@ -53,6 +54,8 @@ struct RunCounters
 {
     std::optional<CounterSample> first;
     std::optional<CounterSample> last;
+    /// By selector: it ran backwards, so somebody has reset it or the camera began anew, and its steps are not known.
+    std::array<bool, frameCounters.size()> reset{};
 };
 
 constexpr qint32 smallestSamplePeriod = 8; ///< bytes, one word of the counter pattern

@@ -52,6 +52,7 @@ public:
         else
             lookAtLosses();
         lookAtTriggers();
+        lookAtReset();
         lookAtClock();
         lookAtHistory(); // judges the others
         return std::move(found);
@@ -205,6 +206,16 @@ private:
                  {"overflows", counted(VN_COUNTER_BUFFER_OVERFLOW), ""}});
     }
 
+    void lookAtReset()
+    {
+        if (in.countersReset > 0)
+            add(Kind::CountersReset,
+                tr("Counters of the camera began anew, so how far they counted is not known. The camera may have "
+                   "been "
+                   "restarted, or another program has reset them."),
+                {{"countersReset", double(in.countersReset), ""}});
+    }
+
     void lookAtClock()
     {
         if (in.driftPpm && std::abs(*in.driftPpm) > largeDriftPpm)
@@ -277,6 +288,8 @@ const char* findingName(Kind kind)
         return "usbMemory";
     case Kind::CoarseArrival:
         return "coarseArrival";
+    case Kind::CountersReset:
+        return "countersReset";
     case Kind::ClockDrift:
         return "clockDrift";
     case Kind::HistoryTooShort:

@@ -50,6 +50,7 @@ struct DiagnosisInput
     double bufferSize = 0.0;        ///< bytes of the camera's buffer
     double samplePeriod = 0.0;      ///< bytes of a block
     CounterDifferences counters;    ///< standard mode only
+    int countersReset = 0;          ///< how many of them ran backwards, and so are not known
     std::optional<double> driftPpm;
     std::optional<LinkUse> link;
     std::optional<HostFigures> host; ///< of a camera that can tell
@@ -90,6 +91,7 @@ struct Finding
         ProcessorsBusy,     ///< this machine had no time while frames were lost on it
         UsbMemory,          ///< the system lends too little memory to USB transfers
         CoarseArrival,      ///< the lowest throughput is this machine's
+        CountersReset,      ///< counters began anew, and what they counted is not known
         ClockDrift,         ///< the camera's clock runs away
         HistoryTooShort,    ///< what went wrong may lie before what is kept
     };

@@ -203,15 +203,19 @@ bool CxCameraLineData::keepSample(const VN_IMG& image, const FrameTimes& times, 
 void CxCameraLineData::addCountersLocked(const CounterSample& sample)
 {
     RunCounters& run = countersOfRun;
+    const auto steps = [&](const FrameCounter& counter, const CounterSample& from, const CounterSample& to) {
+        return static_cast<quint32>(to.*counter.sample) - static_cast<quint32>(from.*counter.sample); // they wrap
+    };
     if (!run.first) {
         run.first = sample;
     } else if (std::exchange(countersBeginAnew, false)) {
         forSampledCounters([&](const FrameCounter& counter, std::size_t) {
-            const auto value = [&counter](const CounterSample& of) {
-                return static_cast<quint32>(of.*counter.sample);
-            };
-            (*run.first).*counter.sample =
-                static_cast<qint32>(value(sample) - (value(*run.last) - value(*run.first)));
+            (*run.first).*counter.sample = static_cast<qint32>(static_cast<quint32>(sample.*counter.sample) -
+                                                               steps(counter, *run.first, *run.last));
+        });
+    } else {
+        forSampledCounters([&](const FrameCounter& counter, std::size_t) {
+            run.reset[counter.selector] |= steps(counter, *run.last, sample) > quint32(INT32_MAX);
         });
     }
     run.last = sample;

@@ -2,6 +2,8 @@
 // Gathers the figures of a record's run.
 #include "RunDiagnosis.h"
 
+#include <algorithm>
+
 #include "CameraLineData.h"
 #include "TimeMath.h"
 
@@ -26,11 +28,9 @@ CounterDifferences counterDifferences(const CxCameraLineData& data)
     const auto difference = [&](VN_COUNTER_SELECTOR kind, qint32 CounterSample::*value) -> std::optional<double> {
         if (!ends.first || !ends.last || !data.isCounterSupported(kind))
             return std::nullopt;
-        // Counters wrap; one that ran backwards was reset, and its difference is lost.
-        const auto steps = static_cast<quint32>((*ends.last).*value) - static_cast<quint32>((*ends.first).*value);
-        if (steps > static_cast<quint32>(INT32_MAX))
+        if (ends.reset[kind])
             return std::nullopt;
-        return steps;
+        return static_cast<quint32>((*ends.last).*value) - static_cast<quint32>((*ends.first).*value); // they wrap
     };
     CounterDifferences differences;
     forSampledCounters([&](const FrameCounter& counter, std::size_t) {
@@ -45,10 +45,13 @@ DiagnosisInput diagnosisInput(const CxCameraLineData& record, const RunTotals& r
     input.run = run;
     input.driftPpm = record.clockDriftPpm();
     const bool throughput = record.measMode == MeasModeDataThroughput;
-    if (!throughput)
+    if (!throughput) {
         input.counters = counterDifferences(record);
-    else if (record.requiredThroughput > 0)
+        const auto reset = record.runCounters().reset;
+        input.countersReset = static_cast<int>(std::count(reset.begin(), reset.end(), true));
+    } else if (record.requiredThroughput > 0) {
         input.required = record.requiredThroughput;
+    }
     input.bufferSize = record.bufferSizeKnown ? record.cameraBufferSize.load() : 0;
     input.samplePeriod = record.samplePeriod;
     const QMutexLocker lock(&record.mutex);
