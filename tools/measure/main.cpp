@@ -6,8 +6,6 @@
 #include <iterator>
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QDir>
-#include <QtCore/QFileInfo>
 
 #include "CameraRegistry.h"
 #include "CameraSelection.h"
@@ -19,7 +17,7 @@
 #include "MetricsServer.h"
 #include "PlainText.h"
 #include "Report.h"
-#include "ReportDescription.h"
+#include "RunFiles.h"
 #include "RunSummary.h"
 #include "StopSignals.h"
 
@@ -90,29 +88,13 @@ int measure(const Options& options, const std::vector<int>& selected, Output& ou
                    [&registry](int index) { return registry.deviceInfo(index); });
     QString error;
     QStringList files;
-    const auto place = [](const QString& file) { return QDir::cleanPath(QFileInfo(file).absoluteFilePath()); };
-    const auto isFile = [&place](const QString& file, const QString& named) {
-        return !named.isEmpty() && place(file) == place(named);
-    };
     if (!options.csvFile.isEmpty()) {
         if (infos.size() > 1 && !options.csvFile.contains(cameraPlaceholder))
             return refuse(ExitWrongUsage, QStringLiteral("--csv: several cameras need {camera} in the file's name"));
         files = reportFiles(options.csvFile, infos);
-        for (const QString& file : files) {
-            for (const QString& other : {options.logFile, options.reportFile}) {
-                if (isFile(file, other) || isFile(descriptionFile(file), other))
-                    return refuse(ExitWrongUsage, QStringLiteral("--csv: %1 cannot be two files").arg(other));
-            }
-            if (!canWriteReport(file, &error) || !canWriteReport(descriptionFile(file), &error))
-                return refuse(ExitWrongUsage, error);
-        }
     }
-    if (!options.reportFile.isEmpty()) {
-        if (isFile(options.reportFile, options.logFile))
-            return refuse(ExitWrongUsage, QStringLiteral("--report: %1 cannot be two files").arg(options.logFile));
-        if (!canWriteReport(options.reportFile, &error))
-            return refuse(ExitWrongUsage, error);
-    }
+    if (const QString fault = faultOfFiles(options, files); !fault.isEmpty())
+        return refuse(ExitWrongUsage, fault);
     IntervalLog log;
     if (!options.logFile.isEmpty() && !log.open(options.logFile, options.mode))
         return refuse(ExitWrongUsage, log.error());
