@@ -46,7 +46,7 @@ private Q_SLOTS:
         const Table<QByteArray, QString> row("json", "result");
         row("general, own and given", R"({"all": {"max-gap": "1.5s", "min-average": 49}, "cameras": [
             {"id": "1", "max-gap": "2s", "max-missing": 0}, {"id": "2", "max-level": 1}]})",
-            "--min-average 50 MB/s, --max-gap 2000 ms, --max-missing 0");
+            "--min-average 50, --max-gap 2000ms, --max-missing 0");
         row("no JSON", "{\n]", "line 2: unterminated object");
         row("no object", "[]", "must be an object");
         row("nothing", "{}", "all: there is no limit");

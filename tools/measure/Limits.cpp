@@ -41,16 +41,11 @@ std::optional<double> limitFromText(const LimitKind& kind, const QString& text)
     return time ? std::optional<double>(static_cast<double>(time->count())) : std::nullopt;
 }
 
-QString limitValueText(const std::optional<double>& value)
-{
-    return value ? QString::number(*value, 'g', 10) : QStringLiteral("n/a");
-}
-
 QString limitText(const Limit& limit)
 {
-    return QStringLiteral("--%1 %2 %3")
-        .arg(QLatin1String(limit.kind->name), limitValueText(limit.value), QLatin1String(limit.kind->unit))
-        .trimmed();
+    return QStringLiteral("--%1 %2%3")
+        .arg(QLatin1String(limit.kind->name), QString::number(limit.value, 'g', 10),
+             QLatin1String(limit.kind->isTime ? limit.kind->unit : ""));
 }
 
 std::vector<Limit> RigLimits::of(const QString& id) const

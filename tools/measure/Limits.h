@@ -41,10 +41,8 @@ struct Limit
     double value;          ///< in the figure's unit; itself within the limit
 };
 
-/// "--min-average 350 MB/s"
+/// "--min-average 350", "--max-gap 2000ms": as it may be typed.
 QString limitText(const Limit& limit);
-/// A limit's value as it was given, or "n/a".
-QString limitValueText(const std::optional<double>& value);
 
 /// The limits of several cameras.
 struct RigLimits

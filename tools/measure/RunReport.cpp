@@ -30,13 +30,13 @@ ReportLimit reportLimit(const LimitVerdict& verdict, const QDateTime& start)
     limit.text =
         QStringLiteral("%1 %2 %3")
             .arg(figureTitle(kind.figure), kind.isMinimum ? QStringLiteral("at least") : QStringLiteral("at most"),
-                 withUnit(limitValueText(verdict.limit.value), kind.unit));
+                 withUnit(groupedDigits(QString::number(verdict.limit.value, 'g', 10)), kind.unit));
     limit.kept = verdict.kept;
     limit.figure = QLatin1String(kind.figure);
     limit.value = verdict.limit.value;
     limit.isMinimum = kind.isMinimum;
     limit.measured =
-        verdict.measured ? withUnit(groupedDigits(measuredText(verdict)), kind.unit) : limitValueText({});
+        verdict.measured ? withUnit(groupedDigits(measuredText(verdict)), kind.unit) : measuredText(verdict);
     if (verdict.brokenAtS)
         limit.broken = QStringLiteral("since %1, after %2")
                            .arg(shortTimeText(start.addMSecs(qRound64(*verdict.brokenAtS * 1e3))),

@@ -175,10 +175,10 @@ private:
 
     static QString limitLine(const LimitVerdict& limit, const CameraSummary& camera)
     {
-        const QString values =
-            QStringLiteral("--%1 %2: %3")
-                .arg(QLatin1String(limit.limit.kind->name), limitValueText(limit.limit.value), measuredText(limit));
-        const QString text = QStringLiteral("%1 %2").arg(values, QLatin1String(limit.limit.kind->unit)).trimmed();
+        const QString text =
+            QStringLiteral("%1: %2 %3")
+                .arg(limitText(limit.limit), measuredText(limit), QLatin1String(limit.limit.kind->unit))
+                .trimmed();
         if (limit.kept)
             return QStringLiteral("limit kept: ") + text;
         const auto at = brokenAt(limit, camera);

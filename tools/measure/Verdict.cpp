@@ -9,7 +9,7 @@ QString measuredText(const LimitVerdict& verdict)
 {
     constexpr int mostDecimals = 9;
     if (!verdict.measured)
-        return limitValueText({});
+        return QStringLiteral("n/a");
     const double bound = verdict.limit.value;
     const auto misses = [&](const QString& text) {
         return verdict.limit.kind->isMinimum ? text.toDouble() < bound : text.toDouble() > bound;
@@ -71,9 +71,7 @@ QStringList Verdict::brokenLimits() const
     QStringList broken;
     for (const LimitVerdict& verdict : limits) {
         if (!verdict.kept)
-            broken.append(QStringLiteral("--%1 %2: %3")
-                              .arg(QLatin1String(verdict.limit.kind->name), limitValueText(verdict.limit.value),
-                                   measuredText(verdict)));
+            broken.append(limitText(verdict.limit) + QStringLiteral(": ") + measuredText(verdict));
     }
     return broken;
 }
