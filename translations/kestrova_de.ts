@@ -46,40 +46,8 @@
 <context>
     <name>CameraDock</name>
     <message>
-        <source>lost</source>
-        <translation>verloren</translation>
-    </message>
-    <message>
-        <source>closed</source>
-        <translation>geschlossen</translation>
-    </message>
-    <message>
-        <source>measuring</source>
-        <translation>misst</translation>
-    </message>
-    <message>
-        <source>live</source>
-        <translation>live</translation>
-    </message>
-    <message>
-        <source>open</source>
-        <translation>offen</translation>
-    </message>
-    <message>
         <source>Cameras</source>
         <translation>Kameras</translation>
-    </message>
-    <message>
-        <source>Camera</source>
-        <translation>Kamera</translation>
-    </message>
-    <message>
-        <source>Id</source>
-        <translation>Id</translation>
-    </message>
-    <message>
-        <source>State</source>
-        <translation>Zustand</translation>
     </message>
     <message>
         <source>Open or close the selected camera; closing ends a measurement with it</source>
@@ -129,38 +97,6 @@
         <source>%1 refused the format %2</source>
         <translation>%1 hat das Format %2 abgelehnt</translation>
     </message>
-    <message>
-        <source>silent %1 s</source>
-        <translation>still seit %1 s</translation>
-    </message>
-    <message>
-        <source>MB/s</source>
-        <translation>MB/s</translation>
-    </message>
-    <message>
-        <source>Frames/s</source>
-        <translation>Bilder/s</translation>
-    </message>
-    <message>
-        <source>Missing</source>
-        <translation>Fehlend</translation>
-    </message>
-    <message>
-        <source>What the camera delivers, to the view or to a plug-in</source>
-        <translation>Was die Kamera liefert, der Ansicht oder einem Plug-in</translation>
-    </message>
-    <message>
-        <source>Frames that did not arrive since the camera was opened</source>
-        <translation>Bilder, die seit dem Öffnen der Kamera nicht ankamen</translation>
-    </message>
-    <message>
-        <source>The cameras of this machine; the selected one is shown in the middle.
-Enter or a double click opens a camera, typing searches for its name,
-a click on a heading sorts.</source>
-        <translation>Die Kameras dieses Rechners; die ausgewählte ist in der Mitte zu sehen.
-Eingabe oder Doppelklick öffnet eine Kamera, Tippen sucht ihren Namen,
-ein Klick auf eine Überschrift sortiert.</translation>
-    </message>
 </context>
 <context>
     <name>CameraEvents</name>
@@ -203,6 +139,77 @@ ein Klick auf eine Überschrift sortiert.</translation>
     <message>
         <source>%1 lost frames: %2</source>
         <translation>%1: verlorene Bilder: %2</translation>
+    </message>
+</context>
+<context>
+    <name>CameraList</name>
+    <message>
+        <source>Camera</source>
+        <translation>Kamera</translation>
+    </message>
+    <message>
+        <source>Id</source>
+        <translation>Id</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>MB/s</source>
+        <translation>MB/s</translation>
+    </message>
+    <message>
+        <source>Frames/s</source>
+        <translation>Bilder/s</translation>
+    </message>
+    <message>
+        <source>Missing</source>
+        <translation>Fehlend</translation>
+    </message>
+    <message>
+        <source>What the camera delivers, to the view or to a plug-in</source>
+        <translation>Was die Kamera liefert, der Ansicht oder einem Plug-in</translation>
+    </message>
+    <message>
+        <source>Frames that did not arrive since the camera was opened</source>
+        <translation>Bilder, die seit dem Öffnen der Kamera nicht ankamen</translation>
+    </message>
+    <message>
+        <source>Cameras</source>
+        <translation>Kameras</translation>
+    </message>
+    <message>
+        <source>The cameras of this machine; the selected one is shown in the middle.
+Enter or a double click opens a camera, typing searches for its name,
+a click on a heading sorts.</source>
+        <translation>Die Kameras dieses Rechners; die ausgewählte ist in der Mitte zu sehen.
+Eingabe oder Doppelklick öffnet eine Kamera, Tippen sucht ihren Namen,
+ein Klick auf eine Überschrift sortiert.</translation>
+    </message>
+    <message>
+        <source>lost</source>
+        <translation>verloren</translation>
+    </message>
+    <message>
+        <source>closed</source>
+        <translation>geschlossen</translation>
+    </message>
+    <message>
+        <source>silent %1 s</source>
+        <translation>still seit %1 s</translation>
+    </message>
+    <message>
+        <source>measuring</source>
+        <translation>misst</translation>
+    </message>
+    <message>
+        <source>live</source>
+        <translation>live</translation>
+    </message>
+    <message>
+        <source>open</source>
+        <translation>offen</translation>
     </message>
 </context>
 <context>

@@ -46,40 +46,8 @@
 <context>
     <name>CameraDock</name>
     <message>
-        <source>lost</source>
-        <translation>丢失</translation>
-    </message>
-    <message>
-        <source>closed</source>
-        <translation>已关闭</translation>
-    </message>
-    <message>
-        <source>measuring</source>
-        <translation>测量中</translation>
-    </message>
-    <message>
-        <source>live</source>
-        <translation>实时</translation>
-    </message>
-    <message>
-        <source>open</source>
-        <translation>已打开</translation>
-    </message>
-    <message>
         <source>Cameras</source>
         <translation>相机</translation>
-    </message>
-    <message>
-        <source>Camera</source>
-        <translation>相机</translation>
-    </message>
-    <message>
-        <source>Id</source>
-        <translation>ID</translation>
-    </message>
-    <message>
-        <source>State</source>
-        <translation>状态</translation>
     </message>
     <message>
         <source>Open or close the selected camera; closing ends a measurement with it</source>
@@ -129,38 +97,6 @@
         <source>%1 refused the format %2</source>
         <translation>%1 拒绝了格式 %2</translation>
     </message>
-    <message>
-        <source>silent %1 s</source>
-        <translation>静默 %1 秒</translation>
-    </message>
-    <message>
-        <source>MB/s</source>
-        <translation>MB/s</translation>
-    </message>
-    <message>
-        <source>Frames/s</source>
-        <translation>帧/s</translation>
-    </message>
-    <message>
-        <source>Missing</source>
-        <translation>缺失</translation>
-    </message>
-    <message>
-        <source>What the camera delivers, to the view or to a plug-in</source>
-        <translation>相机向视图或插件传送的数据</translation>
-    </message>
-    <message>
-        <source>Frames that did not arrive since the camera was opened</source>
-        <translation>相机打开以来未到达的帧</translation>
-    </message>
-    <message>
-        <source>The cameras of this machine; the selected one is shown in the middle.
-Enter or a double click opens a camera, typing searches for its name,
-a click on a heading sorts.</source>
-        <translation>本机的相机；选中的相机显示在中间。
-按回车或双击打开相机，键入可查找名称，
-点击标题可排序。</translation>
-    </message>
 </context>
 <context>
     <name>CameraEvents</name>
@@ -203,6 +139,77 @@ a click on a heading sorts.</source>
     <message>
         <source>%1 lost frames: %2</source>
         <translation>%1：丢失帧：%2</translation>
+    </message>
+</context>
+<context>
+    <name>CameraList</name>
+    <message>
+        <source>Camera</source>
+        <translation>相机</translation>
+    </message>
+    <message>
+        <source>Id</source>
+        <translation>ID</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>MB/s</source>
+        <translation>MB/s</translation>
+    </message>
+    <message>
+        <source>Frames/s</source>
+        <translation>帧/s</translation>
+    </message>
+    <message>
+        <source>Missing</source>
+        <translation>缺失</translation>
+    </message>
+    <message>
+        <source>What the camera delivers, to the view or to a plug-in</source>
+        <translation>相机向视图或插件传送的数据</translation>
+    </message>
+    <message>
+        <source>Frames that did not arrive since the camera was opened</source>
+        <translation>相机打开以来未到达的帧</translation>
+    </message>
+    <message>
+        <source>Cameras</source>
+        <translation>相机</translation>
+    </message>
+    <message>
+        <source>The cameras of this machine; the selected one is shown in the middle.
+Enter or a double click opens a camera, typing searches for its name,
+a click on a heading sorts.</source>
+        <translation>本机的相机；选中的相机显示在中间。
+按回车或双击打开相机，键入可查找名称，
+点击标题可排序。</translation>
+    </message>
+    <message>
+        <source>lost</source>
+        <translation>丢失</translation>
+    </message>
+    <message>
+        <source>closed</source>
+        <translation>已关闭</translation>
+    </message>
+    <message>
+        <source>silent %1 s</source>
+        <translation>静默 %1 秒</translation>
+    </message>
+    <message>
+        <source>measuring</source>
+        <translation>测量中</translation>
+    </message>
+    <message>
+        <source>live</source>
+        <translation>实时</translation>
+    </message>
+    <message>
+        <source>open</source>
+        <translation>已打开</translation>
     </message>
 </context>
 <context>

@@ -1,52 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The camera list and its controls.
+// The list's surroundings.
 #include "CameraDock.h"
 
-#include <algorithm>
-#include <cmath>
-
-#include <QtGui/QTextDocument>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QComboBox>
-#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
-#include <QtWidgets/QTreeWidget>
 
 #include <vnCore/CxCameraManager.h>
 #include <vnCore/CxCameraParameters.h>
 
+#include "CameraList.h"
 #include "CameraNames.h"
 #include "CameraRegistry.h"
-#include "CameraState.h"
 #include "EventLog.h"
-#include "PlainText.h"
 #include "TakeOvers.h"
 
 namespace {
 
-/// Of the camera list.
-enum Column
-{
-    NameColumn,
-    IdColumn,
-    StateColumn,
-    RateColumn, ///< MB/s
-    FramesColumn,
-    MissingColumn
-};
-
 constexpr int statesIntervalMs = 1000; // silence is shown in seconds
-constexpr std::chrono::milliseconds shortestMeterTime{900};
-constexpr double bytesPerMB = 1e6;
-
 const QLatin1String formatParameter(VN_PRM_IMAGE_DATA_FORMAT);
-
-/// Tool tips take for markup what looks like it.
-QString plainToolTip(const QString& text)
-{
-    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
-}
 
 } // namespace
 
@@ -61,22 +34,7 @@ CameraDock::CameraDock(const TakeOvers& takeOvers, EventLog& log, QWidget* paren
 
 void CameraDock::buildWidgets()
 {
-    list = new QTreeWidget;
-    list->setHeaderLabels({tr("Camera"), tr("Id"), tr("State"), tr("MB/s"), tr("Frames/s"), tr("Missing")});
-    list->headerItem()->setToolTip(RateColumn, tr("What the camera delivers, to the view or to a plug-in"));
-    list->headerItem()->setToolTip(MissingColumn, tr("Frames that did not arrive since the camera was opened"));
-    list->setRootIsDecorated(false);
-    list->setUniformRowHeights(true);
-    list->setAccessibleName(tr("Cameras"));
-    list->setToolTip(tr("The cameras of this machine; the selected one is shown in the middle.\n"
-                        "Enter or a double click opens a camera, typing searches for its name,\n"
-                        "a click on a heading sorts."));
-    list->header()->setStretchLastSection(false);
-    list->header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
-    for (int column = IdColumn; column <= MissingColumn; ++column)
-        list->resizeColumnToContents(column);   // the header's text; contents make it wider
-    list->sortByColumn(-1, Qt::AscendingOrder); // in the registry's order until a heading is clicked
-    list->setSortingEnabled(true);
+    list = new CameraList(takenOver);
     connect(list, &QTreeWidget::currentItemChanged, this, &CameraDock::refreshControls);
     connect(list, &QTreeWidget::itemActivated, this, [this] {
         if (selectedCamera() == nullptr)
@@ -129,105 +87,19 @@ void CameraDock::connectToCameras()
     connect(registry, &CameraRegistry::cameraReturned, this, &CameraDock::refresh);
     connect(registry, &CameraRegistry::devicesChanged, this, &CameraDock::refresh);
     connect(&takenOver, &TakeOvers::changed, this, &CameraDock::refresh);
-    connect(&statesTimer, &QTimer::timeout, this, [this] { refreshStates(std::chrono::steady_clock::now()); });
+    connect(&statesTimer, &QTimer::timeout, this, [this] { list->refreshStates(std::chrono::steady_clock::now()); });
     statesTimer.start(statesIntervalMs);
-}
-
-int CameraDock::selectedDevice() const
-{
-    const auto found = std::find(items.begin(), items.end(), list->currentItem());
-    return found != items.end() ? static_cast<int>(found - items.begin()) : -1;
 }
 
 VNCORE_HANDLE CameraDock::selectedCamera() const
 {
-    return CameraRegistry::instance().openedHandle(selectedDevice());
+    return CameraRegistry::instance().openedHandle(list->selectedDevice());
 }
 
 void CameraDock::refresh()
 {
-    refreshList();
+    list->refresh();
     refreshControls();
-}
-
-void CameraDock::refreshList()
-{
-    const CameraRegistry& registry = CameraRegistry::instance();
-    const int devices = registry.deviceCount();
-    while (list->topLevelItemCount() > devices) {
-        delete items.back(); // which leaves the list
-        items.pop_back();
-    }
-    while (list->topLevelItemCount() < devices) {
-        items.push_back(new QTreeWidgetItem(list));
-        for (const int column : {RateColumn, FramesColumn, MissingColumn})
-            items.back()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
-    }
-    meters.resize(items.size());
-    for (int device = 0; device < devices; ++device) {
-        const SxCameraInfo info = registry.deviceInfo(device);
-        QTreeWidgetItem* item = items[static_cast<std::size_t>(device)];
-        item->setText(NameColumn, singleLine(info.name));
-        item->setToolTip(NameColumn, plainToolTip(cameraDisplayName(info)));
-        setText(device, IdColumn, singleLine(info.customId.isEmpty() ? info.id : info.customId));
-        item->setToolTip(IdColumn, plainToolTip(info.id));
-    }
-    refreshStates(std::chrono::steady_clock::now());
-    if (!list->currentItem() && devices > 0)
-        list->setCurrentItem(items.front());
-}
-
-void CameraDock::refreshStates(std::chrono::steady_clock::time_point now)
-{
-    for (int device = 0; device < static_cast<int>(items.size()); ++device) {
-        QTreeWidgetItem* item = items[static_cast<std::size_t>(device)];
-        const CameraState state = cameraState(device, takenOver, now);
-        if (item->data(StateColumn, Qt::UserRole) != state.kind) {
-            item->setData(StateColumn, Qt::UserRole, state.kind);
-            item->setIcon(StateColumn, stateIcon(state.kind));
-        }
-        setText(device, StateColumn, state.text);
-        refreshDeliveries(device, now);
-    }
-}
-
-/// Of a camera that is not open or not acquired from, nothing.
-void CameraDock::refreshDeliveries(int device, std::chrono::steady_clock::time_point now)
-{
-    const CameraRegistry& registry = CameraRegistry::instance();
-    VNCORE_HANDLE camera = registry.openedHandle(device);
-    Meter& meter = meters[static_cast<std::size_t>(device)];
-    if (!registry.silentSince(camera)) {
-        meter = {};
-        for (const int column : {RateColumn, FramesColumn, MissingColumn})
-            setText(device, column, {});
-        return;
-    }
-    const Deliveries total = registry.deliveries(camera);
-    const std::chrono::duration<double> passed = now - meter.since;
-    if (meter.since != std::chrono::steady_clock::time_point() && passed < shortestMeterTime)
-        return;
-    if (meter.since != std::chrono::steady_clock::time_point()) {
-        const auto perSecond = [&](quint64 count, double unit) {
-            return std::round(static_cast<double>(count) / unit / passed.count() * 10.0) / 10.0;
-        };
-        setText(device, RateColumn, perSecond(total.bytes - meter.total.bytes, bytesPerMB));
-        setText(device, FramesColumn, perSecond(total.images - meter.total.images, 1.0));
-    }
-    setText(device, MissingColumn, total.missing);
-    meter = {now, total};
-}
-
-void CameraDock::setText(int device, int column, const QVariant& text)
-{
-    QTreeWidgetItem* item = items[static_cast<std::size_t>(device)];
-    if (text == item->data(column, Qt::DisplayRole))
-        return;
-    item->setData(column, Qt::DisplayRole, text); // numbers are sorted as such
-    // A header that fits columns by itself measures all rows at every change.
-    const int row = list->indexOfTopLevelItem(item);
-    const int width = list->sizeHintForIndex(list->model()->index(row, column)).width();
-    list->setColumnWidth(column, std::max(width, list->columnWidth(column)));
 }
 
 void CameraDock::refreshControls()
@@ -262,7 +134,7 @@ void CameraDock::refreshFormats(VNCORE_HANDLE camera)
 void CameraDock::openOrClose()
 {
     CameraRegistry& registry = CameraRegistry::instance();
-    const int device = selectedDevice();
+    const int device = list->selectedDevice();
     if (VNCORE_HANDLE camera = registry.openedHandle(device)) {
         registry.close(camera);
     } else if (!registry.open(device)) {
@@ -275,7 +147,7 @@ void CameraDock::openOrClose()
 void CameraDock::startOrStopView()
 {
     CameraRegistry& registry = CameraRegistry::instance();
-    const int device = selectedDevice();
+    const int device = list->selectedDevice();
     VNCORE_HANDLE camera = registry.openedHandle(device);
     if (registry.isHostAcquiring(camera)) {
         registry.stopHostAcquisition(camera);

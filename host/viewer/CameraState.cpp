@@ -11,10 +11,10 @@
 
 namespace {
 
-/// These texts are translated with those of the dock that shows them.
+/// These texts are translated with those of the list that shows them.
 struct Text
 {
-    Q_DECLARE_TR_FUNCTIONS(CameraDock)
+    Q_DECLARE_TR_FUNCTIONS(CameraList)
 };
 
 QColor colorOf(CameraState::Kind kind)

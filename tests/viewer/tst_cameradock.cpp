@@ -6,6 +6,7 @@
 #include "CameraBench.h"
 #include "CameraDock.h"
 #include "CameraEvents.h"
+#include "CameraList.h"
 #include "EventLog.h"
 #include "ImageView.h"
 #include "ItemTexts.h"
@@ -56,7 +57,7 @@ struct Desk : CameraBench
     TakeOvers takeOvers;
     CameraEvents events{log, takeOvers};
     CameraDock dock{takeOvers, log};
-    QTreeWidget* const list = dock.findChild<QTreeWidget*>();
+    CameraList* const list = dock.findChild<CameraList*>();
 };
 
 } // namespace
@@ -142,7 +143,7 @@ private Q_SLOTS:
         const auto after = [&desk](std::chrono::seconds silence) {
             const auto now = *CameraRegistry::instance().silentSince(desk.camera()) + silence;
             desk.events.checkFrames(now);
-            desk.dock.refreshStates(now);
+            desk.list->refreshStates(now);
             return QStringLiteral("%1, %2").arg(desk.list->topLevelItem(0)->text(2)).arg(desk.lines().size());
         };
         QCOMPARE(after(4s), QString("measuring, 0"));
@@ -178,13 +179,13 @@ private Q_SLOTS:
         const VNCORE_HANDLE last = CxCameraManager::instance()->openedCameras().value(1);
         QVERIFY(vnApi_StartAcquisition(last));
         const auto begin = *CameraRegistry::instance().silentSince(last);
-        desk.dock.refreshStates(begin);
+        desk.list->refreshStates(begin);
         desk.devices[1]->release();
         QVERIFY(desk.receive(last));
-        desk.dock.refreshStates(begin + 500ms); // too soon for a rate
+        desk.list->refreshStates(begin + 500ms); // too soon for a rate
         QCOMPARE(shown(1), QString("B   0"));
         const double rate = double(desk.image.dataBytes) / 2e6;
-        desk.dock.refreshStates(begin + 2s);
+        desk.list->refreshStates(begin + 2s);
         QCOMPARE(shown(0), QString("A   "));
         QCOMPARE(shown(1), QStringLiteral("B %1 0.5 0").arg(std::round(rate * 10) / 10));
         desk.list->sortByColumn(4, Qt::DescendingOrder);
