@@ -16,16 +16,18 @@
 
 namespace {
 
-/// Of the camera list.
+/// What is looked at most often comes first: where there is no room for all, the last ones are scrolled to.
 enum Column
 {
     NameColumn,
-    IdColumn,
     StateColumn,
     RateColumn, ///< MB/s
     FramesColumn,
-    MissingColumn
+    MissingColumn,
+    IdColumn
 };
+
+constexpr int leastNameCharacters = 12;
 
 constexpr std::chrono::milliseconds shortestMeterTime{900};
 constexpr double bytesPerMB = 1e6;
@@ -40,7 +42,7 @@ QString plainToolTip(const QString& text)
 
 CameraList::CameraList(const TakeOvers& takeOvers, QWidget* parent) : QTreeWidget(parent), takenOver(takeOvers)
 {
-    setHeaderLabels({tr("Camera"), tr("Id"), tr("State"), tr("MB/s"), tr("Frames/s"), tr("Missing")});
+    setHeaderLabels({tr("Camera"), tr("State"), tr("MB/s"), tr("Frames/s"), tr("Missing"), tr("Id")});
     headerItem()->setToolTip(RateColumn, tr("What the camera delivers, to the view or to a plug-in"));
     headerItem()->setToolTip(MissingColumn, tr("Frames that did not arrive since the camera was opened"));
     setRootIsDecorated(false);
@@ -50,8 +52,9 @@ CameraList::CameraList(const TakeOvers& takeOvers, QWidget* parent) : QTreeWidge
                   "Enter or a double click opens a camera, typing searches for its name,\n"
                   "a click on a heading sorts."));
     header()->setStretchLastSection(false);
-    header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
-    for (int column = IdColumn; column <= MissingColumn; ++column)
+    header()->setSectionResizeMode(NameColumn, QHeaderView::Fixed);
+    setTextElideMode(Qt::ElideMiddle); // names of one kind differ at their ends
+    for (int column = StateColumn; column <= IdColumn; ++column)
         resizeColumnToContents(column);   // the header's text; contents make it wider
     sortByColumn(-1, Qt::AscendingOrder); // in the registry's order until a heading is clicked
     setSortingEnabled(true);
@@ -140,5 +143,29 @@ void CameraList::setText(int device, int column, const QVariant& text)
     // A header that fits columns by itself measures all rows at every change.
     const int row = indexOfTopLevelItem(item);
     const int width = sizeHintForIndex(model()->index(row, column)).width();
-    setColumnWidth(column, std::max(width, columnWidth(column)));
+    if (width > columnWidth(column)) {
+        setColumnWidth(column, width);
+        fitNameColumn();
+    }
+}
+
+/// Qt searches the column that was clicked.
+void CameraList::keyboardSearch(const QString& typed)
+{
+    setCurrentItem(currentItem(), NameColumn);
+    QTreeWidget::keyboardSearch(typed);
+}
+
+void CameraList::resizeEvent(QResizeEvent* event)
+{
+    QTreeWidget::resizeEvent(event);
+    fitNameColumn();
+}
+
+/// It takes what the others leave, but never less than a part of a name needs.
+void CameraList::fitNameColumn()
+{
+    const int others = header()->length() - header()->sectionSize(NameColumn);
+    const int least = leastNameCharacters * fontMetrics().averageCharWidth();
+    setColumnWidth(NameColumn, std::max(least, viewport()->width() - others));
 }

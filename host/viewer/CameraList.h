@@ -28,7 +28,13 @@ public:
     /// Shows how each camera is at that time. To be called every second: silence is shown in seconds.
     void refreshStates(std::chrono::steady_clock::time_point now);
 
+    void keyboardSearch(const QString& typed) override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
+    void fitNameColumn();
     /// Makes the column as wide as the text needs; it never becomes narrower.
     void setText(int device, int column, const QVariant& text);
     void refreshDeliveries(int device, std::chrono::steady_clock::time_point now);
