@@ -485,6 +485,10 @@ puffer</translation>
         <source>Blocks of %1 bytes, the sample period: the shorter they are, the lower the minimum can be.</source>
         <translation>Blöcke von %1 Byte, die Abtastperiode: Je kürzer sie sind, desto niedriger kann das Minimum sein.</translation>
     </message>
+    <message>
+        <source>The ends of the value axis. Checked: they follow the curve, and are empty while its plot area is out of view.</source>
+        <translation>Die Enden der Werteachse. Angekreuzt: Sie folgen der Kurve und sind leer, solange deren Diagramm nicht zu sehen ist.</translation>
+    </message>
 </context>
 <context>
     <name>CxDataGraphSetupDlg</name>
@@ -537,16 +541,32 @@ puffer</translation>
         <translation>Sekunden</translation>
     </message>
     <message>
-        <source>Takes up to %1 of memory per camera, then the oldest samples are dropped.</source>
-        <translation>Belegt bis zu %1 Speicher je Kamera, dann entfallen die ältesten Abtastwerte.</translation>
-    </message>
-    <message>
-        <source>%1: lasts %2</source>
-        <translation>%1: reicht %2</translation>
-    </message>
-    <message>
         <source>%1: not known before its first measurement</source>
         <translation>%1: vor der ersten Messung nicht bekannt</translation>
+    </message>
+    <message>
+        <source>%1: the last %2 at the present rate</source>
+        <translation>%1: beim jetzigen Tempo die letzten %2</translation>
+    </message>
+    <message>
+        <source>%1: the last %2 at the required throughput</source>
+        <translation>%1: beim benötigten Durchsatz die letzten %2</translation>
+    </message>
+    <message>
+        <source>Kept are the last %1 at the present rate: capacity %2 samples.</source>
+        <translation>Behalten werden beim jetzigen Tempo die letzten %1: Kapazität %2 Abtastwerte.</translation>
+    </message>
+    <message>
+        <source>Kept are the last %1 samples.</source>
+        <translation>Behalten werden die letzten %1 Abtastwerte.</translation>
+    </message>
+    <message>
+        <source>%1 samples take up to %2 of memory per camera, then the oldest are dropped.</source>
+        <translation>%1 Abtastwerte brauchen bis zu %2 Speicher je Kamera, dann entfallen die ältesten.</translation>
+    </message>
+    <message>
+        <source>and %1 other cameras</source>
+        <translation>und %1 andere Kameras</translation>
     </message>
 </context>
 <context>

@@ -480,6 +480,10 @@ size</source>
         <source>Blocks of %1 bytes, the sample period: the shorter they are, the lower the minimum can be.</source>
         <translation>数据块为 %1 字节（采样周期）：数据块越短，最小值可能越低。</translation>
     </message>
+    <message>
+        <source>The ends of the value axis. Checked: they follow the curve, and are empty while its plot area is out of view.</source>
+        <translation>数值轴的两端。勾选时：跟随曲线；其图区不在视图中时为空。</translation>
+    </message>
 </context>
 <context>
     <name>CxDataGraphSetupDlg</name>
@@ -532,16 +536,32 @@ size</source>
         <translation>秒</translation>
     </message>
     <message>
-        <source>Takes up to %1 of memory per camera, then the oldest samples are dropped.</source>
-        <translation>每台相机最多占用 %1 内存，之后丢弃最旧的采样。</translation>
-    </message>
-    <message>
-        <source>%1: lasts %2</source>
-        <translation>%1：可持续 %2</translation>
-    </message>
-    <message>
         <source>%1: not known before its first measurement</source>
         <translation>%1：首次测量前未知</translation>
+    </message>
+    <message>
+        <source>%1: the last %2 at the present rate</source>
+        <translation>%1：按当前速率为最近 %2</translation>
+    </message>
+    <message>
+        <source>%1: the last %2 at the required throughput</source>
+        <translation>%1：按所需吞吐量为最近 %2</translation>
+    </message>
+    <message>
+        <source>Kept are the last %1 at the present rate: capacity %2 samples.</source>
+        <translation>按当前速率保留最近 %1：容量 %2 个采样。</translation>
+    </message>
+    <message>
+        <source>Kept are the last %1 samples.</source>
+        <translation>保留最近 %1 个采样。</translation>
+    </message>
+    <message>
+        <source>%1 samples take up to %2 of memory per camera, then the oldest are dropped.</source>
+        <translation>%1 个采样每台相机最多占用 %2 内存，之后丢弃最早的采样。</translation>
+    </message>
+    <message>
+        <source>and %1 other cameras</source>
+        <translation>以及另外 %1 台相机</translation>
     </message>
 </context>
 <context>

@@ -59,8 +59,8 @@ void DialogRobot::answerFile(QFileDialog* dialog)
 
 void DialogRobot::answerBox(QMessageBox* box)
 {
-    if (QAbstractButton* overwrite = box->button(QMessageBox::Yes)) {
-        QTest::mouseClick(overwrite, Qt::LeftButton);
+    if (QAbstractButton* button = box->button(agrees ? QMessageBox::Yes : QMessageBox::No)) {
+        QTest::mouseClick(button, Qt::LeftButton);
         return;
     }
     seen.append(box->windowTitle() + QLatin1Char('|') + box->text());

@@ -20,6 +20,7 @@ class DialogRobot : public QObject
 public:
     DialogRobot();
 
+    bool agrees = true;                   ///< with questions
     QString fileName;                     ///< typed into file dialogs; empty cancels them
     std::function<void(QDialog*)> inside; ///< in every dialog, before it is answered
     /// In every dialog that is none of those below: has to close it.

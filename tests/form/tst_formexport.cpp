@@ -44,12 +44,18 @@ private Q_SLOTS:
             FormBench bench(1);
             bench.form->resize(803, 517);
             auto* button = bench.child<CxExportToolButton>("btnExport");
-            button->setExportType(ExExportType(type));
+            button->setExportType(ExExportType(type == 2 ? 1 : 3));
+            bench.form->activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(bench.form.get()));
+            if (type < 3) {
+                QTest::keyClick(bench.form.get(), type == 1 ? Qt::Key_C : Qt::Key_S,
+                                Qt::ControlModifier | Qt::AltModifier);
+            }
             QGuiApplication::clipboard()->clear();
             DialogRobot robot;
             robot.fileName = dir.filePath(name);
 
-            QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(5, 5));
+            QTest::keyClick(bench.form.get(), Qt::Key_E, Qt::ControlModifier);
             QCOMPARE(robot.seen.size(), dialogs);
             QCOMPARE(bench.host.directory, type == 2 ? dir.path() : QString());
             QImage image = QGuiApplication::clipboard()->image();
@@ -65,6 +71,32 @@ private Q_SLOTS:
                 QVERIFY(!image.hasAlphaChannel());
                 QVERIFY(image.pixelColor(1, 1).lightness() < 60); // the plot's dark ground, not nothing
             }
+        }
+    }
+
+    void allAreasAreSaved()
+    {
+        FormBench bench(5);
+        bench.form->resize(803, 460); // two areas
+        QCoreApplication::processEvents();
+        for (int i = 0; i < 5; ++i)
+            addFrames(bench.record(i), bench.nowUs - 10 * second, bench.nowUs, second, 2000);
+        bench.tick();
+        const QStringList inView = bench.areas();
+        QCOMPARE(inView.size(), 2);
+        DialogRobot robot;
+        robot.fileName = path("all.png");
+        QTest::keyClick(bench.form.get(), Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(bench.areas(), inView);
+        const QImage image(robot.fileName);
+        QCOMPARE(image.height(), bench.plot()->height() / 2 * 5);
+        for (int area = 0; area < 5; ++area) { // each with its curve
+            const QImage part = image.copy(0, image.height() / 5 * area, image.width(), image.height() / 5);
+            int orange = 0;
+            for (int x = 0; x < part.width(); ++x)
+                for (int y = 0; y < part.height(); ++y)
+                    orange += qRed(part.pixel(x, y)) > qBlue(part.pixel(x, y)) + 100;
+            QVERIFY2(orange > 50, qPrintable(QString::number(area)));
         }
     }
 
@@ -94,6 +126,12 @@ private Q_SLOTS:
                 QVERIFY(!dialog->findChild<QPushButton*>()->isVisible());
                 QCOMPARE(dialog->findChild<QLabel*>()->textFormat(), Qt::PlainText);
             };
+            if (expected.isEmpty()) { // it asks first
+                robot.agrees = false;
+                QTest::mouseClick(bench.exportButton(0), Qt::LeftButton);
+                QCOMPARE(robot.seen, QStringList());
+                robot.agrees = true;
+            }
             QTest::mouseClick(bench.exportButton(0), Qt::LeftButton);
             QVERIFY(reported);
             QCOMPARE(readFile(robot.fileName), reportHeader + expected);

@@ -178,6 +178,12 @@ private Q_SLOTS:
             QVERIFY2(axes() == all.filter(QRegularExpression(QStringLiteral("^[%1]").arg(inView))),
                      qPrintable(context));
             QCOMPARE(bench.plot()->graphCount(), 2 * bench.areas().size());
+            for (int row = 0; row < 5; ++row) { // of what is out of view they tell nothing
+                const QString inBoxes = bench.inCell<QLineEdit>(row, ThroughputColumn::YAxisScaling, 1)->text();
+                QVERIFY2(inBoxes.isEmpty() != QLatin1String(inView).contains(QLatin1Char(char('A' + row))) ||
+                             !bench.graphBox(row)->isChecked(),
+                         qPrintable(context));
+            }
             QVERIFY2(rangeText(bench.area(0)->axis(QCPAxis::atBottom)) == "-20..0", qPrintable(context));
             QVERIFY2(bench.plot()->grab().toImage() == pictureAfterReplot(*bench.plot()), qPrintable(context));
         }
@@ -236,6 +242,26 @@ private Q_SLOTS:
         QEvent leave(QEvent::Leave);
         QCoreApplication::sendEvent(bench.plot(), &leave);
         QVERIFY(tracer->lines().isEmpty());
+    }
+
+    void requiredThroughputIsADashedLine()
+    {
+        FormBench bench(1);
+        addFrames(bench.record(0), bench.nowUs - 10 * second, bench.nowUs, second, 1024); // 1000 MB/s, 900 to 1100
+        for (const auto& [required, inRange] : {std::pair{1050, true}, {2000, false}, {0, false}}) {
+            bench.inCell<QLineEdit>(0, ThroughputColumn::RequiredThroughput)->setText(QString::number(required));
+            bench.tick();
+            const QImage with = pictureAfterReplot(*bench.plot());
+            bench.plot()->item(0)->setVisible(false);
+            const QImage without = pictureAfterReplot(*bench.plot());
+            const QRect area = bench.area(0)->rect();
+            const int y = qRound(bench.area(0)->axis(QCPAxis::atLeft)->coordToPixel(required));
+            int drawn = 0;
+            for (int x = area.left(); x <= area.right() && inRange; ++x)
+                drawn += with.pixel(x, y) != without.pixel(x, y) || with.pixel(x, y - 1) != without.pixel(x, y - 1);
+            QVERIFY2(inRange ? drawn > area.width() / 3 && drawn < area.width() * 5 / 6 : with == without,
+                     qPrintable(QString::number(drawn)));
+        }
     }
 
     void timeAxesCanShowTheTimeOfDay()

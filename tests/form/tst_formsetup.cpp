@@ -154,40 +154,52 @@ private Q_SLOTS:
 
     void capacityHint()
     {
-        // frameIntervalUs: of a standard measurement
-        const Rows<int, int, double, double, QString> rows{
-            {0, 1000, 512.0, 0.0, " 86 MB , lasts 80 s"}, // by its average rate
-            {0, 1024, 0.0, 0.0, " 86 MB , lasts 40 s"},   // by the required one
-            {0, 1, HUGE_VAL, 0.0, " 86 MB , lasts 11 h"},
-            {0, 0, 0.0, 0.0, " 86 MB , not known before its first measurement"},
-            {1, 1000, 500.0, 1000.0, " 656 MB , lasts 2.8 h"},
-            {1, 1000, 500.0, 0.0, " 656 MB , not known before its first measurement"}};
-        for (const auto& [mode, required, average, frameIntervalUs, told] : rows) {
-            FormBench bench(1, mode);
+        // frames: measured in half a second, of 8 KiB each
+        const Rows<int, int, int, QString> rows{{0, 1024, 0, " 86 MB , the last 40 s at the required throughput"},
+                                                {0, 0, 0, " 86 MB , not known before its first measurement"},
+                                                {0, 1024, 4, " 86 MB , the last 7.2 d at the present rate"},
+                                                {1, 1024, 4, " 656 MB , the last 14 d at the present rate"},
+                                                {1, 1024, 0, " 656 MB , not known before its first measurement"}};
+        for (const auto& [mode, required, frames, told] : rows) {
+            FormBench bench(14, mode);
             CxCameraLineData& record = bench.record(0);
             record.cameraName = QStringLiteral("<b>%1</b> %2");
-            record.requiredThroughput = required;
-            record.avgThroughput = average;
-            record.avgFrameTime = frameIntervalUs;
-            if (frameIntervalUs > 0)
-                addSample(record, bench.nowUs, 0);
+            for (CxCameraLineData* each : qAsConst(bench.form->lineDataMap))
+                each->requiredThroughput = each == &record ? required : 0;
+            if (frames > 0) {
+                record.autoRequiredThroughput = false;
+                bench.measureButton(0)->click();
+                bench.deliverFrames(0, frames);
+                QTRY_COMPARE(int(record.runTotals().frames), frames);
+                bench.nowUs += second / 2;
+                bench.measureButton(0)->click();
+                const QString kept = QLatin1String(mode == MeasModeStandardAcq ? "14 d" : "43 h"); // shorter periods
+                QVERIFY(bench.table()
+                            ->item(0, statusColumn)
+                            ->toolTip()
+                            .contains("Kept are the last " + kept +
+                                      " at the present rate: capacity 10,000,000 samples."));
+            }
             QString before;
             QSet<QString> hints; // another one whatever is changed
             visitSetup(bench, [&](QDialog* dialog) {
                 const auto note = [&] { hints << spin(dialog, "spinCapacity")->toolTip(); };
                 before = spin(dialog, "spinCapacity")->toolTip();
                 modes(dialog)->setCurrentIndex(0), note();
-                bench.record(0).avgThroughput = 5.0;
+                bench.record(0).requiredThroughput = 5;
                 spin(dialog, "spinSamplePeriod")->stepUp(), note();
                 modes(dialog)->setCurrentIndex(1), note();
                 spin(dialog, "spinCapacity")->setValue(2000), note();
             });
-            QCOMPARE(hints.size(), 4);
+            QVERIFY(hints.size() >= 3);
             QTextDocument text;
             text.setHtml(before);
             const QStringList lines = text.toPlainText().split(QLatin1Char('\n'));
-            const QString memory = QRegularExpression(QStringLiteral(" [0-9]+ MB ")).match(lines.value(0)).captured();
+            QVERIFY(lines[0].startsWith("10,000,000 samples"));
+            const QString memory = QRegularExpression(QStringLiteral(" [0-9]+ MB ")).match(lines[0]).captured();
             QCOMPARE(memory + lines.value(1), QString(told).replace(", ", "<b>%1</b> %2: "));
+            QCOMPARE(lines.size(), 14); // not all cameras
+            QCOMPARE(lines.last(), QString("and 2 other cameras"));
         }
     }
 

@@ -207,17 +207,51 @@ private Q_SLOTS:
 
     void everyControlIsReachedByTab()
     {
-        FormBench bench(2);
-        bench.form->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(bench.form.get()));
-        bench.child("btnSetup")->setFocus();
-        QSet<QWidget*> reached;
-        for (auto* at = bench.child("btnSetup"); at && !reached.contains(at); at = QApplication::focusWidget()) {
-            reached.insert(at);
-            QTest::keyClick(at, Qt::Key_Tab);
+        for (const int mode : {MeasModeDataThroughput, MeasModeStandardAcq}) {
+            FormBench bench(9, mode);
+            bench.form->resize(690, 400); // not all rows and columns are in view
+            bench.form->activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(bench.form.get()));
+            bench.child("btnSetup")->setFocus();
+            QSet<QWidget*> reached;
+            for (auto* at = bench.child("btnSetup"); at && !reached.contains(at); at = QApplication::focusWidget()) {
+                reached.insert(at);
+                const auto* cells = bench.table()->viewport();
+                QVERIFY2(!cells->isAncestorOf(at) ||
+                             cells->rect().contains(at->mapTo(bench.table()->viewport(), at->rect().center())),
+                         at->metaObject()->className());
+                QTest::keyClick(at, Qt::Key_Tab);
+            }
+            for (auto* widget : bench.form->findChildren<QWidget*>())
+                QVERIFY2(reached.contains(widget) || !(widget->focusPolicy() & Qt::TabFocus) ||
+                             !widget->isEnabled() || !widget->isVisible(),
+                         widget->metaObject()->className());
         }
-        for (auto* button : bench.form->findChildren<QAbstractButton*>())
-            QVERIFY2(reached.contains(button) || !(button->focusPolicy() & Qt::TabFocus), qPrintable(button->text()));
+    }
+
+    void headingSwitchesAllGraphs()
+    {
+        FormBench bench(2);
+        bench.graphBox(0)->click();
+        auto* heading = bench.table()->horizontalHeader();
+        const auto choose = [&](const char* text) {
+            QTimer::singleShot(0, qApp, [text] {
+                auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+                for (QAction* action : menu->actions()) {
+                    if (action->text() == QLatin1String(text))
+                        action->trigger();
+                }
+                menu->close();
+            });
+            QContextMenuEvent menu(QContextMenuEvent::Mouse, QPoint(5, 5), heading->mapToGlobal(QPoint(5, 5)));
+            QCoreApplication::sendEvent(heading->viewport(), &menu);
+            return QStringLiteral("%1 %2 %3")
+                .arg(bench.graphBox(0)->isChecked())
+                .arg(bench.graphBox(1)->isChecked())
+                .arg(bench.plot()->axisRectCount());
+        };
+        QCOMPARE(choose("Show all graphs"), QString("1 1 2"));
+        QCOMPARE(choose("Hide all graphs"), QString("0 0 0"));
     }
 };
 

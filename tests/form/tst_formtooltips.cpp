@@ -96,6 +96,7 @@ private Q_SLOTS:
         const QStringList back{"This measurement: 5 missing frames, longest time without a frame 7.9 s."};
         QCOMPARE(status().mid(0, 1), back);
         QCOMPARE(causes(1).filter("5 frames are missing").size(), 1);
+        QCOMPARE(causes(0).last(), "Kept are the last 10,000,000 samples."); // all came at the same time
         QCOMPARE(told(bench, 0, ThroughputColumn::BufferOverflowCount).mid(0, 1), back);
         bench.nowUs += 2 * second;
         QCOMPARE(told(bench, 0, statusColumn).value(1), QStringLiteral("no frame for 2 s"));

@@ -67,6 +67,9 @@ void CxDataGraphForm::AddActions()
     ui->plot->addAction(timesOfDay);
 
     press(ui->btnExport, Qt::CTRL + Qt::Key_E);
+    const auto types = ui->btnExport->menu()->actions();
+    types.at(0)->setShortcut(Qt::CTRL + Qt::ALT + Qt::Key_C);
+    types.at(1)->setShortcut(Qt::CTRL + Qt::ALT + Qt::Key_S);
     ui->btnExport->menu()->addSeparator();
     ui->btnExport->menu()->addAction(
         add(tr("Save all plot areas..."), Qt::CTRL + Qt::SHIFT + Qt::Key_E, [this] { SaveAllAreas(); }));

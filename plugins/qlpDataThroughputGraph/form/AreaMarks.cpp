@@ -14,6 +14,8 @@
 
 namespace {
 
+constexpr int legendFontPixels = 11; ///< as of the axes
+constexpr int legendPixels = 150;    ///< as wide as the curves' list above it
 constexpr int lanePixels = eventShapes::pixels + 1;
 constexpr std::array<EventKind, eventKinds> kinds{EventKind::Start, EventKind::End, EventKind::Silence,
                                                   EventKind::MissingFrames, EventKind::BufferOverflow};
@@ -37,6 +39,14 @@ AreaMarks::AreaMarks(QCustomPlot* plotWidget, QLabel* kindsLegend)
 {
     paintOnLayer(plot, "legend", [this](QCPPainter& painter) { draw(painter); }); // above the curves
     legend->hide();
+    QFont font = legend->font();
+    font.setPixelSize(legendFontPixels);
+    legend->setFont(font);
+    legend->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    legend->setMinimumHeight(QFontMetrics(font).lineSpacing());
+    QSizePolicy always(QSizePolicy::Preferred, QSizePolicy::Ignored); // nothing moves when marks come and go
+    always.setRetainSizeWhenHidden(true);
+    legend->setSizePolicy(always);
     connect(plot, &QCustomPlot::beforeReplot, this, &AreaMarks::updateLegend);
 }
 
@@ -88,7 +98,7 @@ void AreaMarks::draw(QCPPainter& painter) const
     }
 }
 
-/// A line for each kind that is there.
+/// Names the kinds that are there; where there is no room for all names, the tool tip does.
 void AreaMarks::updateLegend()
 {
     std::vector<EventKind> present;
@@ -98,12 +108,30 @@ void AreaMarks::updateLegend()
                                [kind](const EventMark& mark) { return mark.kind == kind; });
         });
     });
-    if (present == named)
+    const QFontMetrics metrics(legend->font());
+    const int room = legend->height() / metrics.lineSpacing();
+    if (present == named && room == roomLines)
         return;
     named = std::move(present);
-    QStringList lines;
-    for (const EventKind kind : named)
-        lines += eventShapes::legendLine(kind);
-    legend->setText(lines.join(QStringLiteral("<br/>")));
+    roomLines = room;
+    QString symbols;
+    QString text;
+    int lines = 0;
+    int width = legendPixels;
+    for (const EventKind kind : named) { // short names share a line
+        const QString name = eventShapes::name(kind);
+        const int entry = metrics.horizontalAdvance(name) + 2 * lanePixels;
+        const bool joins = width + entry <= legendPixels;
+        lines += joins ? 0 : 1;
+        width = joins ? width + entry : entry;
+        const QString symbol = eventShapes::symbol(kind);
+        symbols += symbol;
+        text += QLatin1String(joins       ? " &nbsp;"
+                              : lines > 1 ? "<br/>"
+                                          : "") +
+                symbol + QLatin1Char(' ') + name.toHtmlEscaped();
+    }
+    legend->setText(lines > room ? symbols : text);
+    legend->setToolTip(text);
     legend->setVisible(!named.empty());
 }

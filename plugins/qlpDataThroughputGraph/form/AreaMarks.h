@@ -47,6 +47,7 @@ private:
     QLabel* legend;
     QMap<VNCORE_HANDLE, Shown> cameras; ///< with marks
     std::vector<EventKind> named;       ///< in the legend
+    int roomLines = 0;                  ///< that the legend had then
 };
 
 #endif

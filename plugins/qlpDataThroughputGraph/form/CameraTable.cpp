@@ -27,6 +27,8 @@ namespace {
 
 constexpr int rowPixels = 24;
 constexpr int scrollBarPixels = 5;
+constexpr int leastCurvePixels = 50; ///< of the list of curves, unless it needs less
+constexpr int mostCurvePixels = 100;
 constexpr int leastRows = 2; ///< that the table always shows
 
 void setFixedRows(QTableWidget* table)
@@ -136,6 +138,9 @@ void CxDataGraphForm::BuildTable(const Columns& columns, const Curves& curves)
         AddPlotCheckRow(curveRow++, curve);
     ui->tablePlotCheck->resizeColumnsToContents();
     ui->tablePlotCheck->resizeRowsToContents();
+    const int rowsHeight = ui->tablePlotCheck->verticalHeader()->length() + 2 * ui->tablePlotCheck->frameWidth();
+    ui->tablePlotCheck->setMinimumHeight(std::min(rowsHeight, leastCurvePixels));
+    ui->tablePlotCheck->setMaximumHeight(std::min(rowsHeight, mostCurvePixels));
 }
 
 /// The camera's record, made when the camera gets its first row.

@@ -10,6 +10,7 @@
 #include "../engine/CameraLineData.h"
 #include "../engine/RunDiagnosis.h"
 #include "../engine/TimeMath.h"
+#include "../setup/CapacityHint.h"
 #include "Columns.h"
 #include "RowCells.h"
 #include "ToolTipItem.h"
@@ -136,14 +137,17 @@ QStringList CxDataGraphForm::RunLines(VNCORE_HANDLE hCam) const
     return lines;
 }
 
-/// Possible causes of that.
+/// Possible causes of that, and for how long what happened is kept.
 QStringList CxDataGraphForm::CauseLines(VNCORE_HANDLE hCam) const
 {
     const CxCameraLineData* record = lineDataMap.value(hCam);
     QStringList lines;
     if (!record || postponedEvents.isHeld()) // then a mutex must not be taken
         return lines;
-    for (const Finding& finding : diagnose(diagnosisInput(*record, record->runTotals())))
+    const RunTotals run = record->runTotals();
+    for (const Finding& finding : diagnose(diagnosisInput(*record, run)))
         lines += finding.sentence;
+    if (run.frames > 0)
+        lines += historyHint({record->measMode, record->maxSamples, record->samplePeriod}, *record);
     return lines;
 }

@@ -64,6 +64,7 @@ CxDataGraphForm::CxDataGraphForm(QWidget* parent)
     connect(&lateReplot, &QTimer::timeout, this, &CxDataGraphForm::ReplotPlot);
     connect(ui->plot, &QCustomPlot::afterReplot, &lateReplot, &QTimer::stop);
 
+    connect(qApp, &QApplication::focusChanged, this, &CxDataGraphForm::ScrollToCell);
     AddActions();
     updateCameraList();
     ConnectHost();
@@ -86,6 +87,7 @@ void CxDataGraphForm::SetLook()
     ui->gridLayout->setContentsMargins(formMargin, formMargin, formMargin, formMargin);
     ui->gridLayout->setSizeConstraint(QLayout::SetNoConstraint); // the present height of the table would hold it
     ui->gridLayout->setRowStretch(1, 1);                         // the plot takes what the table leaves
+    ui->verticalLayout_2->setStretchFactor(ui->labelMarks, 1);   // the legend takes what the buttons leave
     ui->gridLayout->setAlignment(ui->verticalLayout, Qt::AlignTop);
     ui->gridLayout->setAlignment(ui->table, Qt::AlignTop);
     ui->plot->plotLayout()->setRowSpacing(plotAreaSpacing);
@@ -202,6 +204,15 @@ bool CxDataGraphForm::eventFilter(QObject* watched, QEvent* event)
         break;
     }
     return QWidget::eventFilter(watched, event);
+}
+
+/// Keys reach the widgets of cells that are out of view, too.
+void CxDataGraphForm::ScrollToCell(const QWidget* /*before*/, QWidget* focused)
+{
+    if (!focused || !ui->table->viewport()->isAncestorOf(focused))
+        return;
+    const QPoint inTable = focused->mapTo(ui->table->viewport(), focused->rect().center());
+    ui->table->scrollTo(ui->table->indexAt(inTable));
 }
 
 QSize CxDataGraphForm::minimumSizeHint() const

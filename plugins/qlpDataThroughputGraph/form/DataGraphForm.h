@@ -107,6 +107,7 @@ private:
     bool IsAnyMeasuring() const;
     void ReplotPlot();
     void EndDrag();
+    void ScrollToCell(const QWidget* before, QWidget* focused);
 
     // --- keyboard (Actions.cpp) ---
     void AddActions();
@@ -137,6 +138,7 @@ private:
     void AddRequiredThroughputCell(int row, CxCameraLineData& record);
     void AddYAxisScalingCell(int row, VNCORE_HANDLE hCam);
     QCPAxis* EditedValueAxis() const;
+    void ForgetShownRange(VNCORE_HANDLE hCam);
     void TakeTypedRange(VNCORE_HANDLE hCam);
 
     // --- measurement control (MeasurementControl.cpp) ---

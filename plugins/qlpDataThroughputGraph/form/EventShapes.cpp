@@ -86,10 +86,10 @@ QString eventShapes::text(const EventMark& mark)
                             : EventTexts::tr("%1: %2").arg(name(mark.kind), QString::number(mark.amount));
 }
 
-QString eventShapes::legendLine(EventKind kind)
+QString eventShapes::symbol(EventKind kind)
 {
-    const int width = kind == EventKind::Silence ? 2 * pixels : pixels;
-    QImage picture(2 * pixels + 4, pixels + 2, QImage::Format_ARGB32_Premultiplied);
+    const int width = kind == EventKind::Silence ? pixels + 4 : pixels;
+    QImage picture(pixels + 4, pixels + 2, QImage::Format_ARGB32_Premultiplied);
     picture.fill(look::background);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -98,8 +98,7 @@ QString eventShapes::legendLine(EventKind kind)
     QByteArray png;
     QBuffer buffer(&png);
     picture.save(&buffer, "PNG");
-    return QStringLiteral("<img src=\"data:image/png;base64,%1\"/> %2")
-        .arg(QString::fromLatin1(png.toBase64()), name(kind).toHtmlEscaped());
+    return QStringLiteral("<img src=\"data:image/png;base64,%1\"/>").arg(QString::fromLatin1(png.toBase64()));
 }
 
 void eventShapes::draw(QPainter& painter, EventKind kind, const QRectF& rect)

@@ -21,8 +21,8 @@ QColor colour(EventKind kind);
 QString name(EventKind kind);
 /// What a mark stands for, such as "12 missing frames".
 QString text(const EventMark& mark);
-/// Rich text: its picture and its name.
-QString legendLine(EventKind kind);
+/// Rich text: its picture.
+QString symbol(EventKind kind);
 /// A rectangle as wide as a shape is high is one event. A wider one is a band of them, of a silence the time that it
 /// lasted.
 void draw(QPainter& painter, EventKind kind, const QRectF& rect);

@@ -57,6 +57,10 @@ void CxDataGraphForm::BuildAreas(const QList<VNCORE_HANDLE>& cameras)
         AddCameraPlot(hCam, layoutRow, lineDataMap.value(hCam)->cameraName);
         layoutRow += rowsPerArea;
     }
+    for (const VNCORE_HANDLE hCam : PlottedCameras()) {
+        if (!cameras.contains(hCam))
+            ForgetShownRange(hCam);
+    }
 }
 
 /// For other areas, or for the same ones with axes as in the beginning.

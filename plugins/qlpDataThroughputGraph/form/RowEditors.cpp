@@ -15,6 +15,7 @@
 
 #include "../engine/CameraLineData.h"
 #include "Columns.h"
+#include "Numbers.h"
 #include "RowCells.h"
 #include "ui_DataGraphForm.h"
 
@@ -122,6 +123,9 @@ void CxDataGraphForm::onEditCamTransportChanged(QString text)
 void CxDataGraphForm::AddYAxisScalingCell(int row, VNCORE_HANDLE hCam)
 {
     const auto cell = YAxisScalingCell::build(hCam, this);
+    cell.container->setToolTip(
+        tr("The ends of the value axis. Checked: they follow the curve, and are empty while its "
+           "plot area is out of view."));
     connect(cell.automatic, &QCheckBox::clicked, this, &CxDataGraphForm::onChkCamAutoVertAxis);
     connect(cell.minimum, &QLineEdit::textChanged, this, &CxDataGraphForm::onEditVertScaleMinChanged);
     connect(cell.maximum, &QLineEdit::textChanged, this, &CxDataGraphForm::onEditVertScaleMaxChanged);
@@ -139,6 +143,14 @@ void CxDataGraphForm::onChkCamAutoVertAxis(bool state)
     const auto cell = cellOf<YAxisScalingCell>(ui->table, cameraOf(box));
     if (!cell.automatic)
         return;
+    if (!FindCameraAxisRect(cameraOf(box))) {
+        ForgetShownRange(cameraOf(box));
+        if (!state) { // to begin typing with
+            const auto [lower, upper] = valueRanges.value(cameraOf(box), {0.0, 1000.0});
+            cell.minimum->setText(QString::number(truncated<qint32>(lower)));
+            cell.maximum->setText(QString::number(truncated<qint32>(upper)));
+        }
+    }
     cell.minimum->setEnabled(!state);
     cell.maximum->setEnabled(!state);
     TakeTypedRange(cameraOf(box));
@@ -159,6 +171,16 @@ void CxDataGraphForm::onEditVertScaleMaxChanged(QString text)
         axis->setRange(axis->range().lower, text.toDouble());
         TakeTypedRange(cameraOf(sender()));
     }
+}
+
+/// Boxes that follow an axis have nothing to follow while its area is out of view.
+void CxDataGraphForm::ForgetShownRange(VNCORE_HANDLE hCam)
+{
+    const auto cell = cellOf<YAxisScalingCell>(ui->table, hCam);
+    if (!cell.automatic || !cell.automatic->isChecked())
+        return;
+    cell.minimum->clear();
+    cell.maximum->clear();
 }
 
 /// Unless the boxes follow the axis, it has what they hold, once that rises: on the way to 2000 the maximum is 2,

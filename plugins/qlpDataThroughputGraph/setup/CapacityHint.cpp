@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+#include <vector>
 
+#include <QtCore/QLocale>
 #include <QtCore/QMutexLocker>
 #include <QtCore/QStringList>
 #include <QtGui/QTextDocument>
@@ -16,6 +19,7 @@
 namespace {
 
 constexpr double bytesPerMB = 1e6;
+constexpr std::size_t mostCameras = 12; ///< that the tool tip has room for
 
 QString memoryText(double bytes)
 {
@@ -40,24 +44,44 @@ QString durationText(double seconds)
     return QString::number(seconds, 'f', seconds < 10.0 ? 1 : 0) + QLatin1String(" s");
 }
 
-bool isRate(double value)
+QString countText(qint64 count)
 {
-    return std::isfinite(value) && value > 0.0;
+    QLocale locale;
+    locale.setNumberOptions(locale.numberOptions() & ~QLocale::OmitGroupSeparator); // which the C locale has
+    return locale.toString(count);
 }
 
-/// MB/s: as measured last, else as the sensor needs it; 0 if neither is known.
-double throughputOf(const CxCameraLineData& camera)
+/// Without the time in which no frame came.
+double perSecondOfFrames(double amount, const RunTotals& run)
 {
-    if (isRate(camera.avgThroughput))
-        return camera.avgThroughput;
-    return std::max(0.0, double(camera.requiredThroughput));
+    return amount * double(usPerSecond) / static_cast<double>(run.elapsedUs - run.silentUs);
 }
 
-/// The mean time between frames in microseconds, 0 if this mode has not been measured.
-double frameIntervalOf(const CxCameraLineData& camera)
+bool isMeasured(const CxCameraLineData& camera, int mode)
 {
     const QMutexLocker lock(&camera.mutex);
-    return camera.counterSampleList.empty() ? 0.0 : camera.avgFrameTime.load();
+    return mode == MeasModeStandardAcq ? !camera.counterSampleList.empty() : !camera.frameList.empty();
+}
+
+/// Samples per second: in the present or last measurement of this mode, else as the sensor needs it.
+double sampleRateOf(const CxCameraLineData& camera, const CapacityPlan& plan)
+{
+    const bool standard = plan.mode == MeasModeStandardAcq;
+    const RunTotals run = camera.runTotals();
+    if (!isMeasured(camera, plan.mode))
+        return standard ? 0.0 : double(camera.requiredThroughput) * bytesPerMB / plan.samplePeriod;
+    return standard ? perSecondOfFrames(static_cast<double>(run.frames), run)
+                    : perSecondOfFrames(static_cast<double>(run.bytes), run) / plan.samplePeriod;
+}
+
+QString lastingLine(const CapacityPlan& plan, const CxCameraLineData& camera, const std::optional<double>& seconds)
+{
+    if (!seconds)
+        return CxDataGraphSetupDlg::tr("%1: not known before its first measurement").arg(camera.cameraName);
+    const QString text = isMeasured(camera, plan.mode)
+                             ? CxDataGraphSetupDlg::tr("%1: the last %2 at the present rate")
+                             : CxDataGraphSetupDlg::tr("%1: the last %2 at the required throughput");
+    return text.arg(camera.cameraName, durationText(*seconds));
 }
 
 } // namespace
@@ -71,24 +95,32 @@ double memoryOf(const CapacityPlan& plan)
 
 std::optional<double> lastingSeconds(const CapacityPlan& plan, const CxCameraLineData& camera)
 {
-    const double perSecond = plan.mode == MeasModeStandardAcq
-                                 ? double(usPerSecond) / frameIntervalOf(camera)
-                                 : throughputOf(camera) * bytesPerMB / double(plan.samplePeriod);
-    if (!isRate(perSecond))
-        return std::nullopt;
-    return double(plan.samples) / perSecond;
+    const double seconds = static_cast<double>(plan.samples) / sampleRateOf(camera, plan);
+    return std::isfinite(seconds) && seconds > 0.0 ? std::optional(seconds) : std::nullopt;
+}
+
+QString historyHint(const CapacityPlan& plan, const CxCameraLineData& camera)
+{
+    const auto seconds = lastingSeconds(plan, camera);
+    return seconds ? CxDataGraphSetupDlg::tr("Kept are the last %1 at the present rate: capacity %2 samples.")
+                         .arg(durationText(*seconds), countText(plan.samples))
+                   : CxDataGraphSetupDlg::tr("Kept are the last %1 samples.").arg(countText(plan.samples));
 }
 
 QString capacityHint(const CapacityPlan& plan, const QList<CxCameraLineData*>& cameras)
 {
-    QStringList lines{
-        CxDataGraphSetupDlg::tr("Takes up to %1 of memory per camera, then the oldest samples are dropped.")
-            .arg(memoryText(memoryOf(plan)))};
-    for (const CxCameraLineData* camera : cameras) {
-        const auto seconds = lastingSeconds(plan, *camera);
-        lines += seconds
-                     ? CxDataGraphSetupDlg::tr("%1: lasts %2").arg(camera->cameraName, durationText(*seconds))
-                     : CxDataGraphSetupDlg::tr("%1: not known before its first measurement").arg(camera->cameraName);
-    }
+    QStringList lines{CxDataGraphSetupDlg::tr("%1 samples take up to %2 of memory per camera, then the oldest are "
+                                              "dropped.")
+                          .arg(countText(plan.samples), memoryText(memoryOf(plan)))};
+    std::vector<std::pair<std::optional<double>, const CxCameraLineData*>> kept;
+    for (const CxCameraLineData* camera : cameras)
+        kept.emplace_back(lastingSeconds(plan, *camera), camera);
+    std::stable_sort(kept.begin(), kept.end(), [](const auto& one, const auto& other) {
+        return one.first.value_or(HUGE_VAL) < other.first.value_or(HUGE_VAL);
+    });
+    for (std::size_t i = 0; i < std::min(kept.size(), mostCameras); ++i)
+        lines += lastingLine(plan, *kept[i].second, kept[i].first);
+    if (kept.size() > mostCameras)
+        lines += CxDataGraphSetupDlg::tr("and %1 other cameras").arg(kept.size() - mostCameras);
     return Qt::convertFromPlainText(lines.join(QLatin1Char('\n'))); // names may hold markup
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a capacity means: the memory that it takes and how long it lasts, for the setup dialog's tool tip.
+// What a capacity means: the memory that it takes and the history that is kept, for tool tips.
 #ifndef KESTROVA_CAPACITYHINT_H
 #define KESTROVA_CAPACITYHINT_H
 
@@ -25,9 +25,12 @@ struct CapacityPlan
 
 /// Bytes per camera.
 double memoryOf(const CapacityPlan& plan);
-/// Seconds until the capacity is used up; none while the camera's rate is not known.
+/// How much of a camera's history is kept, in seconds; none while the camera's rate is not known. Takes the record's
+/// mutex, as the two below.
 std::optional<double> lastingSeconds(const CapacityPlan& plan, const CxCameraLineData& camera);
-/// A tool tip (rich text) with both for all cameras.
+/// A sentence with that.
+QString historyHint(const CapacityPlan& plan, const CxCameraLineData& camera);
+/// A tool tip (rich text) with memory and history of the cameras, the shortest histories first.
 QString capacityHint(const CapacityPlan& plan, const QList<CxCameraLineData*>& cameras);
 
 #endif
