@@ -70,16 +70,12 @@
         <translation>Fo&amp;rmat:</translation>
     </message>
     <message>
-        <source>&amp;Close</source>
-        <translation>S&amp;chließen</translation>
-    </message>
-    <message>
         <source>&amp;Open</source>
         <translation>Ö&amp;ffnen</translation>
     </message>
     <message>
         <source>&amp;Stop view</source>
-        <translation>Ansicht an&amp;halten</translation>
+        <translation>Ansicht a&amp;nhalten</translation>
     </message>
     <message>
         <source>&amp;Start view</source>
@@ -96,6 +92,22 @@
     <message>
         <source>%1 refused the format %2</source>
         <translation>%1 hat das Format %2 abgelehnt</translation>
+    </message>
+    <message>
+        <source>Open or close the camera</source>
+        <translation>Kamera öffnen oder schließen</translation>
+    </message>
+    <message>
+        <source>Start or stop its view</source>
+        <translation>Ihre Ansicht starten oder anhalten</translation>
+    </message>
+    <message>
+        <source>Sort cameras by the next column</source>
+        <translation>Kameras nach der nächsten Spalte sortieren</translation>
+    </message>
+    <message>
+        <source>Clos&amp;e</source>
+        <translation>S&amp;chließen</translation>
     </message>
 </context>
 <context>

@@ -70,10 +70,6 @@
         <translation>格式(&amp;R)：</translation>
     </message>
     <message>
-        <source>&amp;Close</source>
-        <translation>关闭(&amp;C)</translation>
-    </message>
-    <message>
         <source>&amp;Open</source>
         <translation>打开(&amp;O)</translation>
     </message>
@@ -96,6 +92,22 @@
     <message>
         <source>%1 refused the format %2</source>
         <translation>%1 拒绝了格式 %2</translation>
+    </message>
+    <message>
+        <source>Open or close the camera</source>
+        <translation>打开或关闭相机</translation>
+    </message>
+    <message>
+        <source>Start or stop its view</source>
+        <translation>开始或停止其画面</translation>
+    </message>
+    <message>
+        <source>Sort cameras by the next column</source>
+        <translation>按下一列排序相机</translation>
+    </message>
+    <message>
+        <source>Clos&amp;e</source>
+        <translation>关闭(&amp;E)</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,7 @@
 // The list's surroundings.
 #include "CameraDock.h"
 
+#include <QtWidgets/QAction>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLabel>
@@ -59,6 +60,16 @@ void CameraDock::buildWidgets()
     auto* formatLabel = new QLabel(tr("Fo&rmat:"));
     formatLabel->setBuddy(formatBox);
 
+    const auto addKey = [this](const QString& text, const QKeySequence& keys, auto&& act) {
+        auto* action = new QAction(text, this);
+        action->setShortcut(keys);
+        connect(action, &QAction::triggered, this, act);
+        addAction(action);
+    };
+    addKey(tr("Open or close the camera"), QKeySequence::Open, [this] { openButton->click(); });
+    addKey(tr("Start or stop its view"), Qt::CTRL + Qt::Key_L, [this] { viewButton->click(); });
+    addKey(tr("Sort cameras by the next column"), Qt::CTRL + Qt::SHIFT + Qt::Key_S, [this] { list->sortByNext(); });
+
     auto* content = new QWidget;
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(4, 4, 4, 4);
@@ -108,7 +119,7 @@ void CameraDock::refreshControls()
     VNCORE_HANDLE camera = selectedCamera();
     const bool mine = camera && !takenOver.isTakenOver(camera);
     openButton->setEnabled(list->currentItem() != nullptr);
-    openButton->setText(camera ? tr("&Close") : tr("&Open"));
+    openButton->setText(camera ? tr("Clos&e") : tr("&Open"));
     viewButton->setEnabled(mine);
     viewButton->setText(registry.isHostAcquiring(camera) ? tr("&Stop view") : tr("&Start view"));
     formatBox->setEnabled(mine);

@@ -149,6 +149,13 @@ void CameraList::setText(int device, int column, const QVariant& text)
     }
 }
 
+void CameraList::sortByNext()
+{
+    const int next = (header()->sortIndicatorSection() + 1) % columnCount();
+    const bool number = next >= RateColumn && next <= MissingColumn; // of which the largest are looked for
+    sortByColumn(next, number ? Qt::DescendingOrder : Qt::AscendingOrder);
+}
+
 /// Qt searches the column that was clicked.
 void CameraList::keyboardSearch(const QString& typed)
 {

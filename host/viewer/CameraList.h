@@ -28,6 +28,8 @@ public:
     /// Shows how each camera is at that time. To be called every second: silence is shown in seconds.
     void refreshStates(std::chrono::steady_clock::time_point now);
 
+    /// From column to column, for who has no mouse.
+    void sortByNext();
     void keyboardSearch(const QString& typed) override;
 
 protected:

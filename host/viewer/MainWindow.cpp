@@ -91,6 +91,8 @@ void MainWindow::buildMenus(QDockWidget* cameras, QDockWidget* events)
     connect(showPicture, &QAction::toggled, centralWidget(), &QWidget::setVisible);
     viewMenu->addAction(cameras->toggleViewAction());
     viewMenu->addAction(events->toggleViewAction());
+    cameras->toggleViewAction()->setShortcut(Qt::Key_F2);
+    events->toggleViewAction()->setShortcut(Qt::Key_F3);
 
     levels->setToolTip(tr("How much plug-ins show"));
     detailLevels = new QActionGroup(this);
@@ -100,6 +102,7 @@ void MainWindow::buildMenus(QDockWidget* cameras, QDockWidget* events)
     for (const QString& name : names) {
         QAction* action = levels->addAction(name);
         action->setCheckable(true);
+        action->setShortcut(Qt::CTRL + Qt::Key_0 + level);
         action->setData(level++);
         detailLevels->addAction(action);
     }
@@ -111,9 +114,10 @@ void MainWindow::buildMenus(QDockWidget* cameras, QDockWidget* events)
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     QAction* shortcuts = help->addAction(tr("&Shortcuts..."), this, [this] { ShortcutsDialog(this).exec(); });
     shortcuts->setShortcut(Qt::Key_F1);
-    help->addAction(tr("&Plug-ins..."), this, &MainWindow::pluginListRequested);
-    help->addAction(tr("&About Kestrova..."), this, &MainWindow::showAbout);
-    help->addAction(tr("About &Qt..."), this, [this] { QMessageBox::aboutQt(this); });
+    help->addAction(tr("&Plug-ins..."), this, &MainWindow::pluginListRequested, Qt::SHIFT + Qt::Key_F1);
+    help->addAction(tr("&About Kestrova..."), this, &MainWindow::showAbout, Qt::CTRL + Qt::Key_F1);
+    help->addAction(
+        tr("About &Qt..."), this, [this] { QMessageBox::aboutQt(this); }, Qt::CTRL + Qt::SHIFT + Qt::Key_F1);
 }
 
 void MainWindow::setDetailLevel(int level)

@@ -7,6 +7,8 @@
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollArea>
 
+static constexpr int mostKeys = 9; ///< Alt+1, Alt+2...
+
 PluginDocks::PluginDocks(QMainWindow& window, QMenu& viewMenu) : mainWindow(window), dockMenu(viewMenu) {}
 
 PluginDocks::~PluginDocks()
@@ -33,6 +35,8 @@ void PluginDocks::add(QWidget* widget, int area, int allowedAreas, bool floating
     dock->setFloating(floating);
     dockMenu.addAction(dock->toggleViewAction());
     docks.append(dock);
+    if (docks.size() <= mostKeys)
+        dock->toggleViewAction()->setShortcut(Qt::ALT + Qt::Key_0 + docks.size());
 
     // A dock that takes its widget along is no QDockWidget any more by then.
     connect(widget, &QObject::destroyed, this, [this, dock = QPointer<QObject>(dock)] {

@@ -24,8 +24,8 @@ const QLatin1String addressesKey("cameraAddresses");
 
 RealCameras::RealCameras(QMenu& menu, QWidget& window, EventLog& log) : parentWindow(window), eventLog(log)
 {
-    menu.addAction(tr("&Search..."), this, &RealCameras::search);
-    menu.addAction(tr("&Add by address..."), this, &RealCameras::askForAddress);
+    menu.addAction(tr("&Search..."), this, &RealCameras::search, Qt::CTRL + Qt::Key_F);
+    menu.addAction(tr("&Add by address..."), this, &RealCameras::askForAddress, Qt::CTRL + Qt::Key_N);
 }
 
 RealCameras::~RealCameras()

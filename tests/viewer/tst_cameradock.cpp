@@ -17,8 +17,8 @@ using namespace std::chrono_literals;
 namespace {
 
 const QString closed("closed, closed, &Open");
-const QString opened("open, closed, &Close, &Start view, Mono 8");
-const QString measuring("measuring, closed, &Close");
+const QString opened("open, closed, Clos&e, &Start view, Mono 8");
+const QString measuring("measuring, closed, Clos&e");
 
 /// The list of two cameras, as a person sees and uses it.
 struct Desk : CameraBench
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QCOMPARE(desk.shown(), opened);
         QCOMPARE(selected.takeFirst()[0].value<VNCORE_HANDLE>(), desk.camera());
         desk.press("btnViewCamera");
-        QCOMPARE(desk.shown(), QString("live, closed, &Close, &Stop view, Mono 8"));
+        QCOMPARE(desk.shown(), QString("live, closed, Clos&e, &Stop view, Mono 8"));
         QVERIFY(desk.devices[0]->isAcquiring());
         desk.press("btnOpenCamera");
         QCOMPARE(desk.shown(), closed);
