@@ -6,12 +6,33 @@
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QHeaderView>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QToolButton>
 #include <QtWidgets/QTreeWidget>
+
+namespace {
+
+/// With the menus that lead to it.
+QString pathOf(const QAction& action)
+{
+    QString text = action.text().remove(QLatin1Char('&')).remove(QStringLiteral("...")).simplified();
+    const auto places = action.associatedWidgets();
+    for (const QWidget* place : places) {
+        const auto* button = qobject_cast<const QToolButton*>(place);
+        if (button && button->menu() && button->menu()->menuAction() == &action)
+            return button->text();
+        if (const auto* menu = qobject_cast<const QMenu*>(place))
+            return pathOf(*menu->menuAction()) + QStringLiteral(" > ") + text;
+    }
+    return text;
+}
+
+} // namespace
 
 ShortcutsDialog::ShortcutsDialog(QWidget* window) : QDialog(window)
 {
     setWindowTitle(tr("Shortcuts"));
-    resize(420, 560);
+    resize(480, 560);
 
     auto* list = new QTreeWidget;
     list->setHeaderLabels({tr("Action"), tr("Keys")});
@@ -21,11 +42,10 @@ ShortcutsDialog::ShortcutsDialog(QWidget* window) : QDialog(window)
     for (const QAction* action : actions) {
         if (action->shortcut().isEmpty())
             continue;
-        QString text = action->text();
-        text.remove(QLatin1Char('&')).remove(QStringLiteral("..."));
-        new QTreeWidgetItem(list, {text, action->shortcut().toString(QKeySequence::NativeText)});
+        new QTreeWidgetItem(list, {pathOf(*action), action->shortcut().toString(QKeySequence::NativeText)});
     }
     list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    list->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     list->header()->setStretchLastSection(false);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);

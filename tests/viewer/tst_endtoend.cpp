@@ -66,6 +66,34 @@ private Q_SLOTS:
         QCOMPARE(session.parameters(), session.before);
     }
 
+    void everyActionHasAKeyOfItsOwn()
+    {
+        ViewerSession session;
+        QVERIFY(session.begin());
+        MainWindow& window = session.viewer->window();
+        QStringList keys;
+        for (const QAction* action : window.findChildren<QAction*>()) {
+            if (!action->menu() && !action->isSeparator())
+                keys.append(action->shortcut().toString());
+        }
+        QVERIFY(keys.size() > 40 && !keys.contains(QString()));
+        QCOMPARE(QStringList(keys).removeDuplicates(), 0);
+
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QStringList shown;
+        QTimer::singleShot(0, &window, [&shown] {
+            auto* dialog = QApplication::activeModalWidget();
+            const auto* list = dialog->findChild<QTreeWidget*>();
+            shown = columnTexts(*list->model(), 0) + columnTexts(*list->model(), 1);
+            dialog->close();
+        });
+        QTest::keyClick(&window, Qt::Key_F1);
+        QCOMPARE(shown.mid(shown.size() / 2), keys);
+        for (const char* action : {"View > Detail level > 3 Standard", "Export Graph > Copy to clipboard", "Refresh"})
+            QVERIFY2(shown.contains(action), action);
+    }
+
     void programSavesAPictureOfTheCurves()
     {
         const QTemporaryDir directory;
