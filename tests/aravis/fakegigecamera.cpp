@@ -2,7 +2,12 @@
 // Aravis' fake GigE Vision camera, which a test controls by lines on standard input: "drop" takes the control away
 // from who has it, "silent" sends no more images, "loud" sends them again. Its end is the end of standard input.
 //   fakeGigeCamera ADDRESS SIZE PERIOD_US LOSS [PACKET_BYTES]
-// SIZE pixels wide and high, LOSS of all packets from 0 to 1.
+// SIZE pixels wide and high, LOSS of all packets from 0 to 1. FAKE_GIGE_FEATURES in the environment is put into its
+// description of features.
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <iostream>
@@ -37,13 +42,30 @@ void fillPlain(ArvBuffer* buffer, void* /*data*/, guint32 /*exposureUs*/, guint3
     std::memset(pixels, static_cast<int>(arv_buffer_get_frame_id(buffer) % 256), bytes);
 }
 
+/// The library's own description of the camera with more features, which registers need not stand behind.
+std::string descriptionWith(const char* features)
+{
+    ArvFakeCamera* const plain = arv_fake_camera_new("plain");
+    size_t bytes = 0;
+    const char* const description = arv_fake_camera_get_genicam_xml(plain, &bytes);
+    std::string text(description, bytes);
+    text.insert(text.find("</RegisterDescription>"), features);
+    const std::string file = g_get_tmp_dir() + std::string("/fakeGigeCamera.") + std::to_string(::getpid()) + ".xml";
+    std::ofstream(file) << text;
+    return file;
+}
+
 } // namespace
 
 int main(int count, char** arguments)
 {
     if (count != 5 && count != 6)
         return 2;
-    ArvGvFakeCamera* camera = arv_gv_fake_camera_new(arguments[1], arguments[1]);
+    const char* const features = std::getenv("FAKE_GIGE_FEATURES");
+    const std::string description = features ? descriptionWith(features) : std::string();
+    ArvGvFakeCamera* camera =
+        arv_gv_fake_camera_new_full(arguments[1], arguments[1], features ? description.c_str() : nullptr);
+    std::remove(description.c_str());
     ArvFakeCamera* registers = arv_gv_fake_camera_get_fake_camera(camera);
     const auto set = [registers](unsigned address, unsigned long value) {
         arv_fake_camera_write_register(registers, address, static_cast<guint32>(value));

@@ -150,6 +150,29 @@ private Q_SLOTS:
         QCOMPARE(counter(*device, VN_COUNTER_TRANSPORT_SKIP), 0);
     }
 
+    void requiredThroughputAsTheCameraTells()
+    {
+        const QByteArray limit("<Integer Name=\"DeviceLinkThroughputLimit\"><Value>5000001</Value></Integer>"
+                               "<Enumeration Name=\"DeviceLinkThroughputLimitMode\"><EnumEntry Name=\"Off\"><Value>0"
+                               "</Value></EnumEntry><EnumEntry Name=\"On\"><Value>1</Value></EnumEntry><Value>");
+        const std::pair<QByteArray, int> rows[] = {
+            {"", 7}, // 256 * 256 bytes, 100 times a second
+            {"<Float Name=\"ResultingFrameRate\"><Value>50.0</Value></Float>", 4},
+            {limit + "0</Value></Enumeration>", 7},
+            {limit + "1</Value></Enumeration>", 6},
+        };
+        for (const auto& [features, required] : rows) {
+            qputenv("FAKE_GIGE_FEATURES", features);
+            const bool open = source.powerUp() && openIt();
+            qunsetenv("FAKE_GIGE_FEATURES");
+            int value = 0;
+            QVERIFY(open && device->setInt(VN_PRM_DEVICE_UNIT_SELECTOR, 8));
+            QVERIFY(device->setInt(VN_PRM_DEVICE_UNIT_REGISTER_SELECTOR, 4096));
+            QVERIFY(device->getInt(VN_PRM_DEVICE_UNIT_REGISTER_VALUE, value));
+            QCOMPARE(value, required);
+        }
+    }
+
     void aFormatIsRefusedWhileItAcquires()
     {
         QVERIFY(openIt() && device->start());

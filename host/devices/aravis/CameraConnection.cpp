@@ -191,12 +191,39 @@ bool CameraConnection::setFormat(quint32 code)
 
 int CameraConnection::requiredThroughput()
 {
+    const auto limit = linkLimit();
+    if (limit)
+        return static_cast<int>(std::ceil(*limit * 1e-6));
+    const auto rateHz = frameRate();
     CallError fault;
-    const double rateHz = arv_camera_get_frame_rate(camera.get(), fault.out());
-    if (fault)
-        return 0;
     const double bytes = arv_camera_get_payload(camera.get(), fault.out());
-    return fault ? 0 : static_cast<int>(std::ceil(rateHz * bytes * 1e-6));
+    return fault || !rateHz ? 0 : static_cast<int>(std::ceil(*rateHz * bytes * 1e-6));
+}
+
+/// Bytes a second that the camera itself allows its link; none if it has no such limit.
+std::optional<double> CameraConnection::linkLimit()
+{
+    CallError fault;
+    const bool has = arv_camera_is_feature_available(camera.get(), "DeviceLinkThroughputLimit", fault.out());
+    if (!has || featureText(camera.get(), "DeviceLinkThroughputLimitMode") != QLatin1String("On"))
+        return std::nullopt;
+    const gint64 limit = arv_camera_get_integer(camera.get(), "DeviceLinkThroughputLimit", fault.out());
+    return fault || limit <= 0 ? std::nullopt : std::optional<double>(limit);
+}
+
+/// Frames a second: what comes of all settings, where the camera tells that, else what was asked for.
+std::optional<double> CameraConnection::frameRate()
+{
+    CallError fault;
+    for (const char* name : {"ResultingFrameRate", "AcquisitionResultingFrameRate", "ResultingFrameRateAbs"}) {
+        if (!arv_camera_is_feature_available(camera.get(), name, fault.out()))
+            continue;
+        const double rateHz = arv_camera_get_float(camera.get(), name, fault.out());
+        if (!fault)
+            return rateHz;
+    }
+    const double rateHz = arv_camera_get_frame_rate(camera.get(), fault.out());
+    return fault ? std::nullopt : std::optional<double>(rateHz);
 }
 
 std::unique_ptr<ImageStream> CameraConnection::start(const Callback& onNews, bool arrivals)

@@ -51,7 +51,8 @@ public:
     std::vector<Format> formats();
     quint32 format(); ///< 0 if the camera does not say
     bool setFormat(quint32 code);
-    /// What the sensor's frames take, in MB/s and rounded up, 0 if the camera does not say.
+    /// What the sensor's frames take, or the limit that the camera sets its link, in MB/s and rounded up; 0 if the
+    /// camera does not say.
     int requiredThroughput();
 
     /// `onNews` is called on threads of the stream when there may be a frame to take. With `arrivals` the frames' data
@@ -62,6 +63,8 @@ public:
 
 private:
     CameraConnection(Owned<ArvCamera> camera, std::function<void()> onLost);
+    std::optional<double> linkLimit();
+    std::optional<double> frameRate();
 
     Owned<ArvCamera> camera;
     gulong lossHandler = 0;
