@@ -489,6 +489,10 @@ puffer</translation>
         <source>The ends of the value axis. Checked: they follow the curve, and are empty while its plot area is out of view.</source>
         <translation>Die Enden der Werteachse. Angekreuzt: Sie folgen der Kurve und sind leer, solange deren Diagramm nicht zu sehen ist.</translation>
     </message>
+    <message>
+        <source>This camera does not tell: %1 bytes are assumed.</source>
+        <translation>Diese Kamera gibt nichts an: %1 Byte werden angenommen.</translation>
+    </message>
 </context>
 <context>
     <name>CxDataGraphSetupDlg</name>

@@ -484,6 +484,10 @@ size</source>
         <source>The ends of the value axis. Checked: they follow the curve, and are empty while its plot area is out of view.</source>
         <translation>数值轴的两端。勾选时：跟随曲线；其图区不在视图中时为空。</translation>
     </message>
+    <message>
+        <source>This camera does not tell: %1 bytes are assumed.</source>
+        <translation>该相机未给出：假定为 %1 字节。</translation>
+    </message>
 </context>
 <context>
     <name>CxDataGraphSetupDlg</name>

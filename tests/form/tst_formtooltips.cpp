@@ -37,6 +37,10 @@ private Q_SLOTS:
                      QStringLiteral("Frames from %1 s on either side.").arg(expected));
             QCOMPARE(told(bench, 0, ThroughputColumn::CameraBufferSize), QStringList());
         }
+        bench.record(0).bufferSizeKnown = false;
+        bench.record(0).cameraBufferSize = 32768;
+        QCOMPARE(told(bench, 0, ThroughputColumn::CameraBufferSize),
+                 QStringList("This camera does not tell: 32768 bytes are assumed."));
     }
 
     /// The average stays on screen when the view has left the frames: its tool tip must not pass it off as theirs.

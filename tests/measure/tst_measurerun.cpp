@@ -118,7 +118,8 @@ private Q_SLOTS:
             QCOMPARE(lines.size(), size_t(5));
             QCOMPARE(lines[0]["frames"].toInt(), 7);
             QVERIFY(lines[2]["missingFrames"].isNull());
-            for (const char* key : {"frames", "missingFrames", "failedWaits", "silentMs", "losses", "lostS", "lostOnTheWay"})
+            for (const char* key :
+                 {"frames", "missingFrames", "failedWaits", "silentMs", "losses", "lostS", "lostOnTheWay"})
                 QCOMPARE(sumOf(lines, key), bench.total(key));
             QVERIFY(bench.total("missingFrames") > 0);
             QVERIFY(bench.total("lostOnTheWay") >= bench.total("missingFrames")); // those after the last one, too
@@ -142,6 +143,14 @@ private Q_SLOTS:
                 QVERIFY(lines[0]["avgThroughputMBps"].toDouble() > 0.0);
             }
         }
+    }
+
+    void aNameTellsWhatThroughputIsMeasuredBy()
+    {
+        const SxCameraInfo info{"A", "1", {}, "host arrival"};
+        QCOMPARE(MeasuredCamera(nullptr, info, byHand(MeasModeDataThroughput)).info().name,
+                 QString("A [host arrival]"));
+        QCOMPARE(MeasuredCamera(nullptr, info, byHand(MeasModeStandardAcq)).info().name, QString("A"));
     }
 
     /// Random runs with losses, some while the camera is prepared again, against what the camera really sent.

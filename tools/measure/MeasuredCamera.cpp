@@ -6,8 +6,23 @@
 
 #include "CameraRegistry.h"
 
+namespace {
+
+/// Who the camera is where figures of this mode are told.
+SxCameraInfo shownInfo(SxCameraInfo info, ExMeasMode mode)
+{
+    if (mode == MeasModeStandardAcq)
+        info.timeSource.clear();
+    info.name = withTimeSource(info.name, info);
+    return info;
+}
+
+} // namespace
+
 MeasuredCamera::MeasuredCamera(VNCORE_HANDLE camera, SxCameraInfo info, const Options& options, CameraLink link)
-    : cameraInfo(std::move(info)), cameraLink(std::move(link)), runVerdict(options.limits.of(cameraInfo.id))
+    : cameraInfo(shownInfo(std::move(info), options.mode)),
+      cameraLink(std::move(link)),
+      runVerdict(options.limits.of(cameraInfo.id))
 {
     data.hCam = camera;
     data.cameraName = cameraInfo.name;

@@ -21,7 +21,7 @@ std::string oneLine(const QString& text)
 CameraMetrics cameraMetrics(const MeasuredCamera& camera)
 {
     const SxCameraInfo& info = camera.info();
-    return {oneLine(info.customId.isEmpty() ? info.name : info.customId), oneLine(info.id),
+    return {oneLine(info.customId.isEmpty() ? info.name : withTimeSource(info.customId, info)), oneLine(info.id),
             oneLine(camera.link().name), camera.figuresUntilTick()};
 }
 

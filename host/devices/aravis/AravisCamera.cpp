@@ -51,7 +51,7 @@ std::shared_ptr<AravisCamera> AravisCamera::open(const QString& name, QString* e
         const CameraConnection::Identity& who = state->connection->identity();
         // Its throughput is not what a camera's clock tells of its link, and whoever reads a figure has to know.
         const bool arrives = state->connection->route().has_value();
-        state->info = {arrives ? who.model + QStringLiteral(" [host arrival]") : who.model, name, who.userId};
+        state->info = {who.model, name, who.userId, arrives ? QStringLiteral("host arrival") : QString()};
         state->serial = who.serial;
         state->formats = state->connection->formats();
         state->route = state->connection->route();

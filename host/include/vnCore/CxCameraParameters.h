@@ -26,7 +26,15 @@ struct SxCameraInfo
     QString name;     ///< model name
     QString id;       ///< serial number, unique
     QString customId; ///< the user's own name for it; may be empty
+    /// What its throughput is measured by, such as "host arrival"; empty: the camera's own clock, and so of its link.
+    QString timeSource{};
 };
+
+/// A camera's name where its throughput is shown or written.
+inline QString withTimeSource(const QString& name, const SxCameraInfo& camera)
+{
+    return camera.timeSource.isEmpty() ? name : name + QLatin1String(" [") + camera.timeSource + QLatin1Char(']');
+}
 
 /// One parameter of a camera.
 class VNCORE_EXPORT CxCameraParam

@@ -143,19 +143,19 @@ void CxDataGraphForm::BuildTable(const Columns& columns, const Curves& curves)
     ui->tablePlotCheck->setMaximumHeight(std::min(rowsHeight, mostCurvePixels));
 }
 
-/// The camera's record, made when the camera gets its first row.
+/// The camera's record, made when the camera gets its first row, with its name in this mode.
 CxCameraLineData* CxDataGraphForm::RecordOf(VNCORE_HANDLE hCam, const CxCameraParameters& parameters)
 {
     CxCameraLineData*& record = lineDataMap[hCam];
     if (!record) {
-        const SxCameraInfo info = parameters.cameraInfo();
         record = new CxCameraLineData;
         record->hCam = hCam;
         record->samplePeriod = samplePeriod;
         record->maxSamples = maxSamples;
-        record->cameraName =
-            info.name + QLatin1String(" (") + (info.customId.isEmpty() ? info.id : info.customId) + QLatin1Char(')');
     }
+    const SxCameraInfo info = parameters.cameraInfo();
+    record->cameraName = (measMode == MeasModeDataThroughput ? withTimeSource(info.name, info) : info.name) +
+                         QLatin1String(" (") + (info.customId.isEmpty() ? info.id : info.customId) + QLatin1Char(')');
     return record;
 }
 

@@ -89,6 +89,8 @@ QString CxDataGraphForm::CellToolTip(VNCORE_HANDLE hCam, int column) const
         if (column != statusColumn && column != ThroughputColumn::CameraBufferSize)
             lines += RangeLines(hCam);
         const CxCameraLineData* record = lineDataMap.value(hCam);
+        if (column == ThroughputColumn::CameraBufferSize && record && !record->bufferSizeKnown)
+            lines += tr("This camera does not tell: %1 bytes are assumed.").arg(record->cameraBufferSize.load());
         if (column == ThroughputColumn::MinThroughput && record)
             lines += tr("Blocks of %1 bytes, the sample period: the shorter they are, the lower the minimum can be.")
                          .arg(record->samplePeriod);
