@@ -4,12 +4,16 @@
 
 #include <malloc.h>
 #include <sys/time.h>
+#include <unistd.h>
 
 #include <QtTest/QtTest>
 
+#include "Files.h"
 #include "LogCapture.h"
 #include "MeasurementBench.h"
 #include "MeasurementClock.h"
+#include "MeasureRun.h"
+#include "RunSummary.h"
 #include "TestScale.h"
 
 namespace {
@@ -131,6 +135,20 @@ public:
     quint64 reads = 0; ///< of counters
 };
 
+/// What this process uses, in bytes.
+struct Memory
+{
+    static Memory now()
+    {
+        QFile file(QStringLiteral("/proc/self/statm"));
+        file.open(QIODevice::ReadOnly);
+        return {qint64(mallinfo2().uordblks), file.readAll().split(' ').value(1).toLongLong() * ::getpagesize()};
+    }
+
+    qint64 heap = 0;
+    qint64 resident = 0;
+};
+
 } // namespace
 
 /// The wall clock, as this process sees it.
@@ -198,45 +216,118 @@ private Q_SLOTS:
         setMeasurementClock({});
     }
 
-    /// Lost and back once an hour, in one run.
+    /// Lost and back once an hour, at times lost again while it is prepared anew: lines, course, events, report.
     void lossEveryHour()
     {
-        constexpr int failingWaits = 12;
         sim::CameraScenario scenario = weekendCamera(0);
         scenario.faults = {};
-        MeasurementBench bench(scenario);
-        bench.setOwnValues();
-        const auto nowUs = [&camera = *bench.camera]() -> qint64 { return camera.now() / 1us; };
-        setMeasurementClock(nowUs);
+        scenario.link.frameLoss = 0.0; // nothing is missing where frame numbers begin anew
+        const auto camera = std::make_shared<sim::HandDrivenCamera>(scenario);
+        camera->setGated(true);
+        camera->setParameter(QStringLiteral("imgdataformat"), VN_FRM_MONO16);
+        const auto before = camera->parameters();
+        setMeasurementClock([model = camera.get()] { return model->now() / 1us; });
+        auto& registry = CameraRegistry::instance();
+        registry.removeAllDevices();
+        registry.addDevice(camera);
+
+        QTemporaryDir folder;
+        Options options;
+        options.interval = 24h; // the lines are the test's
+        options.samplePeriod = period;
+        options.capacity = capacityHours * framesPerHour * blocksPerFrame;
+        options.reportFile = folder.filePath(QStringLiteral("run.html"));
+        const auto& kinds = limitKinds();
+        const auto losses = std::find_if(kinds.begin(), kinds.end(),
+                                         [](const LimitKind& kind) { return kind.name == QByteArray("max-losses"); });
+        options.limits.given = {{&*losses, 1000.0}};
+        QFile text(folder.filePath(QStringLiteral("run.json")));
+        QVERIFY(text.open(QIODevice::ReadWrite));
+        LineWriter writer(text.handle(), text.fileName(), LineWriter::Until::Written);
+        const auto output = makeJsonOutput(writer);
+        std::vector<std::unique_ptr<MeasuredCamera>> cameras;
+        cameras.push_back(std::make_unique<MeasuredCamera>(registry.open(0), registry.deviceInfo(0), options));
+        MeasureRun run(options, cameras, *output, nullptr);
         const LogCapture log;
-        quint64 received = 0;
-        quint64 receivedBytes = 0;
-        size_t bytes = 0;
-        const qint32 capacity = capacityHours * framesPerHour * blocksPerFrame;
+        const auto stop = qScopeGuard([&] {
+            camera->setGated(false);
+            run.stop();
+            registry.removeAllDevices();
+            setMeasurementClock({});
+            wallClockShiftS = 0;
+        });
+        run.start();
+
+        sim::Ledger::Total received;
+        std::chrono::nanoseconds lostFor{0};
+        Memory full;
         for (int hour = 0; hour < hours; ++hour) {
-            QVERIFY(hour == 0 ? bench.data.startMeasurement(period, capacity) : bench.data.resumeMeasurement());
-            QVERIFY(bench.take(framesPerHour));
-            const sim::Ledger::Total session = bench.camera->ledger().total(sim::Fate::Received);
-            received += session.frames;
-            receivedBytes += session.bytes;
-            bench.camera->lose();
-            QVERIFY(bench.take(failingWaits));
-            QVERIFY(bench.data.suspendMeasurement());
-            bench.camera->advance(1s);
-            const RunTotals totals = bench.data.runTotals();
-            QCOMPARE(std::tuple(totals.frames, totals.bytes, totals.losses, totals.lostUs),
-                     std::tuple(received, receivedBytes, quint64(hour + 1), qint64(hour + 1) * 1000000));
-            QCOMPARE(totals.elapsedUs, nowUs());
-            bench.camera->comeBack(); // with its power-up values
+            for (int minute = 0; minute < 60; ++minute) {
+                camera->release(framesPerHour / 60);
+                QVERIFY(camera->settle());
+                wallClockShiftS = camera->now() / 1s;
+                run.printIntervals();
+            }
+            const sim::Ledger::Total session = camera->ledger().total(sim::Fate::Received); // begins anew with it
+            received.frames += session.frames;
+            received.bytes += session.bytes;
             if (hour == capacityHours + 1)
-                bytes = mallinfo2().uordblks;
+                full = Memory::now();
+            camera->lose();
+            lostFor -= camera->now();
+            QCoreApplication::processEvents();
+            QVERIFY(!cameras[0]->isRunning() && !run.isOver());
+            camera->advance(10s);
+            std::atomic<int> calls{hour % 3 == 0 ? hour % 50 : -1};
+            camera->setHook([&camera, &calls](const sim::HostCall&) {
+                if (calls-- == 0)
+                    camera->lose();
+                return true;
+            });
+            camera->comeBack(); // with its power-up values
+            QCoreApplication::processEvents();
+            camera->setHook({});
+            if (!cameras[0]->isRunning()) {
+                camera->comeBack();
+                QCoreApplication::processEvents();
+            }
+            QVERIFY(cameras[0]->isRunning());
+            lostFor += camera->now();
         }
-        QCOMPARE(bench.data.frameList.size(), quint64(capacityHours * framesPerHour + 1));
-        QVERIFY(received > bench.data.frameList.size());
-        QVERIFY(mallinfo2().uordblks < bytes + 10000000); // the log of the losses, or 40 MB of frames
-        QVERIFY(bench.stop());
-        QCOMPARE(bench.camera->parameter(QStringLiteral("imgdataformat")), int(VN_FRM_MONO16));
-        setMeasurementClock({});
+        const Memory end = Memory::now();
+        QVERIFY(end.heap <
+                full.heap + 4000000); // the log, events and lines of a third of the time, or 40 MB of frames
+        QVERIFY2(end.resident < full.resident + 8000000, QByteArray::number(end.resident - full.resident));
+        run.printIntervals();
+        const RunTotals totals = cameras[0]->record().runTotals();
+        const quint64 lossesOfRun = totals.losses;
+        QCOMPARE(std::tuple(totals.frames, totals.bytes, totals.missingFrames),
+                 std::tuple(received.frames, received.bytes, quint64(0)));
+        QCOMPARE(totals.lostUs, qint64(lostFor / 1us));
+        QCOMPARE(totals.elapsedUs, qint64(camera->now() / 1us));
+        QVERIFY(received.frames > cameras[0]->record().frameList.size() && lossesOfRun >= quint64(hours));
+
+        HistoryColumn course;
+        const auto columns = run.recorder().course(*cameras[0]);
+        for (const HistoryColumn& column : columns)
+            course += column;
+        QVERIFY(columns.size() <= RunHistory::mostColumns + 1);
+        QCOMPARE(std::tuple(course.losses, course.missingFrames), std::tuple(lossesOfRun, quint64(0)));
+        QVERIFY(std::abs(course.megabytes * 1e6 / double(received.bytes) - 1.0) < 1e-9);
+        QVERIFY(std::abs(course.endS * 1e9 - double(camera->now().count())) < 60e9);
+        const auto events = run.recorder().events().list();
+        const auto count = [&events](const char* what) {
+            return std::count_if(events.begin(), events.end(),
+                                 [what](const RunEvent& event) { return event.text == QLatin1String(what); });
+        };
+        QCOMPARE(count("is back and measured again"), std::ptrdiff_t(hours));
+        QVERIFY(events.front().time.secsTo(events.back().time) >= hours * 3600);
+
+        camera->setGated(false);
+        run.stop();
+        QCOMPARE(camera->parameters(), before);
+        QCOMPARE(finishRun(options, cameras, {}, nullptr, run.recorder(), *output), 0);
+        QVERIFY(readFile(options.reportFile).size() < 200000);
     }
 };
 

@@ -28,14 +28,15 @@ Options byHand(ExMeasMode mode = MeasModeDataThroughput)
     return options;
 }
 
-/// A hand-driven camera, whose time is that of the measurement, and perhaps others that send all they can, in a run with JSON output.
+/// A hand-driven camera, whose time is that of the measurement unless lines come by themselves, and perhaps others that send all they can, in a run with JSON output.
 class Bench
 {
 public:
     explicit Bench(const sim::CameraScenario& scenario = {}, const Options& runOptions = byHand(), int others = 0)
         : camera(std::make_shared<sim::HandDrivenCamera>(scenario)), options(runOptions)
     {
-        setMeasurementClock([model = camera.get()] { return model->now() / std::chrono::microseconds(1); });
+        if (runOptions.interval == byHand().interval)
+            setMeasurementClock([model = camera.get()] { return model->now() / std::chrono::microseconds(1); });
         auto& registry = CameraRegistry::instance();
         camera->setGated(true);
         camera->setParameter(QStringLiteral("LUTEnable"), 1); // not its value at power-up

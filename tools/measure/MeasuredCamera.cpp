@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "MeasurementClock.h"
+
 #include "CameraRegistry.h"
 
 namespace {
@@ -37,7 +39,7 @@ bool MeasuredCamera::start(const Options& options)
     startedAt = QDateTime::currentDateTime();
     lostBefore = CameraRegistry::instance().lostFrames(data.hCam).value_or(LostFrames());
     started = data.startMeasurement(options.samplePeriod, options.capacity);
-    clock.start();
+    startUs = measurementClockUs();
     return started;
 }
 
@@ -184,5 +186,5 @@ double MeasuredCamera::elapsedS() const
 {
     if (!started)
         return 0.0;
-    return endedAtS ? *endedAtS : static_cast<double>(clock.nsecsElapsed()) / 1e9;
+    return endedAtS ? *endedAtS : static_cast<double>(measurementClockUs() - startUs) / 1e6;
 }

@@ -4,7 +4,6 @@
 #define KESTROVA_MEASURE_MEASUREDCAMERA_H
 
 #include <QtCore/QDateTime>
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QStringList>
 
 #include <vnCore/CxCameraParameters.h>
@@ -86,7 +85,7 @@ private:
     const SxCameraInfo cameraInfo;
     const CameraLink cameraLink;
     CxCameraLineData data;
-    QElapsedTimer clock;
+    qint64 startUs = 0; ///< by the measurement clock
     QDateTime startedAt;
     Verdict runVerdict;
     double tickEndS = 0.0;    ///< of the last one

@@ -10,7 +10,7 @@
 namespace {
 
 constexpr double msPerS = 1000.0;
-constexpr double silenceMs = 1000.0; ///< a longer gap is an event
+constexpr double silenceMs = 1000.0; ///< a longer silence is an event
 
 quint64 countOf(const Figures& figures, const char* key)
 {
@@ -53,14 +53,14 @@ void RunRecorder::add(const MeasuredCamera& camera, const Stretch& tick)
     course.history.add(next);
 
     const double gapMs = figureValue(tick.figures, QStringLiteral("longestGapMs")).value_or(0.0);
+    const bool isSilence = figureValue(tick.figures, QStringLiteral("silentMs")).value_or(0.0) > 0.0;
     const bool anyFrame = countOf(tick.figures, "frames") > 0;
-    if (gapMs > silenceMs && anyFrame)
+    const bool tellIt = isSilence && gapMs > silenceMs;
+    if (tellIt && anyFrame)
         note(camera, QStringLiteral("frames again, after %1 s without one").arg(gapMs / msPerS, 0, 'f', 1));
-    else if (gapMs > silenceMs && !course.silent)
+    else if (tellIt && !course.silent)
         note(camera, QStringLiteral("no frame for more than a second"), true);
-    course.silent = gapMs > silenceMs && !anyFrame;
-    if (tick.lost && tick.lost->total() > 0)
-        note(camera, QStringLiteral("lost frames: ") + lostFramesText(*tick.lost), true);
+    course.silent = tellIt && !anyFrame;
 }
 
 void RunRecorder::note(const MeasuredCamera& camera, const QString& text, bool bad)
