@@ -9,16 +9,12 @@
 #include <vnCore/vnApi.h>
 
 #include "AcquisitionThread.h"
+#include "CameraSteps.h"
 #include "MeasurementClock.h"
 
 namespace {
 
-using Record = CxCameraLineData;
-
-constexpr qint32 Record::*savedValues[] = {
-    &Record::savedImgDataFormat, &Record::savedOutputBitDepth,       &Record::savedOutputBitPacking,
-    &Record::savedBufferPolicy,  &Record::savedColumnFpnCorrection,  &Record::savedRowFpnCorrection,
-    &Record::savedLutEnable,     &Record::savedTestPatternGenerator, &Record::savedTestPattern};
+using steps::Record;
 
 /// What a measurement has to restore, kept while a camera is prepared again that may be lost half way: what is read
 /// of it then is not to be trusted.
@@ -28,13 +24,15 @@ public:
     explicit OwnValues(Record& camera)
         : record(camera), bufferMode(camera.frameBufferModeChanged), deviceRegister(camera.deviceRegisterChanged)
     {
-        for (std::size_t i = 0; i < std::size(savedValues); ++i)
-            values[i] = camera.*savedValues[i];
+        for (std::size_t i = 0; i < values.size(); ++i)
+            values[i] = isSaved(i) ? camera.*steps::throughputSteps[i].saved : 0;
     }
     ~OwnValues()
     {
-        for (std::size_t i = 0; i < std::size(savedValues); ++i)
-            record.*savedValues[i] = values[i];
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            if (isSaved(i))
+                record.*steps::throughputSteps[i].saved = values[i];
+        }
         record.frameBufferModeChanged |= bufferMode;
         record.deviceRegisterChanged |= deviceRegister;
     }
@@ -42,10 +40,12 @@ public:
     OwnValues& operator=(const OwnValues&) = delete;
 
 private:
+    static bool isSaved(std::size_t i) { return steps::throughputSteps[i].kind == steps::Step::Save; }
+
     Record& record;
     const bool bufferMode;
     const bool deviceRegister;
-    std::array<qint32, std::size(savedValues)> values;
+    std::array<qint32, std::size(steps::throughputSteps)> values; ///< by step; the other mode saves one of them
 };
 
 } // namespace
