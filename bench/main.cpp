@@ -10,6 +10,7 @@ void registerCounterBenchmarks();
 void registerReportBenchmarks();
 void registerIntakeBenchmarks();
 void registerFormBenchmarks();
+void registerImageExitBenchmarks();
 void registerStampBenchmarks();
 void registerTapBenchmarks();
 
@@ -22,6 +23,7 @@ int main(int argc, char** argv)
     registerIntakeBenchmarks();
     registerRefreshBenchmarks();
     registerFormBenchmarks();
+    registerImageExitBenchmarks();
 #ifdef BENCH_ARRIVALS
     registerStampBenchmarks();
     registerTapBenchmarks();

@@ -43,7 +43,7 @@ AreaMarks::AreaMarks(QCustomPlot* plotWidget, QLabel* kindsLegend)
     font.setPixelSize(legendFontPixels);
     legend->setFont(font);
     legend->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    legend->setMinimumHeight(QFontMetrics(font).lineSpacing());
+    legend->setMinimumHeight(QFontMetrics(font).lineSpacing() + 2);
     QSizePolicy always(QSizePolicy::Preferred, QSizePolicy::Ignored); // nothing moves when marks come and go
     always.setRetainSizeWhenHidden(true);
     legend->setSizePolicy(always);

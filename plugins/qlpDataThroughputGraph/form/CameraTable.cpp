@@ -25,9 +25,10 @@ namespace {
 
 constexpr int rowPixels = 24;
 constexpr int scrollBarPixels = 5;
-constexpr int leastCurvePixels = 50; ///< of the list of curves, unless it needs less
-constexpr int mostCurvePixels = 100;
-constexpr int leastRows = 2; ///< that the table always shows
+constexpr int leastRows = 2;         ///< that the table always shows
+constexpr int usualRows = 4;         ///< that it shows before the list of curves has room for all
+constexpr int leastCurvePixels = 38; ///< of that list: two of them
+constexpr int mostCurvePixels = 140;
 
 void setFixedRows(QTableWidget* table)
 {
@@ -120,7 +121,8 @@ void CxDataGraphForm::BuildTable(const Columns& columns, const Curves& curves)
     int curveRow = 0;
     for (const Curve& curve : curves)
         AddPlotCheckRow(curveRow++, curve);
-    ui->tablePlotCheck->resizeColumnsToContents();
+    ui->tablePlotCheck->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    ui->tablePlotCheck->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
     ui->tablePlotCheck->resizeRowsToContents();
     const int rowsHeight = ui->tablePlotCheck->verticalHeader()->length() + 2 * ui->tablePlotCheck->frameWidth();
     ui->tablePlotCheck->setMinimumHeight(std::min(rowsHeight, leastCurvePixels));
@@ -223,10 +225,14 @@ void CxDataGraphForm::FixTableHeight()
         return shown >= rows ? wholeHeight : heading + shown * rowPixels + scrollBarPixels;
     };
     const QMargins margins = ui->gridLayout->contentsMargins();
-    const int below = std::max(2 * AreaPager::leastAreaPixels, ui->verticalLayout_2->minimumSize().height());
-    const int room = height() - margins.top() - margins.bottom() - ui->gridLayout->verticalSpacing() - below;
-    const int rowsWithRoom =
-        wholeHeight <= room ? rows : std::max(leastRows, (room - heading - scrollBarPixels) / rowPixels);
+    const auto rowsAbove = [&](int buttonsHeight) {
+        const int below = std::max(2 * AreaPager::leastAreaPixels, buttonsHeight);
+        const int room = height() - margins.top() - margins.bottom() - ui->gridLayout->verticalSpacing() - below;
+        return wholeHeight <= room ? rows : std::max(leastRows, (room - heading - scrollBarPixels) / rowPixels);
+    };
+    const int buttons = ui->verticalLayout_2->minimumSize().height();
+    const int moreCurves = ui->tablePlotCheck->maximumHeight() - ui->tablePlotCheck->minimumHeight();
+    const int rowsWithRoom = std::max(rowsAbove(buttons + moreCurves), std::min(usualRows, rowsAbove(buttons)));
     ui->table->horizontalHeader()->setFixedHeight(heading);
     ui->table->setVerticalScrollBarPolicy(rowsWithRoom < rows ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
     ui->table->setFixedHeight(heightOf(rowsWithRoom));
