@@ -73,6 +73,7 @@ CxDataGraphForm::CxDataGraphForm(QWidget* parent)
 
 CxDataGraphForm::~CxDataGraphForm()
 {
+    disconnect(qApp, nullptr, this, nullptr); // the focus still leaves a window when only its QWidget is left
     for (CxCameraLineData* record : qAsConst(lineDataMap))
         record->announceStop();
     for (const VNCORE_HANDLE hCam : lineDataMap.keys())
