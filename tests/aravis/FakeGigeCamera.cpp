@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -49,9 +50,9 @@ bool FakeGigeCamera::powerUp()
     ::close(in[0]);
     ::close(out[1]);
     input = in[1];
-    char ready = 0;
-    const bool started = failure == 0 && ::read(out[0], &ready, 1) == 1; // waits until the camera is there
-    ::close(out[0]);
+    char ready[8];
+    const bool started = failure == 0 && ::read(out[0], ready, sizeof ready) > 0; // waits until the camera is there
+    output = out[0];
     process = failure == 0 ? pid : -1;
     return started;
 }
@@ -62,6 +63,7 @@ void FakeGigeCamera::powerDown()
         ::kill(process, SIGKILL);
         ::waitpid(process, nullptr, 0);
         ::close(input);
+        ::close(output);
     }
     process = -1;
 }
@@ -75,4 +77,12 @@ void FakeGigeCamera::tell(const char* command)
 {
     const std::string line = std::string(command) + '\n';
     [[maybe_unused]] const auto written = ::write(input, line.data(), line.size());
+}
+
+unsigned FakeGigeCamera::framesSent()
+{
+    tell("count");
+    char line[32] = {};
+    [[maybe_unused]] const auto got = ::read(output, line, sizeof line - 1);
+    return unsigned(std::atoi(line));
 }

@@ -20,11 +20,14 @@ public:
     void powerDown();
     void signal(int number) const;
     void tell(const char* command);
+    /// By its own count since it was powered up.
+    unsigned framesSent();
 
 private:
     const QString ownAddress;
     QStringList frames{QStringLiteral("256"), QStringLiteral("10000"), QStringLiteral("0")};
     int input = -1;
+    int output = -1;
     int process = -1;
 };
 

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Aravis' fake GigE Vision camera, which a test controls by lines on standard input: "drop" takes the control away
-// from who has it, "silent" sends no more images, "loud" sends them again. Its end is the end of standard input.
+// from who has it, "silent" sends no more images, "loud" sends them again, "count" tells how many it has sent. Its end is the end of standard input.
 //   fakeGigeCamera ADDRESS SIZE PERIOD_US LOSS [PACKET_BYTES]
 // SIZE pixels wide and high, LOSS of all packets from 0 to 1. FAKE_GIGE_FEATURES in the environment is put into its
 // description of features.
 #include <unistd.h>
 
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -34,9 +35,12 @@ bool isBound(const std::string& address)
     return all.str().find(wanted) != std::string::npos;
 }
 
+std::atomic<unsigned> framesSent{0};
+
 /// One grey for all pixels: the library's own picture takes longer than sending it does.
 void fillPlain(ArvBuffer* buffer, void* /*data*/, guint32 /*exposureUs*/, guint32 /*gain*/, ArvPixelFormat /*format*/)
 {
+    ++framesSent;
     size_t bytes = 0;
     auto* const pixels = static_cast<unsigned char*>(const_cast<void*>(arv_buffer_get_data(buffer, &bytes)));
     std::memset(pixels, static_cast<int>(arv_buffer_get_frame_id(buffer) % 256), bytes);
@@ -82,6 +86,8 @@ int main(int count, char** arguments)
     for (std::string line; std::getline(std::cin, line);) {
         if (line == "drop")
             arv_fake_camera_set_control_channel_privilege(registers, 0);
+        else if (line == "count")
+            std::cout << framesSent << std::endl;
         else if (line == "silent" || line == "loud")
             set(triggerMode, line == "silent" ? 1 : 0);
     }

@@ -56,13 +56,11 @@ private Q_SLOTS:
         QString error;
         const auto device = AravisCamera::open(source.name(), &error);
         QVERIFY2(device && device->start(), qPrintable(error));
-        quint32 number = 0;
         quint32 received = 0;
         const auto receive = [&](quint32 count, std::vector<DeviceImage>* held) {
             DeviceImage image;
             for (const quint32 end = received + count; received < end && device->waitForImage(5s, image);
                  ++received) {
-                number = image.descriptor.frameNumber;
                 if (held)
                     held->push_back(image);
             }
@@ -82,7 +80,12 @@ private Q_SLOTS:
             receive(100, nullptr);
         }
         receive(100, nullptr);
+        QVERIFY(device->stop());
         const LostFrames lost = *device->lostFrames();
+        int whole = 0;
+        QVERIFY(device->setInt(VN_PRM_COUNTER_SELECTOR, VN_COUNTER_TRANSFERRED));
+        QVERIFY(device->getInt(VN_PRM_COUNTER_VALUE, whole));
+        const quint64 unseen = source.framesSent() - lost.total() - quint64(whole);
         const QByteArray told = QStringLiteral("unknown %1, on the way %2, socket %3, buffer %4, late %5, else %6")
                                     .arg(lost.unknown)
                                     .arg(lost.onTheWay)
@@ -91,7 +94,7 @@ private Q_SLOTS:
                                     .arg(lost.late)
                                     .arg(lost.notAttributable)
                                     .toUtf8();
-        QVERIFY2(lost.total() + received == number + 1, told);
+        QVERIFY2(unseen == 0 || (loss > 0.0 && unseen == 1), told); // the last one's end may be lost
         QVERIFY2((lost.onTheWay > 0) == (loss > 0.0), told);
         QVERIFY2((lost.socket > 10) == smallSocket, told);
         QVERIFY2((lost.noBuffer > 10) == noBuffers, told);

@@ -142,8 +142,13 @@ void AravisCamera::State::endStream(bool tellCamera)
         }
         ended.swap(stream);
     }
-    if (ended && connection && tellCamera)
+    if (!ended)
+        return;
+    if (connection && tellCamera)
         connection->stop();
+    ended->finish();
+    const std::lock_guard<std::mutex> lock(mutex);
+    tally = ended->tally();
 }
 
 void AravisCamera::State::close()

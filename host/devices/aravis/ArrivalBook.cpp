@@ -31,6 +31,7 @@ ArrivalBook::Frame& ArrivalBook::frameOf(const TapRecord& record)
     }
     frames.emplace_back();
     frames.back().id = record.frameId;
+    firstSeen = firstSeen.value_or(record.frameId);
     return frames.back();
 }
 
@@ -72,6 +73,8 @@ void ArrivalBook::addPacket(const TapRecord& record)
     frame.touchedAt = statuses;
     if (!isFirstCopy(frame, record))
         return;
+    if (record.kind == TapRecord::Trailer && (!newestTrailer || frames.back().id == record.frameId))
+        newestTrailer = record.frameId;
     const qint64 arrivalNs = record.stampNs + offsetNs.value_or(0);
     if (frame.beganNs)
         frame.longestPauseNs = std::max(frame.longestPauseNs, arrivalNs - frame.endedNs);

@@ -50,6 +50,10 @@ public:
     /// Of a frame that the host has received whole, of which `bytes` came through the network.
     Known find(quint64 id, quint64 bytes, ArrivalCurve& curve) const;
 
+    /// The first frame of which something came, and the newest one that has come to its end. None before.
+    std::optional<quint64> firstId() const { return firstSeen; }
+    std::optional<quint64> newestEnded() const { return newestTrailer; }
+
     /// Of the frame with this id, when `next` is the id of the next one that was received whole.
     Passage passage(quint64 id, quint64 next) const;
 
@@ -85,6 +89,8 @@ private:
     void addStatus(const TapRecord& record);
     void markAround(bool Frame::*mark);
 
+    std::optional<quint64> firstSeen;
+    std::optional<quint64> newestTrailer;
     Frames frames;           ///< in the order of their first packets
     quint64 forgotten = 0;   ///< frames that left `frames`
     bool wide = false;       ///< ids of 64 bits

@@ -12,14 +12,13 @@ constexpr quint64 narrowIds = 65535; ///< 1 to 65535, then 1 again
 
 } // namespace
 
-/// How many frames after the last one; 0 for one before it.
-quint64 FrameTally::stepsTo(quint64 id)
+quint64 FrameTally::steps(quint64 from, quint64 to)
 {
-    wide |= id > narrowIds;
+    wide |= to > narrowIds;
     if (wide)
-        return id > *lastId ? id - *lastId : 0;
-    const quint64 steps = (id + narrowIds - *lastId) % narrowIds;
-    return steps <= narrowIds / 2 ? steps : 0;
+        return to > from ? to - from : 0;
+    const quint64 forward = (to + narrowIds - from) % narrowIds;
+    return forward <= narrowIds / 2 ? forward : 0;
 }
 
 quint64 FrameTally::idBefore(quint64 id, quint64 back) const
@@ -33,13 +32,13 @@ std::optional<FrameTally::Step> FrameTally::addComplete(quint64 id, quint64 unde
     if (!lastId) {
         knownUnderruns = underruns;
     } else {
-        const quint64 steps = stepsTo(id);
-        if (steps == 0)
+        const quint64 forward = steps(*lastId, id);
+        if (forward == 0)
             return std::nullopt;
-        const quint64 withoutBuffer = std::min(steps - 1, underruns - knownUnderruns);
+        const quint64 withoutBuffer = std::min(forward - 1, underruns - knownUnderruns);
         knownUnderruns += withoutBuffer;
-        number += static_cast<quint32>(steps);
-        step = {number, static_cast<quint32>(steps - 1), static_cast<quint32>(withoutBuffer)};
+        number += static_cast<quint32>(forward);
+        step = {number, static_cast<quint32>(forward - 1), static_cast<quint32>(withoutBuffer)};
     }
     lastId = id;
     ++complete;

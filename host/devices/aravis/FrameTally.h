@@ -16,13 +16,17 @@ public:
     struct Step
     {
         quint32 number;        ///< of the frame
-        quint32 lost;          ///< frames between it and the last complete one
+        quint32 lost;          ///< frames between it and the last complete one; none before the first
         quint32 withoutBuffer; ///< of those, at most
     };
 
     /// The number of a complete frame with this id, counted from the first one. None for a frame that comes after a
     /// later one, which nobody gets. `underruns` is how many frames have found no buffer so far.
     std::optional<Step> addComplete(quint64 id, quint64 underruns);
+    /// How many frames the one with the id `to` comes after the one with `from`; 0 for one before it.
+    quint64 steps(quint64 from, quint64 to);
+    /// The id of the last complete frame.
+    std::optional<quint64> newest() const { return lastId; }
     /// The id of a frame, `back` frames before the one with `id`.
     quint64 idBefore(quint64 id, quint64 back) const;
 
@@ -33,8 +37,6 @@ public:
     quint32 delivered() const { return complete; }
 
 private:
-    quint64 stepsTo(quint64 id);
-
     std::optional<quint64> lastId;
     quint32 number = 0;
     quint32 complete = 0;

@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <mutex>
+#include <thread>
 
 #include "PacketTap.h"
 #include "PixelFormats.h"
@@ -16,6 +18,9 @@ namespace {
 constexpr size_t mostBuffers = 64;
 constexpr size_t leastBuffers = 8;
 constexpr size_t wantedBytes = size_t{256} << 20;
+constexpr std::chrono::milliseconds shortestEnd{30}; ///< the tap has told by then what had arrived
+constexpr std::chrono::milliseconds longestEnd{80};  ///< a window may wait for it
+constexpr std::chrono::milliseconds endStep{5};
 constexpr std::chrono::milliseconds patience{500}; ///< with a tap, which tells of a packet within 20 ms
 
 } // namespace
@@ -92,28 +97,80 @@ std::optional<quint32> ImageStream::numberOf(ArvBuffer* buffer)
     guint64 underruns = 0;
     arv_stream_get_statistics(stream, &completed, &failed, &underruns);
     const quint64 id = arv_buffer_get_frame_id(buffer);
+    const bool isFirst = frames.delivered() == 0;
     const auto step = frames.addComplete(id, underruns);
-    if (step && step->lost > 0) {
-        if (tap)
-            gaps.push_back({id, *step});
-        else
-            frames.addLost(withoutTap(*step));
-    }
+    if (step && tap && (isFirst || step->lost > 0))
+        gaps.push_back({id, step->number, isFirst ? std::nullopt : std::optional<quint32>(step->lost)});
+    else if (step)
+        frames.addLost(withoutTap(*step));
     return step ? std::optional<quint32>(step->number) : std::nullopt;
 }
 
-/// Counts where the frames of a gap were lost. False if that is not known yet, which `atOnce` takes for never.
-bool ImageStream::judge(const Gap& gap, bool atOnce)
+/// Where the frames before one were lost. None if that is not known yet, which `atOnce` takes for never.
+std::optional<LostFrames> ImageStream::lossesBefore(quint64 nextId, quint64 count, bool atOnce) const
 {
     LostFrames found;
-    for (quint32 back = 1; back <= gap.next.lost; ++back) {
-        const auto cause = tap->lossOf(frames.idBefore(gap.nextId, back), gap.nextId, atOnce);
+    for (quint64 back = 1; back <= count; ++back) {
+        const auto cause = tap->lossOf(frames.idBefore(nextId, back), nextId, atOnce);
         if (!cause)
-            return false;
+            return std::nullopt;
         ++(found.**cause);
     }
-    frames.addLost(found);
+    return found;
+}
+
+/// Counts where the frames of a gap were lost. False if that is not known yet.
+bool ImageStream::judge(const Gap& gap, bool atOnce)
+{
+    quint64 count = gap.lost.value_or(0);
+    if (!gap.lost) {
+        const auto seen = tap->seen();
+        if (!seen)
+            return atOnce;
+        count = frames.steps(seen->first, gap.nextId);
+    }
+    const auto found = lossesBefore(gap.nextId, count, atOnce);
+    if (found)
+        frames.addLost(*found);
+    return found.has_value();
+}
+
+bool ImageStream::judgeGaps(quint32 upToNumber, bool atOnce)
+{
+    while (!gaps.empty() && gaps.front().nextNumber <= upToNumber) {
+        if (!judge(gaps.front(), atOnce))
+            return false;
+        gaps.pop_front();
+    }
     return true;
+}
+
+void ImageStream::finish()
+{
+    if (!tap)
+        return;
+    const auto begin = std::chrono::steady_clock::now();
+    for (;;) {
+        const auto passed = std::chrono::steady_clock::now() - begin;
+        const bool atOnce = passed > longestEnd;
+        fetch();
+        const bool judged = judgeGaps(std::numeric_limits<quint32>::max(), atOnce);
+        const auto seen = tap->seen();
+        const auto newest = frames.newest();
+        const quint64 lost = !seen    ? 0
+                             : newest ? frames.steps(*newest, seen->last)
+                                      : frames.steps(seen->first, seen->last) + 1;
+        // Whole frames may not be through the library yet.
+        if (judged && passed > shortestEnd && (lost == 0 || atOnce)) {
+            for (quint64 back = 0; back < lost; ++back) {
+                LostFrames one;
+                ++(one.**tap->lossOf(frames.idBefore(seen->last, back), seen->last, true));
+                frames.addLost(one);
+            }
+            return;
+        }
+        std::this_thread::sleep_for(endStep);
+    }
 }
 
 StreamConditions ImageStream::conditions() const
@@ -145,11 +202,8 @@ std::optional<ImageStream::Taken> ImageStream::take()
     if (waiting.empty())
         return std::nullopt;
     const bool patient = std::chrono::steady_clock::now() < waiting.front().patience;
-    while (!gaps.empty() && gaps.front().next.number <= waiting.front().number) {
-        if (!judge(gaps.front(), !patient))
-            return std::nullopt;
-        gaps.pop_front();
-    }
+    if (!judgeGaps(waiting.front().number, !patient))
+        return std::nullopt;
     Taken taken;
     if (withArrivals) {
         const Waiting& next = waiting.front();

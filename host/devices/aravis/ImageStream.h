@@ -49,6 +49,9 @@ public:
     std::optional<Taken> take();
     /// When to look again although no news came.
     std::optional<TimePoint> nextLook() const;
+    /// After the last take(), when the camera has been told to send no more: counts what was lost at the end, too. Waits
+    /// a moment for the packets that are still under way.
+    void finish();
     const FrameTally& tally() const { return frames; }
     StreamConditions conditions() const;
 
@@ -66,13 +69,16 @@ private:
     struct Gap
     {
         quint64 nextId;
-        FrameTally::Step next;
+        quint32 nextNumber;
+        std::optional<quint32> lost; ///< none: what the tap has seen before the first whole frame
     };
 
     static LostFrames withoutTap(const FrameTally::Step& step);
     std::optional<quint32> numberOf(ArvBuffer* buffer);
     void fetch();
     bool judge(const Gap& gap, bool atOnce);
+    bool judgeGaps(quint32 upToNumber, bool atOnce);
+    std::optional<LostFrames> lossesBefore(quint64 nextId, quint64 count, bool atOnce) const;
     DeviceImage imageOf(Waiting frame);
 
     ArvStream* stream; ///< `buffers` owns it

@@ -190,6 +190,14 @@ ArrivalBook::Known PacketTap::find(quint64 id, quint64 bytes, ArrivalCurve& curv
     return book.find(id, bytes, curve);
 }
 
+std::optional<PacketTap::Span> PacketTap::seen() const
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    const auto first = book.firstId();
+    const auto last = book.newestEnded();
+    return first && last ? std::optional<Span>({*first, *last}) : std::nullopt;
+}
+
 std::optional<LossCause> PacketTap::lossOf(quint64 id, quint64 next, bool atOnce) const
 {
     const std::lock_guard<std::mutex> lock(mutex);

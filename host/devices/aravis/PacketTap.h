@@ -39,6 +39,13 @@ public:
 
     /// As the book has it, and Nothing when the tap has ended.
     ArrivalBook::Known find(quint64 id, quint64 bytes, ArrivalCurve& curve) const;
+    /// As the book has them: the first frame seen, and the newest one that has come to its end.
+    struct Span
+    {
+        quint64 first;
+        quint64 last;
+    };
+    std::optional<Span> seen() const;
     /// Of the frame with this id, when `next` is the id of the next one that was received whole. None if that is not
     /// known yet, which `atOnce` takes for never.
     std::optional<LossCause> lossOf(quint64 id, quint64 next, bool atOnce) const;
