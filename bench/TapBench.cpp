@@ -9,11 +9,13 @@
 
 #include <array>
 #include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <fstream>
 #include <string>
+#include <system_error>
 #include <thread>
 
 #include <benchmark/benchmark.h>
@@ -35,14 +37,20 @@ constexpr std::size_t headerBytes = 8;
 constexpr const char* cameraAddress = "127.0.0.2";
 constexpr const char* hostAddress = "127.0.0.1";
 
+void require(int result, const char* call)
+{
+    if (result != 0)
+        throw std::system_error(errno, std::generic_category(), call);
+}
+
 sockaddr_in boundTo(int socket, const char* address)
 {
     sockaddr_in own{};
     own.sin_family = AF_INET;
     ::inet_pton(AF_INET, address, &own.sin_addr);
     socklen_t size = sizeof own;
-    ::bind(socket, reinterpret_cast<const sockaddr*>(&own), size);
-    ::getsockname(socket, reinterpret_cast<sockaddr*>(&own), &size);
+    require(::bind(socket, reinterpret_cast<const sockaddr*>(&own), size), "bind");
+    require(::getsockname(socket, reinterpret_cast<sockaddr*>(&own), &size), "getsockname");
     return own;
 }
 
@@ -56,7 +64,7 @@ public:
         port = ntohs(target.sin_port);
         socket = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
         boundTo(socket, cameraAddress);
-        ::connect(socket, reinterpret_cast<const sockaddr*>(&target), sizeof target);
+        require(::connect(socket, reinterpret_cast<const sockaddr*>(&target), sizeof target), "connect");
         thread = std::thread([this] { run(); });
     }
     ~Sender()
@@ -120,7 +128,7 @@ public:
         std::string number = std::to_string(port);
         const std::array<const char*, 5> arguments{KESTROVA_TAP, cameraAddress, hostAddress, number.c_str(), nullptr};
         std::array<int, 2> ends{};
-        [[maybe_unused]] const int made = ::pipe2(ends.data(), O_CLOEXEC);
+        require(::pipe2(ends.data(), O_CLOEXEC), "pipe2");
         posix_spawn_file_actions_t actions;
         posix_spawn_file_actions_init(&actions);
         posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);

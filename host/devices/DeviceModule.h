@@ -26,6 +26,7 @@ public:
     DeviceModule() = default;
     DeviceModule(const DeviceModule&) = delete;
     DeviceModule& operator=(const DeviceModule&) = delete;
+    virtual ~DeviceModule() = default;
 
     /// Takes control of the camera with this address, which may take ten seconds. If that fails null and the reason,
     /// in the program's language. The camera is given up when the last owner of the device is gone.
@@ -35,9 +36,6 @@ public:
     /// Waits for the cameras that are being given up, which goes on after the last owner is gone. False if the limit
     /// passed before.
     virtual bool waitForClosed(std::chrono::milliseconds limit) = 0;
-
-protected:
-    ~DeviceModule() = default;
 };
 
 /// The exported function, without C++'s decoration of names.
