@@ -31,6 +31,8 @@ promtool test rules "$files/kestrova.rules.test.yml"
 systemd-analyze --version >/dev/null 2>&1 && {
   sed "s,/usr/bin/kestrova-measure,$(realpath "$measure")," "$files/kestrova-measure.service" >"$work/kestrova-measure.service"
   verdict=$(systemd-analyze verify --man=no "$work/kestrova-measure.service" 2>&1) && [ -z "$verdict" ] || fail "$verdict"
+  systemd-analyze security --offline=true --threshold=20 "$work/kestrova-measure.service" >"$work/security" ||
+    fail "the service may do more than it did: $(tail -n 1 "$work/security")" # tenths
 }
 
 # rig NUMBER CAMERAS FAULTS [OPTION...]: starts a process, `address` is where it serves. Its last two cameras share a

@@ -255,7 +255,8 @@ private Q_SLOTS:
         QVERIFY(megabytes["interval"] > 0 && qAbs(megabytes["link"] / megabytes["interval"] - 1) < 0.05);
         QCOMPARE(megabytes["total"], megabytes["link"]);
         const QJsonValue link = summary["links"].toArray()[0];
-        QCOMPARE(link["name"].toString() + link["cameras"].toVariant().toString(), QString("switch2"));
+        QCOMPARE(link["name"].toString() + link["cameraIds"].toVariant().toStringList().join(','),
+                 QString("switch1,2"));
         QCOMPARE(link["sharePercent"], link["deliveredMBps"].toDouble() / 50 * 100);
         lines.erase(
             std::remove_if(lines.begin(), lines.end(), [](const auto& line) { return line["type"] != "interval"; }),

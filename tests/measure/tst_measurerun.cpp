@@ -203,6 +203,19 @@ private Q_SLOTS:
                 lostFor += camera.now() - lostAt;
             }
             QVERIFY(bench.take(3));
+            bench.run.printIntervals();
+            const RunTotals untilStop = bench.cameras[0]->record().runTotals();
+            double megabytes = 0.0;
+            double frames = 0.0;
+            double longestGapMs = 0.0;
+            for (const QJsonObject& line : jsonLines(readFile(bench.text.fileName()))) {
+                megabytes += line["deliveredMBps"].toDouble() * line["intervalS"].toDouble();
+                frames += line["framesPerSecond"].toDouble() * line["intervalS"].toDouble();
+                longestGapMs = std::max(longestGapMs, line["longestGapMs"].toDouble());
+            }
+            QCOMPARE(
+                std::tuple(std::llround(megabytes * 1e6), std::llround(frames), longestGapMs),
+                std::tuple(qint64(untilStop.bytes), qint64(untilStop.frames), double(untilStop.longestGapUs) / 1e3));
             bench.stop();
             addReceived();
             if (mode == MeasModeDataThroughput) // the other one saves nothing that a camera loses with its power

@@ -35,7 +35,7 @@ DiagnosisInput diagnosisInput(const MeasuredCamera& camera, const LinkTable& lin
         input.link = LinkUse{link->name,
                              link->rate,
                              link->delivered().value_or(0.0),
-                             link->cameras,
+                             static_cast<int>(link->cameras.size()),
                              input.run.deliveredThroughput().value_or(0.0),
                              link->busiest};
     if (const KnownLosses lost = camera.wholeRun().lost)

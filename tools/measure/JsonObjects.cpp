@@ -87,6 +87,8 @@ QJsonObject settingsObject(const Options& options)
         {QStringLiteral("samplePeriodBytes"), options.samplePeriod},
         {QStringLiteral("capacitySamples"), options.capacity},
         {QStringLiteral("requiredMBps"), options.required ? QJsonValue(*options.required) : QJsonValue()},
+        {QStringLiteral("bufferSizeBytes"), options.bufferSize ? QJsonValue(*options.bufferSize) : QJsonValue()},
+        {QStringLiteral("resume"), options.resume},
         {QStringLiteral("csvFile"), fileValue(options.csvFile)},
         {QStringLiteral("logFile"), fileValue(options.logFile)},
         {QStringLiteral("reportFile"), fileValue(options.reportFile)},
@@ -122,9 +124,13 @@ void addFigures(QJsonObject& object, const Figures& figures)
 
 QJsonObject linkObject(const LinkTotals& link)
 {
+    QJsonArray ids;
+    for (const MeasuredCamera* camera : link.cameras)
+        ids.append(camera->info().id);
     const auto number = [](const std::optional<double>& value) { return value ? QJsonValue(*value) : QJsonValue(); };
     return {{QStringLiteral("name"), link.name.isEmpty() ? QJsonValue() : QJsonValue(link.name)},
-            {QStringLiteral("cameras"), link.cameras},
+            {QStringLiteral("cameras"), ids.size()},
+            {QStringLiteral("cameraIds"), ids},
             {QStringLiteral("intervalS"), static_cast<double>(link.elapsedUs) / 1e6},
             {QStringLiteral("deliveredMBps"), number(link.delivered())},
             {QStringLiteral("rateMBps"), number(link.rate)},

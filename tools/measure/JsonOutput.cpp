@@ -26,7 +26,7 @@ public:
     void links(const LinkLine& line) override
     {
         const auto writeOne = [&](const char* type, const LinkTotals& link) {
-            if (link.cameras < 2)
+            if (link.cameras.size() < 2)
                 return;
             QJsonObject object = linkObject(link);
             object.insert(QStringLiteral("type"), QLatin1String(type));

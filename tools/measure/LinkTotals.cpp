@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-void LinkTotals::add(const Stretch& stretch)
+void LinkTotals::add(const MeasuredCamera& camera, const Stretch& stretch)
 {
-    ++cameras;
+    cameras.push_back(&camera);
     endS = std::max(endS, stretch.endS);
     if (stretch.elapsedUs > 0)
         busiest = std::max(busiest, static_cast<double>(stretch.bytes) / static_cast<double>(stretch.elapsedUs));
@@ -29,16 +29,17 @@ std::optional<double> LinkTotals::sharePercent() const
     return *now / *rate * 100.0;
 }
 
-void LinkTable::add(const CameraLink& link, const Stretch& stretch)
+void LinkTable::add(const MeasuredCamera& camera, const Stretch& stretch)
 {
-    all.add(stretch);
+    const CameraLink& link = camera.link();
+    all.add(camera, stretch);
     if (link.name.isEmpty())
         return;
     auto found = std::find_if(links.begin(), links.end(),
                               [&link](const LinkTotals& other) { return other.name == link.name; });
     if (found == links.end())
-        found = links.insert(found, {link.name, 0, link.rate});
-    found->add(stretch);
+        found = links.insert(found, {link.name, {}, link.rate});
+    found->add(camera, stretch);
 }
 
 const LinkTotals* LinkTable::find(const CameraLink& link) const

@@ -9,18 +9,18 @@
 #include "CameraDevice.h"
 #include "MeasuredCamera.h"
 
-/// Of one stretch of a run.
+/// Of one stretch of a run. The cameras must outlive it.
 struct LinkTotals
 {
-    QString name; ///< empty: all cameras, whatever their links
-    int cameras = 0;
-    std::optional<double> rate{}; ///< MB/s that the link can carry; nothing: not known
-    double busiest = 0.0;         ///< MB/s of the camera that delivered most
-    double endS = 0.0;            ///< after the run's start
+    QString name;                                 ///< empty: all cameras, whatever their links
+    std::vector<const MeasuredCamera*> cameras{}; ///< on it
+    std::optional<double> rate{};                 ///< MB/s that the link can carry; nothing: not known
+    double busiest = 0.0;                         ///< MB/s of the camera that delivered most
+    double endS = 0.0;                            ///< after the run's start
     quint64 bytes = 0;
     qint64 elapsedUs = 0; ///< of the camera that was measured longest
 
-    void add(const Stretch& stretch);
+    void add(const MeasuredCamera& camera, const Stretch& stretch);
     /// Bytes received by the time that passed, MB/s.
     std::optional<double> delivered() const;
     /// Of the link's rate.
@@ -33,7 +33,7 @@ struct LinkTable
     std::vector<LinkTotals> links; ///< those with a name, in the order of their first cameras
     LinkTotals all;
 
-    void add(const CameraLink& link, const Stretch& stretch);
+    void add(const MeasuredCamera& camera, const Stretch& stretch);
     /// Null for a link without a name.
     const LinkTotals* find(const CameraLink& link) const;
 };

@@ -131,7 +131,7 @@ void MeasureRun::printInterval(MeasuredCamera& camera, LinkTable& links)
 {
     tick(camera);
     const IntervalLine line{camera.info(), QDateTime::currentDateTimeUtc(), camera.takeInterval()};
-    links.add(camera.link(), line.stretch);
+    links.add(camera, line.stretch);
     lineOutput.interval(line);
     tellOnce(lineOutput.lines());
     if (intervalLog) {

@@ -94,6 +94,11 @@ std::vector<ReportFact> settingFacts(const Options& options)
         {QStringLiteral("Required throughput"),
          options.required ? QStringLiteral("%1 MB/s").arg(*options.required) : QStringLiteral("as the camera tells")},
     };
+    if (options.bufferSize)
+        facts.push_back({QStringLiteral("Buffer size"),
+                         groupedDigits(QString::number(*options.bufferSize)) + QStringLiteral(" B")});
+    if (!options.resume)
+        facts.push_back({QStringLiteral("Lost cameras"), QStringLiteral("are not measured again")});
     if (!options.limitsFile.isEmpty())
         facts.push_back({QStringLiteral("Limits from"), options.limitsFile});
     if (!options.csvFile.isEmpty())
@@ -152,8 +157,14 @@ ReportLink reportLink(const LinkTotals& link)
     const auto text = [](const std::optional<double>& value, int decimals) {
         return value ? groupedDigits(QString::number(*value, 'f', decimals)) : QString();
     };
-    return {link.name.isEmpty() ? QStringLiteral("All cameras") : link.name, QString::number(link.cameras),
-            text(link.delivered(), 2), text(link.rate, 0), text(link.sharePercent(), 1)};
+    if (link.name.isEmpty())
+        return {
+            QStringLiteral("All links"), counted(link.cameras.size(), "camera"), text(link.delivered(), 2), {}, {}};
+    QStringList names;
+    for (const MeasuredCamera* camera : link.cameras)
+        names.append(cameraDisplayName(camera->info()));
+    return {link.name, names.join(QStringLiteral(", ")), text(link.delivered(), 2), text(link.rate, 0),
+            text(link.sharePercent(), 1)};
 }
 
 } // namespace

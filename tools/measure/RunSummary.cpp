@@ -49,7 +49,7 @@ int finishRun(const Options& options, const std::vector<std::unique_ptr<Measured
     const QDateTime now = QDateTime::currentDateTime();
     Summary summary{options, log ? &log->lines() : nullptr, now, now};
     for (const auto& camera : cameras)
-        summary.links.add(camera->link(), camera->wholeRun());
+        summary.links.add(*camera, camera->wholeRun());
     QString error;
     bool fileFault = output.lines().lostLines() > 0 || (summary.log && summary.log->lostLines() > 0);
     for (int i = 0; i < static_cast<int>(cameras.size()); ++i) {

@@ -151,12 +151,12 @@ private:
 
     void linkRow(const QString& title, const LinkTotals& link)
     {
-        if (link.cameras < 2)
+        if (link.cameras.size() < 2)
             return;
         QString text = QString::number(link.endS, 'f', 1).rightJustified(timeWidth) + QStringLiteral("  ") +
                        singleLine(title).leftJustified(cameraWidth) +
                        QStringLiteral(" %1 cameras delivered %2 MB/s")
-                           .arg(link.cameras)
+                           .arg(link.cameras.size())
                            .arg(link.delivered().value_or(0.0), 0, 'f', 2);
         if (const auto share = link.sharePercent())
             text += QStringLiteral(", %1 % of the link's %2 MB/s").arg(*share, 0, 'f', 1).arg(*link.rate, 0, 'f', 1);

@@ -192,14 +192,13 @@ Markup linkTable(const ReportContent& content)
         return {};
     Markup rows;
     for (const ReportLink& link : content.links) {
-        Markup cells = element("th", link.name);
-        for (const QString& number : {link.cameras, link.delivered, link.rate, link.share})
+        Markup cells = element("th", link.name) + element("td", link.cameras);
+        for (const QString& number : {link.delivered, link.rate, link.share})
             cells += element("td class=\"n\"", number);
         rows += element("tr", cells);
     }
-    const Markup headings =
-        literal("<thead><tr><th>Link</th><th class=\"n\">Cameras</th><th class=\"n\">Delivered, MB/s"
-                "</th><th class=\"n\">Rate, MB/s</th><th class=\"n\">Used, %</th></tr></thead>");
+    const Markup headings = literal("<thead><tr><th>Link</th><th>Cameras</th><th class=\"n\">Delivered, MB/s"
+                                    "</th><th class=\"n\">Rate, MB/s</th><th class=\"n\">Used, %</th></tr></thead>");
     return element("section",
                    element("h2", QStringLiteral("Links")) + element("table", headings + element("tbody", rows)));
 }
