@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int watchIntervalMs = 1000;
+constexpr std::chrono::seconds lossInterval{10}; ///< between two lines of a camera
 
 QString nameOf(VNCORE_HANDLE camera)
 {
@@ -28,6 +29,8 @@ CameraEvents::CameraEvents(EventLog& log, TakeOvers& takeOvers, QObject* parent)
     auto* manager = CxCameraManager::instance();
     connect(manager, &CxCameraManager::cameraOpened, this, [this](VNCORE_HANDLE camera) {
         eventLog.append(Severity::Information, tr("%1 opened").arg(nameOf(camera)));
+        if (const auto before = CameraRegistry::instance().lostFrames(camera))
+            lost[camera] = {*before, {}};
     });
     connect(manager, &CxCameraManager::cameraClosed, this, [this](VNCORE_HANDLE camera) {
         eventLog.append(Severity::Information, tr("%1 closed").arg(nameOf(camera)));
@@ -42,8 +45,9 @@ CameraEvents::CameraEvents(EventLog& log, TakeOvers& takeOvers, QObject* parent)
     connect(&takeOvers, &TakeOvers::changed, this, &CameraEvents::onTakenOver);
 
     connect(&timer, &QTimer::timeout, this, [this] {
-        checkFrames(std::chrono::steady_clock::now());
-        checkLosses();
+        const auto now = std::chrono::steady_clock::now();
+        checkFrames(now);
+        checkLosses(now);
     });
     timer.start(watchIntervalMs);
 }
@@ -77,17 +81,18 @@ void CameraEvents::checkFrames(TimePoint now)
     }
 }
 
-void CameraEvents::checkLosses()
+void CameraEvents::checkLosses(TimePoint now)
 {
     for (VNCORE_HANDLE camera : CameraRegistry::instance().openedCameras()) {
-        const auto now = CameraRegistry::instance().lostFrames(camera);
-        if (!now)
+        const auto frames = CameraRegistry::instance().lostFrames(camera);
+        if (!frames)
             continue;
-        const auto [known, isNew] = lost.try_emplace(camera, *now);
-        const LostFrames more = isNew ? LostFrames() : now->since(known->second);
-        known->second = *now;
-        if (more.total() > 0)
-            eventLog.append(EventLog::Severity::Warning,
-                            tr("%1 lost frames: %2").arg(nameOf(camera), lostFramesText(more)));
+        ToldLosses& told = lost.try_emplace(camera, ToldLosses{*frames}).first->second;
+        const LostFrames more = frames->since(told.frames);
+        if (more.total() == 0 || now < told.tellNext)
+            continue;
+        told = {*frames, now + lossInterval};
+        eventLog.append(EventLog::Severity::Warning,
+                        tr("%1 lost frames: %2").arg(nameOf(camera), lostFramesText(more)));
     }
 }

@@ -30,16 +30,21 @@ public:
 
     /// Looks for how long each measured camera has sent no frame. Called every second.
     void checkFrames(TimePoint now);
-    /// Looks for lost frames since the last call. Called every second.
-    void checkLosses();
+    /// Looks for lost frames. Called every second; a camera's are told at once, further ones after a while together.
+    void checkLosses(TimePoint now);
 
 private:
     void onTakenOver(VNCORE_HANDLE camera, bool takenOver);
 
     EventLog& eventLog;
     QTimer timer;
-    std::map<VNCORE_HANDLE, bool> measured;   ///< the measured cameras; whether their silence has been told
-    std::map<VNCORE_HANDLE, LostFrames> lost; ///< of opened cameras, told so far
+    std::map<VNCORE_HANDLE, bool> measured; ///< the measured cameras; whether their silence has been told
+    struct ToldLosses
+    {
+        LostFrames frames;
+        TimePoint tellNext{};
+    };
+    std::map<VNCORE_HANDLE, ToldLosses> lost; ///< of opened cameras, told so far
 };
 
 #endif

@@ -124,6 +124,10 @@ private Q_SLOTS:
                 QCOMPARE(sumOf(lines, key), bench.total(key));
             QVERIFY(bench.total("missingFrames") > 0);
             QVERIFY(bench.total("lostOnTheWay") >= bench.total("missingFrames")); // those after the last one, too
+            const auto events = bench.run.recorder().events().list();
+            QVERIFY(std::any_of(events.begin(), events.end(), [](const RunEvent& event) {
+                return event.text.startsWith("lost frames: ") && event.text.endsWith(" on the way");
+            }));
             QVERIFY(bench.cameras[0]->problems().isEmpty());
             QVERIFY(qAbs(sumOf(lines, "intervalS") - bench.cameras[0]->wholeRun().lengthS) < 1e-6);
             if (mode == MeasModeStandardAcq) {

@@ -13,10 +13,12 @@
 
 struct CameraBench
 {
-    explicit CameraBench(int cameras)
+    /// `loss`: share of the frames that are lost on the link.
+    explicit CameraBench(int cameras, double loss = 0.0)
     {
         for (int i = 0; i < cameras; ++i) {
             sim::CameraScenario scenario = smallCamera();
+            scenario.link.frameLoss = loss;
             scenario.name = scenario.id = QChar('A' + i);
             devices.push_back(std::make_shared<sim::HandDrivenCamera>(scenario));
             registry.addDevice(devices.back());

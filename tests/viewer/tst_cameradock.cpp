@@ -164,6 +164,30 @@ private Q_SLOTS:
         QVERIFY(desk.lines().constLast().contains("given back"));
     }
 
+    void lostFramesAreToldNowAndThen()
+    {
+        CameraBench bench(1, 0.5);
+        EventLog log;
+        TakeOvers takeOvers;
+        CameraEvents events(log, takeOvers);
+        const VNCORE_HANDLE camera = bench.registry.open(0);
+        QVERIFY(vnApi_StartAcquisition(camera));
+        log.clear();
+        const auto linesAfter = [&](std::chrono::seconds time) {
+            for (int i = 0; i < 20; ++i)
+                bench.receive(camera);
+            events.checkLosses(CameraEvents::TimePoint() + time);
+            return columnTexts(log, EventLog::TextColumn);
+        };
+        const QStringList first = linesAfter(1s);
+        QCOMPARE(first.size(), 1);
+        QCOMPARE(linesAfter(10s), first);
+        const QStringList both = linesAfter(11s);
+        QCOMPARE(both.size(), 2);
+        const auto count = [](const QString& line) { return line.section(' ', 4, 4).toULongLong(); };
+        QCOMPARE(count(both[0]) + count(both[1]), bench.devices[0]->lostFrames()->onTheWay);
+    }
+
     void deliveriesAreCountedAndSorted()
     {
         Desk desk;

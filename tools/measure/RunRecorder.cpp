@@ -61,6 +61,8 @@ void RunRecorder::add(const MeasuredCamera& camera, const Stretch& tick)
     else if (tellIt && !course.silent)
         note(camera, QStringLiteral("no frame for more than a second"), true);
     course.silent = tellIt && !anyFrame;
+    if (tick.lost && tick.lost->total() > 0)
+        note(camera, QStringLiteral("lost frames: ") + lostFramesText(*tick.lost), true);
 }
 
 void RunRecorder::note(const MeasuredCamera& camera, const QString& text, bool bad)
