@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Many cameras in the real viewer: the window answers in time, and no frame that a camera handed out is missing in
 // its record. KESTROVA_LOAD_CAMERAS and KESTROVA_LOAD_SECONDS ask for another load than the usual one.
-#include <unistd.h>
-
-#include <atomic>
 #include <functional>
-#include <thread>
 
 #include <qcustomplot.h>
 
 #include <QtTest/QtTest>
 
+#include "AnswerProbe.h"
 #include "engine/CameraLineData.h"
 #include "Files.h"
 #include "form/DataGraphForm.h"
@@ -20,7 +17,6 @@ namespace {
 
 constexpr int answersWithinMs = 50;
 constexpr int framesPerSecond = 5;
-constexpr auto probeEvery = std::chrono::milliseconds(5);
 
 int setting(const char* name, int usual)
 {
@@ -30,55 +26,6 @@ int setting(const char* name, int usual)
 }
 
 const bool underValgrind = qEnvironmentVariableIsSet("KESTROVA_TEST_SCALE"); // nothing is in time there
-
-/// How long a thread has been ready to run without getting a processor.
-double unservedMs(pid_t thread)
-{
-    return readFile(QStringLiteral("/proc/self/task/%1/schedstat").arg(thread)).split(' ').value(1).toDouble() / 1e6;
-}
-
-/// Asks the event loop for an answer again and again, as a person who clicks all the time would.
-class AnswerProbe
-{
-public:
-    AnswerProbe() : asker([this] { run(); }) {}
-    ~AnswerProbe()
-    {
-        stop = true;
-        asker.join();
-        QCoreApplication::sendPostedEvents(&receiver);
-    }
-
-    double longestMs = 0.0;    ///< from question to answer
-    double longestOwnMs = 0.0; ///< without what others took of the processors
-
-private:
-    void run()
-    {
-        while (!stop) {
-            if (!questionOpen.exchange(true)) {
-                const auto asked = std::chrono::steady_clock::now();
-                const double unserved = unservedMs(window);
-                QMetaObject::invokeMethod(
-                    &receiver, [=] { answer(asked, unserved); }, Qt::QueuedConnection);
-            }
-            std::this_thread::sleep_for(probeEvery);
-        }
-    }
-    void answer(std::chrono::steady_clock::time_point asked, double unserved)
-    {
-        const std::chrono::duration<double, std::milli> waited = std::chrono::steady_clock::now() - asked;
-        longestMs = std::max(longestMs, waited.count());
-        longestOwnMs = std::max(longestOwnMs, waited.count() - (unservedMs(window) - unserved));
-        questionOpen = false;
-    }
-
-    QObject receiver;
-    const pid_t window = ::gettid();
-    std::atomic<bool> questionOpen{false};
-    std::atomic<bool> stop{false};
-    std::thread asker;
-};
 
 /// A quarter of a megabyte, five times a second; links that are no faster, so that the curves are dense.
 QByteArray scenario(int cameras)
