@@ -16,9 +16,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto openLimit = 15s; ///< a search takes its time, and so do attempts to reach a camera
-constexpr auto callLimit = 1s;  ///< for what a camera does in milliseconds
-constexpr auto startLimit = 3s; ///< with all the buffers to be made
+constexpr auto openLimit = 15s;  ///< a search takes its time, and so do attempts to reach a camera
+constexpr auto callLimit = 1s;   ///< for what a camera does in milliseconds
+constexpr auto startLimit = 3s;  ///< with all the buffers to be made
+constexpr auto stopLimit = 50ms; ///< a window may wait for it, and a dead camera has not to hear of it
 
 bool isFormat(const char* name)
 {
@@ -140,6 +141,10 @@ bool AravisCamera::setFormat(quint32 code)
     {
         const std::lock_guard<std::mutex> lock(state->mutex);
         before = state->format;
+        if (before == code) { // nobody else changes it
+            state->arrivals = false;
+            return true;
+        }
     }
     return worker->call(
         callLimit, [set, code] { return set(code); }, [set, before] { set(before); });
@@ -204,13 +209,9 @@ bool AravisCamera::stop()
         ++state->waitEpoch;
         state->changed.notify_all();
     }
-    const auto end = [state = state] {
-        state->endStream(true);
-        return true;
-    };
     // Nobody gets an image any more, whether the camera has heard of it in time or not.
     if (!lost)
-        worker->call(callLimit, end);
+        worker->finish(stopLimit, [state = state] { state->endStream(true); });
     return true;
 }
 

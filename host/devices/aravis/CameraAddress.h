@@ -31,6 +31,9 @@ std::optional<CameraAddress> parseAddress(const QString& name);
 /// no way to it.
 std::string localAddressTowards(const std::string& target);
 
+/// Whether a camera at `target` (IPv4) answers; waits a second and a half at most.
+bool answers(const std::string& target);
+
 } // namespace aravis
 
 #endif

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <mutex>
 #include <thread>
 
 #include <QtCore/QCoreApplication>
@@ -38,6 +39,13 @@ QString openFault(const CallError& fault)
     return Text::tr("refused: %1").arg(fault.text());
 }
 
+/// The library reads the description of one camera at a time: two at once spoil its tables.
+std::mutex& reading()
+{
+    static std::mutex mutex;
+    return mutex;
+}
+
 Owned<ArvDevice> openNetworkDevice(const std::string& address, QString* error)
 {
     // The library takes an address that is not of this host for one that is, and crashes.
@@ -46,9 +54,14 @@ Owned<ArvDevice> openNetworkDevice(const std::string& address, QString* error)
         *error = Text::tr("there is no way to this address. Is the network interface up?");
         return nullptr;
     }
+    if (!answers(address)) { // or others would wait for it too
+        *error = Text::tr("no answer. Is the camera switched on, and is this its address?");
+        return nullptr;
+    }
     const Owned<GInetAddress> host(g_inet_address_new_from_string(local.c_str()));
     const Owned<GInetAddress> camera(g_inet_address_new_from_string(address.c_str()));
     CallError fault;
+    const std::lock_guard<std::mutex> lock(reading());
     Owned<ArvDevice> device(arv_gv_device_new(host.get(), camera.get(), fault.out()));
     if (!device)
         *error = openFault(fault);
@@ -67,6 +80,7 @@ Owned<ArvDevice> openDevice(const CameraAddress& address, QString* error)
     if (address.kind == CameraAddress::Kind::NetworkSerial)
         return openNetworkDevice(found, error);
     CallError fault;
+    const std::lock_guard<std::mutex> lock(reading());
     Owned<ArvDevice> device(arv_open_device(found.c_str(), fault.out()));
     if (!device)
         *error = openFault(fault);

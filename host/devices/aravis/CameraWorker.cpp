@@ -164,6 +164,20 @@ bool CameraWorker::call(std::chrono::milliseconds limit, std::function<bool()> t
     return false;
 }
 
+void CameraWorker::finish(std::chrono::milliseconds limit, Task task)
+{
+    const auto deadline = Clock::now() + limit;
+    const auto done = std::make_shared<bool>(false);
+    post([queue = queue, done, task = std::move(task)] {
+        task();
+        const std::lock_guard<std::mutex> end(queue->mutex);
+        *done = true;
+        queue->changed.notify_all();
+    });
+    std::unique_lock<std::mutex> lock(queue->mutex);
+    queue->changed.wait_until(lock, deadline, [&] { return *done; });
+}
+
 bool CameraWorker::waitForAll(std::chrono::milliseconds limit)
 {
     const auto deadline = Clock::now() + limit;

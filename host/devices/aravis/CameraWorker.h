@@ -30,6 +30,8 @@ public:
     /// Has a task done and waits for its result. False if it was not done within the limit: it is then never begun,
     /// and if it was under way and ends well after all, `undo` follows it. From a task: does it at once.
     bool call(std::chrono::milliseconds limit, std::function<bool()> task, Task undo = {});
+    /// Has a task done, whenever that is, and waits for its end at most this long. Not from a task.
+    void finish(std::chrono::milliseconds limit, Task task);
 
     /// Waits until no worker's thread is left. False if the limit passed before.
     static bool waitForAll(std::chrono::milliseconds limit);
