@@ -10,6 +10,7 @@
 
 #include "AravisCamera.h"
 #include "CameraWorker.h"
+#include "ChildPrograms.h"
 #include "FakeGigeCamera.h"
 #include "NetworkNamespace.h"
 #include "TestScale.h"
@@ -30,23 +31,6 @@ int openDescriptors()
         ++count;
     ::closedir(directory);
     return count;
-}
-
-/// This process' children that run the program.
-std::vector<int> childrenRunning(const char* program)
-{
-    std::vector<int> found;
-    for (const QString& task : QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        QFile list(QStringLiteral("/proc/self/task/%1/children").arg(task));
-        if (!list.open(QIODevice::ReadOnly))
-            continue;
-        for (const QByteArray& child : list.readAll().simplified().split(' ')) {
-            QFile name(QStringLiteral("/proc/%1/comm").arg(QString::fromLatin1(child)));
-            if (name.open(QIODevice::ReadOnly) && name.readAll().trimmed() == program)
-                found.push_back(child.toInt());
-        }
-    }
-    return found;
 }
 
 quint64 nowTicks()

@@ -37,8 +37,10 @@ public:
             return false;
         startAll = form->findChild<QAbstractButton*>("btnStartAll");
         CameraRegistry& registry = CameraRegistry::instance();
-        for (int i = 0; i < registry.deviceCount(); ++i)
-            models.push_back(std::dynamic_pointer_cast<sim::SimulatedCamera>(registry.device(i)));
+        for (int i = 0; i < registry.deviceCount(); ++i) {
+            if (auto model = std::dynamic_pointer_cast<sim::SimulatedCamera>(registry.device(i)))
+                models.push_back(std::move(model));
+        }
         before = parameters();
         return true;
     }
