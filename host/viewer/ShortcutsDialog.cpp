@@ -21,8 +21,10 @@ QString pathOf(const QAction& action)
         const auto* button = qobject_cast<const QToolButton*>(place);
         if (button && button->menu() && button->menu()->menuAction() == &action)
             return button->text();
-        if (const auto* menu = qobject_cast<const QMenu*>(place))
-            return pathOf(*menu->menuAction()) + QStringLiteral(" > ") + text;
+        const auto* menu = qobject_cast<const QMenu*>(place);
+        const QString path = menu ? pathOf(*menu->menuAction()) : QString();
+        if (!path.isEmpty()) // one without a name holds what a narrow menu bar has no room for
+            return path + QStringLiteral(" > ") + text;
     }
     return text;
 }

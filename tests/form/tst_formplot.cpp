@@ -67,9 +67,10 @@ private Q_SLOTS:
     void valueAxisFollowsItsCurves()
     {
         const Rows<quint64, quint64, QString> rows{
-            {1260, 276760, "3..812 3..812"},     // MB/s: 812.7 and 3.7
-            {1024, 1024, "900..1100 900..1100"}, // 1000 all the time
-            {256000, 256000, "3..4 3.6..4.4"},   // 4: whole numbers would cut it off
+            {1260, 276760, "3..812 3..812"},       // MB/s: 812.7 and 3.7
+            {1024, 1024, "900..1100 900..1100"},   // 1000 all the time
+            {2048000, 2048001, "0..0 0.45..0.55"}, // as good as the same
+            {256000, 256000, "3..4 3.6..4.4"},     // 4: whole numbers would cut it off
             {1280000, 5120000, "0..0 0.2..0.8"}};
         for (const auto& [ticks, laterTicks, boxesAndAxis] : rows) {
             FormBench bench(1);

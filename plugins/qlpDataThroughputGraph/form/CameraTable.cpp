@@ -26,7 +26,8 @@ namespace {
 constexpr int rowPixels = 24;
 constexpr int scrollBarPixels = 5;
 constexpr int leastRows = 2;         ///< that the table always shows
-constexpr int usualRows = 4;         ///< that it shows before the list of curves has room for all
+constexpr int usualRows = 4;         ///< that it shows before all curves and marks beside the plot have room
+constexpr int namesOfMarks = 3;      ///< lines
 constexpr int leastCurvePixels = 38; ///< of that list: two of them
 constexpr int mostCurvePixels = 140;
 
@@ -231,8 +232,9 @@ void CxDataGraphForm::FixTableHeight()
         return wholeHeight <= room ? rows : std::max(leastRows, (room - heading - scrollBarPixels) / rowPixels);
     };
     const int buttons = ui->verticalLayout_2->minimumSize().height();
-    const int moreCurves = ui->tablePlotCheck->maximumHeight() - ui->tablePlotCheck->minimumHeight();
-    const int rowsWithRoom = std::max(rowsAbove(buttons + moreCurves), std::min(usualRows, rowsAbove(buttons)));
+    const int more = ui->tablePlotCheck->maximumHeight() - ui->tablePlotCheck->minimumHeight() +
+                     (namesOfMarks - 1) * ui->labelMarks->fontMetrics().lineSpacing();
+    const int rowsWithRoom = std::max(rowsAbove(buttons + more), std::min(usualRows, rowsAbove(buttons)));
     ui->table->horizontalHeader()->setFixedHeight(heading);
     ui->table->setVerticalScrollBarPolicy(rowsWithRoom < rows ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
     ui->table->setFixedHeight(heightOf(rowsWithRoom));

@@ -29,6 +29,7 @@ constexpr int leastFontPixels = 8;
 constexpr int aroundAxesPixels = 44; ///< of an area's height: title, time axis, margins
 constexpr int valueTickPixels = 20;  ///< height for each value tick
 constexpr int mostValueTicks = 5;
+constexpr double sameValue = 1e-3; ///< relative; what is closer is the noise of a clock
 constexpr int leastLabelPadding = 10;
 constexpr int mostLabelPadding = 40;
 constexpr int aroundLabelPixels = 4;            ///< of an area's height: between the labels of two value axes
@@ -39,7 +40,7 @@ QPen curvePen(const QColor& colour)
     return QPen(QBrush(colour), 1.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
 }
 
-/// The one value of all points on the axis, if there is but one.
+/// The value of all points on the axis, if they are as good as the same.
 std::optional<double> constantOn(const QCPAxis& axis)
 {
     std::optional<QCPRange> data;
@@ -49,7 +50,8 @@ std::optional<double> constantOn(const QCPAxis& axis)
         if (found)
             data = data ? data->expanded(values) : values;
     }
-    return data && data->size() == 0.0 ? std::optional(data->lower) : std::nullopt;
+    const bool constant = data && data->size() <= sameValue * std::abs(data->center());
+    return constant ? std::optional(data->center()) : std::nullopt;
 }
 
 /// A tenth of the value on either side.
