@@ -273,6 +273,12 @@ private Q_SLOTS:
                     {"reversed", {23, 22, 21, 20}, later, 0, quiet, &LostFrames::notAttributable},
                     {"overtaken", {20, 21, 22, 33}, {30, 31, 32, 34}, 0, quiet, &LostFrames::late},
                     {"nobody looked then", good, later, 0, {quiet[2], quiet[3], quiet[4]}, &LostFrames::unknown},
+                    {"always something waits",
+                     good,
+                     later,
+                     0,
+                     {{0, 5, 7, 9}, {26, 5, 8, 9}, {80, 5, 8, 9}},
+                     &LostFrames::noBuffer},
                     {"nobody has looked yet", good, later, 0, {quiet[0], quiet[1], quiet[2]}, notYet}};
         for (const auto& row : rows) {
             ArrivalBook book;

@@ -258,14 +258,14 @@ std::unique_ptr<ImageStream> CameraConnection::start(const Callback& onNews, boo
     StreamConditions known;
     if (ARV_IS_GV_STREAM(stream.get())) {
         ArvGvStream* const network = ARV_GV_STREAM(stream.get());
-        known.socketLimitBytes = enlargeSocketBuffer(network, payload);
+        known.socketLimitBytes = enlargeSocketBuffer(network, way->host, payload);
         const guint packet = arv_camera_gv_get_packet_size(camera.get(), fault.out());
         if (!fault)
             known.packetBytes = packet;
         QString why;
         // Without the right to capture it goes without, unless the times are what is asked for.
-        tap = PacketTap::start({way->camera, way->host, arv_gv_stream_get_port(network)}, onNews, dropProbe(network),
-                               &why);
+        tap = PacketTap::start({way->camera, way->host, arv_gv_stream_get_port(network)}, onNews,
+                               dropProbe(network, way->host), &why);
         if (arrivals && !tap)
             return refuse(why);
     }

@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::size_t keptSteps = 16384;    ///< more than a minute, however much goes on
 constexpr qint64 clockToleranceNs = 200000; ///< between the stamps of packets and the samples' clock
+constexpr qint64 longestQueueNs = 50000000; ///< in a socket that is read, though something always waits
 
 } // namespace
 
@@ -36,7 +37,7 @@ void DropSamples::add(const DropSample& sample)
 std::optional<qint64> DropSamples::readBy(qint64 timeNs) const
 {
     const auto found = std::find_if(steps.begin(), steps.end(), [timeNs](const Step& step) {
-        return step.empty && step.toNs >= timeNs + clockToleranceNs;
+        return step.toNs >= timeNs + (step.empty ? clockToleranceNs : longestQueueNs);
     });
     return found == steps.end() ? std::nullopt : std::optional<qint64>(std::max(found->firstSampleNs, timeNs));
 }

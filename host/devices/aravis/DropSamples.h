@@ -28,7 +28,8 @@ public:
 
     /// Whether everything since then is still kept.
     bool reachesBackTo(qint64 timeNs) const { return !steps.empty() && steps.front().fromNs <= timeNs; }
-    /// From when on nothing waited any more of what had arrived until then. None if that is not known yet.
+    /// From when on nothing waited any more of what had arrived until then, or could have if the socket is read at all.
+    /// None if that is not known yet.
     std::optional<qint64> readBy(qint64 timeNs) const;
     /// Whether that may have happened between these times, both included.
     bool wasSocketFull(qint64 fromNs, qint64 untilNs) const { return happened(&Step::socketFull, fromNs, untilNs); }

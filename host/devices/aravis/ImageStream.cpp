@@ -21,6 +21,7 @@ constexpr size_t wantedBytes = size_t{256} << 20;
 constexpr std::chrono::milliseconds shortestEnd{30}; ///< the tap has told by then what had arrived
 constexpr std::chrono::milliseconds longestEnd{80};  ///< a window may wait for it
 constexpr std::chrono::milliseconds endStep{5};
+constexpr guint endRetentionUs = 10000;
 constexpr std::chrono::milliseconds patience{500}; ///< with a tap, which tells of a packet within 20 ms
 
 } // namespace
@@ -149,6 +150,8 @@ void ImageStream::finish()
 {
     if (!tap)
         return;
+    // The library keeps whole frames back as long as it waits for packets of one before them.
+    g_object_set(stream, "frame-retention", endRetentionUs, nullptr);
     const auto begin = std::chrono::steady_clock::now();
     for (;;) {
         const auto passed = std::chrono::steady_clock::now() - begin;
@@ -165,6 +168,7 @@ void ImageStream::finish()
             for (quint64 back = 0; back < lost; ++back) {
                 LostFrames one;
                 ++(one.**tap->lossOf(frames.idBefore(seen->last, back), seen->last, true));
+                one.notAttributable = 0; // nothing happened to it: it was under way to a reader who has left
                 frames.addLost(one);
             }
             return;

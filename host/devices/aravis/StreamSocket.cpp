@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The library does not hand its socket out: it is the one of this process with the stream's port.
+// The library does not hand its socket out: it is the one of this process with the stream's address and port.
 #include "StreamSocket.h"
 
+#include <arpa/inet.h>
 #include <dirent.h>
 #include <fcntl.h>
 #include <linux/sock_diag.h>
@@ -23,22 +24,25 @@ namespace {
 constexpr int leastBytes = 4 << 20;
 constexpr size_t mostBytes = size_t{1} << 30;
 
-bool hasPort(int descriptor, in_port_t port)
+bool isBoundTo(int descriptor, const sockaddr_in& place)
 {
     sockaddr_in own{};
     socklen_t size = sizeof own;
     return ::getsockname(descriptor, reinterpret_cast<sockaddr*>(&own), &size) == 0 && own.sin_family == AF_INET &&
-           own.sin_port == htons(port);
+           own.sin_port == place.sin_port && own.sin_addr.s_addr == place.sin_addr.s_addr;
 }
 
 /// -1 if there is none.
-int streamSocket(in_port_t port)
+int streamSocket(ArvGvStream* stream, const std::string& host)
 {
+    sockaddr_in place{};
+    place.sin_port = htons(arv_gv_stream_get_port(stream));
+    ::inet_pton(AF_INET, host.c_str(), &place.sin_addr);
     int found = -1;
     DIR* directory = ::opendir("/proc/self/fd");
     while (const dirent* entry = directory ? ::readdir(directory) : nullptr) {
         const int descriptor = std::atoi(entry->d_name); // the two dots are standard input, which is no socket
-        if (hasPort(descriptor, port))
+        if (isBoundTo(descriptor, place))
             found = descriptor;
     }
     if (directory)
@@ -53,12 +57,12 @@ qint64 steadyNs()
 
 } // namespace
 
-std::optional<double> enlargeSocketBuffer(ArvGvStream* stream, size_t payload)
+std::optional<double> enlargeSocketBuffer(ArvGvStream* stream, const std::string& host, size_t payload)
 {
     // Packets take more room than what is in them.
     const int wanted = std::max(leastBytes, static_cast<int>(std::min(payload * 2, mostBytes)));
     g_object_set(stream, "socket-buffer", ARV_GV_STREAM_SOCKET_BUFFER_FIXED, "socket-buffer-size", wanted, nullptr);
-    const int descriptor = streamSocket(arv_gv_stream_get_port(stream));
+    const int descriptor = streamSocket(stream, host);
     if (descriptor < 0)
         return std::nullopt;
     ::setsockopt(descriptor, SOL_SOCKET, SO_RCVBUF, &wanted, sizeof wanted);
@@ -74,15 +78,14 @@ std::optional<double> enlargeSocketBuffer(ArvGvStream* stream, size_t payload)
     return granted / 2;
 }
 
-std::function<DropSample()> dropProbe(ArvGvStream* stream)
+std::function<DropSample()> dropProbe(ArvGvStream* stream, const std::string& host)
 {
     // A descriptor of its own: the library's number may be another file's as soon as it is closed.
-    const std::shared_ptr<const int> own(
-        new int(::fcntl(streamSocket(arv_gv_stream_get_port(stream)), F_DUPFD_CLOEXEC, 0)),
-        [](const int* descriptor) {
-            ::close(*descriptor);
-            delete descriptor;
-        });
+    const std::shared_ptr<const int> own(new int(::fcntl(streamSocket(stream, host), F_DUPFD_CLOEXEC, 0)),
+                                         [](const int* descriptor) {
+                                             ::close(*descriptor);
+                                             delete descriptor;
+                                         });
     return [own, stream = ARV_STREAM(stream)] {
         DropSample sample{};
         sample.beginNs = steadyNs();

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <string>
 
 #include <arv.h>
 
@@ -13,12 +14,13 @@
 
 namespace aravis {
 
+/// `host` is the address of this host that the stream comes to, here and below.
 /// Makes room for a frame at least, before the first one comes; logs if the system grants less. How many bytes the
 /// socket may hold now; none if that is not known.
-std::optional<double> enlargeSocketBuffer(ArvGvStream* stream, size_t payload);
+std::optional<double> enlargeSocketBuffer(ArvGvStream* stream, const std::string& host, size_t payload);
 
 /// Looks at what the stream and its socket have dropped so far. To be called while the stream lives.
-std::function<DropSample()> dropProbe(ArvGvStream* stream);
+std::function<DropSample()> dropProbe(ArvGvStream* stream, const std::string& host);
 
 } // namespace aravis
 
