@@ -144,6 +144,11 @@ ReportCamera reportCamera(const CameraSummary& said, const MeasuredCamera& camer
     });
     shown.quantiles = reportFigures({quantiles, figures.end()}, said.verdict);
     shown.figures = reportFigures({figures.begin(), quantiles}, said.verdict);
+    // It can be compared with others of the same blocks only.
+    for (ReportFigure& figure : shown.figures) {
+        if (figure.title == figureTitle("minThroughputMBps"))
+            figure.title += QStringLiteral(" (of %1 B)").arg(camera.record().samplePeriod);
+    }
     std::transform(said.findings.begin(), said.findings.end(), std::back_inserter(shown.findings), reportFinding);
     shown.course = recorder.course(camera);
     if (camera.record().measMode == MeasModeDataThroughput && said.requiredThroughput > 0)

@@ -69,7 +69,7 @@ public:
         for (const CameraSummary& camera : summary.cameras) {
             const QString title = cameraDisplayName(camera.camera);
             if (figureValue(camera.run.figures, QStringLiteral("throughputP50MBps")))
-                writeLine(distributionText(title, camera.run.figures));
+                writeLine(distributionText(title, camera.run.figures, summary.options.samplePeriod));
             if (camera.clockDriftPpm)
                 writeLine(QStringLiteral("%1: clock drift %2 ppm")
                               .arg(title, QString::number(*camera.clockDriftPpm, 'f', 1)));
@@ -163,14 +163,15 @@ private:
         writeLine(text);
     }
 
-    static QString distributionText(const QString& title, const Figures& figures)
+    static QString distributionText(const QString& title, const Figures& figures, qint32 samplePeriod)
     {
         const auto text = [&figures](const char* key) {
             return QString::number(figureValue(figures, QLatin1String(key)).value_or(0.0), 'f', 2);
         };
-        return QStringLiteral("%1: of the blocks 0.1 % had at most %2 MB/s, 1 % %3, 10 % %4, half of them %5")
-            .arg(title, text("throughputP0_1MBps"), text("throughputP1MBps"), text("throughputP10MBps"),
-                 text("throughputP50MBps"));
+        return QStringLiteral(
+                   "%1: of the blocks of %2 bytes 0.1 % had at most %3 MB/s, 1 % %4, 10 % %5, half of them %6")
+            .arg(title, QString::number(samplePeriod), text("throughputP0_1MBps"), text("throughputP1MBps"),
+                 text("throughputP10MBps"), text("throughputP50MBps"));
     }
 
     static QString limitLine(const LimitVerdict& limit, const CameraSummary& camera)
