@@ -150,7 +150,7 @@ private Q_SLOTS:
         writeFile(path("other.json"), R"({"cameras": [{"id": "9", "max-level": 5}]})");
         start(limitedThroughput, throughputRun);
         start(limitedCounters, countersRun);
-        start(lostCamera, "--camera 4 --no-resume");
+        start(lostCamera, "--camera 4 --no-resume --max-losses 1");
         start(muteCamera, "--camera 5 --duration 300ms");
         start(pausingCamera, "--camera 6 --duration 2s --min-average 15 --min-throughput 5 --max-overflows 0");
     }

@@ -94,7 +94,9 @@ QStringList MeasuredCamera::problems() const
         return {QStringLiteral("did not start")};
     QStringList problems;
     const RunTotals totals = data.runTotals();
-    if (totals.losses > 0 && !runVerdict.judges("losses"))
+    if (isLost()) // whatever number of losses is allowed: the rest of its run is missing
+        problems.append(QStringLiteral("was lost and not measured again"));
+    else if (totals.losses > 0 && !runVerdict.judges("losses"))
         problems.append(totals.losses == 1 ? QStringLiteral("was lost")
                                            : QStringLiteral("was lost %1 times").arg(totals.losses));
     if (endedItself)
