@@ -708,6 +708,10 @@ puffer</translation>
         <source>Counters of the camera began anew, so how far they counted is not known. The camera may have been restarted, or another program has reset them.</source>
         <translation>Zähler der Kamera haben neu begonnen, deshalb ist nicht bekannt, wie weit sie gezählt haben. Die Kamera wurde möglicherweise neu gestartet, oder ein anderes Programm hat sie zurückgesetzt.</translation>
     </message>
+    <message>
+        <source>No frame came for up to %1 s, %2 s in all. For %3 s of these the camera was lost: its cable, its power or the camera itself may be the cause.</source>
+        <translation>Bis zu %1 s lang kam kein Bild, insgesamt %2 s. Davon war die Kamera %3 s lang verloren: Die Ursache kann ihr Kabel, ihre Stromversorgung oder die Kamera selbst sein.</translation>
+    </message>
 </context>
 <context>
     <name>EventTexts</name>

@@ -697,6 +697,10 @@ size</source>
         <source>Counters of the camera began anew, so how far they counted is not known. The camera may have been restarted, or another program has reset them.</source>
         <translation>相机的计数器重新开始计数，因此不知道其计数了多少。相机可能已重新启动，或被其他程序复位。</translation>
     </message>
+    <message>
+        <source>No frame came for up to %1 s, %2 s in all. For %3 s of these the camera was lost: its cable, its power or the camera itself may be the cause.</source>
+        <translation>最长 %1 s 没有图像，总计 %2 s。其中 %3 s 相机断开：原因可能是线缆、供电或相机本身。</translation>
+    </message>
 </context>
 <context>
     <name>EventTexts</name>

@@ -8,6 +8,7 @@
 
 #include <QtTest/QtTest>
 
+#include "Diagnosis.h"
 #include "Files.h"
 #include "LogCapture.h"
 #include "MeasurementBench.h"
@@ -306,6 +307,8 @@ private Q_SLOTS:
         QCOMPARE(totals.lostUs, qint64(lostFor / 1us));
         QCOMPARE(totals.elapsedUs, qint64(camera->now() / 1us));
         QVERIFY(received.frames > cameras[0]->record().frameList.size() && lossesOfRun >= quint64(hours));
+
+        QVERIFY(diagnose(diagnosisInput(cameras[0]->record(), totals))[0].sentence.contains("the camera was lost"));
 
         HistoryColumn course;
         const auto columns = run.recorder().course(*cameras[0]);

@@ -88,12 +88,21 @@ private:
         // The first gap of a slow camera counts as silence, as nothing tells yet how slow it is.
         const double flowedS = static_cast<double>(in.run.elapsedUs) / 1e6 - silentS;
         const double frameS = in.run.frames > 0 ? flowedS / static_cast<double>(in.run.frames) : 0.0;
-        if (std::min(longestS, silentS) > longSilenceS && longestS > silentFrames * frameS)
-            add(Kind::Silence,
-                tr("No frame came for up to %1 s, %2 s in all. Triggers may be missing, or the camera or its "
-                   "link may have stopped.")
-                    .arg(rounded(longestS), rounded(silentS)),
-                {{"longestGapMs", longestS * 1e3, "ms"}, {"silentMs", silentS * 1e3, "ms"}});
+        if (std::min(longestS, silentS) <= longSilenceS || longestS <= silentFrames * frameS)
+            return;
+        add(Kind::Silence,
+            tr("No frame came for up to %1 s, %2 s in all. Triggers may be missing, or the camera or its link may "
+               "have stopped.")
+                .arg(rounded(longestS), rounded(silentS)),
+            {{"longestGapMs", longestS * 1e3, "ms"}, {"silentMs", silentS * 1e3, "ms"}});
+        if (in.run.losses > 0) {
+            const double lostS = static_cast<double>(in.run.lostUs) / 1e6;
+            found.back().sentence =
+                tr("No frame came for up to %1 s, %2 s in all. For %3 s of these the camera was lost: its cable, its "
+                   "power or the camera itself may be the cause.")
+                    .arg(rounded(longestS), rounded(silentS), rounded(lostS));
+            found.back().figures.push_back({"lostS", lostS, "s"});
+        }
     }
 
     void lookAtLink()

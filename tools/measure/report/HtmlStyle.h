@@ -86,7 +86,8 @@ i.lost { height: .8em; border: 0; background: var(--lost); vertical-align: -.08e
 .plot svg { display: block; width: 100%; height: 100%; overflow: visible; }
 .values span { position: absolute; right: 100%; margin-right: .5rem; transform: translateY(50%); font-size: .8rem;
   line-height: 1; color: var(--soft); }
-.label { position: absolute; font-size: .75rem; line-height: 1.1; padding-bottom: .1rem; white-space: nowrap; }
+.label { position: absolute; font-size: .75rem; line-height: 1.1; padding-bottom: .1rem; white-space: nowrap;
+  text-shadow: 0 0 3px var(--page), 0 0 3px var(--page), 0 0 3px var(--page); }
 .label.below { transform: translateY(100%); padding: .1rem 0 0; }
 .label b { color: var(--pass); font-weight: 600; }
 .label .broken { color: var(--fail); }
