@@ -296,9 +296,9 @@ private Q_SLOTS:
             lostFor += camera->now();
         }
         const Memory end = Memory::now();
-        QVERIFY(end.heap <
-                full.heap + 4000000); // the log, events and lines of a third of the time, or 40 MB of frames
-        QVERIFY2(end.resident < full.resident + 8000000, QByteArray::number(end.resident - full.resident));
+        // Frames of a third of the time have 45 MB. What other tests gave back may be taken again.
+        QVERIFY2(end.heap < full.heap + 4000000, QByteArray::number(end.heap - full.heap));
+        QVERIFY2(end.resident < full.resident + 20000000, QByteArray::number(end.resident - full.resident));
         run.printIntervals();
         const RunTotals totals = cameras[0]->record().runTotals();
         const quint64 lossesOfRun = totals.losses;
