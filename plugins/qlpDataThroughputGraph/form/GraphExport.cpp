@@ -100,7 +100,7 @@ QImage CxDataGraphForm::PictureOfAllAreas()
     BuildAreas(cameras);
     FillNewAreas();
     FitValueAxes(height);
-    const QImage picture = pictureOf(*ui->plot, height);
+    QImage picture = pictureOf(*ui->plot, height);
     ArrangeAreas();
     ReplotPlot();
     return picture;

@@ -37,6 +37,7 @@ Markup distributionGraph(const std::vector<ReportQuantile>& distribution)
     const ValueScale scale =
         valueScale((median == distribution.end() ? distribution.back() : *median).throughput * headroom, fewSteps);
     std::vector<GraphPoint> points;
+    points.reserve(distribution.size());
     for (const ReportQuantile& quantile : distribution)
         points.push_back({at(quantile.share), quantile.throughput});
     SvgGraph graph({}, scale.most);
