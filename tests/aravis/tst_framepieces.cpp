@@ -215,10 +215,12 @@ private Q_SLOTS:
 
     void framesWithoutBuffer()
     {
-        FrameTally frames;
-        frames.addComplete(1, 2); // those two were before
-        QCOMPARE(frames.addComplete(6, 5)->withoutBuffer, 3U);
-        QCOMPARE(frames.addComplete(8, 5)->withoutBuffer, 0U);
+        FrameTally frames(10);                                  // each of ten packets looks for one
+        frames.addComplete(1, 2);                               // those two were before
+        QCOMPARE(frames.addComplete(6, 29)->withoutBuffer, 3U); // two frames and a part of another
+        QCOMPARE(frames.addComplete(8, 29)->withoutBuffer, 0U);
+        QCOMPARE(frames.addComplete(10, 49)->withoutBuffer, 1U);
+        QCOMPARE(frames.addComplete(13, 49)->withoutBuffer, 1U); // one of the others
         QCOMPARE(frames.idBefore(2, 3), 65534ULL);
         frames.addComplete(65536, 5);
         QCOMPARE(frames.idBefore(65537, 3), 65534ULL);

@@ -80,6 +80,9 @@ private Q_SLOTS:
             receive(100, nullptr);
         }
         receive(100, nullptr);
+        source.tell("silent");
+        for (DeviceImage rest; device->waitForImage(300ms, rest);)
+            ++received;
         QVERIFY(device->stop());
         const LostFrames lost = *device->lostFrames();
         int whole = 0;

@@ -35,8 +35,9 @@ std::optional<FrameTally::Step> FrameTally::addComplete(quint64 id, quint64 unde
         const quint64 forward = steps(*lastId, id);
         if (forward == 0)
             return std::nullopt;
-        const quint64 withoutBuffer = std::min(forward - 1, underruns - knownUnderruns);
-        knownUnderruns += withoutBuffer;
+        const quint64 more = underruns - knownUnderruns;
+        const quint64 withoutBuffer = std::min(forward - 1, (more + underrunsPerFrame - 1) / underrunsPerFrame);
+        knownUnderruns += std::min(more, withoutBuffer * underrunsPerFrame);
         number += static_cast<quint32>(forward);
         step = {number, static_cast<quint32>(forward - 1), static_cast<quint32>(withoutBuffer)};
     }

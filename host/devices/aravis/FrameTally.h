@@ -20,8 +20,12 @@ public:
         quint32 withoutBuffer; ///< of those, at most
     };
 
+    FrameTally() = default;
+    /// `underruns` below rise by so many with a frame that finds no buffer, or by fewer if it finds one on the way.
+    explicit FrameTally(quint64 perFrame) : underrunsPerFrame(perFrame) {}
+
     /// The number of a complete frame with this id, counted from the first one. None for a frame that comes after a
-    /// later one, which nobody gets. `underruns` is how many frames have found no buffer so far.
+    /// later one, which nobody gets. `underruns` is how often no buffer was found so far.
     std::optional<Step> addComplete(quint64 id, quint64 underruns);
     /// How many frames the one with the id `to` comes after the one with `from`; 0 for one before it.
     quint64 steps(quint64 from, quint64 to);
@@ -40,6 +44,7 @@ private:
     std::optional<quint64> lastId;
     quint32 number = 0;
     quint32 complete = 0;
+    quint64 underrunsPerFrame = 1;
     LostFrames allLost;
     quint64 knownUnderruns = 0; ///< those that a gap was put down to, and those before the first frame
     bool wide = false;          ///< ids of 64 bits

@@ -3,6 +3,7 @@
 #include "ImageStream.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <limits>
 #include <mutex>
@@ -15,6 +16,7 @@ namespace aravis {
 
 namespace {
 
+constexpr double packetHeaderBytes = 36; ///< IPv4, UDP and the stream's own
 constexpr size_t mostBuffers = 64;
 constexpr size_t leastBuffers = 8;
 constexpr size_t wantedBytes = size_t{256} << 20;
@@ -23,6 +25,13 @@ constexpr std::chrono::milliseconds longestEnd{80};  ///< a window may wait for 
 constexpr std::chrono::milliseconds endStep{5};
 constexpr guint endRetentionUs = 10000;
 constexpr std::chrono::milliseconds patience{500}; ///< with a tap, which tells of a packet within 20 ms
+
+/// Of a frame in the network, with its leader and trailer: the library looks for a buffer with each. Else 1.
+quint64 packetsOf(size_t payload, const StreamConditions& conditions)
+{
+    const double dataBytes = conditions.packetBytes.value_or(0.0) - packetHeaderBytes;
+    return dataBytes > 0.0 ? static_cast<quint64>(std::ceil(static_cast<double>(payload) / dataBytes)) + 2 : 1;
+}
 
 } // namespace
 
@@ -57,6 +66,7 @@ ImageStream::ImageStream(Owned<ArvStream> owned, size_t payload, std::unique_ptr
                          const StreamConditions& known)
     : stream(owned.get()),
       buffers(std::make_shared<BufferReturn>(std::move(owned))),
+      frames(packetsOf(payload, known)),
       tap(std::move(ownTap)),
       withArrivals(arrivals),
       knownConditions(known)
