@@ -99,7 +99,7 @@ step_fleet() {
 }
 
 # GigE Vision against Aravis' fake camera, ten minutes of it at 100 MB/s (KESTROVA_GIGE_SECONDS). One part alone:
-#   tests/gige/gige.py build/release/bin truth|beside|load
+#   tests/gige/gige.py build/release/bin truth|beside|faults|load
 # arv-camera-test is unpacked where it is not installed: its package has a viewer that needs much more.
 step_gige() {
   local tools=$PWD/build/aravis-tools
@@ -110,7 +110,9 @@ step_gige() {
       echo "check.sh: without arv-camera-test"
   fi
   cmake --preset release >/dev/null
-  cmake --build --preset release --target kestrova-measure aravisModule fakeGigeCamera
+  cmake --build --preset release --target kestrova-measure aravisModule fakeGigeCamera tst_aravis
+  # 200 times from opening to closing
+  KESTROVA_TEST_SCALE=800 QTEST_FUNCTION_TIMEOUT=1200000 build/release/bin/tst_aravis manyTimes || [ $? = 77 ]
   tests/gige/gige.py build/release/bin
 }
 

@@ -14,6 +14,7 @@ import tempfile
 import time
 
 SIOCSIFFLAGS = 0x8914
+SIOCSIFADDR = 0x8916
 IFF_UP = 1
 PR_CAPBSET_DROP = 24
 CAP_NET_RAW = 13
@@ -33,6 +34,9 @@ def enter_own_network():
         os.execvp(unshare[0], unshare + [sys.executable] + sys.argv)
     with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as control:
         fcntl.ioctl(control, SIOCSIFFLAGS, struct.pack("16sH14x", b"lo", IFF_UP))
+        for last in range(2, 30):  # a fake camera wants an address that an interface has
+            name, address = b"lo:%d" % last, socket.inet_aton(f"127.0.0.{last}")
+            fcntl.ioctl(control, SIOCSIFADDR, struct.pack("16sHH4s8x", name, socket.AF_INET, 0, address))
 
 
 def file(name):
@@ -48,7 +52,7 @@ class Camera:
 
     def __enter__(self):
         self.process = subprocess.Popen(self.command, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        self.process.stdout.readline()  # "ready"
+        require(self.process.stdout.readline(), "no fake camera at", self.name)  # "ready"
         return self
 
     def __exit__(self, *_):
@@ -71,7 +75,7 @@ class Run:
     def __init__(self, *options, may_capture=True):
         command = [binaries + "/kestrova-measure", "--json"] + list(options)
         prepare = None if may_capture else lambda: ctypes.CDLL(None).prctl(PR_CAPBSET_DROP, CAP_NET_RAW, 0, 0, 0)
-        self.errors = open(file("errors"), "w+")
+        self.errors = tempfile.TemporaryFile("w+")
         self.process = subprocess.Popen(
             command, stdout=subprocess.PIPE, stderr=self.errors, text=True, preexec_fn=prepare
         )
