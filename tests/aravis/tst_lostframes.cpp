@@ -103,6 +103,12 @@ private Q_SLOTS:
         QVERIFY2((lost.noBuffer > 10) == noBuffers, told);
         QVERIFY2(lost.onTheWay + lost.socket + lost.noBuffer == lost.total(), told);
         qInfo("%s", told.data());
+        const StreamConditions met = device->streamConditions();
+        QCOMPARE(met.frameBytes.value_or(0.0), 65536.0);
+        QCOMPARE(met.packetBytes.value_or(0.0), 1400.0);
+        QVERIFY(met.socketLimitBytes && met.interfaceMtu && met.interfaceDrops);
+        QVERIFY(met.processorsBusyPercent > 0.0 && met.processorsBusyPercent <= 100.0);
+        QVERIFY(!met.usbLimitBytes && !met.usbBufferBytes && !met.grainBytes);
     }
 };
 

@@ -193,6 +193,7 @@ private Q_SLOTS:
         NEEDS(comeBack);
         const auto info = camera.device->info();
         const CameraLink link = camera.device->link();
+        const auto lost = camera.device->lostFrames();
         const auto entries = camera.device->enumeration(format).size();
         QVERIFY(camera.device->start());
         loseIt();
@@ -206,6 +207,7 @@ private Q_SLOTS:
         QCOMPARE(camera.device->info().id, info.id);
         QCOMPARE(camera.device->info().name, info.name);
         QCOMPARE(camera.device->link().name, link.name);
+        QCOMPARE(camera.device->lostFrames().has_value(), lost.has_value());
 
         QVERIFY(waitsInVain(camera.comeBack));
         QTRY_VERIFY(!camera.device->isLost());
