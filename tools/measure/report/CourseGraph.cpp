@@ -173,8 +173,12 @@ public:
         if (sum == 0)
             return {};
         SvgGraph graph(columns, 1.0);
-        graph.lostSpans("lost");
-        graph.strokes("loss", [count](const HistoryColumn& column) { return column.*count > 0 ? 1.0 : 0.0; });
+        // A loss of the camera is as long as it was away.
+        const bool isSpan = count == &HistoryColumn::losses;
+        graph.lostSpans(isSpan ? "away" : "lost");
+        graph.strokes("loss", [=](const HistoryColumn& column) {
+            return column.*count > 0 && !(isSpan && column.isLost()) ? 1.0 : 0.0;
+        });
         return element("figure class=\"panel lane\"",
                        element("figcaption", plain(title) + element("b", QString::number(sum))) +
                            element("div class=\"plot\"", graph.drawing()));

@@ -108,6 +108,7 @@ svg .level { stroke: var(--level); }
 svg .level-area { fill: var(--level-tint); }
 svg .gap { stroke: var(--gap); }
 svg .gap-area { fill: var(--gap-tint); }
+svg .away { fill: var(--fail); stroke: var(--fail); stroke-width: 2; }
 svg .loss { stroke: var(--fail); stroke-width: 2; }
 @media (max-width: 40rem) {
   main { padding: 1.25rem 1rem 3rem; }
