@@ -3,7 +3,7 @@
 // from who has it, "silent" sends no more images, "loud" sends them again, "count" tells how many it has sent. Its end is the end of standard input.
 //   fakeGigeCamera ADDRESS SIZE PERIOD_US LOSS [PACKET_BYTES]
 // SIZE pixels wide and high, LOSS of all packets from 0 to 1. FAKE_GIGE_FEATURES in the environment is put into its
-// description of features.
+// description of features. Its serial number is "SN" and its address.
 #include <unistd.h>
 
 #include <atomic>
@@ -67,8 +67,8 @@ int main(int count, char** arguments)
         return 2;
     const char* const features = std::getenv("FAKE_GIGE_FEATURES");
     const std::string description = features ? descriptionWith(features) : std::string();
-    ArvGvFakeCamera* camera =
-        arv_gv_fake_camera_new_full(arguments[1], arguments[1], features ? description.c_str() : nullptr);
+    ArvGvFakeCamera* camera = arv_gv_fake_camera_new_full(arguments[1], ("SN" + std::string(arguments[1])).c_str(),
+                                                          features ? description.c_str() : nullptr);
     std::remove(description.c_str());
     ArvFakeCamera* registers = arv_gv_fake_camera_get_fake_camera(camera);
     const auto set = [registers](unsigned address, unsigned long value) {

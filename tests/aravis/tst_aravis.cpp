@@ -164,6 +164,15 @@ private Q_SLOTS:
         }
     }
 
+    void aSerialNumberIsSearchedFor()
+    {
+        QString error;
+        QVERIFY(!AravisCamera::open(QStringLiteral("gev:SN0"), &error));
+        QVERIFY2(error.contains(QLatin1String("no camera with this serial number")), qPrintable(error));
+        device = AravisCamera::open(QStringLiteral("gev:SN127.0.0.1"), &error);
+        QVERIFY2(device && device->start() && receiveUntil(3), qPrintable(error));
+    }
+
     void aFormatIsRefusedWhileItAcquires()
     {
         QVERIFY(openIt() && device->start());

@@ -61,6 +61,12 @@ class Camera:
         self.process.stdin.close()
         self.process.stdout.close()
 
+    def sent(self):
+        """How many frames it has sent."""
+        self.process.stdin.write(b"count\n")
+        self.process.stdin.flush()
+        return int(self.process.stdout.readline())
+
     def signal(self, number):
         self.process.send_signal(number)
 
