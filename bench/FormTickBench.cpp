@@ -4,7 +4,6 @@
 #include <ctime>
 
 #include <algorithm>
-#include <chrono>
 #include <functional>
 
 #include <benchmark/benchmark.h>
@@ -26,15 +25,16 @@ static void registerScenarios()
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr quint64 keptBlocks = 10'000'000; ///< of each camera
 constexpr qint64 tickUs = 1'000'000;
 constexpr qint32 wordsPerBlock = 512;
 
-double secondsSince(Clock::time_point start)
+/// Of the processor, for this thread: others may have it beside it.
+double threadSeconds()
 {
-    return std::chrono::duration<double>(Clock::now() - start).count();
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return double(now.tv_sec) + double(now.tv_nsec) * 1e-9;
 }
 
 /// The default cameras in turn, each with an id and a seed of its own.
@@ -130,13 +130,6 @@ private:
     qint64 offsetUs = 0;
 };
 
-double threadSeconds()
-{
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
-
 /// For how long the form holds a record's mutex: calculateStats() does from its begin to its end.
 double longestLock(FormBench& bench, const std::function<void()>& passTick)
 {
@@ -175,17 +168,17 @@ void tick(benchmark::State& state, std::size_t cameras)
     QCoreApplication::processEvents();
 
     const auto timedTick = [&bench] {
-        const Clock::time_point start = Clock::now();
+        const double start = threadSeconds();
         bench.tick();
-        return secondsSince(start);
+        return threadSeconds() - start;
     };
     // The form draws nothing while its window is minimized.
     const double withReplot = std::min(timedTick(), timedTick());
     double longestScroll = 0.0; // by an area
     for (int i = 0; i < 10; ++i) {
-        const Clock::time_point start = Clock::now();
+        const double start = threadSeconds();
         QTest::keyClick(bench.plot(), Qt::Key_PageDown, Qt::ControlModifier);
-        longestScroll = std::max(longestScroll, secondsSince(start));
+        longestScroll = std::max(longestScroll, threadSeconds() - start);
     }
     bench.form->showMinimized();
     const auto passTick = [&] {
