@@ -54,7 +54,7 @@ std::string descriptionWith(const char* features)
     const char* const description = arv_fake_camera_get_genicam_xml(plain, &bytes);
     std::string text(description, bytes);
     text.insert(text.find("</RegisterDescription>"), features);
-    const std::string file = g_get_tmp_dir() + std::string("/fakeGigeCamera.") + std::to_string(::getpid()) + ".xml";
+    std::string file = g_get_tmp_dir() + std::string("/fakeGigeCamera.") + std::to_string(::getpid()) + ".xml";
     std::ofstream(file) << text;
     return file;
 }
