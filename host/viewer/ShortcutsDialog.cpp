@@ -2,6 +2,7 @@
 // The list.
 #include "ShortcutsDialog.h"
 
+#include <QtCore/QRegularExpression>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QDialogButtonBox>
@@ -15,7 +16,8 @@ namespace {
 /// With the menus that lead to it.
 QString pathOf(const QAction& action)
 {
-    QString text = action.text().remove(QLatin1Char('&')).remove(QStringLiteral("...")).simplified();
+    static const QRegularExpression marks(QStringLiteral("\\(&\\w\\)|&|\\.\\.\\.")); // "File(&F)" in Chinese
+    const QString text = action.text().remove(marks).simplified();
     const auto places = action.associatedWidgets();
     for (const QWidget* place : places) {
         const auto* button = qobject_cast<const QToolButton*>(place);
@@ -34,7 +36,7 @@ QString pathOf(const QAction& action)
 ShortcutsDialog::ShortcutsDialog(QWidget* window) : QDialog(window)
 {
     setWindowTitle(tr("Shortcuts"));
-    resize(480, 560);
+    resize(640, 560);
 
     auto* list = new QTreeWidget;
     list->setHeaderLabels({tr("Action"), tr("Keys")});

@@ -134,7 +134,7 @@ private Q_SLOTS:
     {
         FormBench bench(5);
         for (int i = 0; i < 5; ++i)
-            addFrames(bench.record(i), bench.nowUs - 30 * second, bench.nowUs, second, quint64(1000 * (i + 1)));
+            addFrames(bench.record(i), bench.nowUs - 30 * second, bench.nowUs, second, 1000 * quint64(i + 1));
         const auto key = [&](Qt::Key pressed, Qt::KeyboardModifiers modifiers = {}) {
             QTest::keyClick(bench.plot(), pressed, modifiers);
         };
