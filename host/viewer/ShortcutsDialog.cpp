@@ -36,7 +36,7 @@ QString pathOf(const QAction& action)
 ShortcutsDialog::ShortcutsDialog(QWidget* window) : QDialog(window)
 {
     setWindowTitle(tr("Shortcuts"));
-    resize(640, 560);
+    resize(680, 560);
 
     auto* list = new QTreeWidget;
     list->setHeaderLabels({tr("Action"), tr("Keys")});
