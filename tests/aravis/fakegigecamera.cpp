@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Aravis' fake GigE Vision camera, which a test controls by lines on standard input: "drop" takes the control away
-// from who has it, "silent" sends no more images, "loud" sends them again, "count" tells how many it has sent. Its end is the end of standard input.
+// from who has it, "silent" sends no more images, "loud" sends them again, "count" tells how many it has sent. Its end
+// is the end of standard input.
 //   fakeGigeCamera ADDRESS SIZE PERIOD_US LOSS [PACKET_BYTES]
 // SIZE pixels wide and high, LOSS of all packets from 0 to 1. FAKE_GIGE_FEATURES in the environment is put into its
 // description of features. Its serial number is "SN" and its address.

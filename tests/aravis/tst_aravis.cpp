@@ -164,6 +164,27 @@ private Q_SLOTS:
         }
     }
 
+    void missedTriggersAsTheCameraCounts()
+    {
+        QVERIFY(openIt() && !device->canSet(VN_PRM_COUNTER_SELECTOR, VN_COUNTER_MISSED_TRG_OVERLAP));
+        qputenv(
+            "FAKE_GIGE_FEATURES", // the second counter, whose value is the register that "silent" sets to 1
+            "<Enumeration Name='CounterSelector'><EnumEntry Name='Counter0'><Value>0</Value></EnumEntry><EnumEntry "
+            "Name='Counter1'><Value>1</Value></EnumEntry><pValue>Index</pValue></Enumeration><Integer Name='Index'>"
+            "<Value>0</Value></Integer><Enumeration Name='CounterEventSource'><EnumEntry Name='Off'><Value>0"
+            "</Value></EnumEntry><EnumEntry Name='FrameTriggerMissed'><Value>1</Value></EnumEntry><pValue>Index"
+            "</pValue></Enumeration><IntReg Name='CounterValue'><Address>0x300</Address><Length>4</Length>"
+            "<AccessMode>RO</AccessMode><pPort>Device</pPort><Endianess>BigEndian</Endianess></IntReg>");
+        const bool open = source.powerUp() && openIt();
+        qunsetenv("FAKE_GIGE_FEATURES");
+        QVERIFY(open && device->start());
+        QCOMPARE(counter(*device, VN_COUNTER_MISSED_TRG_OVERLAP), 0);
+        source.tell("silent");
+        QTRY_COMPARE(counter(*device, VN_COUNTER_MISSED_TRG_OVERLAP), 1);
+        QVERIFY(device->start());
+        QCOMPARE(counter(*device, VN_COUNTER_MISSED_TRG_OVERLAP), 0); // since then
+    }
+
     void aSerialNumberIsSearchedFor()
     {
         QString error;

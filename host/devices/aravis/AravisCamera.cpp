@@ -155,7 +155,7 @@ bool AravisCamera::canSet(const char* name, int value)
     if (isFormat(name))
         return state->canSetFormat(value) && (value != VN_FRM_TRANSPORT_DATA || state->arrivalsFault().isEmpty());
     const std::lock_guard<std::mutex> lock(state->mutex);
-    return !state->lost && HostParameters::canSet(name, value);
+    return !state->lost && state->parameters.canSet(name, value);
 }
 
 bool AravisCamera::hasParameter(const char* name) const

@@ -13,8 +13,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr unsigned anyPort = 1;     ///< to try whether packets may be captured
-constexpr auto reopenInterval = 1s; ///< between attempts to reach a lost camera
+constexpr unsigned anyPort = 1;         ///< to try whether packets may be captured
+constexpr auto reopenInterval = 1s;     ///< between attempts to reach a lost camera
+constexpr auto triggerInterval = 500ms; ///< between looks at a camera's own counter
 
 } // namespace
 
@@ -45,9 +46,11 @@ bool AravisCamera::State::connect(QString* error)
         return false;
     const quint32 code = connection->format();
     const int required = connection->requiredThroughput();
+    const bool countsTriggers = connection->missedTriggers().has_value();
     const std::lock_guard<std::mutex> lock(mutex);
     format = code;
     parameters.requiredThroughput = required;
+    parameters.missedTriggers = countsTriggers ? std::optional<int>(0) : std::nullopt;
     return true;
 }
 
@@ -123,12 +126,33 @@ bool AravisCamera::State::start()
     if (!started)
         return false;
     const HostWatch watching(link.name);
+    const auto missed = connection->missedTriggers();
+    if (missed)
+        watchTriggers(*missed);
     const std::lock_guard<std::mutex> lock(mutex);
     stream = std::move(started);
     watch = watching;
     lostEarlier += tally.lost();
     tally = {};
+    parameters.missedTriggers = missed ? std::optional<int>(0) : std::nullopt;
     return true;
+}
+
+/// Tells every now and then how many more than `before` there are, as long as this acquisition lasts.
+void AravisCamera::State::watchTriggers(int before)
+{
+    const auto look = [self = shared_from_this(), before] {
+        const auto missed = self->connection ? self->connection->missedTriggers() : std::nullopt;
+        std::unique_lock<std::mutex> lock(self->mutex);
+        if (!self->stream)
+            return;
+        if (missed)
+            self->parameters.missedTriggers = *missed - before;
+        lock.unlock();
+        self->watchTriggers(before);
+    };
+    if (const auto present = worker.lock())
+        present->postLater(triggerInterval, look);
 }
 
 void AravisCamera::State::endStream(bool tellCamera)

@@ -73,6 +73,7 @@ struct AravisCamera::State : std::enable_shared_from_this<State>
     bool connect(QString* error);
     bool start();
     void endStream(bool tellCamera);
+    void watchTriggers(int before);
     void clearAfterLoss();
     void reopen();
     void close();

@@ -139,7 +139,8 @@ std::unique_ptr<CameraConnection> CameraConnection::open(const CameraAddress& ad
     return std::unique_ptr<CameraConnection>(new CameraConnection(std::move(camera), std::move(onLost)));
 }
 
-CameraConnection::CameraConnection(Owned<ArvCamera> opened, Callback onLost) : camera(std::move(opened))
+CameraConnection::CameraConnection(Owned<ArvCamera> opened, Callback onLost)
+    : camera(std::move(opened)), triggers(camera.get())
 {
     arv_camera_set_range_check_policy(camera.get(), ARV_RANGE_CHECK_POLICY_ENABLE);
     arv_camera_set_access_check_policy(camera.get(), ARV_ACCESS_CHECK_POLICY_ENABLE);

@@ -9,6 +9,7 @@
 
 #include "CameraAddress.h"
 #include "GlibOwners.h"
+#include "MissedTriggers.h"
 
 namespace aravis {
 
@@ -54,6 +55,8 @@ public:
     /// What the sensor's frames take, or the limit that the camera sets its link, in MB/s and rounded up; 0 if the
     /// camera does not say.
     int requiredThroughput();
+    /// By the camera's own count; none if it has none or does not answer.
+    std::optional<int> missedTriggers() const { return triggers.read(); }
 
     /// `onNews` is called on threads of the stream when there may be a frame to take. With `arrivals` the frames' data
     /// are their times of arrival. Null if the camera refuses, or those times cannot be had, which is logged.
@@ -67,6 +70,7 @@ private:
     std::optional<double> frameRate();
 
     Owned<ArvCamera> camera;
+    MissedTriggers triggers;
     gulong lossHandler = 0;
     Identity who;
     std::optional<Route> way;

@@ -38,8 +38,10 @@ bool HostParameters::has(const std::string& name)
     return choices().count(name) > 0;
 }
 
-bool HostParameters::canSet(const std::string& name, int value)
+bool HostParameters::canSet(const std::string& name, int value) const
 {
+    if (name == VN_PRM_COUNTER_SELECTOR && value == VN_COUNTER_MISSED_TRG_OVERLAP)
+        return missedTriggers.has_value();
     const auto found = choices().find(name);
     return found != choices().end() &&
            std::find(found->second.begin(), found->second.end(), value) != found->second.end();
@@ -60,8 +62,11 @@ std::optional<int> HostParameters::get(const std::string& name, const FrameTally
         return found != values.end() ? found->second : choices().at(parameter).front();
     };
     if (name == VN_PRM_COUNTER_VALUE) {
+        const int selected = value(VN_PRM_COUNTER_SELECTOR);
+        if (selected == VN_COUNTER_MISSED_TRG_OVERLAP)
+            return missedTriggers;
         const quint64 counts[] = {frames.lost().beforeHost(), frames.lost().onHost(), frames.delivered()};
-        return static_cast<int>(counts[value(VN_PRM_COUNTER_SELECTOR)]);
+        return static_cast<int>(counts[selected]);
     }
     if (name == VN_PRM_DEVICE_UNIT_REGISTER_VALUE) {
         const bool speed = value(VN_PRM_DEVICE_UNIT_SELECTOR) == speedUnit &&

@@ -20,10 +20,11 @@ public:
 
     /// `frames` is what the counters tell.
     std::optional<int> get(const std::string& name, const FrameTally& frames) const;
-    static bool canSet(const std::string& name, int value);
+    bool canSet(const std::string& name, int value) const;
     bool set(const std::string& name, int value);
 
-    int requiredThroughput = 0; ///< MB/s, what a register of the camera tells of its link; 0: unknown
+    int requiredThroughput = 0;        ///< MB/s, what a register of the camera tells of its link; 0: unknown
+    std::optional<int> missedTriggers; ///< in this acquisition; none: the camera does not count them
 
 private:
     std::map<std::string, int> values; ///< those that were set
