@@ -68,7 +68,7 @@ private Q_SLOTS:
         receive(50, nullptr);
         if (smallSocket) {
             setSocketBuffers(0);
-            QTest::qWait(200); // 40 frames
+            QTest::qWait(500); // 100 frames, of which some squeeze through
             setSocketBuffers(1 << 20);
             receive(20, nullptr);
         }
