@@ -33,3 +33,13 @@ done
 picture throughput 0
 picture counters 1
 picture sixteen 0 --cameras "$settings/sixteen.json" --window-size 1280x800
+
+# Aravis' fake camera in a network of its own; the tap needs root
+if [ "$(id -u)" = 0 ] && cmake --build --preset release --target aravisModule kestrova-tap fakeGigeCamera; then
+  export -f picture
+  export settings directory seconds
+  unshare --net bash -euo pipefail -c '
+    ip link set lo up
+    coproc build/release/bin/fakeGigeCamera 127.0.0.1 1024 20000 0
+    picture host-arrival 0 --open gev:127.0.0.1'
+fi

@@ -68,7 +68,9 @@ private Q_SLOTS:
         receive(50, nullptr);
         if (smallSocket) {
             setSocketBuffers(0);
-            QTest::qWait(500); // 100 frames, of which some squeeze through
+            DeviceImage image;
+            for (const QDeadlineTimer end(500); !end.hasExpired();) // 100 frames, of which some squeeze through
+                received += device->waitForImage(50ms, image) ? 1 : 0;
             setSocketBuffers(1 << 20);
             receive(20, nullptr);
         }

@@ -331,7 +331,8 @@ private Q_SLOTS:
         run.stop();
         QCOMPARE(camera->parameters(), before);
         QCOMPARE(finishRun(options, cameras, {}, nullptr, run.recorder(), *output), 0);
-        QVERIFY(readFile(options.reportFile).size() < 200000);
+        const QByteArray page = readFile(options.reportFile);
+        QVERIFY(page.size() < 200000 && !page.contains("e+0"));
     }
 };
 

@@ -108,11 +108,17 @@ std::vector<ReportFact> settingFacts(const Options& options)
     return facts;
 }
 
+/// Four digits, or all before the point.
+QString fourDigits(double value)
+{
+    return std::abs(value) < 1000.0 ? QString::number(value, 'g', 4) : QString::number(value, 'f', 0);
+}
+
 ReportFinding reportFinding(const Finding& finding)
 {
     ReportFinding shown{finding.sentence, {}};
     for (const NamedFigure& figure : finding.figures)
-        shown.figures.push_back({figureTitle(figure.key), groupedDigits(QString::number(figure.value, 'g', 4)),
+        shown.figures.push_back({figureTitle(figure.key), groupedDigits(fourDigits(figure.value)),
                                  QLatin1String(figure.unit), QString()});
     return shown;
 }

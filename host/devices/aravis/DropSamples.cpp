@@ -8,7 +8,7 @@ namespace aravis {
 
 namespace {
 
-constexpr std::size_t keptSteps = 16384;    ///< more than a minute, however much goes on
+constexpr std::size_t keptSteps = 16384;    ///< most of a minute, however much goes on
 constexpr qint64 clockToleranceNs = 200000; ///< between the stamps of packets and the samples' clock
 constexpr qint64 longestQueueNs = 50000000; ///< in a socket that is read, though something always waits
 
