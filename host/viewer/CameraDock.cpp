@@ -93,6 +93,7 @@ void CameraDock::connectToCameras()
           &CxCameraManager::acquisitionFinished, &CxCameraManager::imageFormatChanged}) {
         connect(manager, signal, this, &CameraDock::refresh);
     }
+    connect(manager, &CxCameraManager::cameraOpened, list, &CameraList::selectNewest);
     auto* registry = &CameraRegistry::instance();
     connect(registry, &CameraRegistry::cameraLost, this, &CameraDock::refresh);
     connect(registry, &CameraRegistry::cameraReturned, this, &CameraDock::refresh);

@@ -66,6 +66,17 @@ int CameraList::selectedDevice() const
     return found != items.end() ? static_cast<int>(found - items.begin()) : -1;
 }
 
+void CameraList::selectNewest()
+{
+    const CameraRegistry& registry = CameraRegistry::instance();
+    if (registry.openedHandle(selectedDevice()) != nullptr)
+        return;
+    for (int device = 0; device < static_cast<int>(items.size()); ++device) {
+        if (registry.openedHandle(device) == registry.openedCameras().last())
+            setCurrentItem(items[static_cast<std::size_t>(device)]);
+    }
+}
+
 void CameraList::refresh()
 {
     const CameraRegistry& registry = CameraRegistry::instance();

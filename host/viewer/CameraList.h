@@ -23,6 +23,9 @@ public:
     /// The selected camera's index in the registry, -1 without a selection.
     int selectedDevice() const;
 
+    /// Selects the camera that was opened last, unless an open one is selected.
+    void selectNewest();
+
     /// Shows which cameras there are.
     void refresh();
     /// Shows how each camera is at that time. To be called every second: silence is shown in seconds.

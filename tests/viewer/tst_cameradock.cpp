@@ -83,6 +83,10 @@ private Q_SLOTS:
         QVERIFY(!desk.devices[0]->isAcquiring());
         QCOMPARE(selected.size(), 1);
         QCOMPARE(desk.lines(), QStringList({"A (A) opened", "A (A) closed"}));
+        for (const int device : {1, 0}) { // what is opened by others is shown, but takes no other's place
+            CameraRegistry::instance().open(device);
+            QCOMPARE(desk.list->selectedDevice(), 1);
+        }
     }
 
     void formatIsAppliedAndFollowsTheCamera()
