@@ -182,6 +182,20 @@ private Q_SLOTS:
             addFrame(book, 8, {700, 0, 900, 1000});
             book.add(status(1, leadNs));
         });
+        row("the tap dropped it, and its rest comes later", Known::Nothing, [=](ArrivalBook& book) {
+            addFrame(book, 6, good);
+            book.add(status(1, leadNs));
+            addFrame(book, 7, {0, 200, 300, 400});
+            book.add(status(0, leadNs));
+        });
+        row("the tap dropped others long before", Known::NotYet, [=](ArrivalBook& book) {
+            book.add(status(1, leadNs));
+            addFrame(book, 6, good);
+            for (int i = 0; i < 4; ++i)
+                book.add(status(0, leadNs));
+            addFrame(book, 7, {0, 200, 300, 400});
+            book.add(status(0, leadNs));
+        });
         row("the wall clock was set", Known::Nothing, [=](ArrivalBook& book) {
             addFrame(book, 7, good);
             book.add(status(0, leadNs + 1000000));
@@ -189,6 +203,9 @@ private Q_SLOTS:
         row("the wall clock was set before", Known::Whole, [=](ArrivalBook& book) {
             book.add(status(0, leadNs + 1000000));
             book.add(status(0, leadNs));
+            addFrame(book, 6, good);
+            for (int i = 0; i < 4; ++i)
+                book.add(status(0, leadNs));
             addFrame(book, 7, good);
             book.add(status(0, leadNs));
         });

@@ -13,16 +13,17 @@ constexpr std::size_t keptFrames = 4096;
 constexpr std::size_t keptWithPackets = 256; ///< the newest ones
 constexpr quint32 mostPackets = 1U << 20;    ///< of a frame; more is no sense
 constexpr qint64 clockToleranceNs = 100000;
+constexpr int doubtfulStatuses = 3; ///< good ones, 10 ms apart: the ring hands over what it holds within one
 
 } // namespace
 
-ArrivalBook::Frame& ArrivalBook::frameOf(const TapRecord& record)
+/// Null if the packet comes so late that its frame's others are not known any more.
+ArrivalBook::Frame* ArrivalBook::frameOf(const TapRecord& record)
 {
-    const auto end = frames.rbegin() + static_cast<std::ptrdiff_t>(std::min(frames.size(), keptWithPackets));
     const auto found =
-        std::find_if(frames.rbegin(), end, [&](const Frame& frame) { return frame.id == record.frameId; });
-    if (found != end)
-        return *found;
+        std::find_if(frames.rbegin(), frames.rend(), [&](const Frame& frame) { return frame.id == record.frameId; });
+    if (found != frames.rend())
+        return static_cast<std::size_t>(found - frames.rbegin()) < keptWithPackets ? &*found : nullptr;
     if (frames.size() >= keptWithPackets)
         std::vector<PacketArrival>().swap(frames[frames.size() - keptWithPackets].packets);
     if (frames.size() == keptFrames) {
@@ -32,7 +33,7 @@ ArrivalBook::Frame& ArrivalBook::frameOf(const TapRecord& record)
     frames.emplace_back();
     frames.back().id = record.frameId;
     firstSeen = firstSeen.value_or(record.frameId);
-    return frames.back();
+    return &frames.back();
 }
 
 /// Takes what the packet tells of its frame. False if the packet was there before.
@@ -69,7 +70,10 @@ void ArrivalBook::addPacket(const TapRecord& record)
     if (record.packetId > mostPackets)
         return;
     wide |= record.extendedIds != 0;
-    Frame& frame = frameOf(record);
+    Frame* const found = frameOf(record);
+    if (!found)
+        return;
+    Frame& frame = *found;
     frame.touchedAt = statuses;
     if (!isFirstCopy(frame, record))
         return;
@@ -82,25 +86,30 @@ void ArrivalBook::addPacket(const TapRecord& record)
     frame.endedNs = std::max(frame.endedNs, arrivalNs);
 }
 
-/// Frames of which something came since the last good status; the newest one of those may have begun before it.
-void ArrivalBook::markAround(bool Frame::*mark)
+/// Frames of which something came since the last good status, of which the newest may have begun before it, and those
+/// of which something comes until the doubt is over. It lasts at least until another frame has begun.
+void ArrivalBook::markAround(Doubt& doubt, bool again)
 {
+    if (again)
+        doubt = {doubt.mark, doubtfulStatuses, forgotten + frames.size()};
+    else if (doubt.statuses == 0)
+        return;
+    else if (forgotten + frames.size() > doubt.framesThen)
+        --doubt.statuses;
     const quint64 first = firstUnsure > 0 ? firstUnsure - 1 : 0;
     for (quint64 i = std::max(first, forgotten) - forgotten; i < frames.size(); ++i)
-        frames[i].*mark = true;
+        frames[i].*doubt.mark = true;
 }
 
 void ArrivalBook::addStatus(const TapRecord& record)
 {
     ++statuses;
     const bool clockSet = offsetNs && std::llabs(record.offsetNs - *offsetNs) > clockToleranceNs;
-    if (clockSet)
-        markAround(&Frame::clockWasSet);
     if (!offsetNs || clockSet)
         offsetNs = record.offsetNs;
-    if (record.frameId > 0)
-        markAround(&Frame::maybeDropped);
-    else
+    markAround(clockStep, clockSet);
+    markAround(drops, record.frameId > 0);
+    if (drops.statuses == 0 && clockStep.statuses == 0)
         firstUnsure = forgotten + frames.size();
 }
 

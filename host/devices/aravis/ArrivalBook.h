@@ -81,20 +81,31 @@ private:
 
     using Frames = std::deque<Frame>;
 
+    /// Something that a status told may be true of frames before and after it: packets that had arrived by then may
+    /// still lie in the tap's ring.
+    struct Doubt
+    {
+        bool Frame::*mark;
+        int statuses = 0;       ///< that it still takes until it is over
+        quint64 framesThen = 0; ///< how many frames there had been when it came up
+    };
+
     Frames::const_iterator newest(quint64 id) const;
     bool isForgotten(quint64 id) const;
-    Frame& frameOf(const TapRecord& record);
+    Frame* frameOf(const TapRecord& record);
     void addPacket(const TapRecord& record);
     static bool isFirstCopy(Frame& frame, const TapRecord& record);
     void addStatus(const TapRecord& record);
-    void markAround(bool Frame::*mark);
+    void markAround(Doubt& doubt, bool again);
 
     std::optional<quint64> firstSeen;
     std::optional<quint64> newestTrailer;
-    Frames frames;           ///< in the order of their first packets
-    quint64 forgotten = 0;   ///< frames that left `frames`
-    bool wide = false;       ///< ids of 64 bits
-    quint64 firstUnsure = 0; ///< how many frames there were at the last status without drops
+    Frames frames;         ///< in the order of their first packets
+    quint64 forgotten = 0; ///< frames that left `frames`
+    bool wide = false;     ///< ids of 64 bits
+    Doubt drops{&Frame::maybeDropped};
+    Doubt clockStep{&Frame::clockWasSet};
+    quint64 firstUnsure = 0; ///< how many frames there were at the last status without a doubt
     std::optional<qint64> offsetNs;
     quint64 statuses = 0;
     bool ended = false;

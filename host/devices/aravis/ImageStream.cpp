@@ -23,6 +23,7 @@ constexpr size_t wantedBytes = size_t{256} << 20;
 constexpr std::chrono::milliseconds shortestEnd{30}; ///< the tap has told by then what had arrived
 constexpr std::chrono::milliseconds longestEnd{80};  ///< a window may wait for it
 constexpr std::chrono::milliseconds endStep{5};
+constexpr quint64 longestGap = 4096; ///< as many frames as a tap's book remembers
 constexpr guint endRetentionUs = 10000;
 constexpr std::chrono::milliseconds patience{500}; ///< with a tap, which tells of a packet within 20 ms
 
@@ -31,6 +32,22 @@ quint64 packetsOf(size_t payload, const StreamConditions& conditions)
 {
     const double dataBytes = conditions.packetBytes.value_or(0.0) - packetHeaderBytes;
     return dataBytes > 0.0 ? static_cast<quint64>(std::ceil(static_cast<double>(payload) / dataBytes)) + 2 : 1;
+}
+
+LostFrames one(LossCause cause)
+{
+    LostFrames lost;
+    lost.*cause = 1;
+    return lost;
+}
+
+/// Takes from a gap's length the frames that nobody remembers any more.
+LostFrames forgotten(quint64& count)
+{
+    LostFrames lost;
+    lost.unknown = count - std::min(count, longestGap);
+    count -= lost.unknown;
+    return lost;
 }
 
 } // namespace
@@ -69,13 +86,13 @@ ImageStream::ImageStream(Owned<ArvStream> owned, size_t payload, std::unique_ptr
       frames(packetsOf(payload, known)),
       tap(std::move(ownTap)),
       withArrivals(arrivals),
+      bufferCount(std::clamp(wantedBytes / std::max<size_t>(payload, 1), leastBuffers, mostBuffers)),
       knownConditions(known)
 {
-    const size_t count = std::clamp(wantedBytes / std::max<size_t>(payload, 1), leastBuffers, mostBuffers);
     knownConditions.frameBytes = payload;
     if (!tap && !ARV_IS_GV_STREAM(stream))
-        knownConditions.usbBufferBytes = count * payload;
-    for (size_t i = 0; i < count; ++i) {
+        knownConditions.usbBufferBytes = bufferCount * payload;
+    for (size_t i = 0; i < bufferCount; ++i) {
         void* memory = ::operator new(payload, std::align_val_t(64));
         std::memset(memory, 0, payload);
         buffers->take(arv_buffer_new_full(payload, memory, memory,
@@ -111,45 +128,37 @@ std::optional<quint32> ImageStream::numberOf(ArvBuffer* buffer)
     const bool isFirst = frames.delivered() == 0;
     const auto step = frames.addComplete(id, underruns);
     if (step && tap && (isFirst || step->lost > 0))
-        gaps.push_back({id, step->number, isFirst ? std::nullopt : std::optional<quint32>(step->lost)});
+        gaps.push_back({id, step->number, isFirst ? std::nullopt : std::optional<quint64>(step->lost),
+                        std::chrono::steady_clock::now() + patience});
     else if (step)
         frames.addLost(withoutTap(*step));
     return step ? std::optional<quint32>(step->number) : std::nullopt;
 }
 
-/// Where the frames before one were lost. None if that is not known yet, which `atOnce` takes for never.
-std::optional<LostFrames> ImageStream::lossesBefore(quint64 nextId, quint64 count, bool atOnce) const
+/// Counts where the frames of a gap were lost, the first ones first. False if that is not known yet of all.
+bool ImageStream::judge(Gap& gap, bool atOnce)
 {
-    LostFrames found;
-    for (quint64 back = 1; back <= count; ++back) {
-        const auto cause = tap->lossOf(frames.idBefore(nextId, back), nextId, atOnce);
-        if (!cause)
-            return std::nullopt;
-        ++(found.**cause);
-    }
-    return found;
-}
-
-/// Counts where the frames of a gap were lost. False if that is not known yet.
-bool ImageStream::judge(const Gap& gap, bool atOnce)
-{
-    quint64 count = gap.lost.value_or(0);
     if (!gap.lost) {
         const auto seen = tap->seen();
         if (!seen)
             return atOnce;
-        count = frames.steps(seen->first, gap.nextId);
+        gap.lost = frames.steps(seen->first, gap.nextId);
     }
-    const auto found = lossesBefore(gap.nextId, count, atOnce);
-    if (found)
-        frames.addLost(*found);
-    return found.has_value();
+    frames.addLost(forgotten(*gap.lost));
+    for (; *gap.lost > 0; --*gap.lost) {
+        const auto cause = tap->lossOf(frames.idBefore(gap.nextId, *gap.lost), gap.nextId, atOnce);
+        if (!cause)
+            return false;
+        frames.addLost(one(*cause));
+    }
+    return true;
 }
 
 bool ImageStream::judgeGaps(quint32 upToNumber, bool atOnce)
 {
+    const auto now = std::chrono::steady_clock::now();
     while (!gaps.empty() && gaps.front().nextNumber <= upToNumber) {
-        if (!judge(gaps.front(), atOnce))
+        if (!judge(gaps.front(), atOnce || now > gaps.front().patience))
             return false;
         gaps.pop_front();
     }
@@ -170,16 +179,16 @@ void ImageStream::finish()
         const bool judged = judgeGaps(std::numeric_limits<quint32>::max(), atOnce);
         const auto seen = tap->seen();
         const auto newest = frames.newest();
-        const quint64 lost = !seen    ? 0
-                             : newest ? frames.steps(*newest, seen->last)
-                                      : frames.steps(seen->first, seen->last) + 1;
+        quint64 lost = !seen    ? 0
+                       : newest ? frames.steps(*newest, seen->last)
+                                : frames.steps(seen->first, seen->last) + 1;
         // Whole frames may not be through the library yet.
         if (judged && passed > shortestEnd && (lost == 0 || atOnce)) {
-            for (quint64 back = 0; back < lost; ++back) {
-                LostFrames one;
-                ++(one.**tap->lossOf(frames.idBefore(seen->last, back), seen->last, true));
-                one.notAttributable = 0; // nothing happened to it: it was under way to a reader who has left
-                frames.addLost(one);
+            frames.addLost(forgotten(lost));
+            for (; lost > 0; --lost) {
+                const auto cause = *tap->lossOf(frames.idBefore(seen->last, lost - 1), seen->last, true);
+                if (cause != &LostFrames::notAttributable) // which was under way to a reader who has left
+                    frames.addLost(one(cause));
             }
             return;
         }
@@ -215,8 +224,10 @@ std::optional<ImageStream::Taken> ImageStream::take()
     fetch();
     if (waiting.empty())
         return std::nullopt;
-    const bool patient = std::chrono::steady_clock::now() < waiting.front().patience;
-    if (!judgeGaps(waiting.front().number, !patient))
+    // Frames that wait hold buffers, and none may be lost for that.
+    const bool patient =
+        waiting.size() < bufferCount / 2 && std::chrono::steady_clock::now() < waiting.front().patience;
+    if (!judgeGaps(waiting.front().number, !patient) && withArrivals)
         return std::nullopt;
     Taken taken;
     if (withArrivals) {

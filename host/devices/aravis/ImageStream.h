@@ -70,15 +70,15 @@ private:
     {
         quint64 nextId;
         quint32 nextNumber;
-        std::optional<quint32> lost; ///< none: what the tap has seen before the first whole frame
+        std::optional<quint64> lost; ///< not judged yet; none: what the tap has seen before the first whole frame
+        TimePoint patience;          ///< how long it is waited for that
     };
 
     static LostFrames withoutTap(const FrameTally::Step& step);
     std::optional<quint32> numberOf(ArvBuffer* buffer);
     void fetch();
-    bool judge(const Gap& gap, bool atOnce);
+    bool judge(Gap& gap, bool atOnce);
     bool judgeGaps(quint32 upToNumber, bool atOnce);
-    std::optional<LostFrames> lossesBefore(quint64 nextId, quint64 count, bool atOnce) const;
     DeviceImage imageOf(Waiting frame);
 
     ArvStream* stream; ///< `buffers` owns it
@@ -87,6 +87,7 @@ private:
     std::optional<quint64> firstStampNs;
     std::unique_ptr<PacketTap> tap;
     bool withArrivals;
+    size_t bufferCount;
     StreamConditions knownConditions;
     ArrivalGrain grain;
     std::deque<Waiting> waiting;
