@@ -17,7 +17,7 @@ namespace {
 QString pathOf(const QAction& action)
 {
     static const QRegularExpression marks(QStringLiteral("\\(&\\w\\)|&|\\.\\.\\.")); // "File(&F)" in Chinese
-    const QString text = action.text().remove(marks).simplified();
+    QString text = action.text().remove(marks).simplified();
     const auto places = action.associatedWidgets();
     for (const QWidget* place : places) {
         const auto* button = qobject_cast<const QToolButton*>(place);
