@@ -112,6 +112,19 @@ private Q_SLOTS:
         QVERIFY(met.processorsBusyPercent > 0.0 && met.processorsBusyPercent <= 100.0);
         QVERIFY(!met.usbLimitBytes && !met.usbBufferBytes && !met.grainBytes);
     }
+
+    void theEndIsWaitedFor()
+    {
+        FakeGigeCamera source;
+        source.setFrames(256, 5000, 0.5); // of 47 packets each: none gets through
+        QVERIFY(source.powerUp());
+        QString error;
+        const auto device = AravisCamera::open(source.name(), &error);
+        QVERIFY2(device && device->start(), qPrintable(error));
+        DeviceImage image;
+        QVERIFY(!device->waitForImage(500ms, image) && device->stop());
+        QVERIFY(device->lostFrames()->onTheWay > 10);
+    }
 };
 
 QTEST_GUILESS_MAIN(TestLostFrames)

@@ -20,6 +20,7 @@ constexpr auto openLimit = 15s;  ///< a search takes its time, and so do attempt
 constexpr auto callLimit = 1s;   ///< for what a camera does in milliseconds
 constexpr auto startLimit = 3s;  ///< with all the buffers to be made
 constexpr auto stopLimit = 50ms; ///< a window may wait for it, and a dead camera has not to hear of it
+constexpr auto endLimit = 140ms; ///< since the stop; the rest is waited for by whoever asks what was lost
 
 bool isFormat(const char* name)
 {
@@ -45,10 +46,14 @@ std::shared_ptr<AravisCamera> AravisCamera::open(const QString& name, QString* e
         return nullptr;
     }
     state->worker = worker;
-    const auto fault = std::make_shared<QString>(Text::tr("no answer in time"));
+    const auto fault = std::make_shared<QString>(Text::tr("no answer in time")); // the state's mutex guards the text
     const auto connect = [state, name, fault] {
-        if (!state->connect(fault.get()))
+        QString why;
+        if (!state->connect(&why)) {
+            const std::lock_guard<std::mutex> lock(state->mutex);
+            *fault = why;
             return false;
+        }
         const CameraConnection::Identity& who = state->connection->identity();
         // Its throughput is not what a camera's clock tells of its link, and whoever reads a figure has to know.
         const bool arrives = state->connection->route().has_value();
@@ -63,6 +68,7 @@ std::shared_ptr<AravisCamera> AravisCamera::open(const QString& name, QString* e
     const auto close = [state] { state->close(); };
     if (worker->call(openLimit, connect, close))
         return std::shared_ptr<AravisCamera>(new AravisCamera(std::move(worker), std::move(state)));
+    const std::lock_guard<std::mutex> lock(state->mutex);
     *error = QStringLiteral("%1: %2").arg(name, *fault);
     return nullptr;
 }
@@ -183,11 +189,10 @@ bool AravisCamera::start()
             return false;
     }
     const auto begin = [state = state] {
-        if (!state->start())
-            return false;
+        const bool started = state->start();
         const std::lock_guard<std::mutex> lock(state->mutex);
-        state->acquisition = state->lost ? Acquisition::Cut : Acquisition::Running;
-        return !state->lost;
+        state->acquisition = started && !state->lost ? Acquisition::Running : Acquisition::Idle;
+        return state->acquisition == Acquisition::Running;
     };
     const auto undo = [state = state] {
         state->endStream(true);
@@ -207,6 +212,7 @@ bool AravisCamera::stop()
         lost = state->lost;
         state->acquisition = Acquisition::Idle;
         ++state->waitEpoch;
+        state->endExpectedBy = std::chrono::steady_clock::now() + endLimit;
         state->changed.notify_all();
     }
     // Nobody gets an image any more, whether the camera has heard of it in time or not.
@@ -251,7 +257,8 @@ bool AravisCamera::isLost() const
 
 std::optional<LostFrames> AravisCamera::lostFrames() const
 {
-    const std::lock_guard<std::mutex> lock(state->mutex);
+    std::unique_lock<std::mutex> lock(state->mutex);
+    state->changed.wait_until(lock, state->endExpectedBy, [this] { return !state->isEnding(); });
     LostFrames all = state->lostEarlier;
     all += state->stream ? state->stream->tally().lost() : state->tally.lost();
     return all;

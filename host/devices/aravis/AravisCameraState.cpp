@@ -59,6 +59,7 @@ void AravisCamera::State::setLost()
 {
     {
         const std::lock_guard<std::mutex> lock(mutex);
+        lostAgain = lost;
         if (lost || closing)
             return;
         lost = true;
@@ -87,17 +88,22 @@ void AravisCamera::State::reopenLater()
 
 void AravisCamera::State::reopen()
 {
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        lostAgain = false;
+    }
     QString error;
-    if (!connect(&error) || connection->identity().serial != serial) {
+    const bool reached = connect(&error) && connection->identity().serial == serial;
+    std::unique_lock<std::mutex> lock(mutex);
+    if (!reached || lostAgain) {
+        lock.unlock();
         connection.reset();
         reopenLater();
         return;
     }
-    {
-        const std::lock_guard<std::mutex> lock(mutex);
-        lost = false;
-        notifier.note();
-    }
+    lost = false;
+    notifier.note();
+    lock.unlock();
     notifier.tell();
 }
 
@@ -165,6 +171,7 @@ void AravisCamera::State::endStream(bool tellCamera)
             conditions = stream->conditions();
         }
         ended.swap(stream);
+        finishing = ended != nullptr;
     }
     if (!ended)
         return;
@@ -173,6 +180,8 @@ void AravisCamera::State::endStream(bool tellCamera)
     ended->finish();
     const std::lock_guard<std::mutex> lock(mutex);
     tally = ended->tally();
+    finishing = false;
+    changed.notify_all();
 }
 
 void AravisCamera::State::close()

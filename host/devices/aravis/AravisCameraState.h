@@ -50,15 +50,18 @@ struct AravisCamera::State : std::enable_shared_from_this<State>
     Acquisition acquisition = Acquisition::Idle;
     quint64 waitEpoch = 0;               ///< a wait that began in an earlier one is over
     std::shared_ptr<ImageStream> stream; ///< of the running acquisition; destroyed by the worker
-    FrameTally tally;                    ///< of the newest acquisition, when that is over
-    LostFrames lostEarlier;              ///< in acquisitions before
-    StreamConditions conditions;         ///< of the newest acquisition, when that is over
-    HostWatch watch;                     ///< since it began
+    bool finishing = false;              ///< the worker judges the last frames of a stream that is none any more
+    std::chrono::steady_clock::time_point endExpectedBy; ///< after the newest stop
+    FrameTally tally;                                    ///< of the newest acquisition, when that is over
+    LostFrames lostEarlier;                              ///< in acquisitions before
+    StreamConditions conditions;                         ///< of the newest acquisition, when that is over
+    HostWatch watch;                                     ///< since it began
     HostParameters parameters;
     quint32 format = 0;    ///< code; the camera's
     bool arrivals = false; ///< data are times of arrival, whatever the camera's format
     bool lost = false;
-    bool closing = false; ///< nobody has the device any more
+    bool lostAgain = false; ///< while an attempt to reach the lost camera was under way
+    bool closing = false;   ///< nobody has the device any more
 
     LossNotifier notifier; ///< has a lock of its own; told without `mutex`
 
@@ -67,6 +70,8 @@ struct AravisCamera::State : std::enable_shared_from_this<State>
     /// What "imgdataformat" is.
     int formatLocked() const;
     bool canSetFormat(int value);
+    /// Whether frames lost at the end of an acquisition that was stopped are still to be counted; under the lock.
+    bool isEnding() const { return acquisition == Acquisition::Idle && (stream || finishing); }
     QString arrivalsFault() const;
 
     // --- the worker's tasks ---
