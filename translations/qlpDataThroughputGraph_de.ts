@@ -853,8 +853,8 @@ puffer</translation>
         <translation>Die Prozessoren dieses Rechners waren %1 % der Zeit beschäftigt.</translation>
     </message>
     <message>
-        <source>The system lends USB transfers %1 MB, this camera&apos;s buffers need %2 MB. A larger usbcore.usbfs_memory_mb may help.</source>
-        <translation>Das System überlässt USB-Übertragungen %1 MB, die Puffer dieser Kamera brauchen %2 MB. Ein größeres usbcore.usbfs_memory_mb kann helfen.</translation>
+        <source>The system lends USB transfers %1 MiB, this camera&apos;s buffers need %2 MiB. A larger usbcore.usbfs_memory_mb may help.</source>
+        <translation>Das System überlässt USB-Übertragungen %1 MiB, die Puffer dieser Kamera brauchen %2 MiB. Ein größeres usbcore.usbfs_memory_mb kann helfen.</translation>
     </message>
     <message>
         <source>Data arrived %1 bytes at a time: with a sample period of %2 bytes the lowest throughput is this machine&apos;s, not the link&apos;s. %3 bytes or more tell of the link.</source>

@@ -836,8 +836,8 @@ size</source>
         <translation>本机处理器有 %1 % 的时间处于繁忙状态。</translation>
     </message>
     <message>
-        <source>The system lends USB transfers %1 MB, this camera&apos;s buffers need %2 MB. A larger usbcore.usbfs_memory_mb may help.</source>
-        <translation>系统为 USB 传输提供 %1 MB，而本相机的缓冲需要 %2 MB。增大 usbcore.usbfs_memory_mb 可能有所帮助。</translation>
+        <source>The system lends USB transfers %1 MiB, this camera&apos;s buffers need %2 MiB. A larger usbcore.usbfs_memory_mb may help.</source>
+        <translation>系统为 USB 传输提供 %1 MiB，而本相机的缓冲需要 %2 MiB。增大 usbcore.usbfs_memory_mb 可能有所帮助。</translation>
     </message>
     <message>
         <source>Data arrived %1 bytes at a time: with a sample period of %2 bytes the lowest throughput is this machine&apos;s, not the link&apos;s. %3 bytes or more tell of the link.</source>

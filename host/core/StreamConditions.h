@@ -12,7 +12,7 @@ struct StreamConditions
     std::optional<double> frameBytes;            ///< of one frame, as it is sent
     std::optional<double> packetBytes;           ///< of a packet in the network, with its headers
     std::optional<double> grainBytes;            ///< that arrived at once, on average over bytes
-    std::optional<double> socketLimitBytes;      ///< that the system lets a socket hold
+    std::optional<double> socketLimitBytes;      ///< that the stream's socket may hold
     std::optional<double> interfaceMtu;          ///< bytes
     std::optional<double> interfaceDrops;        ///< packets that the interface has dropped since the start
     std::optional<double> processorsBusyPercent; ///< of all processors' time since the start

@@ -61,13 +61,14 @@ void HostWatch::tell(StreamConditions& conditions) const
     if (time && timeBefore && time->all > timeBefore->all)
         conditions.processorsBusyPercent = 100.0 * (time->busy - timeBefore->busy) / (time->all - timeBefore->all);
     if (network.isEmpty()) {
-        if (const auto megabytes = number(QStringLiteral("/sys/module/usbcore/parameters/usbfs_memory_mb")))
-            conditions.usbLimitBytes = *megabytes * 0x100000;
+        const auto mebibytes = number(QStringLiteral("/sys/module/usbcore/parameters/usbfs_memory_mb"));
+        if (mebibytes.value_or(0.0) > 0.0) // 0 is no limit
+            conditions.usbLimitBytes = *mebibytes * 0x100000;
         return;
     }
     conditions.interfaceMtu = number(QStringLiteral("/sys/class/net/%1/mtu").arg(network));
-    if (const auto most = number(QStringLiteral("/proc/sys/net/core/rmem_max"))) // a container may hide it
-        conditions.socketLimitBytes = most;
+    if (!conditions.socketLimitBytes) // what the socket was granted is nearer to the truth; a container may hide this
+        conditions.socketLimitBytes = number(QStringLiteral("/proc/sys/net/core/rmem_max"));
     const auto drops = interfaceDrops();
     if (drops && dropsBefore)
         conditions.interfaceDrops = *drops - *dropsBefore;

@@ -81,11 +81,13 @@ std::optional<double> enlargeSocketBuffer(ArvGvStream* stream, const std::string
 std::function<DropSample()> dropProbe(ArvGvStream* stream, const std::string& host)
 {
     // A descriptor of its own: the library's number may be another file's as soon as it is closed.
-    const std::shared_ptr<const int> own(new int(::fcntl(streamSocket(stream, host), F_DUPFD_CLOEXEC, 0)),
-                                         [](const int* descriptor) {
-                                             ::close(*descriptor);
-                                             delete descriptor;
-                                         });
+    const int descriptor = ::fcntl(streamSocket(stream, host), F_DUPFD_CLOEXEC, 0);
+    if (descriptor < 0)
+        return {};
+    const std::shared_ptr<const int> own(new int(descriptor), [](const int* descriptor) {
+        ::close(*descriptor);
+        delete descriptor;
+    });
     return [own, stream = ARV_STREAM(stream)] {
         DropSample sample{};
         sample.beginNs = steadyNs();

@@ -19,7 +19,8 @@ namespace aravis {
 /// socket may hold now; none if that is not known.
 std::optional<double> enlargeSocketBuffer(ArvGvStream* stream, const std::string& host, size_t payload);
 
-/// Looks at what the stream and its socket have dropped so far. To be called while the stream lives.
+/// Looks at what the stream and its socket have dropped so far. To be called while the stream lives. Empty if the
+/// socket cannot be looked at.
 std::function<DropSample()> dropProbe(ArvGvStream* stream, const std::string& host);
 
 } // namespace aravis

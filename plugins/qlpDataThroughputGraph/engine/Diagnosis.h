@@ -34,7 +34,7 @@ struct HostFigures
     std::optional<double> frameBytes;       ///< of one frame, as it is sent
     std::optional<double> packetBytes;      ///< of a packet with its headers
     std::optional<double> grainBytes;       ///< that arrived at once, on average
-    std::optional<double> socketLimitBytes; ///< that the system lets a socket hold
+    std::optional<double> socketLimitBytes; ///< that the stream's socket may hold
     std::optional<double> interfaceMtu;     ///< bytes
     std::optional<double> interfaceDrops;   ///< packets since the start
     std::optional<double> processorsBusyPercent;

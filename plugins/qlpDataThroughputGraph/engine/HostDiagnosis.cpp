@@ -160,9 +160,9 @@ private:
         const bool small = host.usbLimitBytes && host.usbBufferBytes && *host.usbLimitBytes < *host.usbBufferBytes;
         if (small && (in.run.missingFrames > 0 || nothingCame()))
             add(Kind::UsbMemory,
-                tr("The system lends USB transfers %1 MB, this camera's buffers need %2 MB. A larger "
+                tr("The system lends USB transfers %1 MiB, this camera's buffers need %2 MiB. A larger "
                    "usbcore.usbfs_memory_mb may help.")
-                    .arg(whole(*host.usbLimitBytes / 1e6), whole(*host.usbBufferBytes / 1e6)),
+                    .arg(whole(*host.usbLimitBytes / 0x100000), whole(*host.usbBufferBytes / 0x100000)),
                 {{"usbLimitBytes", *host.usbLimitBytes, "B"}, {"usbBufferBytes", *host.usbBufferBytes, "B"}});
     }
 
