@@ -33,6 +33,4 @@ def load():
     require(lost["Unknown"] == 0 and measured["skippedFrames"] == 0, "the tap dropped packets")
     require(lost["NotAttributable"] == 0, "frames were lost for no known cause")
     require(sum(lost.values()) == measured["missingFrames"], "frames are lost that no cause has")
-    if measured["deliveredMBps"] < 100:
-        print("load: the fake camera was held up: the machine is busy")
-    require(measured["deliveredMBps"] > 60, "that was no load of 100 MB/s")
+    require(measured["deliveredMBps"] >= 95, "100 MB/s not reached: the fake camera was held up, is the machine busy?")

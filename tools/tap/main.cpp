@@ -74,12 +74,11 @@ std::int64_t clockOffsetNs()
     return best;
 }
 
-void giveUpRights()
+bool giveUpRights()
 {
-    ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
     __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
     const __user_cap_data_struct nothing[2] = {};
-    ::syscall(SYS_capset, &header, nothing);
+    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && ::syscall(SYS_capset, &header, nothing) == 0;
 }
 
 [[noreturn]] void fail(aravis::TapStep step)
@@ -126,7 +125,8 @@ int main(int count, char** arguments)
     const aravis::TapStep failed = ring.open(flow);
     if (failed != aravis::TapDone)
         fail(failed);
-    giveUpRights();
+    if (!giveUpRights())
+        fail(aravis::TapRights);
     ::fcntl(STDOUT_FILENO, F_SETPIPE_SZ, pipeBytes);
     TapRecord ready{};
     ready.kind = TapRecord::Ready;

@@ -40,6 +40,7 @@ enum TapStep : std::uint32_t
     TapSocket, ///< with "operation not permitted": the program has no right to capture
     TapRing,
     TapBind,
+    TapRights, ///< it could not give them up
 };
 
 } // namespace aravis
