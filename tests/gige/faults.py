@@ -35,6 +35,14 @@ def tap_killed(camera, run):
     os.kill(run.tap(), signal.SIGKILL)
 
 
+def tap_held_up(camera, run):
+    for _ in range(4):
+        os.kill(run.tap(), signal.SIGSTOP)
+        time.sleep(0.75)
+        os.kill(run.tap(), signal.SIGCONT)
+        time.sleep(0.25)
+
+
 def nothing(camera, run):
     pass
 
@@ -46,6 +54,7 @@ WHILE_IT_RUNS = {
     "stopped for 8 s": (pause(8), 14, LOST, lambda told: told["losses"] == 1 and told["silentMs"] > 5000),
     "restarted": (restarted, 12, LOST, lambda told: told["losses"] == 1 and told["frames"] > 100),
     "tap killed": (tap_killed, 3, 0, lambda told: told["skippedFrames"] > 50 and told["frames"] > 0),
+    "tap held up": (tap_held_up, 6, 0, lambda told: told["lostOnTheWay"] == told["lostNoBuffer"] == 0),
     "nothing": (nothing, 2, 0, lambda told: told["frames"] > 150 and told["skippedFrames"] == 0),
 }
 
