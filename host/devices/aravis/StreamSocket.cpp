@@ -84,9 +84,9 @@ std::function<DropSample()> dropProbe(ArvGvStream* stream, const std::string& ho
     const int descriptor = ::fcntl(streamSocket(stream, host), F_DUPFD_CLOEXEC, 0);
     if (descriptor < 0)
         return {};
-    const std::shared_ptr<const int> own(new int(descriptor), [](const int* descriptor) {
-        ::close(*descriptor);
-        delete descriptor;
+    const std::shared_ptr<const int> own(new int(descriptor), [](const int* last) {
+        ::close(*last);
+        delete last;
     });
     return [own, stream = ARV_STREAM(stream)] {
         DropSample sample{};
