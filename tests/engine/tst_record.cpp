@@ -100,10 +100,11 @@ private Q_SLOTS:
             for (size_t i = 0; i <= arrivals.size(); ++i) {
                 const double gapUs =
                     double((i < arrivals.size() ? arrivals[i] : nowUs) - (i > 0 ? arrivals[i - 1] : beginUs));
-                const double limitUs = i <= 8 ? 1e6 : 3 * meanUs + 1000;
+                const double ofMeanUs = i <= 1 ? 0.0 : 3 * meanUs + 1000;
+                const double limitUs = i <= 8 ? std::max(1e6, ofMeanUs) : ofMeanUs;
                 silentUs += gapUs > limitUs ? gapUs : 0.0;
                 if (i > 0)
-                    meanUs += (std::min(gapUs, limitUs) - meanUs) / double(i);
+                    meanUs += ((i > 1 ? std::min(gapUs, limitUs) : gapUs) - meanUs) / double(i);
             }
             const RunTotals run = counter.run(nowUs + 5000);
             for (const RunTotals& totals : {run, sum}) {

@@ -217,6 +217,41 @@ private Q_SLOTS:
         }
     }
 
+    /// Gaps in ms, the last one up to the end.
+    void slowIsNotSilent()
+    {
+        const std::vector<qint64> tenMs(200, 10);
+        const auto with = [](std::vector<qint64> gaps, std::size_t at, qint64 hole) {
+            gaps.insert(gaps.begin() + qint64(at), hole);
+            return gaps;
+        };
+        const std::tuple<std::vector<qint64>, bool, qint64> rows[] = {
+            {{2500, 2500, 2501, 2499, 2500, 1500}, false, 5000},
+            {{1001, 1002, 999, 1001, 1002, 998, 1001, 1000, 1002, 1001, 500}, false, 2003},
+            {{1800, 900, 2400, 1300, 700, 2100, 900}, false, 1800}, // triggered
+            {with(tenMs, 0, 12000), true, 12000},
+            {with(tenMs, 3, 12000), true, 12000},
+            {with(tenMs, 100, 12000), true, 12000},
+            {with(with(tenMs, 190, 12000), 100, 2000), true, 14000},
+            {{10, 10, 14000}, true, 14000},
+            {{14000}, true, 14000}};
+        for (const auto& [gaps, silent, silentMs] : rows) {
+            RunTotalsCounter counter;
+            counter.begin(0);
+            qint64 nowUs = 0;
+            for (std::size_t i = 0; i < gaps.size(); ++i) {
+                nowUs += gaps[i] * 1000;
+                if (i + 1 < gaps.size())
+                    counter.addFrame(quint32(i), 1, FrameFigures(), false, nowUs);
+            }
+            counter.end(nowUs);
+            DiagnosisInput input;
+            input.run = counter.run(nowUs);
+            QCOMPARE(input.run.silentUs / 1000, silentMs);
+            QCOMPARE(namesOf(diagnose(input)), silent ? QStringList("silence") : QStringList());
+        }
+    }
+
     /// Of each cause a run that has it, and one that comes near to it and has none.
     void causesAreTrue()
     {

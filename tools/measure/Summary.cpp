@@ -49,7 +49,10 @@ QStringList reminders(const CameraSummary& camera)
     };
     const double longestS = seconds("longestGapMs");
     const double silentS = seconds("silentMs");
-    if (camera.verdict.seesSilence() || silentS * 1e3 <= silenceMs)
+    const double frames = figureValue(camera.run.figures, QStringLiteral("frames")).value_or(0.0);
+    const bool lost = figureValue(camera.run.figures, QStringLiteral("losses")) > 0.0;
+    const bool slow = isLongestGapUsual(longestS * 1e6, static_cast<double>(camera.run.elapsedUs), frames);
+    if (camera.verdict.seesSilence() || silentS * 1e3 <= silenceMs || (slow && !lost))
         return {};
     return {QStringLiteral("sent nothing for up to %1 s, %2 s in all, and no limit judges that (--max-gap, "
                            "--min-delivered or --min-fps would)")

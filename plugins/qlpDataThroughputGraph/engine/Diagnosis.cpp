@@ -16,7 +16,6 @@ namespace {
 using Kind = Finding::Kind;
 
 constexpr double longSilenceS = 1.0;
-constexpr double silentFrames = 3.0;  ///< mean frame times that a silence is longer than
 constexpr double stallShare = 0.5;    ///< a block at less than this share of the required throughput is a stall
 constexpr double stallLevel = 1.0;    ///< percent of the buffer that it fills at least
 constexpr double fullShare = 0.9;     ///< of its rate, from which on a link is full
@@ -86,9 +85,9 @@ private:
         const double longestS = static_cast<double>(in.run.longestGapUs) / 1e6;
         const double silentS = static_cast<double>(in.run.silentUs) / 1e6;
         // The first gap of a slow camera counts as silence, as nothing tells yet how slow it is.
-        const double flowedS = static_cast<double>(in.run.elapsedUs) / 1e6 - silentS;
-        const double frameS = in.run.frames > 0 ? flowedS / static_cast<double>(in.run.frames) : 0.0;
-        if (std::min(longestS, silentS) <= longSilenceS || longestS <= silentFrames * frameS)
+        const bool slow = isLongestGapUsual(longestS, static_cast<double>(in.run.elapsedUs) / 1e6,
+                                            static_cast<double>(in.run.frames));
+        if (std::min(longestS, silentS) <= longSilenceS || (slow && in.run.losses == 0))
             return;
         add(Kind::Silence,
             tr("No frame came for up to %1 s, %2 s in all. Triggers may be missing, or the camera or its link may "

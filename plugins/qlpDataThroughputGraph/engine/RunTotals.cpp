@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr quint64 gapsForMean = 8; ///< a burst at the start is no mean yet
+constexpr quint64 gapsForMean = 8; ///< a burst at the start is no mean alone
 constexpr double meanGaps = 3.0;
 constexpr double clockResolutionUs = 1e3; ///< of the measurement clock
 
@@ -35,6 +35,11 @@ double higher(double a, double b)
 }
 
 } // namespace
+
+bool isLongestGapUsual(double longestGap, double elapsed, double frames)
+{
+    return frames > 0.0 && longestGap * frames <= meanGaps * (elapsed - longestGap);
+}
 
 FrameFigures frameFigures(const FrameRecord& frame, const FrameAggregates& aggregates,
                           const EvaluationSettings& settings)
@@ -148,7 +153,8 @@ void RunTotalsCounter::endGap(qint64 nowUs)
     silenceTakenUs = 0;
     lossInGap = lostSinceUs.has_value();
     if (lastFrameNumber) {
-        gapSumUs += std::min(static_cast<double>(gapUs), limitUs);
+        const auto lengthUs = static_cast<double>(gapUs);
+        gapSumUs += gaps > 0 ? std::min(lengthUs, limitUs) : lengthUs;
         ++gaps;
     }
 }
@@ -157,9 +163,8 @@ double RunTotalsCounter::longestGapOfFramesUs() const
 {
     if (lossInGap)
         return 0.0;
-    if (gaps < gapsForMean)
-        return MeasuredRun::longestFirstGapUs;
-    return meanGaps * gapSumUs / static_cast<double>(gaps) + clockResolutionUs;
+    const double limitUs = gaps > 0 ? meanGaps * gapSumUs / static_cast<double>(gaps) + clockResolutionUs : 0.0;
+    return gaps < gapsForMean ? std::max<double>(limitUs, MeasuredRun::longestFirstGapUs) : limitUs;
 }
 
 RunTotals RunTotalsCounter::run(qint64 nowUs) const

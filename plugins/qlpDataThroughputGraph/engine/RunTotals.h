@@ -25,6 +25,10 @@ struct FrameFigures
     const FrameIntervalCounter* intervals = nullptr; ///< null: none are counted
 };
 
+/// Of a run whose longest gap is within three mean times of its other frames: the camera is slow, not silent. The times
+/// have one unit.
+bool isLongestGapUsual(double longestGap, double elapsed, double frames);
+
 FrameFigures frameFigures(const FrameRecord& frame, const FrameAggregates& aggregates,
                           const EvaluationSettings& settings);
 
@@ -79,9 +83,9 @@ private:
 /// Adds up a run in intervals. The run's totals are the sum of its intervals by construction. Has no lock: its owner
 /// calls it under the one that guards it. Times are of the measurement clock.
 ///
-/// Silence is the whole of a gap that is longer than three mean frame times and the clock's resolution, or than a second
-/// while no mean is known. Gaps enter the mean with the length at which they become silence at most, so that a silence
-/// does not hide the next one.
+/// Silence is the whole of a gap that is longer than three mean frame times and the clock's resolution; the first ones
+/// must be longer than a second, too. Gaps enter the mean with the length at which they become silence at most, so that a
+/// silence does not hide the next one; only the first tells how slow a camera is.
 class RunTotalsCounter
 {
 public:

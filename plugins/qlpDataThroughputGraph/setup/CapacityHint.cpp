@@ -51,10 +51,12 @@ QString countText(qint64 count)
     return locale.toString(count);
 }
 
-/// Without the time in which no frame came.
+/// Without the time in which no frame came, unless the camera is slow.
 double perSecondOfFrames(double amount, const RunTotals& run)
 {
-    return amount * double(usPerSecond) / static_cast<double>(run.elapsedUs - run.silentUs);
+    const bool slow = isLongestGapUsual(static_cast<double>(run.longestGapUs), static_cast<double>(run.elapsedUs),
+                                        static_cast<double>(run.frames));
+    return amount * double(usPerSecond) / static_cast<double>(run.elapsedUs - (slow ? 0 : run.silentUs));
 }
 
 bool isMeasured(const CxCameraLineData& camera, int mode)
