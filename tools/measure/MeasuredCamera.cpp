@@ -60,9 +60,8 @@ void MeasuredCamera::stop()
 void MeasuredCamera::setLost()
 {
     noteEnd();
-    if (isLost() && !endedAtS)
-        presence = Presence::Lost; // again, before it was measured
-    else if (started && !endedAtS && data.suspendMeasurement())
+    // One that is lost again before it was measured has nothing to suspend.
+    if (!endedAtS && (isLost() || (started && data.suspendMeasurement())))
         presence = Presence::Lost;
 }
 
