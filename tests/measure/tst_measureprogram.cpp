@@ -267,6 +267,7 @@ private Q_SLOTS:
         QCOMPARE(summary["type"].toString() + summary["exitCode"].toVariant().toString(), QString("summary0"));
         QVERIFY(summary["verdict"].isNull()); // no limits
         QCOMPARE(summary["settings"]["samplePeriodBytes"].toInt(), 8192);
+        QVERIFY(summary["settings"]["allCameras"].isBool() && summary["settings"]["askedCameras"].isArray());
         QVERIFY(summary["versions"]["tool"].toString().startsWith("kestrova-measure "));
         QVERIFY(summary["startTime"].toString() < summary["endTime"].toString());
         QCOMPARE(summary["cameras"].toArray().size(), 2);

@@ -92,6 +92,9 @@ QJsonObject settingsObject(const Options& options)
         {QStringLiteral("csvFile"), fileValue(options.csvFile)},
         {QStringLiteral("logFile"), fileValue(options.logFile)},
         {QStringLiteral("reportFile"), fileValue(options.reportFile)},
+        {QStringLiteral("metrics"), options.metrics ? QJsonValue(options.metrics->text()) : QJsonValue()},
+        {QStringLiteral("allCameras"), options.allCameras},
+        {QStringLiteral("askedCameras"), QJsonArray::fromStringList(options.cameras)},
     };
 }
 
