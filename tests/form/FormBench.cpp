@@ -152,6 +152,12 @@ QString FormBench::hostControl() const
     return calls.join(QLatin1Char(' '));
 }
 
+QImage pictureAfterReplot(QCustomPlot& plot)
+{
+    plot.replot(QCustomPlot::rpImmediateRefresh);
+    return plot.grab().toImage();
+}
+
 QString rangeText(const QCPAxis* axis)
 {
     return QStringLiteral("%1..%2").arg(axis->range().lower).arg(axis->range().upper);

@@ -116,6 +116,11 @@ public:
 /// "lower..upper" of an axis.
 QString rangeText(const QCPAxis* axis);
 
+/// Named steps of a story, in their order.
+using Steps = std::vector<std::pair<const char*, std::function<void()>>>;
+
+QImage pictureAfterReplot(QCustomPlot& plot);
+
 /// Appends frames of two blocks, one every `stepUs` up to `lastUs`: 4096 bytes in the given number of ticks.
 void addFrames(CxCameraLineData& record, qint64 firstUs, qint64 lastUs, qint64 stepUs, quint64 ticks);
 /// Appends counter samples that all hold `value`.
