@@ -5,7 +5,6 @@
 #include <dirent.h>
 #include <linux/capability.h>
 #include <sys/prctl.h>
-#include <unistd.h>
 
 #include <csignal>
 
@@ -14,6 +13,7 @@
 #include "ChildPrograms.h"
 #include "FakeGigeCamera.h"
 #include "NetworkNamespace.h"
+#include "ResidentMemory.h"
 #include "TestScale.h"
 #include "ThreadCount.h"
 
@@ -32,12 +32,6 @@ int openDescriptors()
         ++count;
     ::closedir(directory);
     return count;
-}
-
-qint64 residentBytes()
-{
-    QFile pages(QStringLiteral("/proc/self/statm"));
-    return pages.open(QIODevice::ReadOnly) ? pages.readAll().split(' ').value(1).toLongLong() * ::getpagesize() : 0;
 }
 
 quint64 nowTicks()
@@ -69,6 +63,14 @@ private:
         if (!device)
             qWarning() << error;
         return device != nullptr;
+    }
+    /// Opens the camera with more features in its description than the library's.
+    bool openItWith(const QByteArray& features)
+    {
+        qputenv("FAKE_GIGE_FEATURES", features);
+        const bool open = source.powerUp() && openIt();
+        qunsetenv("FAKE_GIGE_FEATURES");
+        return open;
     }
     /// Receives images until one has this number or a higher one.
     bool receiveUntil(quint32 number) const
@@ -153,11 +155,8 @@ private Q_SLOTS:
             {limit + "1</Value></Enumeration>", 6},
         };
         for (const auto& [features, required] : rows) {
-            qputenv("FAKE_GIGE_FEATURES", features);
-            const bool open = source.powerUp() && openIt();
-            qunsetenv("FAKE_GIGE_FEATURES");
             int value = 0;
-            QVERIFY(open && device->setInt(VN_PRM_DEVICE_UNIT_SELECTOR, 8));
+            QVERIFY(openItWith(features) && device->setInt(VN_PRM_DEVICE_UNIT_SELECTOR, 8));
             QVERIFY(device->setInt(VN_PRM_DEVICE_UNIT_REGISTER_SELECTOR, 4096));
             QVERIFY(device->getInt(VN_PRM_DEVICE_UNIT_REGISTER_VALUE, value));
             QCOMPARE(value, required);
@@ -167,17 +166,14 @@ private Q_SLOTS:
     void missedTriggersAsTheCameraCounts()
     {
         QVERIFY(openIt() && !device->canSet(VN_PRM_COUNTER_SELECTOR, VN_COUNTER_MISSED_TRG_OVERLAP));
-        qputenv(
-            "FAKE_GIGE_FEATURES", // the second counter, whose value is the register that "silent" sets to 1
+        const QByteArray counters( // the second one's value is the register that "silent" sets to 1
             "<Enumeration Name='CounterSelector'><EnumEntry Name='Counter0'><Value>0</Value></EnumEntry><EnumEntry "
             "Name='Counter1'><Value>1</Value></EnumEntry><pValue>Index</pValue></Enumeration><Integer Name='Index'>"
             "<Value>0</Value></Integer><Enumeration Name='CounterEventSource'><EnumEntry Name='Off'><Value>0"
             "</Value></EnumEntry><EnumEntry Name='FrameTriggerMissed'><Value>1</Value></EnumEntry><pValue>Index"
             "</pValue></Enumeration><IntReg Name='CounterValue'><Address>0x300</Address><Length>4</Length>"
             "<AccessMode>RO</AccessMode><pPort>Device</pPort><Endianess>BigEndian</Endianess></IntReg>");
-        const bool open = source.powerUp() && openIt();
-        qunsetenv("FAKE_GIGE_FEATURES");
-        QVERIFY(open && device->start());
+        QVERIFY(openItWith(counters) && device->start());
         QCOMPARE(counter(*device, VN_COUNTER_MISSED_TRG_OVERLAP), 0);
         source.tell("silent");
         QTRY_COMPARE(counter(*device, VN_COUNTER_MISSED_TRG_OVERLAP), 1);

@@ -4,7 +4,6 @@
 
 #include <malloc.h>
 #include <sys/time.h>
-#include <unistd.h>
 
 #include <QtTest/QtTest>
 
@@ -14,6 +13,7 @@
 #include "MeasurementBench.h"
 #include "MeasurementClock.h"
 #include "MeasureRun.h"
+#include "ResidentMemory.h"
 #include "RunSummary.h"
 #include "TestScale.h"
 
@@ -139,13 +139,7 @@ public:
 /// What this process uses, in bytes.
 struct Memory
 {
-    static Memory now()
-    {
-        malloc_trim(0); // what the heaps of ended threads hold is not used
-        QFile file(QStringLiteral("/proc/self/statm"));
-        file.open(QIODevice::ReadOnly);
-        return {qint64(mallinfo2().uordblks), file.readAll().split(' ').value(1).toLongLong() * ::getpagesize()};
-    }
+    static Memory now() { return {qint64(mallinfo2().uordblks), residentBytes()}; }
 
     qint64 heap = 0;
     qint64 resident = 0;

@@ -2,16 +2,13 @@
 // Somebody who cannot leave the tool alone: the real viewer with its default cameras, measurements started and stopped
 // every few seconds, and between that zooming, panning, switching and exporting by a seeded generator. The cameras have
 // their parameters back in the end and memory has not grown. KESTROVA_SOAK_SECONDS says how long.
-#include <malloc.h>
-#include <unistd.h>
-
 #include <QtGui/QPixmapCache>
 #include <QtTest/QtTest>
 #include <QtWidgets/QDialog>
 
 #include "DialogRobot.h"
-#include "Files.h"
 #include "RandomUser.h"
+#include "ResidentMemory.h"
 #include "ViewerSession.h"
 
 namespace {
@@ -24,8 +21,7 @@ constexpr int shortestTrendSeconds = 120; ///< before that, memory has not settl
 double residentMB()
 {
     QPixmapCache::clear(); // up to 10 MB, filled by a window that changes its size
-    malloc_trim(0);
-    return readFile("/proc/self/statm").split(' ').value(1).toDouble() * double(sysconf(_SC_PAGESIZE)) / 1e6;
+    return double(residentBytes()) / 1e6;
 }
 
 /// Of a part of the values, given by its beginning and its end as shares of all.
