@@ -5,7 +5,7 @@
 #include <arpa/inet.h>
 #include <ifaddrs.h>
 
-#include <QtCore/QFile>
+#include "SystemFile.h"
 
 namespace aravis {
 
@@ -15,11 +15,8 @@ namespace {
 std::optional<double> rateOf(const QString& interface)
 {
     constexpr double bitsPerByte = 8.0;
-    QFile file(QStringLiteral("/sys/class/net/%1/speed").arg(interface));
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    const int megabits = file.readLine().trimmed().toInt();
-    return megabits > 0 ? std::optional<double>(megabits / bitsPerByte) : std::nullopt;
+    const auto megabits = numberIn(QStringLiteral("/sys/class/net/%1/speed").arg(interface));
+    return megabits > 0.0 ? std::optional<double>(*megabits / bitsPerByte) : std::nullopt;
 }
 
 } // namespace

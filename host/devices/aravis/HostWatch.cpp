@@ -2,26 +2,9 @@
 // Files of /proc and /sys.
 #include "HostWatch.h"
 
-#include <QtCore/QFile>
+#include "SystemFile.h"
 
 namespace aravis {
-
-namespace {
-
-QByteArray firstLine(const QString& file)
-{
-    QFile source(file);
-    return source.open(QIODevice::ReadOnly) ? source.readLine().simplified() : QByteArray();
-}
-
-std::optional<double> number(const QString& file)
-{
-    bool isNumber = false;
-    const double value = firstLine(file).toDouble(&isNumber);
-    return isNumber ? std::optional<double>(value) : std::nullopt;
-}
-
-} // namespace
 
 HostWatch::HostWatch(const QString& interface)
     : network(interface), dropsBefore(interfaceDrops()), timeBefore(processorTime())
@@ -31,7 +14,7 @@ HostWatch::HostWatch(const QString& interface)
 std::optional<HostWatch::ProcessorTime> HostWatch::processorTime()
 {
     // "cpu", then user, nice, system, idle, waiting for the disk, and others
-    const QList<QByteArray> fields = firstLine(QStringLiteral("/proc/stat")).split(' ');
+    const QList<QByteArray> fields = firstLineOf(QStringLiteral("/proc/stat")).split(' ');
     if (fields.size() < 6)
         return std::nullopt;
     ProcessorTime time{};
@@ -48,7 +31,7 @@ std::optional<double> HostWatch::interfaceDrops() const
     std::optional<double> sum;
     for (const char* counter : {"rx_dropped", "rx_missed_errors", "rx_fifo_errors"}) {
         const auto drops =
-            number(QStringLiteral("/sys/class/net/%1/statistics/%2").arg(network, QLatin1String(counter)));
+            numberIn(QStringLiteral("/sys/class/net/%1/statistics/%2").arg(network, QLatin1String(counter)));
         if (drops)
             sum = sum.value_or(0.0) + *drops;
     }
@@ -61,14 +44,14 @@ void HostWatch::tell(StreamConditions& conditions) const
     if (time && timeBefore && time->all > timeBefore->all)
         conditions.processorsBusyPercent = 100.0 * (time->busy - timeBefore->busy) / (time->all - timeBefore->all);
     if (network.isEmpty()) {
-        const auto mebibytes = number(QStringLiteral("/sys/module/usbcore/parameters/usbfs_memory_mb"));
+        const auto mebibytes = numberIn(QStringLiteral("/sys/module/usbcore/parameters/usbfs_memory_mb"));
         if (mebibytes.value_or(0.0) > 0.0) // 0 is no limit
             conditions.usbLimitBytes = *mebibytes * 0x100000;
         return;
     }
-    conditions.interfaceMtu = number(QStringLiteral("/sys/class/net/%1/mtu").arg(network));
+    conditions.interfaceMtu = numberIn(QStringLiteral("/sys/class/net/%1/mtu").arg(network));
     if (!conditions.socketLimitBytes) // what the socket was granted is nearer to the truth; a container may hide this
-        conditions.socketLimitBytes = number(QStringLiteral("/proc/sys/net/core/rmem_max"));
+        conditions.socketLimitBytes = numberIn(QStringLiteral("/proc/sys/net/core/rmem_max"));
     const auto drops = interfaceDrops();
     if (drops && dropsBefore)
         conditions.interfaceDrops = *drops - *dropsBefore;
