@@ -4,9 +4,8 @@
 
 #include <utility>
 
-#include "MeasurementClock.h"
-
 #include "CameraRegistry.h"
+#include "MeasurementClock.h"
 
 namespace {
 

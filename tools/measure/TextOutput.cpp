@@ -125,10 +125,15 @@ private:
         writeLine(text);
     }
 
+    QString rowHead(double endS, const QString& title) const
+    {
+        return QString::number(endS, 'f', 1).rightJustified(timeWidth) + QStringLiteral("  ") +
+               title.leftJustified(cameraWidth);
+    }
+
     void row(const SxCameraInfo& camera, const Stretch& stretch)
     {
-        QString text = QString::number(stretch.endS, 'f', 1).rightJustified(timeWidth) + QStringLiteral("  ") +
-                       cameraDisplayName(camera).leftJustified(cameraWidth);
+        QString text = rowHead(stretch.endS, cameraDisplayName(camera));
         for (const Figure& figure : shown(stretch.figures))
             text += QLatin1Char(' ') + figureText(figure).rightJustified(figureWidth);
         writeLine(text);
@@ -137,8 +142,7 @@ private:
     void lossRow(const SxCameraInfo& camera, const Stretch& stretch)
     {
         if (stretch.lost && stretch.lost->total() > 0)
-            writeLine(QString::number(stretch.endS, 'f', 1).rightJustified(timeWidth) + QStringLiteral("  ") +
-                      cameraDisplayName(camera).leftJustified(cameraWidth) + QStringLiteral(" lost frames: ") +
+            writeLine(rowHead(stretch.endS, cameraDisplayName(camera)) + QStringLiteral(" lost frames: ") +
                       lostFramesText(*stretch.lost));
     }
 
@@ -153,11 +157,9 @@ private:
     {
         if (link.cameras.size() < 2)
             return;
-        QString text = QString::number(link.endS, 'f', 1).rightJustified(timeWidth) + QStringLiteral("  ") +
-                       singleLine(title).leftJustified(cameraWidth) +
-                       QStringLiteral(" %1 cameras delivered %2 MB/s")
-                           .arg(link.cameras.size())
-                           .arg(link.delivered().value_or(0.0), 0, 'f', 2);
+        QString text = rowHead(link.endS, singleLine(title)) + QStringLiteral(" %1 cameras delivered %2 MB/s")
+                                                                   .arg(link.cameras.size())
+                                                                   .arg(link.delivered().value_or(0.0), 0, 'f', 2);
         if (const auto share = link.sharePercent())
             text += QStringLiteral(", %1 % of the link's %2 MB/s").arg(*share, 0, 'f', 1).arg(*link.rate, 0, 'f', 1);
         writeLine(text);

@@ -5,11 +5,11 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
-#include <limits>
 
 #include <QtCore/QCoreApplication>
 
 #include "HostDiagnosis.h"
+#include "Plural.h"
 
 namespace {
 
@@ -24,13 +24,6 @@ constexpr double largeDriftPpm = 100; ///< quartz clocks keep within this
 QString rounded(double value, int decimals = 1)
 {
     return QString::number(value, 'f', decimals);
-}
-
-/// For tr(). English is spoken without a file of translations, which would know its singular: "one" has its own text.
-template<typename Count>
-int plural(Count count)
-{
-    return static_cast<int>(std::min(static_cast<double>(count), double(std::numeric_limits<int>::max())));
 }
 
 /// Looks for each cause in turn.
@@ -149,7 +142,8 @@ private:
                    "enough.") +
                     QLatin1Char(' ') +
                     (run.overflows == 1 ? tr("One frame would have overflowed it.")
-                                        : tr("%n frames would have overflowed it.", nullptr, plural(run.overflows))) +
+                                        : tr("%n frames would have overflowed it.", nullptr,
+                                             plural(static_cast<double>(run.overflows)))) +
                     QLatin1Char(' ') + tr("The slowest block took %1 ms.").arg(rounded(longestBlockMs, 2)),
                 figures);
         else if (slowest < stallShare * *in.required && run.maxBufferLevel >= stallLevel)

@@ -3,9 +3,10 @@
 #include "HostDiagnosis.h"
 
 #include <algorithm>
-#include <limits>
 
 #include <QtCore/QCoreApplication>
+
+#include "Plural.h"
 
 namespace {
 
@@ -18,12 +19,6 @@ constexpr double fewestPackets = 4.0; ///< in a block that tells of the link
 QString whole(double value)
 {
     return QString::number(value, 'f', 0);
-}
-
-/// For tr(), as in Diagnosis.cpp: "one" has its own text.
-int plural(double count)
-{
-    return static_cast<int>(std::min(count, double(std::numeric_limits<int>::max())));
 }
 
 /// Looks for each cause in turn.

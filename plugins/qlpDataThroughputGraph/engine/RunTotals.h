@@ -84,8 +84,8 @@ private:
 /// calls it under the one that guards it. Times are of the measurement clock.
 ///
 /// Silence is the whole of a gap that is longer than three mean frame times and the clock's resolution; the first ones
-/// must be longer than a second, too. Gaps enter the mean with the length at which they become silence at most, so that a
-/// silence does not hide the next one; only the first tells how slow a camera is.
+/// must be longer than a second, too. Gaps enter the mean with the length at which they become silence at most, so that
+/// a silence does not hide the next one; only the first tells how slow a camera is.
 class RunTotalsCounter
 {
 public:
