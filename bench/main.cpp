@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a refresh, a report and the intake of a frame cost, each beside the straightforward way, in one run; and what the times of
-// arrival of GigE Vision cost.
+// What a refresh, a report and the intake of a frame cost, each beside the straightforward way, in one run; and what
+// the times of arrival of GigE Vision cost.
 #include <benchmark/benchmark.h>
 
 #include <QtWidgets/QApplication>

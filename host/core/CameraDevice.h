@@ -73,9 +73,9 @@ public:
     /// be made to spin.
     virtual bool waitForImage(std::chrono::milliseconds limit, DeviceImage& image) = 0;
 
-    /// Where frames were lost, in all acquisitions since the camera was opened: those before a whole one, once that has
-    /// been handed out, and those at the end after stop(), for which it may wait a tenth of a second. Nothing if the
-    /// family cannot tell; then it never can.
+    /// Where frames were lost, in all acquisitions since the camera was opened: those before a whole one soon after that
+    /// has been handed out, and those at the end after stop(), for which it may wait a tenth of a second. Nothing if
+    /// the family cannot tell; then it never can.
     virtual std::optional<LostFrames> lostFrames() const { return std::nullopt; }
     /// What may explain them. Reads files of the system; after stop(), too.
     virtual StreamConditions streamConditions() const { return {}; }

@@ -28,7 +28,8 @@ Options byHand(ExMeasMode mode = MeasModeDataThroughput)
     return options;
 }
 
-/// A hand-driven camera, whose time is that of the measurement unless lines come by themselves, and perhaps others that send all they can, in a run with JSON output.
+/// A hand-driven camera, whose time is that of the measurement unless lines come by themselves, and perhaps others that
+/// send all they can, in a run with JSON output.
 class Bench
 {
 public:

@@ -44,8 +44,9 @@ public:
     ImageStream(const ImageStream&) = delete;
     ImageStream& operator=(const ImageStream&) = delete;
 
-    /// The next whole frame that has arrived, if there is one, as soon as it is known where those before it were lost
-    /// and when its bytes arrived. A frame whose times do not become known comes without data. Never waits.
+    /// The next whole frame that has arrived, if there is one; with `arrivals` as soon as it is known where those before
+    /// it were lost and when its bytes arrived. A frame whose times do not become known, or for which there is no room
+    /// to wait, comes without data. Never waits.
     std::optional<Taken> take();
     /// When to look again although no news came.
     std::optional<TimePoint> nextLook() const;
